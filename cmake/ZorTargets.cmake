@@ -1,0 +1,102 @@
+# One function for each kind of target. Each refuses an argument that it does not know.
+
+include(CMakeParseArguments)
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(ZOR_PLUGIN_DIRECTORY "${CMAKE_BINARY_DIR}/Plugins")
+
+# Floating point results are part of the product: no contraction, no reassociation.
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+                    -ffp-contract=off -fno-fast-math)
+if(ZOR_WERROR)
+  add_compile_options(-Werror)
+endif()
+if(ZOR_SANITIZE)
+  add_compile_options("-fsanitize=${ZOR_SANITIZE}" -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options("-fsanitize=${ZOR_SANITIZE}")
+endif()
+
+macro(zor_parse_arguments)
+  cmake_parse_arguments(ARG "${ZOR_FLAGS}" "${ZOR_SINGLES}" "${ZOR_LISTS}" ${ARGN})
+  if(ARG_UNPARSED_ARGUMENTS)
+    message(FATAL_ERROR "${CMAKE_CURRENT_FUNCTION}: unknown arguments: ${ARG_UNPARSED_ARGUMENTS}")
+  endif()
+endmacro()
+
+function(zor_configure_target target)
+  target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}")
+  set_target_properties(${target} PROPERTIES AUTOMOC ${ARG_MOC} AUTORCC ${ARG_RCC})
+  target_link_libraries(${target} PRIVATE ${ARG_OBJECTS} ${ARG_LINK})
+endfunction()
+
+# zor_object_library(NAME SOURCES ... [LINK libraries ...] [MOC] [RCC])
+# A folder of the product. Linked whole, so that static initialisers stay.
+function(zor_object_library target)
+  set(ZOR_FLAGS MOC RCC)
+  set(ZOR_SINGLES)
+  set(ZOR_LISTS SOURCES LINK)
+  zor_parse_arguments(${ARGN})
+  add_library(${target} OBJECT ${ARG_SOURCES})
+  zor_configure_target(${target})
+endfunction()
+
+# zor_shared_library(NAME SOURCES ... [OBJECTS object libraries ...] [LINK libraries ...] [MOC] [RCC])
+function(zor_shared_library target)
+  set(ZOR_FLAGS MOC RCC)
+  set(ZOR_SINGLES)
+  set(ZOR_LISTS SOURCES OBJECTS LINK)
+  zor_parse_arguments(${ARGN})
+  add_library(${target} SHARED ${ARG_SOURCES})
+  zor_configure_target(${target})
+endfunction()
+
+# zor_program(NAME SOURCES ... [OBJECTS object libraries ...] [LINK libraries ...] [MOC] [RCC])
+function(zor_program target)
+  set(ZOR_FLAGS MOC RCC)
+  set(ZOR_SINGLES)
+  set(ZOR_LISTS SOURCES OBJECTS LINK)
+  zor_parse_arguments(${ARGN})
+  add_executable(${target} ${ARG_SOURCES})
+  zor_configure_target(${target})
+endfunction()
+
+# zor_test(NAME SOURCES ... [OBJECTS object libraries ...] [LINK libraries ...] [DEFINES NAME=VALUE ...]
+#          [DEPENDS targets ...] [WRAP symbols ...])
+# A Qt Test program that CTest runs without a screen. WRAP sends calls of the symbols to __wrap_SYMBOL.
+function(zor_test target)
+  set(ZOR_FLAGS)
+  set(ZOR_SINGLES)
+  set(ZOR_LISTS SOURCES OBJECTS LINK DEFINES DEPENDS WRAP)
+  zor_parse_arguments(${ARGN})
+  set(ARG_MOC ON)
+  set(ARG_RCC OFF)
+  list(APPEND ARG_LINK Qt5::Test)
+  add_executable(${target} ${ARG_SOURCES})
+  zor_configure_target(${target})
+  target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+  target_compile_definitions(${target} PRIVATE ${ARG_DEFINES})
+  set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+  foreach(symbol IN LISTS ARG_WRAP)
+    target_link_options(${target} PRIVATE "-Wl,--wrap=${symbol}")
+  endforeach()
+  if(ARG_DEPENDS)
+    add_dependencies(${target} ${ARG_DEPENDS})
+  endif()
+  add_test(NAME ${target} COMMAND ${target})
+  zor_test_environment(${target})
+endfunction()
+
+# What every test runs under: no screen, sanitizers that stop at the first finding.
+function(zor_test_environment test)
+  set_tests_properties(${test} PROPERTIES TIMEOUT 300 ENVIRONMENT
+    "QT_QPA_PLATFORM=offscreen;UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1;ASAN_OPTIONS=detect_leaks=0")
+endfunction()
