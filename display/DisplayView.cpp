@@ -1,0 +1,6 @@
+#include "display/DisplayView.h"
+
+DisplayView::DisplayView(QWidget* parent)
+    : QGraphicsView(parent)
+{
+}
