@@ -59,6 +59,21 @@ function(zor_shared_library target)
   zor_configure_target(${target})
 endfunction()
 
+# zor_module(NAME SOURCES ... EXPORTS version-script [OBJECTS object libraries ...] [LINK libraries ...] [MOC] [RCC])
+# A plug-in, NAME.so in the plug-in folder, that exports what the version script names and nothing else.
+function(zor_module target)
+  set(ZOR_FLAGS MOC RCC)
+  set(ZOR_SINGLES EXPORTS)
+  set(ZOR_LISTS SOURCES OBJECTS LINK)
+  zor_parse_arguments(${ARGN})
+  add_library(${target} MODULE ${ARG_SOURCES})
+  zor_configure_target(${target})
+  set(exports "${CMAKE_CURRENT_SOURCE_DIR}/${ARG_EXPORTS}")
+  target_link_options(${target} PRIVATE "-Wl,--version-script=${exports}")
+  set_target_properties(${target} PROPERTIES
+    PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${ZOR_PLUGIN_DIRECTORY}" LINK_DEPENDS "${exports}")
+endfunction()
+
 # zor_program(NAME SOURCES ... [OBJECTS object libraries ...] [LINK libraries ...] [MOC] [RCC])
 function(zor_program target)
   set(ZOR_FLAGS MOC RCC)

@@ -1,0 +1,169 @@
+#include "dialog/CFFCUtility.h"
+
+#include "dialog/PaneArrangement.h"
+#include "display/DisplayAdapter.h"
+#include "display/DisplayView.h"
+#include "engine/Allocation.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QResizeEvent>
+#include <QShowEvent>
+
+namespace {
+
+/// Below this height of the dialog, in pixels, and no wider than the strip, its areas stay where they are.
+constexpr int SmallestArrangedHeight = 30;
+
+template <typename Block> void releaseBlock(Block*& block)
+{
+    zorRelease(block);
+    block = nullptr;
+}
+
+} // namespace
+
+CFFCUtility::CFFCUtility(QWidget* parent)
+    : QDialog(parent)
+{
+    ui.setupUi(this);
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    m_viewClock.start();
+    QT_WARNING_POP
+    ui.wSettings->setFixedHeight(ui.wSettings->sizeHint().height());
+
+    connect(ui.chBHighlights, SIGNAL(clicked()), this, SLOT(highLightSlot()));
+    connect(ui.pBUpdate, SIGNAL(clicked()), this, SLOT(Update()));
+    connect(ui.pBSave, SIGNAL(clicked()), this, SLOT(DoSaveFFC()));
+    connect(ui.gVUp, SIGNAL(sigViewChanged(DisplayView*)), this, SLOT(onViewChanged(DisplayView*)));
+    connect(ui.gVDown, SIGNAL(sigViewChanged(DisplayView*)), this, SLOT(onViewChanged(DisplayView*)));
+
+    ui.lECurPos->hide();
+    ui.lECurColor->hide();
+}
+
+CFFCUtility::~CFFCUtility()
+{
+    ResetData(true);
+}
+
+void CFFCUtility::SetHost(ZBKHostCallback callback, void* context, ZBKInterfacePlugIn* plugIn)
+{
+    m_hostCallback = callback;
+    m_hostContext = context;
+    m_plugIn = plugIn;
+}
+
+void CFFCUtility::SetHostInfo(ZBKHostInfo info)
+{
+    m_hostInfo = std::move(info);
+}
+
+bool CFFCUtility::HasResult()
+{
+    return false;
+}
+
+void CFFCUtility::GetResult(void** result)
+{
+    *result = nullptr;
+}
+
+void CFFCUtility::ResetData(bool destroyAdapters)
+{
+    const std::lock_guard<OwnedMutex> viewLock(m_viewLock);
+    const std::lock_guard<OwnedMutex> dataLock(m_dataLock);
+    if (destroyAdapters) {
+        delete m_adapterUp;
+        m_adapterUp = nullptr;
+        delete m_adapterDown;
+        m_adapterDown = nullptr;
+    }
+    ResetFrame();
+}
+
+void CFFCUtility::ResetFrame()
+{
+    m_width = 0;
+    m_height = 0;
+    releaseBlock(m_image);
+    m_step = 0;
+    m_depth = 0;
+    releaseBlock(m_flatX);
+    m_flatXStep = 0;
+    releaseBlock(m_flatY);
+    m_flatYStep = 0;
+
+    releaseBlock(m_histogram);
+    m_histogramLevels = 0;
+    m_histogramPeak = 0;
+    m_histogramReserved = 0;
+    m_histogramFloor = 0;
+
+    releaseBlock(m_columnMean);
+    releaseBlock(m_flatColumnMean);
+    releaseBlock(m_rowMean);
+    releaseBlock(m_flatRowMean);
+    releaseBlock(m_columnLine);
+    releaseBlock(m_flatColumnLine);
+    releaseBlock(m_rowLine);
+    releaseBlock(m_flatRowLine);
+
+    m_rangeXMax = 0;
+    m_rangeXMin = 0;
+    m_rangeYMax = 0;
+    m_rangeYMin = 0;
+    m_imageMax = 0;
+    m_imageMin = 0;
+    m_flatMax = 0;
+    m_flatMin = 0;
+}
+
+void CFFCUtility::Update()
+{
+    // A click or a host's timer can come in while a refresh runs a nested event loop on this thread.
+    if (m_viewLock.heldByThisThread() || !m_image)
+        return;
+    m_normalize = ui.chBNormFFC->isChecked() ? 1 : 0;
+    m_normalizeValue = ui.lENormFFC->text().toDouble();
+    if (RunCorrection())
+        ShowAll();
+}
+
+void CFFCUtility::resizeEvent(QResizeEvent* event)
+{
+    if (event) {
+        const int width = event->size().width();
+        const int height = event->size().height();
+        const int stripHeight = ui.wSettings->height();
+        if (width > ui.wSettings->width() || height > SmallestArrangedHeight) {
+            arrangePanes(ui, width, height - stripHeight);
+            ui.wSettings->move(0, height - stripHeight);
+            ui.wSettings->resize(width, stripHeight);
+        }
+    }
+    QDialog::resizeEvent(event);
+}
+
+void CFFCUtility::closeEvent(QCloseEvent* event)
+{
+    if (m_hostCallback)
+        m_hostCallback(m_hostContext, ZBKEventDialogClosed, m_plugIn);
+    m_shown = false;
+    event->accept();
+}
+
+void CFFCUtility::showEvent(QShowEvent* event)
+{
+    if (!m_shown) {
+        // The host may hand a frame over inside the notification; Update then computes and shows it.
+        if (m_hostCallback)
+            m_hostCallback(m_hostContext, ZBKEventDialogOpened, m_plugIn);
+        Update();
+        m_shown = true;
+    }
+    event->accept();
+}

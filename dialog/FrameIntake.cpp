@@ -1,0 +1,40 @@
+#include "dialog/CFFCUtility.h"
+#include "dialog/Message.h"
+#include "engine/Allocation.h"
+#include "image/MonoTarget.h"
+#include "image/ZorImageApi.h"
+#include "image/ZorImageConverter.h"
+
+#include <cstring>
+
+void CFFCUtility::SetFrame(_ZorImage* image)
+{
+    // A host's timer can come in while a refresh runs a nested event loop on this thread.
+    if (m_viewLock.heldByThisThread())
+        return;
+    if (!image || !image->data || image->imageSize == 0)
+        return;
+    ResetData(false);
+    // The size is the host's, everything else the converted record's.
+    m_width = static_cast<std::int32_t>(image->width);
+    m_height = static_cast<std::int32_t>(image->height);
+
+    _ZorImage* converted = nullptr;
+    if (ZimConvert(image, monoTargetForDepth(image->depth), &converted) != 0) {
+        showMessage(QStringLiteral("Converter error!"));
+        return;
+    }
+    m_image = static_cast<std::uint8_t*>(zorAllocate(converted->imageSize));
+    if (!m_image) {
+        // The converted record is lost here: deliberate, see docs/decisions.md.
+        showNotEnoughMemory();
+        return;
+    }
+    std::memcpy(m_image, converted->data, converted->imageSize);
+    m_depth = static_cast<std::int32_t>(converted->depth);
+    m_step = static_cast<std::int32_t>(converted->pitch);
+    m_imageBytes = converted->imageSize;
+    m_pixelFormat = converted->pixelType;
+    m_pairSmoothing = 0;
+    ZorReleaseImage(&converted);
+}

@@ -1,0 +1,15 @@
+#include "dialog/Message.h"
+
+#include <QMessageBox>
+
+void showMessage(const QString& text)
+{
+    QMessageBox box;
+    box.setText(text);
+    box.exec();
+}
+
+void showNotEnoughMemory()
+{
+    showMessage(QStringLiteral("Not enough memory for the operation!"));
+}

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QString>
+
+/// Shows a text in a modal box without a parent and returns when the operator has closed it.
+void showMessage(const QString& text);
+
+/// The box of every operation that could not have its memory.
+void showNotEnoughMemory();

@@ -1,0 +1,14 @@
+#include "dialog/CFFCUtility.h"
+#include "engine/Gains.h"
+#include "engine/stages/StageBlocks.h"
+
+bool CFFCUtility::ComputeRowGains()
+{
+    m_rowGains.clear();
+    if (!m_flatX)
+        return false;
+    const zor::GainRule rule{m_normalize != 0, m_normalizeValue, m_pairSmoothing != 0};
+    const zor::ImageView cells = zor::cellView(m_flatX, m_flatXStep, m_width, m_height, 16);
+    zor::computeRowGains(zor::readOnly(cells), rule, m_rowGains);
+    return true;
+}

@@ -1,0 +1,59 @@
+#include "host/frames/FileBytes.h"
+
+#include "host/frames/Fail.h"
+#include "host/frames/FrameSize.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace zor {
+
+namespace {
+
+std::vector<std::uint8_t> readCount(const std::string& path, std::size_t count)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        failFrame(path, "cannot be opened: check its permissions");
+    std::vector<std::uint8_t> bytes(count);
+    file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(count));
+    if (static_cast<std::size_t>(file.gcount()) != count)
+        failFrame(path, "reading stopped after " + std::to_string(file.gcount()) + " of " +
+                            std::to_string(count) + " bytes");
+    return bytes;
+}
+
+} // namespace
+
+std::uint64_t fileSize(const std::string& path)
+{
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status))
+        failFrame(path, "no such file");
+    if (!std::filesystem::is_regular_file(status))
+        failFrame(path, "is not a regular file");
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    if (error)
+        failFrame(path, "its size cannot be read: " + error.message());
+    if (size == 0)
+        failFrame(path, "is empty");
+    return size;
+}
+
+std::vector<std::uint8_t> readStart(const std::string& path, std::size_t count)
+{
+    const std::uint64_t size = fileSize(path);
+    return readCount(path, size < count ? static_cast<std::size_t>(size) : count);
+}
+
+std::vector<std::uint8_t> readBytes(const std::string& path)
+{
+    const std::uint64_t size = fileSize(path);
+    if (size > MaxFrameBytes)
+        failFrame(path, "has " + std::to_string(size) + " bytes; a frame's file has at most " +
+                            std::to_string(MaxFrameBytes));
+    return readCount(path, static_cast<std::size_t>(size));
+}
+
+} // namespace zor

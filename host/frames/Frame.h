@@ -1,0 +1,55 @@
+#pragma once
+
+#include "image/ZorImage.h"
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace zor {
+
+/// A frame read from a file: pixels with the geometry and format that an image record needs.
+struct Frame
+{
+    std::uint32_t width = 0;  ///< pixels
+    std::uint32_t height = 0; ///< lines
+    std::uint32_t pitch = 0;  ///< bytes from line to line
+    std::uint32_t pixelType = 0;
+    std::vector<std::uint8_t> pixels;
+    /// Where the depth comes from, as a person reads it: "maxval 4095", "largest sample 3981", "--depth 12".
+    std::string depthSource;
+
+    /// A record that borrows this frame's pixels: valid while the frame lives and is not changed.
+    _ZorImage record() const;
+};
+
+/// How a file is to be read.
+struct FrameOptions
+{
+    std::optional<std::uint32_t> depth; ///< 8, 10, 12 or 16: overrides the depth of a PGM, PNG or TIFF file
+    /// Set for a raw dump, which has no header of its own.
+    struct RawLayout
+    {
+        std::string format; ///< name of a pixel format
+        std::uint32_t width = 0;
+        std::uint32_t height = 0;
+        std::optional<std::uint32_t> pitch; ///< tight lines when not given
+        bool packedOrderRecord = false;     ///< `Packed` low bits stand as in a record, not as on the wire
+    };
+    std::optional<RawLayout> raw;
+};
+
+/// A frame could not be read. The text is one line that names the file, what is wrong and what to do.
+class FrameError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads a frame from a PGM (P2, P5), grey PNG or grey TIFF file, told by its content, or from a raw dump when
+/// `options.raw` is set. Throws FrameError.
+Frame readFrame(const std::string& path, const FrameOptions& options);
+
+} // namespace zor

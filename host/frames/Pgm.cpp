@@ -1,0 +1,110 @@
+#include "host/frames/Pgm.h"
+
+#include "host/frames/DepthRule.h"
+#include "host/frames/Fail.h"
+#include "host/frames/FileBytes.h"
+#include "host/frames/FrameSize.h"
+#include "host/frames/PgmText.h"
+
+#include <algorithm>
+
+namespace zor {
+
+namespace {
+
+struct Header
+{
+    std::uint32_t width;
+    std::uint32_t height;
+    std::uint32_t maxval;
+    std::size_t count() const { return std::size_t{width} * height; }
+};
+
+Header readHeader(const std::string& path, PgmText& text)
+{
+    const auto width = text.number();
+    const auto height = width ? text.number() : std::nullopt;
+    const auto maxval = height ? text.number() : std::nullopt;
+    if (!maxval)
+        failFrame(path, "its PGM header ends or is garbled before width, height and maxval are complete");
+    if (*maxval < 1 || *maxval > 65535)
+        failFrame(path, "its maxval " + std::to_string(*maxval) + " is not 1 to 65535");
+    checkFrameSize(path, *width, *height, *width * (*maxval > 255 ? 2 : 1));
+    return {static_cast<std::uint32_t>(*width), static_cast<std::uint32_t>(*height),
+            static_cast<std::uint32_t>(*maxval)};
+}
+
+void checkMaxval(const std::string& path, std::uint64_t sample, const Header& header, std::size_t index)
+{
+    if (sample > header.maxval)
+        failFrame(path, "the sample " + std::to_string(sample) + " at " + samplePlace(header.width, index) +
+                            " is above the file's maxval " + std::to_string(header.maxval));
+}
+
+std::vector<std::uint16_t> readBinary(const std::string& path, const std::vector<std::uint8_t>& bytes,
+                                      PgmText& text, const Header& header)
+{
+    if (!text.endOfHeader())
+        failFrame(path, "its PGM header does not end with white space");
+    const std::size_t sampleBytes = header.maxval > 255 ? 2 : 1;
+    const std::size_t expected = header.count() * sampleBytes;
+    const std::size_t found = bytes.size() - text.position();
+    const auto raster = bytes.begin() + static_cast<std::ptrdiff_t>(text.position());
+    if (found < expected ||
+        !std::all_of(raster + static_cast<std::ptrdiff_t>(expected), bytes.end(), isPgmSpace))
+        failFrame(path, "its header asks for " + std::to_string(expected) +
+                            " bytes of samples, the file has " + std::to_string(found));
+
+    std::vector<std::uint16_t> values(header.count());
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const std::uint8_t* sample = bytes.data() + text.position() + i * sampleBytes;
+        values[i] = sampleBytes == 1 ? sample[0] : static_cast<std::uint16_t>(sample[0] << 8 | sample[1]);
+        checkMaxval(path, values[i], header, i);
+    }
+    return values;
+}
+
+std::vector<std::uint16_t> readDecimal(const std::string& path, const std::vector<std::uint8_t>& bytes,
+                                       PgmText& text, const Header& header)
+{
+    // A digit and a blank a sample, the last blank may be missing.
+    const std::size_t found = bytes.size() - text.position();
+    if (found / 2 + 1 < header.count())
+        failFrame(path, "its header asks for " + std::to_string(header.count()) + " samples, the " +
+                            std::to_string(found) + " bytes behind it cannot hold as many");
+
+    std::vector<std::uint16_t> values(header.count());
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const auto value = text.number();
+        if (!value)
+            failFrame(path, "its header asks for " + std::to_string(header.count()) + " samples, after " +
+                                std::to_string(i) + " of them the file ends or holds no number");
+        checkMaxval(path, *value, header, i);
+        values[i] = static_cast<std::uint16_t>(*value);
+    }
+    if (!text.atEnd())
+        failFrame(path,
+                  "its header asks for " + std::to_string(header.count()) + " samples, the file holds more");
+    return values;
+}
+
+} // namespace
+
+StoredSamples readPgm(const std::string& path)
+{
+    const std::vector<std::uint8_t> bytes = readBytes(path);
+    if (bytes.size() < 3 || !(isPgmSpace(bytes[2]) || bytes[2] == '#'))
+        failFrame(path, "its PGM header ends or is garbled behind the first two letters");
+    PgmText text(bytes, 2);
+    const Header header = readHeader(path, text);
+
+    StoredSamples samples;
+    samples.width = header.width;
+    samples.height = header.height;
+    samples.values =
+        bytes[1] == '5' ? readBinary(path, bytes, text, header) : readDecimal(path, bytes, text, header);
+    samples.told = {bitsForValue(header.maxval), "maxval " + std::to_string(header.maxval)};
+    return samples;
+}
+
+} // namespace zor

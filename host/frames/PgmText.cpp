@@ -1,0 +1,57 @@
+#include "host/frames/PgmText.h"
+
+namespace zor {
+
+std::optional<std::uint64_t> PgmText::number()
+{
+    skipBlanks();
+    constexpr std::size_t MaxDigits = 10;
+    const std::size_t start = m_position;
+    std::uint64_t value = 0;
+    while (m_position < m_bytes.size() && m_bytes[m_position] >= '0' && m_bytes[m_position] <= '9') {
+        value = value * 10 + (m_bytes[m_position] - std::uint64_t{'0'});
+        if (++m_position - start > MaxDigits)
+            return std::nullopt;
+    }
+    return m_position > start ? std::optional(value) : std::nullopt;
+}
+
+bool PgmText::endOfHeader()
+{
+    if (m_position >= m_bytes.size())
+        return false;
+    if (m_bytes[m_position] == '#') {
+        skipComment();
+        return true;
+    }
+    return isPgmSpace(m_bytes[m_position++]);
+}
+
+bool PgmText::atEnd()
+{
+    skipBlanks();
+    return m_position == m_bytes.size();
+}
+
+void PgmText::skipBlanks()
+{
+    while (m_position < m_bytes.size()) {
+        if (m_bytes[m_position] == '#')
+            skipComment();
+        else if (isPgmSpace(m_bytes[m_position]))
+            ++m_position;
+        else
+            return;
+    }
+}
+
+void PgmText::skipComment()
+{
+    while (m_position < m_bytes.size()) {
+        const std::uint8_t byte = m_bytes[m_position++];
+        if (byte == '\n' || byte == '\r')
+            return;
+    }
+}
+
+} // namespace zor

@@ -1,0 +1,151 @@
+#include "host/frames/Png.h"
+
+#include "host/frames/Fail.h"
+#include "host/frames/FileBytes.h"
+#include "host/frames/FrameSize.h"
+#include "host/frames/PngSignificantBits.h"
+
+#include <png.h>
+
+#include <csetjmp>
+#include <cstring>
+
+namespace zor {
+
+namespace {
+
+/// What libpng's callbacks work on. libpng reports errors by a long jump, so everything that needs a
+/// destructor lives here and not in the function that is jumped out of.
+struct PngFile
+{
+    std::vector<std::uint8_t> bytes;
+    std::size_t position = 0;
+    std::string error;
+
+    png_structp png = nullptr;
+    png_infop info = nullptr;
+    std::vector<std::uint8_t> pixels;
+    std::vector<png_bytep> rows;
+
+    PngFile() = default;
+    PngFile(const PngFile&) = delete;
+    PngFile& operator=(const PngFile&) = delete;
+    ~PngFile() { png_destroy_read_struct(&png, &info, nullptr); }
+};
+
+void onError(png_structp png, png_const_charp message)
+{
+    static_cast<PngFile*>(png_get_error_ptr(png))->error = message;
+    png_longjmp(png, 1);
+}
+
+void onWarning(png_structp, png_const_charp) {}
+
+void onRead(png_structp png, png_bytep target, std::size_t count)
+{
+    auto* file = static_cast<PngFile*>(png_get_io_ptr(png));
+    const std::size_t left = file->bytes.size() - file->position;
+    if (count > left)
+        png_error(png, "the file ends too early");
+    std::memcpy(target, file->bytes.data() + file->position, count);
+    file->position += count;
+}
+
+// The two functions with a jump target: nothing in them has a destructor.
+
+bool readInfo(PngFile& file)
+{
+    if (setjmp(png_jmpbuf(file.png)) != 0)
+        return false;
+    png_set_read_fn(file.png, &file, onRead);
+    png_read_info(file.png, file.info);
+    return true;
+}
+
+bool readPixels(PngFile& file)
+{
+    if (setjmp(png_jmpbuf(file.png)) != 0)
+        return false;
+    if (png_get_bit_depth(file.png, file.info) == 16)
+        png_set_swap(file.png);
+    png_set_interlace_handling(file.png);
+    png_read_update_info(file.png, file.info);
+    png_read_image(file.png, file.rows.data());
+    png_read_end(file.png, nullptr);
+    return true;
+}
+
+void openPng(const std::string& path, PngFile& file)
+{
+    file.bytes = readBytes(path);
+    file.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, &file, onError, onWarning);
+    file.info = file.png ? png_create_info_struct(file.png) : nullptr;
+    if (!file.info)
+        throw std::bad_alloc();
+}
+
+[[noreturn]] void failPng(const std::string& path, const PngFile& file)
+{
+    failFrame(path, "the PNG data are broken (" + file.error + "); the file has " +
+                        std::to_string(file.bytes.size()) + " bytes, reading stopped at byte " +
+                        std::to_string(file.position));
+}
+
+void checkFormat(const std::string& path, const PngFile& file)
+{
+    if (png_get_color_type(file.png, file.info) != PNG_COLOR_TYPE_GRAY)
+        failFrame(path, "is a PNG with colour, a palette or alpha; save it as grey of 8 or 16 bits");
+    const unsigned bits = png_get_bit_depth(file.png, file.info);
+    if (bits != 8 && bits != 16)
+        failFrame(path, "has " + std::to_string(bits) + " bits a sample; save it as grey of 8 or 16 bits");
+}
+
+/// Deflate makes at most 1032 bytes of one: a header that asks for more than the file can hold is refused
+/// before anything is allocated for it.
+void checkPlausible(const std::string& path, const PngFile& file, std::uint64_t pixelBytes)
+{
+    constexpr std::uint64_t MaxInflation = 1032;
+    const std::uint64_t needed = pixelBytes / MaxInflation;
+    if (file.bytes.size() < needed)
+        failFrame(path, "its header asks for " + std::to_string(pixelBytes) +
+                            " bytes of samples, which takes a file of at least " + std::to_string(needed) +
+                            " bytes; it has " + std::to_string(file.bytes.size()));
+}
+
+} // namespace
+
+StoredSamples readPng(const std::string& path)
+{
+    PngFile file;
+    openPng(path, file);
+    if (!readInfo(file))
+        failPng(path, file);
+    checkFormat(path, file);
+
+    StoredSamples samples;
+    samples.width = png_get_image_width(file.png, file.info);
+    samples.height = png_get_image_height(file.png, file.info);
+    const std::uint32_t bits = png_get_bit_depth(file.png, file.info);
+    const std::size_t lineBytes = std::size_t{samples.width} * bits / 8;
+    checkFrameSize(path, samples.width, samples.height, lineBytes);
+    checkPlausible(path, file, lineBytes * samples.height);
+
+    file.pixels.resize(lineBytes * samples.height);
+    for (std::size_t y = 0; y < samples.height; ++y)
+        file.rows.push_back(file.pixels.data() + y * lineBytes);
+    if (!readPixels(file))
+        failPng(path, file);
+
+    if (bits == 8) {
+        samples.values.assign(file.pixels.begin(), file.pixels.end());
+    } else {
+        samples.values.resize(file.pixels.size() / 2);
+        std::memcpy(samples.values.data(), file.pixels.data(), file.pixels.size());
+    }
+    png_color_8p significant = nullptr;
+    if (png_get_sBIT(file.png, file.info, &significant) != 0)
+        applySignificantBits(samples, bits, significant->gray);
+    return samples;
+}
+
+} // namespace zor

@@ -1,0 +1,90 @@
+#include "host/frames/Raw.h"
+
+#include "host/frames/Fail.h"
+#include "host/frames/FileBytes.h"
+#include "host/frames/FrameSize.h"
+#include "image/LineBytes.h"
+#include "image/ZorPixelTypeTable.h"
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+
+namespace zor {
+
+namespace {
+
+bool equalButForCase(const std::string& left, const std::string& right)
+{
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); });
+}
+
+[[noreturn]] void failUnknownFormat(const std::string& path, const std::string& name)
+{
+    std::string monoNames;
+    for (const ZorPixelTypeRow& row : ZorPixelTypeTable) {
+        if (equalButForCase(row.name, name))
+            failFrame(path, "there is no pixel format '" + name + "'; did you mean '" + row.name + "'?");
+        if (pixelTypeFamily(row.code) == PixelFamily::Mono)
+            monoNames += (monoNames.empty() ? "" : ", ") + std::string(row.name);
+    }
+    failFrame(path,
+              "there is no pixel format '" + name + "'; the grey ones are " + monoNames +
+                  ", the others are named as the camera's PixelFormat feature shows them (BayerRG12p, RGB8)");
+}
+
+std::uint32_t formatCode(const std::string& path, const std::string& name)
+{
+    const auto row =
+        std::find_if(std::begin(ZorPixelTypeTable), std::end(ZorPixelTypeTable),
+                     [&name](const ZorPixelTypeRow& candidate) { return candidate.name == name; });
+    if (row == std::end(ZorPixelTypeTable))
+        failUnknownFormat(path, name);
+    return row->code;
+}
+
+/// Exchanges the two halves of every middle byte. An odd last pixel has its middle byte as well.
+void swapPackedOrder(Frame& frame)
+{
+    const std::size_t lineBytes = tightPitch(frame.pixelType, frame.width);
+    for (std::size_t y = 0; y < frame.height; ++y) {
+        std::uint8_t* line = frame.pixels.data() + y * frame.pitch;
+        for (std::size_t middle = 1; middle < lineBytes; middle += 3)
+            line[middle] = static_cast<std::uint8_t>(line[middle] << 4 | line[middle] >> 4);
+    }
+}
+
+} // namespace
+
+Frame readRaw(const std::string& path, const FrameOptions::RawLayout& layout)
+{
+    Frame frame;
+    frame.pixelType = formatCode(path, layout.format);
+    frame.width = layout.width;
+    frame.height = layout.height;
+    frame.depthSource = "format " + layout.format;
+
+    const std::uint64_t tight = tightPitch(frame.pixelType, frame.width);
+    const std::uint64_t pitch = layout.pitch.value_or(tight);
+    checkFrameSize(path, frame.width, frame.height, pitch);
+    if (pitch < tight)
+        failFrame(path, "a pitch of " + std::to_string(pitch) + " bytes is too small: a line of " +
+                            std::to_string(frame.width) + " pixels in " + layout.format + " takes " +
+                            std::to_string(tight));
+    frame.pitch = static_cast<std::uint32_t>(pitch);
+
+    const std::uint64_t expected = pitch * frame.height;
+    const std::uint64_t found = fileSize(path);
+    if (found != expected)
+        failFrame(path, std::to_string(frame.width) + "x" + std::to_string(frame.height) + " in " +
+                            layout.format + " with a pitch of " + std::to_string(pitch) + " takes " +
+                            std::to_string(expected) + " bytes, the file has " + std::to_string(found));
+    frame.pixels = readBytes(path);
+
+    if (pixelTypePackingClass(frame.pixelType) == PackingClass::Packed && !layout.packedOrderRecord)
+        swapPackedOrder(frame);
+    return frame;
+}
+
+} // namespace zor

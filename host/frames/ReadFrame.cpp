@@ -1,0 +1,61 @@
+#include "host/frames/DepthRule.h"
+#include "host/frames/Fail.h"
+#include "host/frames/FileBytes.h"
+#include "host/frames/Pgm.h"
+#include "host/frames/Png.h"
+#include "host/frames/Raw.h"
+#include "host/frames/Tiff.h"
+
+#include <new>
+#include <string_view>
+
+namespace zor {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+StoredSamples readPicture(const std::string& path)
+{
+    const std::vector<std::uint8_t> bytes = readStart(path, 8);
+    const std::string_view start(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    const auto startsWith = [start](std::string_view magic) {
+        return start.substr(0, magic.size()) == magic;
+    };
+
+    if (startsWith("P2"sv) || startsWith("P5"sv))
+        return readPgm(path);
+    if (startsWith("\x89PNG\r\n\x1a\n"sv))
+        return readPng(path);
+    if (startsWith("II*\0"sv) || startsWith("MM\0*"sv) || startsWith("II+\0"sv) || startsWith("MM\0+"sv))
+        return readTiff(path);
+    if (start.size() >= 2 && start[0] == 'P' && start[1] >= '1' && start[1] <= '7')
+        failFrame(path, "is a bitmap, colour or PAM file of the PNM family; save it as grey PGM (P2 or P5)");
+    failFrame(path, "is no PGM, PNG or TIFF file; a raw dump needs --format and --size");
+}
+
+void checkOptions(const std::string& path, const FrameOptions& options)
+{
+    if (!options.depth)
+        return;
+    if (options.raw)
+        failFrame(path, "a raw dump's format tells its depth; leave --depth out");
+    if (depthForBits(*options.depth) != *options.depth)
+        failFrame(path, "the depth " + std::to_string(*options.depth) + " is not one of 8, 10, 12, 16");
+}
+
+} // namespace
+
+Frame readFrame(const std::string& path, const FrameOptions& options)
+{
+    checkOptions(path, options);
+    try {
+        if (options.raw)
+            return readRaw(path, *options.raw);
+        return frameFromSamples(path, readPicture(path), options.depth);
+    } catch (const std::bad_alloc&) {
+        failFrame(path, "there is not enough memory for a frame of this size");
+    }
+}
+
+} // namespace zor

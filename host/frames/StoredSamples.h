@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zor {
+
+/// The samples of a grey picture file as they stand in it, before their depth is settled.
+struct StoredSamples
+{
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    std::vector<std::uint16_t> values; ///< line after line without padding
+
+    /// Significant bits that the file tells of.
+    struct Told
+    {
+        std::uint32_t bits = 0;
+        std::string source; ///< the entry they come from, as a person reads it: "maxval 4095"
+    };
+    std::optional<Told> told;
+};
+
+} // namespace zor

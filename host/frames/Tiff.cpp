@@ -1,0 +1,135 @@
+#include "host/frames/Tiff.h"
+
+#include "host/frames/DepthRule.h"
+#include "host/frames/Fail.h"
+#include "host/frames/FileBytes.h"
+#include "host/frames/FrameSize.h"
+#include "host/frames/TiffHandle.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace zor {
+
+namespace {
+
+struct Layout
+{
+    std::uint32_t width;
+    std::uint32_t height;
+    std::uint32_t sampleBytes;
+};
+
+[[noreturn]] void failTiff(const std::string& path, const TiffHandle& tiff)
+{
+    failFrame(path, "the TIFF data are broken (" + tiff.error() + "); the file has " +
+                        std::to_string(fileSize(path)) + " bytes");
+}
+
+Layout readLayout(const std::string& path, const TiffHandle& tiff)
+{
+    const unsigned samples = tiff.tag16(TIFFTAG_SAMPLESPERPIXEL, 1);
+    const unsigned photometric = tiff.tag16(TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
+    const unsigned bits = tiff.tag16(TIFFTAG_BITSPERSAMPLE, 1);
+    if (samples != 1 || (photometric != PHOTOMETRIC_MINISBLACK && photometric != PHOTOMETRIC_MINISWHITE))
+        failFrame(path, "is a TIFF with colour, a palette or alpha; save it as grey of 8 or 16 bits");
+    if (photometric == PHOTOMETRIC_MINISWHITE)
+        failFrame(path, "is a TIFF whose 0 is white; save it with 0 as black");
+    if (bits != 8 && bits != 16)
+        failFrame(path, "has " + std::to_string(bits) + " bits a sample; save it as grey of 8 or 16 bits");
+    const unsigned format = tiff.tag16(TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT);
+    if (format != SAMPLEFORMAT_UINT && format != SAMPLEFORMAT_VOID)
+        failFrame(path, "has signed or floating point samples; save it as unsigned grey of 8 or 16 bits");
+
+    const std::uint32_t width = tiff.tag32(TIFFTAG_IMAGEWIDTH, 0);
+    const std::uint32_t height = tiff.tag32(TIFFTAG_IMAGELENGTH, 0);
+    checkFrameSize(path, width, height, std::uint64_t{width} * bits / 8);
+    return {width, height, bits / 8};
+}
+
+/// Appends samples of 8 or 16 bits, the latter in the machine's byte order.
+void append(std::vector<std::uint16_t>& values, const std::uint8_t* source, std::size_t count,
+            std::size_t sampleBytes)
+{
+    const std::size_t start = values.size();
+    values.resize(start + count);
+    if (sampleBytes == 1)
+        std::copy(source, source + count, values.begin() + static_cast<std::ptrdiff_t>(start));
+    else
+        std::memcpy(values.data() + start, source, count * sampleBytes);
+}
+
+/// Line after line; the samples grow with what the file really holds.
+void readStrips(const std::string& path, const TiffHandle& tiff, const Layout& layout,
+                std::vector<std::uint16_t>& values)
+{
+    const std::size_t lineBytes = std::size_t{layout.width} * layout.sampleBytes;
+    if (static_cast<std::size_t>(TIFFScanlineSize(tiff.get())) != lineBytes)
+        failTiff(path, tiff);
+    std::vector<std::uint8_t> line(lineBytes);
+    for (std::uint32_t y = 0; y < layout.height; ++y) {
+        if (TIFFReadScanline(tiff.get(), line.data(), y, 0) != 1)
+            failTiff(path, tiff);
+        append(values, line.data(), layout.width, layout.sampleBytes);
+    }
+}
+
+/// A row of tiles at a time. The tiles at the right and lower border reach over the picture.
+void readTiles(const std::string& path, const TiffHandle& tiff, const Layout& layout,
+               std::vector<std::uint16_t>& values)
+{
+    const std::uint32_t tileWidth = tiff.tag32(TIFFTAG_TILEWIDTH, 0);
+    const std::uint32_t tileHeight = tiff.tag32(TIFFTAG_TILELENGTH, 0);
+    constexpr std::uint64_t MaxTileSamples = std::uint64_t{1} << 24;
+    if (tileWidth == 0 || tileHeight == 0 || std::uint64_t{tileWidth} * tileHeight > MaxTileSamples)
+        failFrame(path, "its tiles of " + std::to_string(tileWidth) + "x" + std::to_string(tileHeight) +
+                            " are not usable; save it in strips");
+    const std::size_t tileLine = std::size_t{tileWidth} * layout.sampleBytes;
+    const std::size_t tileBytes = tileLine * tileHeight;
+    if (static_cast<std::size_t>(TIFFTileSize(tiff.get())) != tileBytes)
+        failTiff(path, tiff);
+
+    const std::size_t tilesAcross = (layout.width + tileWidth - 1) / tileWidth;
+    std::vector<std::vector<std::uint8_t>> tiles(tilesAcross);
+    for (std::uint32_t top = 0; top < layout.height; top += tileHeight) {
+        for (std::size_t across = 0; across < tilesAcross; ++across) {
+            // A broken file fails at its first tile, before memory is taken for the others.
+            tiles[across].resize(tileBytes);
+            const auto left = static_cast<std::uint32_t>(across * tileWidth);
+            if (TIFFReadTile(tiff.get(), tiles[across].data(), left, top, 0, 0) < 0)
+                failTiff(path, tiff);
+        }
+        const std::uint32_t lines = std::min(tileHeight, layout.height - top);
+        for (std::uint32_t y = 0; y < lines; ++y) {
+            for (std::size_t across = 0; across < tilesAcross; ++across)
+                append(values, tiles[across].data() + y * tileLine,
+                       std::min<std::size_t>(tileWidth, layout.width - across * tileWidth),
+                       layout.sampleBytes);
+        }
+    }
+}
+
+} // namespace
+
+StoredSamples readTiff(const std::string& path)
+{
+    const TiffHandle tiff(path);
+    if (!tiff.get())
+        failTiff(path, tiff);
+    const Layout layout = readLayout(path, tiff);
+
+    StoredSamples samples;
+    samples.width = layout.width;
+    samples.height = layout.height;
+    if (TIFFIsTiled(tiff.get()) != 0)
+        readTiles(path, tiff, layout, samples.values);
+    else
+        readStrips(path, tiff, layout, samples.values);
+
+    std::uint16_t largest = 0;
+    if (TIFFGetField(tiff.get(), TIFFTAG_MAXSAMPLEVALUE, &largest) == 1 && largest != 0)
+        samples.told = {bitsForValue(largest), "MaxSampleValue " + std::to_string(largest)};
+    return samples;
+}
+
+} // namespace zor

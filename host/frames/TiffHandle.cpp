@@ -1,0 +1,54 @@
+#include "host/frames/TiffHandle.h"
+
+#include <array>
+#include <cstdarg>
+#include <cstdio>
+
+namespace zor {
+
+TiffHandle::TiffHandle(const std::string& path)
+{
+    // A block of the file that asks for more than this is broken or hostile.
+    constexpr tmsize_t MaxBlockBytes = tmsize_t{1} << 30;
+    TIFFOpenOptions* options = TIFFOpenOptionsAlloc();
+    if (!options)
+        return;
+    TIFFOpenOptionsSetMaxSingleMemAlloc(options, MaxBlockBytes);
+    TIFFOpenOptionsSetErrorHandlerExtR(options, onError, this);
+    TIFFOpenOptionsSetWarningHandlerExtR(options, onWarning, this);
+    m_tiff = TIFFOpenExt(path.c_str(), "r", options);
+    TIFFOpenOptionsFree(options);
+}
+
+TiffHandle::~TiffHandle()
+{
+    if (m_tiff)
+        TIFFClose(m_tiff);
+}
+
+std::uint16_t TiffHandle::tag16(std::uint32_t tag, std::uint16_t otherwise) const
+{
+    std::uint16_t value = 0;
+    return TIFFGetField(m_tiff, tag, &value) == 1 ? value : otherwise;
+}
+
+std::uint32_t TiffHandle::tag32(std::uint32_t tag, std::uint32_t otherwise) const
+{
+    std::uint32_t value = 0;
+    return TIFFGetField(m_tiff, tag, &value) == 1 ? value : otherwise;
+}
+
+int TiffHandle::onError(TIFF*, void* self, const char*, const char* format, va_list arguments)
+{
+    std::array<char, 256> text = {};
+    std::vsnprintf(text.data(), text.size(), format, arguments);
+    static_cast<TiffHandle*>(self)->m_error = text.data();
+    return 1;
+}
+
+int TiffHandle::onWarning(TIFF*, void*, const char*, const char*, va_list)
+{
+    return 1;
+}
+
+} // namespace zor

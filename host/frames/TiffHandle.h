@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <tiffio.h>
+
+namespace zor {
+
+/// An open TIFF file that keeps the library's last error text to itself instead of printing it.
+class TiffHandle
+{
+public:
+    /// `get` is null when the file cannot be opened as TIFF.
+    explicit TiffHandle(const std::string& path);
+    ~TiffHandle();
+    TiffHandle(const TiffHandle&) = delete;
+    TiffHandle& operator=(const TiffHandle&) = delete;
+
+    TIFF* get() const { return m_tiff; }
+    const std::string& error() const { return m_error; }
+
+    /// A tag of 16 bits that stands in the file; `otherwise` when it does not.
+    std::uint16_t tag16(std::uint32_t tag, std::uint16_t otherwise) const;
+    /// The same for 32 bits.
+    std::uint32_t tag32(std::uint32_t tag, std::uint32_t otherwise) const;
+
+private:
+    static int onError(TIFF*, void* self, const char* module, const char* format, va_list arguments);
+    static int onWarning(TIFF*, void* self, const char* module, const char* format, va_list arguments);
+
+    std::string m_error;
+    TIFF* m_tiff = nullptr;
+};
+
+} // namespace zor

@@ -1,0 +1,129 @@
+#include "host/zorffc/AtomicFile.h"
+
+#include "host/zorffc/CommandError.h"
+
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace zor {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// The place that a path leads to behind its symbolic links, whether or not something is there.
+fs::path behindLinks(fs::path path)
+{
+    constexpr int longestChain = 40;
+    std::error_code error;
+    for (int i = 0; i < longestChain && fs::is_symlink(fs::symlink_status(path, error)); ++i) {
+        const fs::path next = fs::read_symlink(path, error);
+        if (error)
+            break;
+        path = path.parent_path() / next;
+    }
+    return path;
+}
+
+/// Makes a new file in the folder; -1 with errno set when that fails.
+int createTemporary(const fs::path& folder, fs::path& name)
+{
+    constexpr int attempts = 1000;
+    for (int i = 0; i < attempts; ++i) {
+        name = folder / (".zorffc-" + std::to_string(::getpid()) + "-" + std::to_string(i) + ".tmp");
+        const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (descriptor >= 0 || errno != EEXIST)
+            return descriptor;
+    }
+    return -1;
+}
+
+} // namespace
+
+AtomicFile::AtomicFile(const std::string& path)
+    : m_name(path)
+    , m_target(behindLinks(path))
+{
+    if (path.empty())
+        throw CommandError("the output has no name; give --output a file name");
+
+    struct stat existing
+    {
+    };
+    const bool exists = ::stat(m_target.c_str(), &existing) == 0;
+    if (exists && S_ISDIR(existing.st_mode))
+        fail("is a folder; give a file name");
+    if (exists && !S_ISREG(existing.st_mode))
+        fail("is not a regular file; give another file name");
+    if (exists && ::access(m_target.c_str(), W_OK) != 0)
+        fail("may not be written; change its permissions or give another file name");
+
+    const fs::path folder = m_target.has_parent_path() ? m_target.parent_path() : fs::path(".");
+    std::error_code error;
+    if (!fs::is_directory(folder, error))
+        fail("cannot be written: there is no folder " + folder.string() + "; make it first");
+    if (m_target.filename().empty())
+        fail("names no file; give a file name");
+
+    m_descriptor = createTemporary(folder, m_temporary);
+    if (m_descriptor < 0)
+        fail("cannot be written: " + std::string(std::strerror(errno)) + "; choose another folder");
+    if (exists)
+        // The new file stands in for the old one, so it is as open to others as that was.
+        static_cast<void>(::fchmod(m_descriptor, existing.st_mode & 07777));
+}
+
+AtomicFile::~AtomicFile()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+    if (!m_temporary.empty())
+        ::unlink(m_temporary.c_str());
+}
+
+void AtomicFile::write(std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(m_descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written < 0)
+            fail("cannot be written: " + std::string(std::strerror(errno)) +
+                 "; make room or choose another folder");
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+void AtomicFile::commit()
+{
+    // The content has to be on the disk before its name is, or a power cut could leave an empty target.
+    // File systems that cannot sync answer EINVAL or ENOTSUP, and then there is nothing to wait for.
+    const bool synced = ::fsync(m_descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
+    const int syncError = errno;
+    const bool closed = ::close(std::exchange(m_descriptor, -1)) == 0;
+    if (!synced || !closed)
+        fail("cannot be written: " + std::string(std::strerror(synced ? errno : syncError)) +
+             "; make room or choose another folder");
+    if (::rename(m_temporary.c_str(), m_target.c_str()) != 0)
+        fail("cannot be replaced: " + std::string(std::strerror(errno)) + "; choose another file name");
+    m_temporary.clear();
+}
+
+void AtomicFile::fail(const std::string& problem) const
+{
+    throw CommandError(m_name + ": " + problem);
+}
+
+void refuseSameFile(const std::string& input, const std::string& output)
+{
+    std::error_code error;
+    if (fs::equivalent(input, output, error) && !error)
+        throw CommandError(output + ": is the file that is read; give the output another name");
+}
+
+} // namespace zor

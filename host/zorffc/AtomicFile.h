@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace zor {
+
+/// A file that appears whole or not at all. The content goes into a temporary file in the target's folder,
+/// commit() renames it over the target; without commit() the temporary file is removed and the target is as
+/// it was. A symbolic link stays and the file that it points to is replaced; an existing target's permissions
+/// are kept. Everything throws CommandError.
+class AtomicFile
+{
+public:
+    /// Refuses a folder, a device, a target that may not be written, and a folder that does not exist.
+    explicit AtomicFile(const std::string& path);
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+    ~AtomicFile();
+
+    void write(std::string_view bytes);
+    void commit();
+
+private:
+    [[noreturn]] void fail(const std::string& problem) const;
+
+    std::string m_name;             ///< as the user wrote it, for messages
+    std::filesystem::path m_target; ///< behind all links
+    std::filesystem::path m_temporary;
+    int m_descriptor = -1;
+};
+
+/// Refuses an output that is the very file which the command reads.
+void refuseSameFile(const std::string& input, const std::string& output);
+
+} // namespace zor

@@ -1,0 +1,69 @@
+#include "host/zorffc/CommandLine.h"
+
+#include "host/zorffc/Commands.h"
+
+#include <CLI/CLI.hpp>
+
+#include <exception>
+#include <iostream>
+#include <new>
+#include <string>
+
+namespace zor {
+
+namespace {
+
+/// One line, also when a file name or a message holds line breaks.
+int reportError(std::string message)
+{
+    for (char& character : message)
+        if (static_cast<unsigned char>(character) < 0x20)
+            character = ' ';
+    std::cerr << "zorffc: " << message << std::endl;
+    return ExitBadUse;
+}
+
+/// The command that the arguments reached, for the hint at its help.
+std::string commandName(const CLI::App& app)
+{
+    for (const CLI::App* command : app.get_subcommands())
+        return "zorffc " + command->get_name();
+    return "zorffc";
+}
+
+int parse(CLI::App& app, int argc, char** argv)
+{
+    try {
+        app.parse(argc, argv);
+        if (app.get_subcommands().empty())
+            return reportError("no command; name one: compute, simulate or report; see zorffc --help");
+    } catch (const CLI::Success& success) {
+        // Help and version: the parser prints what was asked for.
+        app.exit(success);
+    } catch (const CLI::ParseError& error) {
+        return reportError(std::string(error.what()) + "; see " + commandName(app) + " --help");
+    }
+    std::cout.flush();
+    return std::cout ? ExitDone : reportError("standard output cannot be written");
+}
+
+} // namespace
+
+int runCommandLine(int argc, char** argv)
+{
+    try {
+        CLI::App app("Computes, tries and shows the flat field correction of industrial cameras.", "zorffc");
+        app.set_version_flag("--version", std::string("zorffc ") + ZOR_VERSION);
+        app.require_subcommand(0, 1);
+        addComputeCommand(app);
+        addSimulateCommand(app);
+        addReportCommand(app);
+        return parse(app, argc, argv);
+    } catch (const std::bad_alloc&) {
+        return reportError("not enough memory; use a smaller frame or close other programs");
+    } catch (const std::exception& error) {
+        return reportError(error.what());
+    }
+}
+
+} // namespace zor

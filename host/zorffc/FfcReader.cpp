@@ -1,0 +1,149 @@
+#include "host/zorffc/FfcFile.h"
+
+#include "host/zorffc/CommandError.h"
+#include "host/zorffc/Numbers.h"
+
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+
+namespace zor {
+
+namespace {
+
+/// Far above the tables of the largest frame (2 x 65535 lines), far below what would hurt to hold.
+constexpr std::size_t LargestFile = 16u << 20;
+
+class Reader
+{
+public:
+    explicit Reader(const std::string& name)
+        : m_name(name)
+    {
+    }
+
+    FfcFile read(std::string_view text)
+    {
+        while (!text.empty()) {
+            const std::size_t end = text.find('\n');
+            std::string_view line = text.substr(0, end);
+            text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+            if (!line.empty() && line.back() == '\r')
+                line.remove_suffix(1);
+            ++m_line;
+            if (!line.empty() && line.substr(0, 2) != "--")
+                take(line);
+        }
+        if (m_section != Section::Rows)
+            failWhole("has no \":FFC_Y start,\" section");
+        if (m_file.columns.empty() || m_file.rows.empty())
+            failWhole("has a table without entries");
+        return std::move(m_file);
+    }
+
+private:
+    enum class Section
+    {
+        None,
+        Header,
+        Columns,
+        Rows
+    };
+
+    void take(std::string_view line)
+    {
+        if (line == ":Header,")
+            enter(Section::None, Section::Header);
+        else if (line == ":Table,")
+            enter(Section::Header, Section::Columns);
+        else if (line == ":FFC_Y start,")
+            enter(Section::Columns, Section::Rows);
+        else if (m_section == Section::Header)
+            takeHeader(line);
+        else if (m_section == Section::Columns)
+            takeEntry(line, m_file.columns);
+        else if (m_section == Section::Rows)
+            takeEntry(line, m_file.rows);
+        else
+            fail("text in front of \":Header,\"");
+    }
+
+    void enter(Section before, Section section)
+    {
+        if (m_section != before)
+            fail("a section out of its order; it goes :Header, then :Table, then :FFC_Y start");
+        m_section = section;
+    }
+
+    void takeHeader(std::string_view line)
+    {
+        if (line.back() == ',')
+            line.remove_suffix(1);
+        std::string* const fields[] = {&m_file.title, &m_file.camera, &m_file.date};
+        if (m_headerLines == 3)
+            fail("a fourth header line; there are title, camera and date");
+        constexpr std::string_view dateWord = "date ";
+        if (m_headerLines == 2 && line.substr(0, dateWord.size()) == dateWord)
+            line.remove_prefix(dateWord.size());
+        *fields[m_headerLines++] = line;
+    }
+
+    void takeEntry(std::string_view line, std::vector<std::int32_t>& table)
+    {
+        const std::size_t comma = line.find(',');
+        if (comma == std::string_view::npos)
+            fail("no entry; one reads \"number,value\"");
+        const auto number = parseWhole(line.substr(0, comma));
+        const auto value = parseEntry(line.substr(comma + 1));
+        if (!number || !value)
+            fail("no entry; one reads \"number,value\" in decimal digits");
+        if (*number != table.size() + 1)
+            fail("entry " + std::to_string(*number) + " where entry " + std::to_string(table.size() + 1) +
+                 " belongs");
+        table.push_back(*value);
+    }
+
+    [[noreturn]] void fail(const std::string& problem) const
+    {
+        failWhole("line " + std::to_string(m_line) + ": " + problem);
+    }
+
+    [[noreturn]] void failWhole(const std::string& problem) const
+    {
+        throw CommandError(m_name + ": " + problem + "; use a file that was written by compute");
+    }
+
+    const std::string& m_name;
+    FfcFile m_file;
+    Section m_section = Section::None;
+    std::size_t m_line = 0;
+    std::size_t m_headerLines = 0;
+};
+
+} // namespace
+
+FfcFile parseFfcText(const std::string& name, const std::string& text)
+{
+    return Reader(name).read(text);
+}
+
+FfcFile readFfcFile(const std::string& path)
+{
+    std::error_code error;
+    if (!std::filesystem::exists(path, error))
+        throw CommandError(path + ": there is no such file; check the name");
+    if (std::filesystem::is_directory(path, error))
+        throw CommandError(path + ": is a folder; give a coefficient file");
+
+    std::ifstream stream(path, std::ios::binary);
+    std::string text(LargestFile + 1, '\0');
+    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(stream.gcount()));
+    if (!stream.is_open() || stream.bad())
+        throw CommandError(path + ": cannot be read; check its permissions");
+    if (text.size() > LargestFile)
+        throw CommandError(path + ": is larger than any coefficient file; check the name");
+    return parseFfcText(path, text);
+}
+
+} // namespace zor

@@ -1,0 +1,47 @@
+#include "host/zorffc/FfcFile.h"
+
+#include "engine/FfcText.h"
+#include "host/zorffc/CommandError.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+
+namespace zor {
+
+std::string ffcFileText(const std::string& title, const std::string& camera, const std::string& date,
+                        const std::list<double>& columnGains, const std::list<double>& rowGains,
+                        std::uint8_t fractionBits)
+{
+    return FfcPreamble + title + ",\n" + camera + ",\n" + "date " + date + ",\n" + FfcTableHeading +
+           ffcTables(columnGains, rowGains, fractionBits);
+}
+
+std::string currentFfcDate()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    char text[64];
+    std::snprintf(text, sizeof text, "%d/%02d/%02d", local.tm_mon + 1, local.tm_mday, local.tm_year % 100);
+    return text;
+}
+
+void checkHeaderText(const std::string& option, const std::string& text)
+{
+    if (text.empty())
+        throw CommandError(option + ": the text is empty; the file's header needs one");
+    const bool control = std::any_of(text.begin(), text.end(), [](char character) {
+        const auto code = static_cast<unsigned char>(character);
+        return code < 0x20 || code == 0x7F;
+    });
+    if (control)
+        throw CommandError(option +
+                           ": the text holds a line break or another control character; give one plain line");
+    if (text.rfind("--", 0) == 0 || text[0] == ':')
+        throw CommandError(option +
+                           ": the text begins with \"--\" or \":\", which stand for a comment or a section "
+                           "in the file; begin it otherwise");
+}
+
+} // namespace zor

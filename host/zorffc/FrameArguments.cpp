@@ -1,0 +1,72 @@
+#include "host/zorffc/FrameArguments.h"
+
+#include "host/zorffc/CommandError.h"
+#include "host/zorffc/Options.h"
+
+#include <limits>
+
+namespace zor {
+
+void addFrameArguments(CLI::App& command, FrameArguments& arguments)
+{
+    command.add_option("FRAME", arguments.path, "PGM, PNG or TIFF file in grey, or a raw dump with --format")
+        ->required();
+    CLI::Option* depth = addChoice(command, "--depth", arguments.depth, {8, 10, 12, 16},
+                                   "Significant bits of a sample, in place of what the file says");
+
+    CLI::Option* format = command
+                              .add_option("--format", arguments.format,
+                                          "FRAME is a raw dump in this pixel format, like Mono12p")
+                              ->type_name("NAME");
+    CLI::Option* size = addSize(command, "--size", arguments.size, "Size of the raw dump in pixels");
+    CLI::Option* pitch = addWhole(command, "--pitch", arguments.pitch,
+                                  "Bytes from line to line of the raw dump (default: tight lines)");
+    CLI::Option* order =
+        command
+            .add_option(
+                "--packed-order", arguments.packedOrder,
+                "Where a Packed format has the even pixel's low bits: low nibble (wire, the default) or high "
+                "nibble (record)")
+            ->check(CLI::IsMember({"wire", "record"}))
+            ->type_name("ORDER");
+    format->needs(size)->excludes(depth);
+    size->needs(format);
+    pitch->needs(format);
+    order->needs(format);
+}
+
+Frame readFrame(const FrameArguments& arguments)
+{
+    if (arguments.path.empty())
+        throw CommandError("FRAME: the file name is empty; name a file");
+
+    FrameOptions options;
+    if (arguments.depth != 0)
+        options.depth = arguments.depth;
+    if (arguments.format) {
+        FrameOptions::RawLayout layout;
+        layout.format = *arguments.format;
+        layout.width = arguments.size.width;
+        layout.height = arguments.size.height;
+        if (arguments.pitch) {
+            if (*arguments.pitch > std::numeric_limits<std::uint32_t>::max())
+                throw CommandError("--pitch: " + std::to_string(*arguments.pitch) +
+                                   " is too large; give the bytes from line to line");
+            layout.pitch = static_cast<std::uint32_t>(*arguments.pitch);
+        }
+        layout.packedOrderRecord = arguments.packedOrder == "record";
+        options.raw = layout;
+    }
+    return readFrame(arguments.path, options);
+}
+
+MonoFrame convertFrame(const FrameArguments& arguments, const Frame& frame)
+{
+    try {
+        return MonoFrame(frame.record());
+    } catch (const std::runtime_error& error) {
+        throw CommandError(arguments.path + ": " + error.what());
+    }
+}
+
+} // namespace zor

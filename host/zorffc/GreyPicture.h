@@ -1,0 +1,24 @@
+#pragma once
+
+#include "engine/ImageView.h"
+
+#include <QImage>
+
+#include <cstdint>
+
+namespace zor {
+
+/// The grey values that a picture shows as black and as white, in DN; `white` is above `black`.
+struct GreyRange
+{
+    std::int32_t black;
+    std::int32_t white;
+};
+
+/// The range that leaves 0.5 % of the pixels of both images below and 0.5 % above it.
+GreyRange commonGreyRange(const ConstImageView& first, const ConstImageView& second);
+
+/// The image in 8-bit grey, the range spread over black to white.
+QImage greyPicture(const ConstImageView& image, const GreyRange& range);
+
+} // namespace zor

@@ -1,0 +1,85 @@
+#include "host/zorffc/Options.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace zor {
+
+namespace {
+
+std::string shortest(double value)
+{
+    return value == std::floor(value) && std::abs(value) < 1e15 ? fixedText(value, 0) : fixedText(value, 2);
+}
+
+std::string realRange(double least, double most)
+{
+    const bool open =
+        least <= std::numeric_limits<double>::lowest() || most >= std::numeric_limits<double>::max();
+    return open ? "a finite number with a decimal point"
+                : "a number from " + shortest(least) + " to " + shortest(most);
+}
+
+} // namespace
+
+CLI::Option* addReal(CLI::App& app, const std::string& name, double& target, double least, double most,
+                     const std::string& help)
+{
+    const auto store = [&target, name, least, most](const std::string& text) {
+        const std::optional<double> value = parseReal(text);
+        if (!value || *value < least || *value > most)
+            throw CLI::ValidationError(name, "\"" + text + "\" does not fit; give " + realRange(least, most));
+        target = *value;
+    };
+    return app.add_option_function<std::string>(name, store, help)->type_name("NUMBER");
+}
+
+CLI::Option* addWhole(CLI::App& app, const std::string& name, std::optional<std::uint64_t>& target,
+                      const std::string& help)
+{
+    const auto store = [&target, name](const std::string& text) {
+        const std::optional<std::uint64_t> value = parseWhole(text);
+        if (!value)
+            throw CLI::ValidationError(name, "\"" + text + "\" does not fit; give a whole number from 0 up");
+        target = *value;
+    };
+    return app.add_option_function<std::string>(name, store, help)->type_name("COUNT");
+}
+
+CLI::Option* addChoice(CLI::App& app, const std::string& name, std::uint32_t& target,
+                       const std::vector<std::uint32_t>& choices, const std::string& help)
+{
+    std::string list;
+    for (const std::uint32_t choice : choices)
+        list += (list.empty() ? "" : "|") + std::to_string(choice);
+
+    const auto store = [&target, name, choices, list](const std::string& text) {
+        const std::optional<std::uint64_t> value = parseWhole(text);
+        if (!value || std::find(choices.begin(), choices.end(), *value) == choices.end())
+            throw CLI::ValidationError(name, "\"" + text + "\" does not fit; give one of " + list);
+        target = static_cast<std::uint32_t>(*value);
+    };
+    return app.add_option_function<std::string>(name, store, help)->type_name(list);
+}
+
+CLI::Option* addSize(CLI::App& app, const std::string& name, FrameSize& target, const std::string& help)
+{
+    const auto store = [&target, name](const std::string& text) {
+        const std::optional<FrameSize> size = parseSize(text);
+        if (!size)
+            throw CLI::ValidationError(name,
+                                       "\"" + text +
+                                           "\" does not fit; give width and height in pixels, each from 1 to "
+                                           "65535, like 1392x1040");
+        target = *size;
+    };
+    return app.add_option_function<std::string>(name, store, help)->type_name("WxH");
+}
+
+CLI::Option* addPrecision(CLI::App& app, std::uint32_t& target)
+{
+    return addChoice(app, "--precision", target, {8, 12}, "Fraction bits of the file's values (default 8)");
+}
+
+} // namespace zor

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/zorffc/Numbers.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zor {
+
+/// Options whose numbers read the same in every locale. Each stores into its target and refuses what does not
+/// fit with a text that tells what does. The targets must outlive the parsing.
+
+CLI::Option* addReal(CLI::App& app, const std::string& name, double& target, double least, double most,
+                     const std::string& help);
+
+CLI::Option* addWhole(CLI::App& app, const std::string& name, std::optional<std::uint64_t>& target,
+                      const std::string& help);
+
+CLI::Option* addChoice(CLI::App& app, const std::string& name, std::uint32_t& target,
+                       const std::vector<std::uint32_t>& choices, const std::string& help);
+
+CLI::Option* addSize(CLI::App& app, const std::string& name, FrameSize& target, const std::string& help);
+
+/// `--precision 8|12`: fraction bits of a coefficient file.
+CLI::Option* addPrecision(CLI::App& app, std::uint32_t& target);
+
+} // namespace zor

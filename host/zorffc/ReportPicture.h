@@ -1,0 +1,25 @@
+#pragma once
+
+#include "engine/ImageView.h"
+
+#include <QImage>
+#include <QString>
+
+namespace zor {
+
+/// What a report shows.
+struct ReportData
+{
+    QString heading;
+    QString details; ///< one line below the heading
+    ConstImageView before;
+    ConstImageView after; ///< of the same size and depth
+};
+
+constexpr int ReportWidth = 1600; ///< pixels
+constexpr int ReportHeight = 1240;
+
+/// Both images in one grey scale, both profiles, and the figures of non-uniformity. Needs a QApplication.
+QImage drawReport(const ReportData& data);
+
+} // namespace zor

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "host/frames/Frame.h"
+#include "host/quality/FrameGains.h"
+#include "host/quality/MonoFrame.h"
+#include "host/quality/NonUniformity.h"
+
+#include <list>
+#include <string>
+#include <vector>
+
+namespace zor {
+
+/// Lines of a command's summary, each with its line end.
+
+/// Size and format: what the file held, where its depth comes from and what it was brought to.
+std::string frameSummary(const Frame& frame, const MonoFrame& mono);
+
+/// "1.0000 to 1.3021"; entries that are no number are counted and not ranged.
+std::string gainRange(const std::list<double>& gains);
+
+/// A small table of both figures before and after the correction.
+std::string nonUniformitySummary(const NonUniformity& before, const NonUniformity& after);
+
+/// A percentage with four decimals, or "nan" without one.
+std::string percentText(double percent);
+
+/// What makes a frame a poor base for gains: saturated pixels, columns or rows without light. One line each,
+/// without line ends.
+std::vector<std::string> frameWarnings(const ConstImageView& frame, const FrameGains& gains);
+
+/// Writes a summary to standard output and sees it through; throws CommandError when that fails.
+void printSummary(const std::string& text);
+
+/// Writes "zorffc: warning: ..." to standard error.
+void printWarning(const std::string& text);
+
+} // namespace zor

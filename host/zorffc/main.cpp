@@ -1,0 +1,12 @@
+#include "host/zorffc/CommandLine.h"
+
+#include <csignal>
+
+int main(int argc, char** argv)
+{
+    // A reader that closes the pipe early and a limit on file sizes are failed writes like any other, not the
+    // end of the process.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    return zor::runCommandLine(argc, argv);
+}

@@ -1,0 +1,39 @@
+#include "platform/converter/SourceCheck.h"
+
+#include "image/LineBytes.h"
+#include "image/PixelTypeCode.h"
+#include "image/ZorPixelTypeTable.h"
+
+namespace zor::platform {
+
+namespace {
+
+bool isKnownMono(std::uint32_t code)
+{
+    const std::uint32_t index = pixelTypeRow(code) - 1;
+    return index < ZorPixelTypeCount && ZorPixelTypeTable[index].code == code &&
+           pixelTypeFamily(code) == PixelFamily::Mono;
+}
+
+} // namespace
+
+bool isReadable(const _ZorImage& source)
+{
+    const std::uint32_t code = source.pixelType;
+    if (!source.data || source.isSigned || !isKnownMono(code))
+        return false;
+    if (source.packing != pixelTypePacking(code) || source.pixelBits != pixelTypeBits(code))
+        return false;
+    if (source.width == 0 || source.height == 0)
+        return false;
+    return source.pitch >= tightPitch(code, source.width) &&
+           source.imageSize >= neededBytes(code, source.width, source.height, source.pitch);
+}
+
+bool isMonoTarget(unsigned long pixelType)
+{
+    return pixelType == ZorMono8 || pixelType == ZorMono10 || pixelType == ZorMono12 ||
+           pixelType == ZorMono16;
+}
+
+} // namespace zor::platform

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "image/ZorImage.h"
+
+namespace zor::platform {
+
+/// Whether the converter can read this record: a mono format of the pixel type table, unsigned, with packing
+/// and pixel bits that agree with its code, at least one pixel, and a pitch and `imageSize` that hold every
+/// line. The last line may end right behind its last pixel.
+bool isReadable(const _ZorImage& source);
+
+/// Whether the code is one of the four formats that the converter makes.
+bool isMonoTarget(unsigned long pixelType);
+
+} // namespace zor::platform

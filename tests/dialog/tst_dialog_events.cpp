@@ -1,0 +1,281 @@
+#include "support/DialogProbe.h"
+#include "support/ModalWatch.h"
+
+#include <QCloseEvent>
+#include <QLineEdit>
+#include <QResizeEvent>
+#include <QShowEvent>
+#include <QTest>
+
+#include <qwt_plot.h>
+
+#include <functional>
+
+namespace {
+
+/// What a host notices of the dialog.
+struct Host
+{
+    QVector<std::uint32_t> codes;
+    std::function<void(std::uint32_t)> onCode;
+
+    static int call(void* context, std::uint32_t code, ZBKInterfacePlugIn*)
+    {
+        auto* host = static_cast<Host*>(context);
+        host->codes.append(code);
+        if (host->onCode)
+            host->onCode(code);
+        return 1;
+    }
+};
+
+const QVector<std::uint32_t> Opened{16387};
+const QVector<std::uint32_t> OpenedClosed{16387, 16386};
+
+TestFrame unevenFrame()
+{
+    return TestFrame(4, 3, 12, [](int x, int y) { return static_cast<unsigned>(800 + 100 * x + 7 * y); });
+}
+
+} // namespace
+
+class DialogEvents : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void firstShowNotifiesThenComputesThenMarks();
+    void firstShowComputesTheFrameOfTheCallback();
+    void firstShowWithoutAFrameMarksTheDialogShown();
+    void showWithoutCallbackWorks();
+    void closeNotifiesAndKeepsEverything();
+    void closeAndShowRunsAnew_data();
+    void closeAndShowRunsAnew();
+    void everyCloseEventNotifies();
+    void eventsAreAccepted();
+    void hostUpdateBeforeTheFirstShowComputes();
+    void escapeHidesWithoutACloseEvent();
+    void resizeArrangesTheTwoAreas_data();
+    void resizeArrangesTheTwoAreas();
+    void firstShowStretchesTheStrip();
+    void nullResizeEventChangesNothing();
+    void panesFillTheUpperArea();
+};
+
+void DialogEvents::firstShowNotifiesThenComputesThenMarks()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    Host host;
+    bool computedBefore = true;
+    bool shownBefore = true;
+    host.onCode = [&](std::uint32_t) {
+        computedBefore = d.m_flatY != nullptr;
+        shownBefore = d.m_shown;
+    };
+    d.SetHost(Host::call, &host, nullptr);
+    d.show();
+    QCOMPARE(host.codes, Opened);
+    QVERIFY(!computedBefore);
+    QVERIFY(!shownBefore);
+    QVERIFY(d.m_flatY);
+    QVERIFY(d.m_shown);
+}
+
+void DialogEvents::firstShowComputesTheFrameOfTheCallback()
+{
+    DialogProbe d;
+    Host host;
+    host.onCode = [&](std::uint32_t) { d.take(unevenFrame()); };
+    d.SetHost(Host::call, &host, nullptr);
+    d.show();
+    QVERIFY(d.m_flatY);
+    QCOMPARE(int(d.m_columnGains.size()), 4);
+}
+
+void DialogEvents::firstShowWithoutAFrameMarksTheDialogShown()
+{
+    DialogProbe d;
+    Host host;
+    d.SetHost(Host::call, &host, nullptr);
+    d.show();
+    QVERIFY(d.m_shown);
+    QVERIFY(!d.m_image);
+    d.Update();
+    QVERIFY(!d.m_flatY);
+    d.take(unevenFrame());
+    d.Update();
+    QVERIFY(d.m_flatY);
+    QCOMPARE(host.codes, Opened);
+}
+
+void DialogEvents::showWithoutCallbackWorks()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.show();
+    QVERIFY(d.m_shown);
+    QVERIFY(d.m_flatY);
+    d.close();
+    QVERIFY(!d.m_shown);
+}
+
+void DialogEvents::closeNotifiesAndKeepsEverything()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    Host host;
+    d.SetHost(Host::call, &host, nullptr);
+    d.show();
+    const std::uint16_t* result = d.m_flatY;
+    bool shownInClose = false;
+    host.onCode = [&](std::uint32_t) { shownInClose = d.m_shown; };
+    QVERIFY(d.close());
+    QCOMPARE(host.codes, OpenedClosed);
+    QVERIFY(shownInClose);
+    QVERIFY(!d.m_shown);
+    QVERIFY(!d.isVisible());
+    QVERIFY(d.m_image);
+    QCOMPARE(static_cast<const std::uint16_t*>(d.m_flatY), result);
+}
+
+void DialogEvents::closeAndShowRunsAnew_data()
+{
+    QTest::addColumn<bool>("newFrame");
+    QTest::addColumn<int>("columns");
+    QTest::newRow("with the old frame when the host delivers none") << false << 4;
+    QTest::newRow("with the frame that the host now delivers") << true << 2;
+}
+
+void DialogEvents::closeAndShowRunsAnew()
+{
+    QFETCH(bool, newFrame);
+    QFETCH(int, columns);
+    DialogProbe d;
+    d.take(unevenFrame());
+    Host host;
+    d.SetHost(Host::call, &host, nullptr);
+    d.show();
+    d.close();
+    d.ui.lENormFFC->setText(QStringLiteral("0.5"));
+    host.onCode = [&](std::uint32_t) {
+        if (newFrame)
+            d.take(TestFrame::even(2, 2, 8, 100));
+    };
+    d.show();
+    QCOMPARE(host.codes, QVector<std::uint32_t>({16387, 16386, 16387}));
+    QCOMPARE(int(d.m_columnGains.size()), columns);
+    QCOMPARE(d.m_columnGains.back(), 0.5);
+}
+
+void DialogEvents::everyCloseEventNotifies()
+{
+    DialogProbe d;
+    Host host;
+    d.SetHost(Host::call, &host, nullptr);
+    QCloseEvent event;
+    d.closeEvent(&event);
+    d.closeEvent(&event);
+    QCOMPARE(host.codes, QVector<std::uint32_t>({16386, 16386}));
+}
+
+void DialogEvents::eventsAreAccepted()
+{
+    DialogProbe d;
+    QShowEvent show;
+    show.ignore();
+    d.showEvent(&show);
+    QVERIFY(show.isAccepted());
+    QCloseEvent close;
+    close.ignore();
+    d.closeEvent(&close);
+    QVERIFY(close.isAccepted());
+}
+
+void DialogEvents::hostUpdateBeforeTheFirstShowComputes()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.Update();
+    QVERIFY(d.m_flatY);
+    QVERIFY(!d.m_shown);
+}
+
+void DialogEvents::escapeHidesWithoutACloseEvent()
+{
+    DialogProbe d;
+    Host host;
+    d.SetHost(Host::call, &host, nullptr);
+    d.show();
+    QTest::keyClick(&d, Qt::Key_Escape);
+    QVERIFY(!d.isVisible());
+    QCOMPARE(host.codes, Opened);
+    QVERIFY(d.m_shown);
+    // To the host the dialog never closed, so nothing is announced again.
+    d.show();
+    QCOMPARE(host.codes, Opened);
+}
+
+void DialogEvents::resizeArrangesTheTwoAreas_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<bool>("arranged");
+    QTest::newRow("wider and higher") << 1400 << 900 << true;
+    QTest::newRow("width at the strip's, height 31") << 1131 << 31 << true;
+    QTest::newRow("width at the strip's, height 30: both areas stay") << 1131 << 30 << false;
+    QTest::newRow("narrower, height 30: both areas stay") << 800 << 30 << false;
+    QTest::newRow("one pixel wider than the strip, height 30") << 1132 << 30 << true;
+    QTest::newRow("narrower, height 31") << 800 << 31 << true;
+}
+
+void DialogEvents::resizeArrangesTheTwoAreas()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(bool, arranged);
+    DialogProbe d;
+    const QRect strip = d.ui.wSettings->geometry();
+    const QRect view = d.ui.gVUp->geometry();
+    QResizeEvent event(QSize(width, height), d.size());
+    d.resizeEvent(&event);
+    if (arranged) {
+        QCOMPARE(d.ui.wSettings->geometry(), QRect(0, height - strip.height(), width, strip.height()));
+        QVERIFY(d.ui.gVUp->geometry() != view);
+    } else {
+        QCOMPARE(d.ui.wSettings->geometry(), strip);
+        QCOMPARE(d.ui.gVUp->geometry(), view);
+    }
+}
+
+void DialogEvents::firstShowStretchesTheStrip()
+{
+    DialogProbe d;
+    d.show();
+    QCOMPARE(d.ui.wSettings->width(), 1174);
+    QCOMPARE(d.ui.wSettings->geometry().bottom(), 726);
+}
+
+void DialogEvents::nullResizeEventChangesNothing()
+{
+    DialogProbe d;
+    const QRect strip = d.ui.wSettings->geometry();
+    const QRect view = d.ui.gVUp->geometry();
+    d.resizeEvent(nullptr);
+    QCOMPARE(d.ui.wSettings->geometry(), strip);
+    QCOMPARE(d.ui.gVUp->geometry(), view);
+}
+
+void DialogEvents::panesFillTheUpperArea()
+{
+    DialogProbe d;
+    QResizeEvent event(QSize(1005, 805 + d.ui.wSettings->height()), d.size());
+    d.resizeEvent(&event);
+    QCOMPARE(d.ui.gVUp->geometry(), QRect(0, 0, 500, 400));
+    QCOMPARE(d.ui.PlotUp->geometry(), QRect(505, 0, 500, 400));
+    QCOMPARE(d.ui.gVDown->geometry(), QRect(0, 405, 500, 400));
+    QCOMPARE(d.ui.PlotDown->geometry(), QRect(505, 405, 500, 400));
+}
+
+QTEST_MAIN(DialogEvents)
+#include "tst_dialog_events.moc"

@@ -1,0 +1,407 @@
+#include "support/DialogProbe.h"
+#include "support/ModalWatch.h"
+
+#include "image/PixelTypeCode.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+#include <future>
+#include <memory>
+
+namespace {
+
+unsigned uneven(int x, int y)
+{
+    return static_cast<unsigned>(1000 + 37 * x + 11 * y);
+}
+
+TestFrame unevenFrame()
+{
+    return TestFrame(6, 4, 12, uneven);
+}
+
+QVector<double> listed(const std::list<double>& gains)
+{
+    return QVector<double>(gains.begin(), gains.end());
+}
+
+} // namespace
+
+/// What the members hold after each operation.
+class DialogState : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void membersStartAsTold();
+    void frameIsHeldAfterIntake();
+    void nothingUsableKeepsTheHeldFrame_data();
+    void nothingUsableKeepsTheHeldFrame();
+    void updateWithoutAFrameReadsNoWidget();
+    void updateReadsTheNormaliseSettings_data();
+    void updateReadsTheNormaliseSettings();
+    void unreadableValueMakesEveryGainZero();
+    void updateLeavesAResult();
+    void updateCanRunAgainOnTheSameFrame();
+    void buttonRunsUpdate();
+    void resetDropsTheFrameAndKeepsTheGains();
+    void resetSetsRangesAndHistogramWordsToZero();
+    void newFrameDropsTheResultAndKeepsTheGains();
+    void hostInfoIsCopied();
+    void hasNoResultToGive();
+    void requestsDuringARefreshAreDropped();
+    void resetWaitsForARefreshOnAnotherThread();
+    void resetInsideARefreshRaises();
+    void viewChangesAreThrottled();
+    void viewChangeDuringARefreshIsDropped();
+    void refreshLeavesNoWaitCursorAndNoLock();
+};
+
+void DialogState::membersStartAsTold()
+{
+    DialogProbe d;
+    QVERIFY(!d.m_hostCallback && !d.m_hostContext && !d.m_plugIn);
+    QVERIFY(!d.m_adapterUp && !d.m_adapterDown && !d.m_highLight);
+    QVERIFY(!d.m_reservedPointers[0] && !d.m_reservedPointers[1]);
+    QVERIFY(!d.m_shown);
+    QVERIFY(!d.m_image && !d.m_flatX && !d.m_flatY && !d.m_histogram);
+    QVERIFY(!d.m_columnMean && !d.m_rowMean && !d.m_flatColumnMean && !d.m_flatRowMean);
+    QVERIFY(!d.m_columnLine && !d.m_rowLine && !d.m_flatColumnLine && !d.m_flatRowLine);
+    QCOMPARE(d.m_step, 0);
+    QCOMPARE(d.m_depth, 0);
+    QCOMPARE(d.m_imageBytes, std::uint64_t{0});
+    QCOMPARE(d.m_flatXStep, 0);
+    QCOMPARE(d.m_flatYStep, 0);
+    for (const std::int32_t word :
+         {d.m_histogramLevels, d.m_histogramPeak, d.m_histogramReserved, d.m_histogramFloor, d.m_rangeXMax,
+          d.m_rangeXMin, d.m_rangeYMax, d.m_rangeYMin, d.m_imageMax, d.m_imageMin, d.m_flatMax, d.m_flatMin})
+        QCOMPARE(word, -1);
+    QVERIFY(d.m_columnGains.empty() && d.m_rowGains.empty());
+    QVERIFY(d.m_title.isEmpty() && d.m_camera.isEmpty() && d.m_date.isEmpty());
+    QVERIFY(d.m_hostInfo.text.isEmpty());
+    QCOMPARE(d.m_normalize, 1);
+    QCOMPARE(d.m_normalizeValue, 1.0);
+    QCOMPARE(d.m_reservedValue, std::int64_t{0});
+    QCOMPARE(d.m_reservedFlag, 1);
+    QVERIFY(d.m_viewClock.isValid());
+}
+
+void DialogState::frameIsHeldAfterIntake()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    QCOMPARE(d.m_width, 6);
+    QCOMPARE(d.m_height, 4);
+    QCOMPARE(d.m_depth, 12);
+    QCOMPARE(d.m_step, 12);
+    QCOMPARE(d.m_imageBytes, std::uint64_t{48});
+    QCOMPARE(d.m_pixelFormat, ZorMono12);
+    QCOMPARE(d.m_pairSmoothing, 0);
+    QVERIFY(d.m_image);
+    QCOMPARE(QByteArray(reinterpret_cast<const char*>(d.m_image), 48),
+             QByteArray(reinterpret_cast<const char*>(unevenFrame().bytes.data()), 48));
+    QVERIFY(!d.m_flatX && !d.m_flatY);
+}
+
+void DialogState::nothingUsableKeepsTheHeldFrame_data()
+{
+    QTest::addColumn<bool>("record");
+    QTest::addColumn<bool>("data");
+    QTest::addColumn<bool>("size");
+    QTest::newRow("null record") << false << true << true;
+    QTest::newRow("null pixels") << true << false << true;
+    QTest::newRow("size 0") << true << true << false;
+}
+
+void DialogState::nothingUsableKeepsTheHeldFrame()
+{
+    QFETCH(bool, record);
+    QFETCH(bool, data);
+    QFETCH(bool, size);
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.Update();
+    const std::uint8_t* image = d.m_image;
+    TestFrame other = TestFrame::even(3, 3, 8, 9);
+    _ZorImage bad = other.record();
+    if (!data)
+        bad.data = nullptr;
+    if (!size)
+        bad.imageSize = 0;
+    d.SetFrame(record ? &bad : nullptr);
+    QCOMPARE(static_cast<const std::uint8_t*>(d.m_image), image);
+    QCOMPARE(d.m_width, 6);
+    QVERIFY(d.m_flatY);
+}
+
+void DialogState::updateWithoutAFrameReadsNoWidget()
+{
+    DialogProbe d;
+    d.ui.chBNormFFC->setChecked(false);
+    d.ui.lENormFFC->setText(QStringLiteral("0.5"));
+    d.Update();
+    QCOMPARE(d.m_normalize, 1);
+    QCOMPARE(d.m_normalizeValue, 1.0);
+    QVERIFY(d.m_columnGains.empty());
+}
+
+void DialogState::updateReadsTheNormaliseSettings_data()
+{
+    QTest::addColumn<bool>("ticked");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("normalize");
+    QTest::addColumn<double>("value");
+    QTest::newRow("defaults") << true << "1" << 1 << 1.0;
+    QTest::newRow("a fraction can be typed") << true << "0.75" << 1 << 0.75;
+    QTest::newRow("negative") << true << "-2" << 1 << -2.0;
+    QTest::newRow("not ticked, the value is read all the same") << false << "3" << 0 << 3.0;
+    QTest::newRow("no number") << true << "one" << 1 << 0.0;
+    QTest::newRow("empty") << true << "" << 1 << 0.0;
+}
+
+void DialogState::updateReadsTheNormaliseSettings()
+{
+    QFETCH(bool, ticked);
+    QFETCH(QString, text);
+    QFETCH(int, normalize);
+    QFETCH(double, value);
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.ui.chBNormFFC->setChecked(ticked);
+    d.ui.lENormFFC->setText(text);
+    d.Update();
+    QCOMPARE(d.m_normalize, normalize);
+    QCOMPARE(d.m_normalizeValue, value);
+}
+
+void DialogState::unreadableValueMakesEveryGainZero()
+{
+    ModalWatch watch;
+    DialogProbe d;
+    // Column 2 is black, and one pixel stands at the limit and is exempt.
+    d.take(TestFrame(4, 2, 12, [](int x, int y) { return x == 2 ? 0U : x == 3 && y == 1 ? 4095U : 500U; }));
+    d.ui.lENormFFC->setText(QStringLiteral("bright"));
+    d.Update();
+    const QVector<double> gains = listed(d.m_columnGains);
+    QCOMPARE(gains.size(), 4);
+    QCOMPARE(gains[0], 0.0);
+    QCOMPARE(gains[1], 0.0);
+    QVERIFY(std::isnan(gains[2]));
+    QCOMPARE(gains[3], 0.0);
+    for (int i = 0; i < 8; ++i)
+        QCOMPARE(int(d.m_flatX[i]), i == 7 ? 4095 : 0);
+    QVERIFY(watch.texts.isEmpty());
+}
+
+void DialogState::updateLeavesAResult()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.Update();
+    QVERIFY(d.m_flatX && d.m_flatY && d.m_histogram);
+    QVERIFY(d.m_columnMean && d.m_rowMean && d.m_flatColumnMean && d.m_flatRowMean);
+    QVERIFY(d.m_columnLine && d.m_rowLine && d.m_flatColumnLine && d.m_flatRowLine);
+    QCOMPARE(int(d.m_columnGains.size()), 6);
+    QCOMPARE(int(d.m_rowGains.size()), 4);
+    // Column 5 has the largest mean, so with the defaults its gain is 1 and no gain is below.
+    QCOMPARE(d.m_columnGains.back(), 1.0);
+    QVERIFY(*std::min_element(d.m_columnGains.begin(), d.m_columnGains.end()) >= 1.0);
+    QCOMPARE(d.m_rangeXMin, 0);
+    QCOMPARE(d.m_rangeXMax, 6);
+    QCOMPARE(d.m_imageMin, 1000);
+    QCOMPARE(d.m_imageMax, 1000 + 37 * 5 + 11 * 3);
+    QCOMPARE(d.m_rangeYMin, 1000);
+    QCOMPARE(d.m_rangeYMax, 1220);
+}
+
+void DialogState::updateCanRunAgainOnTheSameFrame()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.Update();
+    const QVector<double> first = listed(d.m_columnGains);
+    d.ui.lENormFFC->setText(QStringLiteral("0.5"));
+    d.Update();
+    d.ui.lENormFFC->setText(QStringLiteral("1"));
+    d.Update();
+    QCOMPARE(listed(d.m_columnGains), first);
+    QCOMPARE(QByteArray(reinterpret_cast<const char*>(d.m_image), 48),
+             QByteArray(reinterpret_cast<const char*>(unevenFrame().bytes.data()), 48));
+}
+
+void DialogState::buttonRunsUpdate()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.ui.pBUpdate->click();
+    QVERIFY(d.m_flatY);
+}
+
+void DialogState::resetDropsTheFrameAndKeepsTheGains()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.Update();
+    d.ResetData(false);
+    QCOMPARE(d.m_width, 0);
+    QCOMPARE(d.m_height, 0);
+    QCOMPARE(d.m_step, 0);
+    QCOMPARE(d.m_depth, 0);
+    QCOMPARE(d.m_flatXStep, 0);
+    QCOMPARE(d.m_flatYStep, 0);
+    QVERIFY(!d.m_image && !d.m_flatX && !d.m_flatY && !d.m_histogram);
+    QVERIFY(!d.m_columnMean && !d.m_rowMean && !d.m_flatColumnMean && !d.m_flatRowMean);
+    QVERIFY(!d.m_columnLine && !d.m_rowLine && !d.m_flatColumnLine && !d.m_flatRowLine);
+    QCOMPARE(int(d.m_columnGains.size()), 6);
+    QCOMPARE(int(d.m_rowGains.size()), 4);
+    QCOMPARE(d.m_imageBytes, std::uint64_t{48});
+    QCOMPARE(d.m_pixelFormat, ZorMono12);
+}
+
+void DialogState::resetSetsRangesAndHistogramWordsToZero()
+{
+    DialogProbe d;
+    d.ResetData(false);
+    for (const std::int32_t word :
+         {d.m_histogramLevels, d.m_histogramPeak, d.m_histogramReserved, d.m_histogramFloor, d.m_rangeXMax,
+          d.m_rangeXMin, d.m_rangeYMax, d.m_rangeYMin, d.m_imageMax, d.m_imageMin, d.m_flatMax, d.m_flatMin})
+        QCOMPARE(word, 0);
+}
+
+void DialogState::newFrameDropsTheResultAndKeepsTheGains()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.Update();
+    d.take(TestFrame::even(3, 2, 8, 90));
+    QVERIFY(!d.m_flatX && !d.m_flatY && !d.m_columnLine);
+    QCOMPARE(int(d.m_columnGains.size()), 6);
+    d.Update();
+    QCOMPARE(listed(d.m_columnGains), QVector<double>(3, 1.0));
+    QCOMPARE(listed(d.m_rowGains), QVector<double>(2, 1.0));
+}
+
+void DialogState::hostInfoIsCopied()
+{
+    DialogProbe d;
+    ZBKHostInfo info;
+    info.leadingWords[2] = 7;
+    info.value = 8;
+    info.trailingWords[5] = 9;
+    info.text = QStringLiteral("bench");
+    d.SetHostInfo(info);
+    QCOMPARE(d.m_hostInfo.leadingWords[2], 7U);
+    QCOMPARE(int(d.m_hostInfo.value), 8);
+    QCOMPARE(d.m_hostInfo.trailingWords[5], 9U);
+    QCOMPARE(d.m_hostInfo.text, QStringLiteral("bench"));
+}
+
+void DialogState::hasNoResultToGive()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.Update();
+    QVERIFY(!d.HasResult());
+    void* result = &d;
+    d.GetResult(&result);
+    QVERIFY(!result);
+}
+
+void DialogState::requestsDuringARefreshAreDropped()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.ui.lENormFFC->setText(QStringLiteral("0.5"));
+    d.m_viewLock.lock();
+    d.ui.pBUpdate->click();
+    d.take(TestFrame::even(3, 2, 8, 90));
+    d.ui.chBHighlights->click();
+    d.m_viewLock.unlock();
+    QCOMPARE(d.m_normalizeValue, 1.0);
+    QVERIFY(!d.m_flatY);
+    QCOMPARE(d.m_width, 6);
+    QVERIFY(d.m_image);
+}
+
+void DialogState::resetWaitsForARefreshOnAnotherThread()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    bool refreshed = false;
+    std::promise<void> held;
+    auto refresh = std::async(std::launch::async, [&] {
+        const std::lock_guard<OwnedMutex> lock(d.m_viewLock);
+        held.set_value();
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        refreshed = d.m_image != nullptr;
+    });
+    held.get_future().wait();
+    d.ResetData(false);
+    QVERIFY(refreshed);
+    QVERIFY(!d.m_image);
+}
+
+void DialogState::resetInsideARefreshRaises()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.m_viewLock.lock();
+    QVERIFY_EXCEPTION_THROWN(d.ResetData(false), std::system_error);
+    d.m_viewLock.unlock();
+    QVERIFY(d.m_image);
+    QVERIFY(d.m_dataLock.try_lock());
+    d.m_dataLock.unlock();
+}
+
+void DialogState::viewChangesAreThrottled()
+{
+    DialogProbe d;
+    const QTime longAgo = QTime::currentTime().addSecs(-10);
+    d.m_viewClock = longAgo;
+    emit d.ui.gVUp->sigViewChanged(d.ui.gVUp);
+    const QTime restarted = d.m_viewClock;
+    QVERIFY(restarted != longAgo);
+    // One try that is itself done within the 50 ms decides.
+    QTime before;
+    QTime after;
+    do {
+        before = QTime::currentTime();
+        d.m_viewClock = before;
+        emit d.ui.gVDown->sigViewChanged(d.ui.gVDown);
+        after = QTime::currentTime();
+    } while (before.msecsTo(after) < 0 || before.msecsTo(after) >= 50);
+    QCOMPARE(d.m_viewClock, before);
+}
+
+void DialogState::viewChangeDuringARefreshIsDropped()
+{
+    DialogProbe d;
+    const QTime longAgo = QTime::currentTime().addSecs(-10);
+    d.m_viewClock = longAgo;
+    d.m_viewLock.lock();
+    emit d.ui.gVUp->sigViewChanged(d.ui.gVUp);
+    QVERIFY(d.m_viewLock.heldByThisThread());
+    d.m_viewLock.unlock();
+    // The change is lost, and the clock runs anew all the same.
+    QVERIFY(d.m_viewClock != longAgo);
+    QVERIFY(d.m_dataLock.try_lock());
+    d.m_dataLock.unlock();
+}
+
+void DialogState::refreshLeavesNoWaitCursorAndNoLock()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.Update();
+    QVERIFY(!QGuiApplication::overrideCursor());
+    QVERIFY(d.m_viewLock.try_lock());
+    d.m_viewLock.unlock();
+}
+
+QTEST_MAIN(DialogState)
+#include "tst_dialog_state.moc"

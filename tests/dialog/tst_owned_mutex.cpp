@@ -1,0 +1,93 @@
+#include "dialog/OwnedMutex.h"
+
+#include <QTest>
+
+#include <future>
+
+class OwnedMutexTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void tryIsBusyForTheOwnerToo();
+    void tryIsBusyForAnotherThread();
+    void lockByTheOwnerRaises();
+    void unlockByAnotherThreadRaises();
+    void unlockWithoutLockRaises();
+    void lockWaitsForAnotherThread();
+    void ownershipEndsWithTheLock();
+};
+
+void OwnedMutexTest::tryIsBusyForTheOwnerToo()
+{
+    OwnedMutex mutex;
+    QVERIFY(mutex.try_lock());
+    QVERIFY(!mutex.try_lock());
+    mutex.unlock();
+    QVERIFY(mutex.try_lock());
+    mutex.unlock();
+}
+
+void OwnedMutexTest::tryIsBusyForAnotherThread()
+{
+    OwnedMutex mutex;
+    mutex.lock();
+    QVERIFY(!std::async(std::launch::async, [&] { return mutex.try_lock(); }).get());
+    mutex.unlock();
+}
+
+void OwnedMutexTest::lockByTheOwnerRaises()
+{
+    OwnedMutex mutex;
+    mutex.lock();
+    QVERIFY_EXCEPTION_THROWN(mutex.lock(), std::system_error);
+    QVERIFY(mutex.heldByThisThread());
+    mutex.unlock();
+}
+
+void OwnedMutexTest::unlockByAnotherThreadRaises()
+{
+    OwnedMutex mutex;
+    mutex.lock();
+    auto other = std::async(std::launch::async, [&] { mutex.unlock(); });
+    QVERIFY_EXCEPTION_THROWN(other.get(), std::system_error);
+    QVERIFY(mutex.heldByThisThread());
+    mutex.unlock();
+}
+
+void OwnedMutexTest::unlockWithoutLockRaises()
+{
+    OwnedMutex mutex;
+    QVERIFY_EXCEPTION_THROWN(mutex.unlock(), std::system_error);
+}
+
+void OwnedMutexTest::lockWaitsForAnotherThread()
+{
+    OwnedMutex mutex;
+    bool released = false;
+    std::promise<void> held;
+    auto other = std::async(std::launch::async, [&] {
+        const std::lock_guard<OwnedMutex> lock(mutex);
+        held.set_value();
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        released = true;
+    });
+    held.get_future().wait();
+    const std::lock_guard<OwnedMutex> lock(mutex);
+    QVERIFY(released);
+}
+
+void OwnedMutexTest::ownershipEndsWithTheLock()
+{
+    OwnedMutex mutex;
+    QVERIFY(!mutex.heldByThisThread());
+    {
+        const std::lock_guard<OwnedMutex> lock(mutex);
+        QVERIFY(mutex.heldByThisThread());
+        QVERIFY(!std::async(std::launch::async, [&] { return mutex.heldByThisThread(); }).get());
+    }
+    QVERIFY(!mutex.heldByThisThread());
+}
+
+QTEST_GUILESS_MAIN(OwnedMutexTest)
+#include "tst_owned_mutex.moc"

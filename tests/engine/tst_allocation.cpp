@@ -1,0 +1,122 @@
+#include "engine/Allocation.h"
+#include "engine/pix/PixAlloc.h"
+
+#include <QtTest>
+
+#include <cerrno>
+#include <cstring>
+#include <limits>
+
+namespace {
+
+bool outOfMemory = false;
+
+} // namespace
+
+extern "C" {
+
+void* __real_malloc(std::size_t bytes);
+int __real_posix_memalign(void** block, std::size_t alignment, std::size_t bytes);
+
+void* __wrap_malloc(std::size_t bytes)
+{
+    return outOfMemory ? nullptr : __real_malloc(bytes);
+}
+
+int __wrap_posix_memalign(void** block, std::size_t alignment, std::size_t bytes)
+{
+    return outOfMemory ? ENOMEM : __real_posix_memalign(block, alignment, bytes);
+}
+}
+
+class AllocationTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void blocksCanBeWrittenToTheirEnd_data();
+    void blocksCanBeWrittenToTheirEnd();
+    void noMemoryGivesNull_data();
+    void noMemoryGivesNull();
+    void pixAllocRefusesSizesOfZeroAndLess_data();
+    void pixAllocRefusesSizesOfZeroAndLess();
+    void pixAllocGivesBlocks();
+    void nullIsReleased();
+};
+
+void AllocationTest::blocksCanBeWrittenToTheirEnd_data()
+{
+    QTest::addColumn<qulonglong>("bytes");
+    QTest::newRow("a size of 0 gets a byte all the same") << 0ull;
+    QTest::newRow("one byte") << 1ull;
+    QTest::newRow("a line") << 2784ull;
+    QTest::newRow("just under a large block") << (8ull << 20) - 1;
+    QTest::newRow("a large block") << (8ull << 20);
+    QTest::newRow("a large block that ends inside a page") << (8ull << 20) + 4097;
+}
+
+void AllocationTest::blocksCanBeWrittenToTheirEnd()
+{
+    QFETCH(qulonglong, bytes);
+    auto* block = static_cast<unsigned char*>(zorAllocate(bytes));
+    QVERIFY(block);
+    const std::size_t room = bytes > 0 ? bytes : 1;
+    std::memset(block, 0x5A, room);
+    QCOMPARE(int{block[0]}, 0x5A);
+    QCOMPARE(int{block[room - 1]}, 0x5A);
+    zorRelease(block);
+}
+
+void AllocationTest::noMemoryGivesNull_data()
+{
+    QTest::addColumn<qulonglong>("bytes");
+    QTest::newRow("a line") << 2784ull;
+    QTest::newRow("a large block") << (64ull << 20);
+}
+
+void AllocationTest::noMemoryGivesNull()
+{
+    QFETCH(qulonglong, bytes);
+    outOfMemory = true;
+    const void* block = zorAllocate(bytes);
+    const void* pixels = zor::pixAlloc(static_cast<std::int32_t>(bytes));
+    outOfMemory = false;
+    QVERIFY(!block);
+    QVERIFY(!pixels);
+}
+
+void AllocationTest::pixAllocRefusesSizesOfZeroAndLess_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::newRow("0") << 0;
+    QTest::newRow("-1") << -1;
+    QTest::newRow("the lowest number") << std::numeric_limits<int>::min();
+}
+
+void AllocationTest::pixAllocRefusesSizesOfZeroAndLess()
+{
+    QFETCH(int, bytes);
+    QVERIFY(!zor::pixAlloc(bytes));
+}
+
+void AllocationTest::pixAllocGivesBlocks()
+{
+    auto* block = static_cast<unsigned char*>(zor::pixAlloc(1104));
+    QVERIFY(block);
+    std::memset(block, 0xA5, 1104);
+    QCOMPARE(int{block[1103]}, 0xA5);
+    zor::pixFree(block);
+}
+
+void AllocationTest::nullIsReleased()
+{
+    zorRelease(nullptr);
+    zor::pixFree(nullptr);
+    // A block of the next size still comes: nothing was harmed.
+    void* block = zorAllocate(16);
+    QVERIFY(block);
+    zorRelease(block);
+}
+
+QTEST_APPLESS_MAIN(AllocationTest)
+#include "tst_allocation.moc"

@@ -1,0 +1,266 @@
+#include "engine/CellImage.h"
+#include "engine/ColumnPass.h"
+#include "engine/EngineTesting.h"
+#include "reference/EngineReference.h"
+
+#include <QtTest>
+
+using enginetest::Random;
+
+namespace {
+
+using Words = QVector<int>;
+
+std::vector<std::uint8_t> bytesOf(const Words& words)
+{
+    std::vector<std::uint8_t> bytes;
+    for (const int word : words) {
+        bytes.push_back(static_cast<std::uint8_t>(word & 0xFF));
+        bytes.push_back(static_cast<std::uint8_t>((word >> 8) & 0xFF));
+    }
+    return bytes;
+}
+
+Words wordsOf(const std::vector<std::uint8_t>& bytes)
+{
+    Words words;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
+        words.push_back(bytes[i] + 256 * bytes[i + 1]);
+    return words;
+}
+
+} // namespace
+
+class ColumnPassTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void workingImagesHaveOneRowMore_data();
+    void workingImagesHaveOneRowMore();
+    void saturationLimitsFollowTheDepth_data();
+    void saturationLimitsFollowTheDepth();
+    void eightBitFramesAreWidened();
+    void widerFramesAreCopiedFlat_data();
+    void widerFramesAreCopiedFlat();
+    void depthsAbove16AreNotFilled();
+    void capacityCoversTheStep_data();
+    void capacityCoversTheStep();
+    void cellsAreMultiplied_data();
+    void cellsAreMultiplied();
+    void walkIgnoresTheRowsOfTheBlock_data();
+    void walkIgnoresTheRowsOfTheBlock();
+};
+
+void ColumnPassTest::workingImagesHaveOneRowMore_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("step");
+    QTest::addColumn<int>("bytes");
+    QTest::newRow("one pixel is padded to 4 bytes") << 1 << 1 << 4 << 8;
+    QTest::newRow("an even width needs no padding") << 6 << 4 << 12 << 60;
+    QTest::newRow("an odd width is padded by 2 bytes") << 7 << 4 << 16 << 80;
+    QTest::newRow("a camera frame") << 1392 << 1040 << 2784 << 2784 * 1041;
+    QTest::newRow("no columns") << 0 << 5 << 0 << 0;
+    QTest::newRow("no rows leave the spare one") << 5 << 0 << 12 << 12;
+}
+
+void ColumnPassTest::workingImagesHaveOneRowMore()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(int, step);
+    QFETCH(int, bytes);
+    QCOMPARE(zor::cellStep(width), step);
+    QCOMPARE(zor::cellBlockBytes(width, height), static_cast<std::size_t>(bytes));
+    // A block beyond 2 GiB keeps its size.
+    QCOMPARE(zor::cellBlockBytes(40000, 40000), std::size_t{80000} * 40001);
+}
+
+void ColumnPassTest::saturationLimitsFollowTheDepth_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("limit");
+    QTest::newRow("depth 8") << 8 << 255;
+    QTest::newRow("depth 10") << 10 << 1023;
+    QTest::newRow("depth 12") << 12 << 4095;
+    QTest::newRow("depth 16") << 16 << 65535;
+}
+
+void ColumnPassTest::saturationLimitsFollowTheDepth()
+{
+    QFETCH(int, depth);
+    QFETCH(int, limit);
+    QCOMPARE(zor::saturationLimit(depth), limit);
+}
+
+void ColumnPassTest::eightBitFramesAreWidened()
+{
+    const std::uint8_t frame[] = {1, 2, 255, 0xEE, 4, 5, 6};
+    for (const std::uint8_t poison : enginetest::Poisons) {
+        const int pad = poison + 256 * poison;
+        std::vector<std::uint8_t> cells(zor::cellBlockBytes(3, 2), poison);
+        zor::fillCells({frame, 4, 3, 2, 8}, sizeof frame, {cells.data(), 8, 3, 2, 8});
+        QCOMPARE(wordsOf(cells), (Words{1, 2, 255, pad, 4, 5, 6, pad, 0, 0, 0, 0}));
+    }
+}
+
+void ColumnPassTest::widerFramesAreCopiedFlat_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("step");
+    QTest::addColumn<Words>("frame");
+    QTest::addColumn<Words>("cells");
+    QTest::newRow("even width, unpadded") << 2 << 4 << Words{1, 2, 3, 4} << Words{1, 2, 3, 4, 0, 0};
+    QTest::newRow("odd width, padded") << 1 << 4 << Words{1, 9, 2, 8} << Words{1, 9, 2, 8, 0, 0};
+    QTest::newRow("odd width, unpadded: rows are skewed and the frame ends early")
+        << 3 << 6 << Words{1, 2, 3, 4, 5, 6} << Words{1, 2, 3, 4, 5, 6, 0, 0, 0, 0, 0, 0};
+    QTest::newRow("a larger step: the padding comes along, the last row does not")
+        << 2 << 8 << Words{1, 2, 7, 7, 3, 4, 7, 7} << Words{1, 2, 7, 7, 0, 0};
+    QTest::newRow("the last row without its padding") << 1 << 4 << Words{1, 9, 2} << Words{1, 9, 2, 0, 0, 0};
+}
+
+void ColumnPassTest::widerFramesAreCopiedFlat()
+{
+    QFETCH(int, width);
+    QFETCH(int, step);
+    QFETCH(Words, frame);
+    QFETCH(Words, cells);
+    const std::vector<std::uint8_t> bytes = bytesOf(frame);
+    for (const int depth : {9, 10, 12, 16}) {
+        for (const std::uint8_t poison : enginetest::Poisons) {
+            std::vector<std::uint8_t> actual(zor::cellBlockBytes(width, 2), poison);
+            zor::fillCells({bytes.data(), step, width, 2, depth}, bytes.size(),
+                           {actual.data(), zor::cellStep(width), width, 2, depth});
+            QCOMPARE(wordsOf(actual), cells);
+        }
+    }
+}
+
+void ColumnPassTest::depthsAbove16AreNotFilled()
+{
+    const std::uint8_t frame[] = {1, 2, 3, 4};
+    std::vector<std::uint8_t> cells(8, 0xA5);
+    zor::fillCells({frame, 4, 2, 1, 17}, sizeof frame, {cells.data(), 4, 2, 1, 17});
+    QCOMPARE(cells, std::vector<std::uint8_t>(8, 0xA5));
+    const std::uint16_t codes[] = {0x200, 0x200};
+    zor::applyColumnCodes({cells.data(), 4, 2, 1, 17}, 4, codes);
+    QCOMPARE(cells, std::vector<std::uint8_t>(8, 0xA5));
+}
+
+void ColumnPassTest::capacityCoversTheStep_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("step");
+    QTest::addColumn<int>("capacity");
+    QTest::newRow("a tight step") << 6 << 12 << 6;
+    QTest::newRow("a padded odd width") << 5 << 12 << 6;
+    QTest::newRow("a large step") << 5 << 101 << 50;
+    QTest::newRow("an 8-bit frame") << 7 << 8 << 7;
+    QTest::newRow("no step") << 7 << 0 << 7;
+}
+
+void ColumnPassTest::capacityCoversTheStep()
+{
+    QFETCH(int, width);
+    QFETCH(int, step);
+    QFETCH(int, capacity);
+    QCOMPARE(zor::columnCodeCapacity(width, step), capacity);
+}
+
+void ColumnPassTest::cellsAreMultiplied_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("cell");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<int>("result");
+    QTest::newRow("depth 8: 200 under 1.5 exceeds the depth") << 8 << 200 << 0x0180 << 300;
+    QTest::newRow("depth 8: 255 has no exemption") << 8 << 255 << 0x0080 << 128;
+    QTest::newRow("depth 8: a half goes to the even number below") << 8 << 1 << 0x0080 << 0;
+    QTest::newRow("depth 8: one and a half goes to 2") << 8 << 3 << 0x0080 << 2;
+    QTest::newRow("depth 8: rounds to nearest") << 8 << 100 << 0x0119 << 110;
+    QTest::newRow("depth 8: black under an infinite gain stays black") << 8 << 0 << 0x00FF << 0;
+    QTest::newRow("depth 8: the largest code") << 8 << 255 << 0x0FFF << 4079;
+    QTest::newRow("depth 10: truncates") << 10 << 100 << 0x0119 << 109;
+    QTest::newRow("depth 10: the limit is exempt") << 10 << 1023 << 0x0080 << 1023;
+    QTest::newRow("depth 10: a result above the limit is limited") << 10 << 700 << 0x0180 << 1023;
+    QTest::newRow("depth 10: one under the limit is not exempt") << 10 << 1022 << 0x0080 << 511;
+    QTest::newRow("depth 12: 4095 is exempt from a gain under 1") << 12 << 4095 << 0x0080 << 4095;
+    QTest::newRow("depth 12: 4095 is exempt from a gain of 0") << 12 << 4095 << 0x0000 << 4095;
+    QTest::newRow("depth 12: 3000 under 1.5 is limited") << 12 << 3000 << 0x0180 << 4095;
+    QTest::newRow("depth 12: a result with bit 15 set is stored unlimited") << 12 << 4094 << 0x0FFF << 65488;
+    QTest::newRow("depth 12: the last result with bit 15 clear is limited") << 12 << 2048 << 0x0FFF << 4095;
+    QTest::newRow("depth 12: the first result with bit 15 set is not") << 12 << 2049 << 0x0FFF << 32775;
+    QTest::newRow("depth 12: no gain gives black") << 12 << 3000 << 0x0000 << 0;
+    QTest::newRow("depth 12: black under an infinite gain stays black") << 12 << 0 << 0x00FF << 0;
+    QTest::newRow("depth 16: never limits, wraps") << 16 << 30000 << 0x0300 << (90000 & 0xFFFF);
+    QTest::newRow("depth 16: 65535 reads as -1 and is not exempt") << 16 << 65535 << 0x0200 << 65534;
+    QTest::newRow("depth 16: a negative cell is truncated downward") << 16 << 65535 << 0x0080 << 65535;
+    QTest::newRow("depth 16: 0x8000 under 2.0 wraps to 0") << 16 << 0x8000 << 0x0200 << 0;
+    QTest::newRow("depth 15: the limit is the highest signed number") << 15 << 32767 << 0x0080 << 32767;
+}
+
+void ColumnPassTest::cellsAreMultiplied()
+{
+    QFETCH(int, depth);
+    QFETCH(int, cell);
+    QFETCH(int, code);
+    QFETCH(int, result);
+    const auto word = static_cast<std::uint16_t>(code);
+    const std::uint16_t codes[] = {word, word};
+    std::vector<std::uint8_t> cells = bytesOf({cell, 0, 0, 0});
+    zor::applyColumnCodes({cells.data(), 4, 1, 1, depth}, 4, codes);
+    QCOMPARE(wordsOf(cells)[0], result);
+
+    reference::Image image{bytesOf({cell, 0, 0, 0}), 4, 1, 1, depth};
+    reference::columnPass(image, 4, {word, word});
+    QCOMPARE(wordsOf(image.bytes)[0], result);
+}
+
+void ColumnPassTest::walkIgnoresTheRowsOfTheBlock_data()
+{
+    QTest::addColumn<int>("step");
+    QTest::addColumn<Words>("codes");
+    QTest::addColumn<Words>("cells");
+    // Three columns, two rows, blocks of three rows with four cells of 10 each.
+    QTest::newRow("the computed step: the padding cell is multiplied as well")
+        << 8 << Words{0x200, 0x300, 0x400, 0x100} << Words{20, 30, 40, 10, 20, 30, 40, 10, 10, 10, 10, 10};
+    QTest::newRow("unpadded: the second row starts one cell early")
+        << 6 << Words{0x200, 0x300, 0x400} << Words{20, 30, 40, 20, 30, 40, 10, 10, 10, 10, 10, 10};
+    QTest::newRow("larger: the surplus is 1.0 and the second row starts late")
+        << 10 << Words{0x200, 0x300, 0x400, 0x100, 0x100}
+        << Words{20, 30, 40, 10, 10, 20, 30, 40, 10, 10, 10, 10};
+    QTest::newRow("much larger: the walk ends with the block")
+        << 18 << Words{0x200, 0x300, 0x400, 0x100, 0x100, 0x100, 0x100, 0x100, 0x100}
+        << Words{20, 30, 40, 10, 10, 10, 10, 10, 10, 20, 30, 40};
+    QTest::newRow("longer than the whole block")
+        << 40 << Words(20, 0x200) << Words{20, 20, 20, 20, 20, 20, 20, 20, 20, 20, 20, 20};
+    QTest::newRow("an odd step counts its whole cells")
+        << 9 << Words{0x200, 0x300, 0x400, 0x100} << Words{20, 30, 40, 10, 20, 30, 40, 10, 10, 10, 10, 10};
+    QTest::newRow("a step of one cell")
+        << 2 << Words{0x200, 0x300, 0x400} << Words{20, 20, 10, 10, 10, 10, 10, 10, 10, 10, 10, 10};
+    QTest::newRow("a step below 2 skips every row")
+        << 1 << Words{0x200, 0x300, 0x400} << Words{10, 10, 10, 10, 10, 10, 10, 10, 10, 10, 10, 10};
+    QTest::newRow("a step of 0 skips every row")
+        << 0 << Words{0x200, 0x300, 0x400} << Words{10, 10, 10, 10, 10, 10, 10, 10, 10, 10, 10, 10};
+    QTest::newRow("a negative step skips every row")
+        << -8 << Words{0x200, 0x300, 0x400} << Words{10, 10, 10, 10, 10, 10, 10, 10, 10, 10, 10, 10};
+}
+
+void ColumnPassTest::walkIgnoresTheRowsOfTheBlock()
+{
+    QFETCH(int, step);
+    QFETCH(Words, codes);
+    QFETCH(Words, cells);
+    // Exactly the entries that the pass may read.
+    QCOMPARE(codes.size(), zor::columnCodeCapacity(3, step));
+    const std::vector<std::uint16_t> entries(codes.begin(), codes.end());
+    std::vector<std::uint8_t> actual = bytesOf(Words(12, 10));
+    QCOMPARE(actual.size(), zor::cellBlockBytes(3, 2));
+    zor::applyColumnCodes({actual.data(), 8, 3, 2, 12}, step, entries.data());
+    QCOMPARE(wordsOf(actual), cells);
+}
+
+QTEST_APPLESS_MAIN(ColumnPassTest)
+#include "tst_column_pass.moc"

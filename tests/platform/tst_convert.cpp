@@ -1,0 +1,414 @@
+#include "image/ZorImageApi.h"
+#include "image/ZorImageConverter.h"
+#include "platform/GuardedBytes.h"
+#include "platform/MonoReference.h"
+
+#include <QtTest>
+
+#include <cstring>
+#include <random>
+
+namespace {
+
+constexpr std::uint32_t Mono8 = 0x01080101;
+constexpr std::uint32_t Mono10 = 0x01100202;
+constexpr std::uint32_t Mono12 = 0x01100306;
+constexpr std::uint32_t Mono16 = 0x0110050B;
+
+struct Target
+{
+    const char* name;
+    std::uint32_t code;
+    std::uint32_t bits;
+};
+constexpr Target Targets[] = {
+    {"Mono8", Mono8, 8}, {"Mono10", Mono10, 10}, {"Mono12", Mono12, 12}, {"Mono16", Mono16, 16}};
+
+_ZorImage recordFor(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
+                    std::uint32_t imageSize, std::uint8_t* data)
+{
+    _ZorImage record = {};
+    record.recordSize = 96;
+    record.recordVersion = 0x20000;
+    record.pixelType = code;
+    record.depth = 8;
+    record.channels = 1;
+    record.packing = code & 0xFF00;
+    record.pixelBits = code >> 16 & 0xFF;
+    record.width = width;
+    record.height = height;
+    record.pitch = pitch;
+    record.imageSize = imageSize;
+    record.data = data;
+    return record;
+}
+
+std::uint32_t resultSample(const _ZorImage& image, std::uint32_t x, std::uint32_t y)
+{
+    const std::uint8_t* line = image.data + std::size_t{y} * image.pitch;
+    return image.pixelBits == 8 ? line[x] : line[2 * x] + 256U * line[2 * x + 1];
+}
+
+} // namespace
+
+/// The converter from the twelve mono formats to the four targets.
+class TestConvert : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everySampleIsAsTheFormatsSay_data();
+    void everySampleIsAsTheFormatsSay();
+    void knownBytesGiveKnownSamples_data();
+    void knownBytesGiveKnownSamples();
+    void depthChangesKeepBlackAndFullScale_data();
+    void depthChangesKeepBlackAndFullScale();
+    void theResultRecordIsComplete_data();
+    void theResultRecordIsComplete();
+    void theSourceStaysAsItWas();
+    void whatDoesNotFitTogetherIsRefused_data();
+    void whatDoesNotFitTogetherIsRefused();
+    void onlyTheFourTargetsAreMade_data();
+    void onlyTheFourTargetsAreMade();
+    void otherSourceFormatsAreRefused_data();
+    void otherSourceFormatsAreRefused();
+    void nullArgumentsAreRefused();
+
+private:
+    void compare(const MonoFormat& format, const Target& target, std::uint32_t width, std::uint32_t height,
+                 std::uint32_t padding, int filling);
+    std::mt19937 m_random{4711};
+};
+
+void TestConvert::everySampleIsAsTheFormatsSay_data()
+{
+    QTest::addColumn<int>("format");
+    QTest::addColumn<int>("target");
+    for (int format = 0; format < int(monoFormats().size()); ++format) {
+        for (int target = 0; target < 4; ++target)
+            QTest::addRow("%s to %s", monoFormats()[std::size_t(format)].name.c_str(), Targets[target].name)
+                << format << target;
+    }
+}
+
+void TestConvert::everySampleIsAsTheFormatsSay()
+{
+    QFETCH(int, format);
+    QFETCH(int, target);
+    const MonoFormat& source = monoFormats()[std::size_t(format)];
+    constexpr std::uint32_t Widths[] = {1, 2, 3, 4, 5, 7, 8, 9, 15, 63, 1023, 1024, 1025, 2049};
+    for (const std::uint32_t width : Widths) {
+        for (const std::uint32_t height : {1U, 2U, 5U}) {
+            for (const std::uint32_t padding : {0U, 1U, 7U}) {
+                for (int filling = 0; filling < 4; ++filling) {
+                    compare(source, Targets[target], width, height, padding, filling);
+                    if (QTest::currentTestFailed())
+                        return;
+                }
+            }
+        }
+    }
+}
+
+/// `filling` 0 is all zero, 1 all ones, others random. The source ends right behind the last line's last
+/// pixel and at the end of its memory.
+void TestConvert::compare(const MonoFormat& format, const Target& target, std::uint32_t width,
+                          std::uint32_t height, std::uint32_t padding, int filling)
+{
+    const std::uint32_t lineBytes = (width * format.pixelBits + 7) / 8;
+    const std::uint32_t pitch = lineBytes + padding;
+    const std::uint32_t size = (height - 1) * pitch + lineBytes;
+    const GuardedBytes bytes(size);
+    for (std::uint32_t i = 0; i < size; ++i)
+        bytes.data()[i] = filling == 0 ? 0 : filling == 1 ? 0xFF : std::uint8_t(m_random());
+
+    const _ZorImage source = recordFor(format.code, width, height, pitch, size, bytes.data());
+    _ZorImage* result = nullptr;
+    QCOMPARE(ZimConvert(&source, target.code, &result), 0);
+    QVERIFY(result);
+    for (std::uint32_t y = 0; y < height; ++y) {
+        for (std::uint32_t x = 0; x < width; ++x) {
+            const std::uint32_t sample = referenceSample(format, bytes.data() + y * pitch, x);
+            const std::uint32_t expected = referenceDepth(sample, format.heldBits, target.bits);
+            const std::uint32_t actual = resultSample(*result, x, y);
+            if (actual != expected)
+                QFAIL(qPrintable(
+                    QString("%1x%2 pitch %3 filling %4, column %5 row %6: source sample %7, expected %8, "
+                            "got %9")
+                        .arg(width)
+                        .arg(height)
+                        .arg(pitch)
+                        .arg(filling)
+                        .arg(x)
+                        .arg(y)
+                        .arg(sample)
+                        .arg(expected)
+                        .arg(actual)));
+        }
+    }
+    QCOMPARE(ZorReleaseImage(&result), 0);
+}
+
+void TestConvert::knownBytesGiveKnownSamples_data()
+{
+    QTest::addColumn<quint32>("code");
+    QTest::addColumn<quint32>("target");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QList<int>>("samples");
+    const auto bytes = [](const char* hex) { return QByteArray::fromHex(hex); };
+    QTest::newRow("Mono12Packed: even low bits in the middle byte's high nibble")
+        << 0x010C1308U << Mono12 << bytes("AB1278") << QList<int>{0xAB1, 0x782};
+    QTest::newRow("Mono12Packed of odd width ends with two bytes")
+        << 0x010C1308U << Mono12 << bytes("AB1278 5690") << QList<int>{0xAB1, 0x782, 0x569};
+    QTest::newRow("Mono10Packed: two low bits at the foot of each nibble")
+        << 0x010C1204U << Mono10 << bytes("FF3180") << QList<int>{0x3FF, 0x201};
+    QTest::newRow("Mono10Packed: the other bits of the nibbles mean nothing")
+        << 0x010C1204U << Mono10 << bytes("00CC00") << QList<int>{0, 0};
+    QTest::newRow("Mono12p: a stream from the low bit")
+        << 0x010C2307U << Mono12 << bytes("123456") << QList<int>{0x412, 0x563};
+    QTest::newRow("Mono12p holds 12 bits and comes to Mono10 by a shift of 2")
+        << 0x010C2307U << Mono10 << bytes("FF0F80") << QList<int>{0xFFF >> 2, 0x800 >> 2};
+    QTest::newRow("Mono10p: four samples in five bytes")
+        << 0x010A2203U << Mono10 << bytes("FF03F03F00") << QList<int>{0x3FF, 0, 0x3FF, 0};
+    QTest::newRow("Mono10_FLExPacked: fields of 12 bits")
+        << 0x010C3205U << Mono10 << bytes("FF1300") << QList<int>{0x3FF, 0x001};
+    QTest::newRow("Mono12_FLExPacked")
+        << 0x010C3309U << Mono12 << bytes("123456") << QList<int>{0x412, 0x563};
+    QTest::newRow("Mono16 is little-endian")
+        << 0x0110050BU << Mono16 << bytes("34127856") << QList<int>{0x1234, 0x5678};
+    QTest::newRow("Mono14 comes down to Mono8 by a shift of 6")
+        << 0x0110040AU << Mono8 << bytes("FF3F 0020") << QList<int>{0xFF, 0x80};
+    QTest::newRow("Mono14 comes up to Mono16")
+        << 0x0110040AU << Mono16 << bytes("0120") << QList<int>{0x8006};
+    QTest::newRow("Mono8 comes up to Mono10")
+        << 0x01080101U << Mono10 << bytes("0180C0") << QList<int>{4, 0x202, 0x303};
+    QTest::newRow("Mono8 comes up to Mono16") << 0x01080101U << Mono16 << bytes("12") << QList<int>{0x1212};
+    QTest::newRow("Mono10 comes up to Mono12") << 0x01100202U << Mono12 << bytes("0103") << QList<int>{0xC07};
+    QTest::newRow("Mono12 comes up to Mono16")
+        << 0x01100306U << Mono16 << bytes("BC0A") << QList<int>{0xABCA};
+    QTest::newRow("Mono10 with bits above its depth is full scale")
+        << 0x01100202U << Mono10 << bytes("0004 00FF FF03") << QList<int>{0x3FF, 0x3FF, 0x3FF};
+    QTest::newRow("Mono10_FLExPacked with bits above its depth is full scale")
+        << 0x010C3205U << Mono10 << bytes("000400") << QList<int>{0x3FF, 0};
+}
+
+void TestConvert::knownBytesGiveKnownSamples()
+{
+    QFETCH(quint32, code);
+    QFETCH(quint32, target);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QList<int>, samples);
+    const auto size = std::uint32_t(bytes.size());
+    const _ZorImage source = recordFor(code, std::uint32_t(samples.size()), 1, size, size,
+                                       reinterpret_cast<std::uint8_t*>(bytes.data()));
+    _ZorImage* result = nullptr;
+    QCOMPARE(ZimConvert(&source, target, &result), 0);
+    QList<int> actual;
+    for (std::uint32_t x = 0; x < result->width; ++x)
+        actual.append(int(resultSample(*result, x, 0)));
+    ZorReleaseImage(&result);
+    QCOMPARE(actual, samples);
+}
+
+void TestConvert::depthChangesKeepBlackAndFullScale_data()
+{
+    everySampleIsAsTheFormatsSay_data();
+}
+
+void TestConvert::depthChangesKeepBlackAndFullScale()
+{
+    QFETCH(int, format);
+    QFETCH(int, target);
+    const MonoFormat& source = monoFormats()[std::size_t(format)];
+    for (const std::uint8_t filling : {std::uint8_t(0x00), std::uint8_t(0xFF)}) {
+        std::vector<std::uint8_t> bytes(6, filling);
+        const _ZorImage record = recordFor(source.code, 3, 1, 6, 6, bytes.data());
+        _ZorImage* result = nullptr;
+        QCOMPARE(ZimConvert(&record, Targets[target].code, &result), 0);
+        for (std::uint32_t x = 0; x < 3; ++x)
+            QCOMPARE(resultSample(*result, x, 0), filling == 0 ? 0U : (1U << Targets[target].bits) - 1);
+        ZorReleaseImage(&result);
+    }
+}
+
+void TestConvert::theResultRecordIsComplete_data()
+{
+    QTest::addColumn<quint32>("target");
+    QTest::addColumn<quint32>("width");
+    QTest::addColumn<quint32>("depth");
+    QTest::addColumn<quint32>("packing");
+    QTest::addColumn<quint32>("pixelBits");
+    QTest::addColumn<quint32>("pitch");
+    QTest::newRow("Mono8, a line of 5 is padded to 8") << Mono8 << 5U << 8U << 0x0100U << 8U << 8U;
+    QTest::newRow("Mono8, a line of 8 needs no padding") << Mono8 << 8U << 8U << 0x0100U << 8U << 8U;
+    QTest::newRow("Mono10, a line of 5 is padded to 12") << Mono10 << 5U << 10U << 0x0200U << 16U << 12U;
+    QTest::newRow("Mono12, a line of 1 is padded to 4") << Mono12 << 1U << 12U << 0x0300U << 16U << 4U;
+    QTest::newRow("Mono16, a line of 6 needs no padding") << Mono16 << 6U << 16U << 0x0500U << 16U << 12U;
+}
+
+void TestConvert::theResultRecordIsComplete()
+{
+    QFETCH(quint32, target);
+    QFETCH(quint32, width);
+    std::vector<std::uint8_t> bytes(3 * 64, 0xFF);
+    const _ZorImage source = recordFor(Mono16, width, 3, 64, 3 * 64, bytes.data());
+    _ZorImage* result = nullptr;
+    QCOMPARE(ZimConvert(&source, target, &result), 0);
+    QVERIFY(result != nullptr);
+    QCOMPARE(result->recordSize, 96U);
+    QCOMPARE(result->recordVersion, 0x20000U);
+    QCOMPARE(result->pixelType, target);
+    QTEST(result->depth, "depth");
+    QTEST(result->packing, "packing");
+    QTEST(result->pixelBits, "pixelBits");
+    QTEST(result->pitch, "pitch");
+    QCOMPARE(int(result->isSigned), 0);
+    QCOMPARE(result->channels, 1U);
+    QCOMPARE(result->width, width);
+    QCOMPARE(result->height, 3U);
+    QCOMPARE(result->imageSize, result->pitch * 3);
+    QCOMPARE(result->reserved32, 0U);
+    QCOMPARE(result->reserved56[0] | result->reserved56[1] | result->reserved56[2] | result->reserved88,
+             std::uint64_t(0));
+    const std::uint32_t used = width * result->pixelBits / 8;
+    for (std::uint32_t y = 0; y < 3; ++y) {
+        for (std::uint32_t i = used; i < result->pitch; ++i)
+            QCOMPARE(int(result->data[y * result->pitch + i]), 0);
+    }
+    // Marks a little past the last pixel are allowed.
+    for (std::uint32_t i = 0; i < 16; ++i) {
+        QCOMPARE(int(result->data[result->imageSize + i]), 0);
+        result->data[result->imageSize + i] = 0xAA;
+    }
+    QCOMPARE(ZorReleaseImage(&result), 0);
+    QVERIFY(result == nullptr);
+}
+
+void TestConvert::theSourceStaysAsItWas()
+{
+    std::vector<std::uint8_t> bytes = {1, 2, 3, 4, 5, 6};
+    const std::vector<std::uint8_t> before = bytes;
+    const _ZorImage source = recordFor(Mono16, 3, 1, 6, 6, bytes.data());
+    const _ZorImage copy = source;
+    _ZorImage* result = nullptr;
+    QCOMPARE(ZimConvert(&source, Mono8, &result), 0);
+    QVERIFY(result->data != bytes.data());
+    ZorReleaseImage(&result);
+    QVERIFY(bytes == before);
+    QCOMPARE(std::memcmp(&source, &copy, sizeof(source)), 0);
+}
+
+using Change = void (*)(_ZorImage&);
+Q_DECLARE_METATYPE(Change)
+
+void TestConvert::whatDoesNotFitTogetherIsRefused_data()
+{
+    QTest::addColumn<Change>("change");
+    const auto add = [](const char* name, Change change) { QTest::newRow(name) << change; };
+    add("no pixels", [](_ZorImage& image) { image.data = nullptr; });
+    add("width 0", [](_ZorImage& image) { image.width = 0; });
+    add("height 0", [](_ZorImage& image) { image.height = 0; });
+    add("signed samples", [](_ZorImage& image) { image.isSigned = 1; });
+    add("row 0", [](_ZorImage& image) { image.pixelType = 0x01080100; });
+    add("row 134", [](_ZorImage& image) { image.pixelType = 0x01080186; });
+    add("row 255", [](_ZorImage& image) { image.pixelType = 0x010801FF; });
+    add("code 0", [](_ZorImage& image) { image.pixelType = 0; });
+    add("a mono row under other upper bytes", [](_ZorImage& image) { image.pixelType = 0x01100101; });
+    add("packing of another format", [](_ZorImage& image) { image.packing = 0x0200; });
+    add("pixel bits of another format", [](_ZorImage& image) { image.pixelBits = 16; });
+    add("pitch one byte short", [](_ZorImage& image) { image.pitch = 9; });
+    add("pitch 0", [](_ZorImage& image) { image.pitch = 0; });
+    add("imageSize one byte short", [](_ZorImage& image) { image.imageSize = 12 * 3 + 9; });
+    add("imageSize 0", [](_ZorImage& image) { image.imageSize = 0; });
+    add("a width that needs more than its line", [](_ZorImage& image) { image.width = 0xFFFFFFFF; });
+    add("a height that needs more than its bytes", [](_ZorImage& image) { image.height = 0xFFFFFFFF; });
+    add("pitch times height above 32 bits", [](_ZorImage& image) {
+        image.pitch = 0x80000000;
+        image.height = 3;
+        image.imageSize = 10;
+    });
+    add("a result line above 32 bits", [](_ZorImage& image) {
+        image.width = image.pitch = image.imageSize = 0xFFFFFFFF;
+        image.height = 1;
+    });
+    add("a result above 32 bits", [](_ZorImage& image) {
+        image.width = image.pitch = 3;
+        image.height = 0x40000000;
+        image.imageSize = 0xC0000000;
+    });
+}
+
+void TestConvert::whatDoesNotFitTogetherIsRefused()
+{
+    QFETCH(Change, change);
+    const GuardedBytes bytes(12 * 3 + 10);
+    _ZorImage source = recordFor(Mono8, 10, 4, 12, 12 * 3 + 10, bytes.data());
+    _ZorImage* result = nullptr;
+    QCOMPARE(ZimConvert(&source, Mono8, &result), 0);
+    ZorReleaseImage(&result);
+
+    change(source);
+    _ZorImage other = {};
+    result = &other;
+    QVERIFY(ZimConvert(&source, Mono8, &result) != 0);
+    QVERIFY(result == nullptr);
+}
+
+void TestConvert::onlyTheFourTargetsAreMade_data()
+{
+    QTest::addColumn<qulonglong>("target");
+    QTest::newRow("code 0") << qulonglong(0);
+    QTest::newRow("Mono14") << qulonglong(0x0110040A);
+    QTest::newRow("Mono10p") << qulonglong(0x010A2203);
+    QTest::newRow("Mono12Packed") << qulonglong(0x010C1308);
+    QTest::newRow("Mono8_FLExPacked") << qulonglong(0x0108310C);
+    QTest::newRow("BayerRG8") << qulonglong(0x0308010E);
+    QTest::newRow("RGB8") << qulonglong(0x02180171);
+    QTest::newRow("Mono8 with a bit above the 32") << qulonglong(0x101080101);
+    QTest::newRow("Mono8's row under other upper bytes") << qulonglong(0x01100101);
+}
+
+void TestConvert::onlyTheFourTargetsAreMade()
+{
+    QFETCH(qulonglong, target);
+    std::vector<std::uint8_t> bytes(4);
+    const _ZorImage source = recordFor(Mono8, 2, 2, 2, 4, bytes.data());
+    _ZorImage other = {};
+    _ZorImage* result = &other;
+    QVERIFY(ZimConvert(&source, static_cast<unsigned long>(target), &result) != 0);
+    QVERIFY(result == nullptr);
+}
+
+void TestConvert::otherSourceFormatsAreRefused_data()
+{
+    QTest::addColumn<quint32>("code");
+    QTest::newRow("BayerRG8") << 0x0308010EU;
+    QTest::newRow("BayerGR12Packed") << 0x030C1322U;
+    QTest::newRow("TrueSense_BGGR_WBBW_0_8") << 0x04080131U;
+    QTest::newRow("RGB8") << 0x02180171U;
+    QTest::newRow("YUV422_8") << 0x05100181U;
+}
+
+void TestConvert::otherSourceFormatsAreRefused()
+{
+    QFETCH(quint32, code);
+    std::vector<std::uint8_t> bytes(64);
+    const _ZorImage source = recordFor(code, 2, 2, 32, 64, bytes.data());
+    _ZorImage* result = nullptr;
+    QVERIFY(ZimConvert(&source, Mono8, &result) != 0);
+    QVERIFY(result == nullptr);
+}
+
+void TestConvert::nullArgumentsAreRefused()
+{
+    std::vector<std::uint8_t> bytes(4);
+    const _ZorImage source = recordFor(Mono8, 2, 2, 2, 4, bytes.data());
+    _ZorImage other = {};
+    _ZorImage* result = &other;
+    QVERIFY(ZimConvert(nullptr, Mono8, &result) != 0);
+    QVERIFY(result == nullptr);
+    QVERIFY(ZimConvert(&source, Mono8, nullptr) != 0);
+}
+
+QTEST_APPLESS_MAIN(TestConvert)
+#include "tst_convert.moc"

@@ -1,0 +1,172 @@
+#include "image/ZorImageApi.h"
+#include "image/ZorImageConverter.h"
+
+#include <QtTest>
+
+#include <cstdlib>
+#include <vector>
+
+namespace {
+
+/// Allocations that still succeed; negative: all do.
+int allocationsLeft = -1;
+/// Blocks that are out.
+int blocksOut = 0;
+
+bool mayAllocate()
+{
+    if (allocationsLeft == 0)
+        return false;
+    if (allocationsLeft > 0)
+        --allocationsLeft;
+    return true;
+}
+
+} // namespace
+
+extern "C" {
+
+void* __real_malloc(std::size_t size);
+void* __real_calloc(std::size_t count, std::size_t size);
+void __real_free(void* block);
+
+void* __wrap_malloc(std::size_t size)
+{
+    void* block = mayAllocate() ? __real_malloc(size) : nullptr;
+    blocksOut += block ? 1 : 0;
+    return block;
+}
+
+void* __wrap_calloc(std::size_t count, std::size_t size)
+{
+    void* block = mayAllocate() ? __real_calloc(count, size) : nullptr;
+    blocksOut += block ? 1 : 0;
+    return block;
+}
+
+void __wrap_free(void* block)
+{
+    blocksOut -= block ? 1 : 0;
+    __real_free(block);
+}
+}
+
+/// What the image libraries do when there is no memory, and that they lose none.
+class TestImageMemory : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void aHeaderNeedsOneBlock();
+    void aFailingCloneLosesNothing_data();
+    void aFailingCloneLosesNothing();
+    void aFailingConversionLosesNothing_data();
+    void aFailingConversionLosesNothing();
+    void aCloneOfTheSameSizeNeedsNoNewBlock();
+};
+
+namespace {
+
+_ZorImage sourceOf(std::vector<std::uint8_t>& pixels)
+{
+    _ZorImage record = {};
+    record.pixelType = 0x01080101;
+    record.packing = 0x0100;
+    record.pixelBits = 8;
+    record.width = std::uint32_t(pixels.size());
+    record.height = 1;
+    record.imageSize = record.pitch = std::uint32_t(pixels.size());
+    record.data = pixels.data();
+    return record;
+}
+
+} // namespace
+
+void TestImageMemory::init()
+{
+    allocationsLeft = -1;
+    blocksOut = 0;
+}
+
+void TestImageMemory::aHeaderNeedsOneBlock()
+{
+    _ZorImage old = {};
+    _ZorImage* header = &old;
+    allocationsLeft = 0;
+    QVERIFY(ZorCreateImageHeader(&header, 1, 0x01080101, 0, 0, 0) != 0);
+    QVERIFY(header == nullptr);
+    allocationsLeft = 1;
+    QCOMPARE(ZorCreateImageHeader(&header, 1, 0x01080101, 0, 0, 0), 0);
+    ZorReleaseImageHeader(&header);
+    QCOMPARE(blocksOut, 0);
+}
+
+void TestImageMemory::aFailingCloneLosesNothing_data()
+{
+    QTest::addColumn<int>("blocks");
+    QTest::addColumn<bool>("filledSlot");
+    QTest::newRow("no record, empty slot") << 0 << false;
+    QTest::newRow("no pixels, empty slot") << 1 << false;
+    QTest::newRow("no record, filled slot") << 0 << true;
+    QTest::newRow("no pixels, filled slot") << 1 << true;
+}
+
+void TestImageMemory::aFailingCloneLosesNothing()
+{
+    QFETCH(int, blocks);
+    QFETCH(bool, filledSlot);
+    std::vector<std::uint8_t> small(4);
+    std::vector<std::uint8_t> large(8);
+    const _ZorImage first = sourceOf(small);
+    const _ZorImage second = sourceOf(large);
+    _ZorImage* clone = nullptr;
+    if (filledSlot) {
+        QCOMPARE(ZorCloneImage(&clone, &first), 0);
+    }
+    allocationsLeft = blocks;
+    QVERIFY(ZorCloneImage(&clone, &second) != 0);
+    QVERIFY(clone == nullptr);
+    QCOMPARE(blocksOut, 0);
+}
+
+void TestImageMemory::aFailingConversionLosesNothing_data()
+{
+    QTest::addColumn<int>("blocks");
+    QTest::addColumn<bool>("succeeds");
+    QTest::newRow("no record") << 0 << false;
+    QTest::newRow("no pixels") << 1 << false;
+    QTest::newRow("two blocks are enough") << 2 << true;
+}
+
+void TestImageMemory::aFailingConversionLosesNothing()
+{
+    QFETCH(int, blocks);
+    QFETCH(bool, succeeds);
+    std::vector<std::uint8_t> pixels(4);
+    const _ZorImage source = sourceOf(pixels);
+    _ZorImage old = {};
+    _ZorImage* result = &old;
+    allocationsLeft = blocks;
+    QCOMPARE(ZimConvert(&source, 0x0110050B, &result) == 0, succeeds);
+    QCOMPARE(result != nullptr, succeeds);
+    ZorReleaseImage(&result);
+    QCOMPARE(blocksOut, 0);
+}
+
+void TestImageMemory::aCloneOfTheSameSizeNeedsNoNewBlock()
+{
+    std::vector<std::uint8_t> pixels(4, 1);
+    const _ZorImage source = sourceOf(pixels);
+    _ZorImage* clone = nullptr;
+    QCOMPARE(ZorCloneImage(&clone, &source), 0);
+    allocationsLeft = 0;
+    pixels[0] = 2;
+    QCOMPARE(ZorCloneImage(&clone, &source), 0);
+    QCOMPARE(int(clone->data[0]), 2);
+    ZorReleaseImage(&clone);
+    QCOMPARE(blocksOut, 0);
+}
+
+QTEST_APPLESS_MAIN(TestImageMemory)
+#include "tst_image_memory.moc"

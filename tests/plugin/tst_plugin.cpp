@@ -1,0 +1,452 @@
+#include "plugin/ZBKInterfacePlugIn.h"
+#include "support/ModalWatch.h"
+#include "support/TestFrame.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QLineEdit>
+#include <QPluginLoader>
+#include <QProcess>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QtEndian>
+
+#include <functional>
+
+namespace {
+
+const char* const InterfaceId = "com.zorlabs.ZorBench.ZBKInterfacePlugIn/1.0";
+
+/// A host's end of the callback.
+struct Host
+{
+    QVector<std::uint32_t> codes;
+    ZBKInterfacePlugIn* plugIn = nullptr;
+    std::function<void(std::uint32_t)> onCode;
+
+    static int call(void* context, std::uint32_t code, ZBKInterfacePlugIn* plugIn)
+    {
+        auto* host = static_cast<Host*>(context);
+        host->codes.append(code);
+        host->plugIn = plugIn;
+        if (host->onCode)
+            host->onCode(code);
+        return 42;
+    }
+};
+
+/// The utility's dialog, as anybody in the process finds it.
+QDialog* utilityDialog()
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget* widget : widgets) {
+        if (widget->objectName() == QLatin1String("CFFCUtility"))
+            return qobject_cast<QDialog*>(widget);
+    }
+    return nullptr;
+}
+
+} // namespace
+
+/// The built library as a host sees it: through the loader, the metadata and the interface alone.
+class PlugIn : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+
+    void metadataHasItsFiveEntries();
+    void metadataStandsInTheToldOrder();
+    void libraryExportsItsTwoFunctions();
+    void objectIsCastByTheToldNames_data();
+    void objectIsCastByTheToldNames();
+    void classNameAndMembersOfTheObject();
+    void nameHasNoLeadingBlank();
+    void everythingBeforeInitDoesNothing();
+    void initSetsTheWindowFlags();
+    void showNotifiesWithContextAndPlugIn();
+    void frameOfTheOpenedCallbackIsComputed();
+    void imageAloneComputesNothing();
+    void unusableImagesLeaveTheFrame_data();
+    void unusableImagesLeaveTheFrame();
+    void closeAndReopen();
+    void operatorsCloseNotifies();
+    void nullCallbackWorks();
+    void secondInitKeepsTheDialogAndReplacesTheHost();
+    void secondInitSetsTheFlagsAnewAndHides();
+    void resetKeepsTheDialog();
+    void releaseAndNewInit();
+    void releaseTwice();
+    void hostInfoIsTakenWithAndWithoutADialog();
+    void resultSlotStaysAsItWas();
+    void deletionReleasesTheDialogAndTheNextObjectIsNew();
+
+private:
+    /// The gain tables of a save: an empty list when nothing was computed.
+    QByteArray savedFile();
+
+    QPluginLoader m_loader{QStringLiteral(ZOR_PLUGIN_FILE)};
+    ZBKInterfacePlugIn* m_plugIn = nullptr;
+};
+
+void PlugIn::initTestCase()
+{
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QVERIFY2(m_loader.load(), qPrintable(m_loader.errorString()));
+    m_plugIn = qobject_cast<ZBKInterfacePlugIn*>(m_loader.instance());
+    QVERIFY(m_plugIn);
+}
+
+void PlugIn::cleanup()
+{
+    m_plugIn->Release();
+}
+
+QByteArray PlugIn::savedFile()
+{
+    QTemporaryDir folder;
+    QDialog* dialog = utilityDialog();
+    dialog->findChild<QLineEdit*>(QStringLiteral("lETitle"))->setText(QStringLiteral("T"));
+    dialog->findChild<QLineEdit*>(QStringLiteral("lECamera"))->setText(QStringLiteral("C"));
+    ModalWatch watch;
+    watch.chosenFile = folder.filePath(QStringLiteral("saved.ffc"));
+    dialog->findChild<QPushButton*>(QStringLiteral("pBSave"))->click();
+    QFile file(watch.chosenFile);
+    file.open(QIODevice::ReadOnly);
+    const QByteArray text = file.readAll();
+    return text.mid(text.indexOf("HEX Value\n") + 10);
+}
+
+void PlugIn::metadataHasItsFiveEntries()
+{
+    const QJsonObject data = m_loader.metaData();
+    QCOMPARE(data.keys(), QStringList({"IID", "MetaData", "className", "debug", "version"}));
+    QCOMPARE(data["IID"].toString(), QString(InterfaceId));
+    QCOMPARE(data["className"].toString(), QStringLiteral("ZorFFCUtility"));
+    QCOMPARE(data["version"].toInt(), 329987);
+    QVERIFY(data["debug"].isBool() && !data["debug"].toBool());
+    QVERIFY(data["MetaData"].isObject() && data["MetaData"].toObject().isEmpty());
+}
+
+void PlugIn::metadataStandsInTheToldOrder()
+{
+    QFile file(QStringLiteral(ZOR_PLUGIN_FILE));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray library = file.readAll();
+    const int start = library.indexOf("QTMETADATA  qbjs");
+    QVERIFY(start > 0);
+    // The block that the exported function answers is the one in the file.
+    const auto query = reinterpret_cast<QtPluginMetaDataFunction>(
+        QLibrary::resolve(QStringLiteral(ZOR_PLUGIN_FILE), "qt_plugin_query_metadata"));
+    QVERIFY(query);
+    const int size = 12 + 8 + int(qFromLittleEndian<quint32>(library.constData() + start + 20));
+    QCOMPARE(QByteArray(query(), size), library.mid(start, size));
+
+    const QByteArray block = library.mid(start, size);
+    int last = 0;
+    for (const char* key : {"IID", "className", "version", "debug", "MetaData"}) {
+        const int place = block.indexOf(key, 12);
+        QVERIFY2(place > last, key);
+        last = place;
+    }
+}
+
+void PlugIn::libraryExportsItsTwoFunctions()
+{
+    QProcess nm;
+    nm.start(QStringLiteral(ZOR_NM), {"-D", "--defined-only", "--format=posix", ZOR_PLUGIN_FILE});
+    QVERIFY(nm.waitForFinished());
+    QCOMPARE(nm.exitCode(), 0);
+    QStringList symbols;
+    const QStringList lines = QString(nm.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
+    for (const QString& line : lines)
+        symbols.append(line.section(' ', 0, 0));
+    symbols.sort();
+    QCOMPARE(symbols, QStringList({"qt_plugin_instance", "qt_plugin_query_metadata"}));
+}
+
+void PlugIn::objectIsCastByTheToldNames_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QString>("result");
+    QTest::newRow("its class gives the object") << QByteArray("ZorFFCUtility") << "object";
+    QTest::newRow("the interface's class gives the interface")
+        << QByteArray("ZBKInterfacePlugIn") << "interface";
+    QTest::newRow("the interface's identifier too") << QByteArray(InterfaceId) << "interface";
+    QTest::newRow("QObject goes on to QObject") << QByteArray("QObject") << "object";
+    QTest::newRow("an unknown name gives null") << QByteArray("CFFCUtility") << "null";
+    QTest::newRow("another version of the interface gives null")
+        << QByteArray("com.zorlabs.ZorBench.ZBKInterfacePlugIn/1.1") << "null";
+    QTest::newRow("a null name gives null") << QByteArray() << "null";
+}
+
+void PlugIn::objectIsCastByTheToldNames()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QString, result);
+    QObject* object = m_loader.instance();
+    const void* cast = object->qt_metacast(name.isNull() ? nullptr : name.constData());
+    const void* expected = nullptr;
+    if (result == QLatin1String("object"))
+        expected = object;
+    else if (result == QLatin1String("interface"))
+        expected = m_plugIn;
+    QCOMPARE(cast, expected);
+}
+
+void PlugIn::classNameAndMembersOfTheObject()
+{
+    const QObject* object = m_loader.instance();
+    const QMetaObject* meta = object->metaObject();
+    QCOMPARE(QByteArray(meta->className()), QByteArray("ZorFFCUtility"));
+    QCOMPARE(QByteArray(meta->superClass()->className()), QByteArray("QObject"));
+    QCOMPARE(meta->methodCount(), meta->methodOffset());
+    QVERIFY(!object->parent());
+    QCOMPARE(m_loader.instance(), object);
+}
+
+void PlugIn::nameHasNoLeadingBlank()
+{
+    QCOMPARE(m_plugIn->Name(), QStringLiteral("FFC Utility"));
+    m_plugIn->Init(nullptr, nullptr);
+    QCOMPARE(utilityDialog()->windowTitle(), QStringLiteral(" FFC Utility"));
+}
+
+void PlugIn::everythingBeforeInitDoesNothing()
+{
+    TestFrame frame = TestFrame::even(4, 4, 8, 100);
+    _ZorImage record = frame.record();
+    QCOMPARE(m_plugIn->Show(true), 4);
+    QCOMPARE(m_plugIn->Show(false), 4);
+    QVERIFY(!utilityDialog());
+    QCOMPARE(m_plugIn->SetImage(&record), 0);
+    QCOMPARE(m_plugIn->SetImage(nullptr), 0);
+    QCOMPARE(m_plugIn->Update(), 0);
+    QVERIFY(!m_plugIn->HasResult());
+    m_plugIn->Reset();
+    QCOMPARE(m_plugIn->Release(), 0);
+    QVERIFY(!utilityDialog());
+}
+
+void PlugIn::initSetsTheWindowFlags()
+{
+    QCOMPARE(m_plugIn->Init(nullptr, nullptr), 0);
+    const QDialog* dialog = utilityDialog();
+    QVERIFY(dialog);
+    QVERIFY(!dialog->parent());
+    QVERIFY(!dialog->isVisible());
+    // Qt adds the title and the system menu to what was set.
+    const auto flags = static_cast<unsigned>(dialog->windowFlags());
+    QCOMPARE(flags, 0x0800C003U | unsigned(Qt::WindowTitleHint) | unsigned(Qt::WindowSystemMenuHint));
+}
+
+void PlugIn::showNotifiesWithContextAndPlugIn()
+{
+    Host host;
+    m_plugIn->Init(Host::call, &host);
+    QVERIFY(host.codes.isEmpty());
+    QCOMPARE(m_plugIn->Show(true), 0);
+    QVERIFY(utilityDialog()->isVisible());
+    QVERIFY(!utilityDialog()->isModal());
+    QCOMPARE(host.codes, QVector<std::uint32_t>({16387}));
+    QCOMPARE(host.plugIn, m_plugIn);
+    QCOMPARE(m_plugIn->Show(true), 0);
+    QCOMPARE(host.codes.size(), 1);
+}
+
+void PlugIn::frameOfTheOpenedCallbackIsComputed()
+{
+    Host host;
+    m_plugIn->Init(Host::call, &host);
+    host.onCode = [&](std::uint32_t) {
+        TestFrame frame(2, 2, 12, [](int x, int) { return x == 0 ? 500U : 1000U; });
+        _ZorImage record = frame.record();
+        QCOMPARE(host.plugIn->SetImage(&record), 0);
+    };
+    m_plugIn->Show(true);
+    QCOMPARE(savedFile(), QByteArray("1,512\n2,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n2,256\n"));
+}
+
+void PlugIn::imageAloneComputesNothing()
+{
+    Host host;
+    m_plugIn->Init(Host::call, &host);
+    m_plugIn->Show(true);
+    TestFrame frame(2, 2, 8, [](int x, int) { return x == 0 ? 50U : 100U; });
+    _ZorImage record = frame.record();
+    QCOMPARE(m_plugIn->SetImage(&record), 0);
+    QCOMPARE(savedFile(), QByteArray(":FFC_Y start,\n-- Row(Y),HEX Value\n"));
+    QCOMPARE(m_plugIn->Update(), 0);
+    QCOMPARE(savedFile(), QByteArray("1,512\n2,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n2,256\n"));
+}
+
+void PlugIn::unusableImagesLeaveTheFrame_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::newRow("null record") << 0;
+    QTest::newRow("null pixels") << 1;
+    QTest::newRow("size 0") << 2;
+}
+
+void PlugIn::unusableImagesLeaveTheFrame()
+{
+    QFETCH(int, kind);
+    m_plugIn->Init(nullptr, nullptr);
+    TestFrame frame(2, 1, 8, [](int x, int) { return x == 0 ? 50U : 100U; });
+    _ZorImage record = frame.record();
+    m_plugIn->SetImage(&record);
+    if (kind == 1)
+        record.data = nullptr;
+    if (kind == 2)
+        record.imageSize = 0;
+    QCOMPARE(m_plugIn->SetImage(kind == 0 ? nullptr : &record), 0);
+    m_plugIn->Update();
+    QCOMPARE(savedFile(), QByteArray("1,512\n2,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n"));
+}
+
+void PlugIn::closeAndReopen()
+{
+    Host host;
+    m_plugIn->Init(Host::call, &host);
+    m_plugIn->Show(true);
+    TestFrame frame(2, 1, 8, [](int x, int) { return x == 0 ? 50U : 100U; });
+    _ZorImage record = frame.record();
+    m_plugIn->SetImage(&record);
+    QCOMPARE(m_plugIn->Show(false), 0);
+    QVERIFY(!utilityDialog()->isVisible());
+    QCOMPARE(m_plugIn->Show(true), 0);
+    QCOMPARE(host.codes, QVector<std::uint32_t>({16387, 16386, 16387}));
+    QCOMPARE(savedFile(), QByteArray("1,512\n2,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n"));
+}
+
+void PlugIn::operatorsCloseNotifies()
+{
+    Host host;
+    m_plugIn->Init(Host::call, &host);
+    m_plugIn->Show(true);
+    utilityDialog()->close();
+    QCOMPARE(host.codes, QVector<std::uint32_t>({16387, 16386}));
+}
+
+void PlugIn::nullCallbackWorks()
+{
+    m_plugIn->Init(nullptr, nullptr);
+    QCOMPARE(m_plugIn->Show(true), 0);
+    TestFrame frame = TestFrame::even(1, 1, 16, 300);
+    _ZorImage record = frame.record();
+    m_plugIn->SetImage(&record);
+    m_plugIn->Update();
+    QCOMPARE(savedFile(), QByteArray("1,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n"));
+    QCOMPARE(m_plugIn->Show(false), 0);
+}
+
+void PlugIn::secondInitKeepsTheDialogAndReplacesTheHost()
+{
+    Host first;
+    Host second;
+    m_plugIn->Init(Host::call, &first);
+    const QDialog* dialog = utilityDialog();
+    m_plugIn->Init(Host::call, &second);
+    QCOMPARE(utilityDialog(), dialog);
+    m_plugIn->Show(true);
+    QVERIFY(first.codes.isEmpty());
+    QCOMPARE(second.codes, QVector<std::uint32_t>({16387}));
+}
+
+void PlugIn::secondInitSetsTheFlagsAnewAndHides()
+{
+    m_plugIn->Init(nullptr, nullptr);
+    m_plugIn->Show(true);
+    QDialog* dialog = utilityDialog();
+    dialog->setWindowFlags(Qt::Tool);
+    dialog->show();
+    m_plugIn->Init(nullptr, nullptr);
+    QCOMPARE(dialog->windowFlags() & Qt::WindowType_Mask, Qt::WindowFlags(Qt::Dialog));
+    QVERIFY(!dialog->isVisible());
+}
+
+void PlugIn::resetKeepsTheDialog()
+{
+    m_plugIn->Init(nullptr, nullptr);
+    m_plugIn->Show(true);
+    TestFrame frame(2, 1, 8, [](int x, int) { return x == 0 ? 50U : 100U; });
+    _ZorImage record = frame.record();
+    m_plugIn->SetImage(&record);
+    m_plugIn->Update();
+    m_plugIn->Reset();
+    QVERIFY(utilityDialog()->isVisible());
+    m_plugIn->Update();
+    // The gains are the last ones still, and a save writes them.
+    QCOMPARE(savedFile(), QByteArray("1,512\n2,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n"));
+}
+
+void PlugIn::releaseAndNewInit()
+{
+    Host host;
+    m_plugIn->Init(Host::call, &host);
+    m_plugIn->Show(true);
+    QCOMPARE(m_plugIn->Release(), 0);
+    QVERIFY(!utilityDialog());
+    QCOMPARE(m_plugIn->Show(true), 4);
+    m_plugIn->Init(Host::call, &host);
+    m_plugIn->Show(true);
+    QCOMPARE(host.codes, QVector<std::uint32_t>({16387, 16387}));
+}
+
+void PlugIn::releaseTwice()
+{
+    m_plugIn->Init(nullptr, nullptr);
+    QCOMPARE(m_plugIn->Release(), 0);
+    QCOMPARE(m_plugIn->Release(), 0);
+}
+
+void PlugIn::hostInfoIsTakenWithAndWithoutADialog()
+{
+    ZBKHostInfo info;
+    info.text = QStringLiteral("bench");
+    m_plugIn->SetHostInfo(info);
+    m_plugIn->Init(nullptr, nullptr);
+    m_plugIn->SetHostInfo(info);
+    QCOMPARE(info.text, QStringLiteral("bench"));
+    QCOMPARE(m_plugIn->Show(true), 0);
+}
+
+void PlugIn::resultSlotStaysAsItWas()
+{
+    void* slot = this;
+    QCOMPARE(m_plugIn->GetResult(&slot), 0);
+    QCOMPARE(slot, static_cast<void*>(this));
+    m_plugIn->Init(nullptr, nullptr);
+    TestFrame frame = TestFrame::even(2, 2, 8, 100);
+    _ZorImage record = frame.record();
+    m_plugIn->SetImage(&record);
+    m_plugIn->Update();
+    QVERIFY(!m_plugIn->HasResult());
+    QCOMPARE(m_plugIn->GetResult(&slot), 0);
+    QCOMPARE(slot, static_cast<void*>(this));
+}
+
+void PlugIn::deletionReleasesTheDialogAndTheNextObjectIsNew()
+{
+    m_plugIn->Init(nullptr, nullptr);
+    QVERIFY(utilityDialog());
+    delete m_loader.instance();
+    QVERIFY(!utilityDialog());
+    QObject* next = m_loader.instance();
+    QVERIFY(next);
+    m_plugIn = qobject_cast<ZBKInterfacePlugIn*>(next);
+    QVERIFY(m_plugIn);
+    QCOMPARE(m_plugIn->Show(true), 4);
+    QCOMPARE(m_plugIn->Init(nullptr, nullptr), 0);
+    QVERIFY(utilityDialog());
+}
+
+QTEST_MAIN(PlugIn)
+#include "tst_plugin.moc"

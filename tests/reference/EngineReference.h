@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// What the engine has to compute, once more: pixel by pixel, from the definitions alone, with no thought of
+/// speed and no code of the engine.
+namespace reference {
+
+/// Bytes with a geometry. Pixels are one byte at depth 8, else two bytes, the low one first.
+struct Image
+{
+    std::vector<std::uint8_t> bytes;
+    int step;
+    int width;
+    int height;
+    int depth;
+
+    unsigned pixel(int x, int y) const;
+};
+
+struct Rule
+{
+    bool normalize;
+    double value;
+    bool pairs;
+};
+
+struct Gains
+{
+    std::vector<double> gains;
+    std::vector<std::uint16_t> means;
+};
+
+std::uint16_t gainCode(double gain);
+std::int32_t coefficient(double gain, int fractionBits);
+std::string tables(const std::vector<double>& columns, const std::vector<double>& rows, int fractionBits);
+
+/// Gains and means of the columns; of the rows.
+Gains columnGains(const Image& image, const Rule& rule);
+Gains rowGains(const Image& image, const Rule& rule);
+
+int cellStep(int width);
+
+/// The block of height + 1 rows of 16-bit cells that a frame is copied to. What no rule fills keeps its old
+/// content, which `cells` brings along.
+void fillCells(const Image& frame, Image& cells);
+
+/// One code a column, codes.size() of them; 1.0 behind the last.
+void columnPass(Image& cells, int frameStep, const std::vector<std::uint16_t>& codes);
+void rowPass(const Image& source, Image& destination, const std::vector<std::uint16_t>& codes);
+
+/// pixel x column x row over 2^(2 x fractionBits), from 0 to full scale.
+unsigned corrected(unsigned pixel, std::int32_t column, std::int32_t row, int fractionBits, int depth);
+
+/// product / 2^scale to nearest, ties to even, limited to 16 bits with sign.
+std::int16_t scaledProduct(std::int16_t a, std::int16_t b, int scale);
+
+/// Level k is lower + k x (upper - lower) / (count - 1), truncated.
+std::vector<int> uniformLevels(float lower, float upper, int count);
+
+/// How many values lie from one level up to the next.
+std::vector<int> histogram(const std::vector<int>& values, const std::vector<int>& levels);
+
+} // namespace reference

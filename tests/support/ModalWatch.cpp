@@ -1,0 +1,46 @@
+#include "support/ModalWatch.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+
+ModalWatch::ModalWatch()
+{
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { look(); });
+    m_timer.start(1);
+}
+
+void ModalWatch::look()
+{
+    QWidget* widget = QApplication::activeModalWidget();
+    if (auto* box = qobject_cast<QMessageBox*>(widget))
+        answer(*box);
+    else if (auto* dialog = qobject_cast<QFileDialog*>(widget))
+        answer(*dialog);
+}
+
+void ModalWatch::answer(QMessageBox& box)
+{
+    texts.append(box.text());
+    if (onBox)
+        onBox(box);
+    if (QAbstractButton* yes = box.button(QMessageBox::Yes))
+        yes->click();
+    else
+        box.accept();
+}
+
+void ModalWatch::answer(QFileDialog& dialog)
+{
+    ++fileDialogs;
+    if (onFileDialog)
+        onFileDialog(dialog);
+    if (chosenFile.isEmpty()) {
+        dialog.reject();
+        return;
+    }
+    dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(chosenFile);
+    QMetaObject::invokeMethod(&dialog, "accept");
+}

@@ -1,0 +1,48 @@
+#include "support/TestFrame.h"
+
+#include "image/MonoTarget.h"
+
+TestFrame::TestFrame(int frameWidth, int frameHeight, int frameDepth, const Pixel& pixel, int frameStep)
+    : width(frameWidth)
+    , height(frameHeight)
+    , depth(frameDepth)
+    , step(frameStep != 0 ? frameStep : frameWidth * (frameDepth == 8 ? 1 : 2))
+    , bytes(static_cast<std::size_t>(step) * static_cast<std::size_t>(frameHeight))
+{
+    for (int y = 0; y < height; ++y) {
+        std::uint8_t* row = bytes.data() + static_cast<std::ptrdiff_t>(y) * step;
+        for (int x = 0; x < width; ++x) {
+            const unsigned value = pixel(x, y);
+            if (depth == 8) {
+                row[x] = static_cast<std::uint8_t>(value);
+            } else {
+                row[2 * x] = static_cast<std::uint8_t>(value & 0xFF);
+                row[2 * x + 1] = static_cast<std::uint8_t>(value >> 8);
+            }
+        }
+    }
+}
+
+TestFrame TestFrame::even(int width, int height, int depth, unsigned value)
+{
+    return TestFrame(width, height, depth, [value](int, int) { return value; });
+}
+
+_ZorImage TestFrame::record()
+{
+    const std::uint32_t code = monoTargetForDepth(static_cast<std::uint32_t>(depth));
+    _ZorImage record{};
+    record.recordSize = ZorImageRecordSize;
+    record.recordVersion = ZorImageRecordVersion;
+    record.pixelType = code;
+    record.depth = static_cast<std::uint32_t>(depth);
+    record.packing = pixelTypePacking(code);
+    record.channels = 1;
+    record.pixelBits = pixelTypeBits(code);
+    record.width = static_cast<std::uint32_t>(width);
+    record.height = static_cast<std::uint32_t>(height);
+    record.imageSize = static_cast<std::uint32_t>(bytes.size());
+    record.pitch = static_cast<std::uint32_t>(step);
+    record.data = bytes.data();
+    return record;
+}
