@@ -1,9 +1,9 @@
 #include "dialog/CFFCUtility.h"
 
-#include "dialog/PaneArrangement.h"
-#include "display/DisplayAdapter.h"
+#include "display/DisplayAdapterQT.h"
 #include "display/DisplayView.h"
 #include "engine/Allocation.h"
+#include "splitter/CGridSplitter.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QShowEvent>
+
+#include <qwt_plot.h>
 
 namespace {
 
@@ -33,7 +35,10 @@ CFFCUtility::CFFCUtility(QWidget* parent)
     QT_WARNING_DISABLE_DEPRECATED
     m_viewClock.start();
     QT_WARNING_POP
+    m_grid = new CGridSplitter(this);
+    const QList<QWidget*> panes{ui.gVUp, ui.PlotUp, ui.gVDown, ui.PlotDown};
     ui.wSettings->setFixedHeight(ui.wSettings->sizeHint().height());
+    m_grid->setWidgets(panes, 2, 2);
 
     connect(ui.chBHighlights, SIGNAL(clicked()), this, SLOT(highLightSlot()));
     connect(ui.pBUpdate, SIGNAL(clicked()), this, SLOT(Update()));
@@ -140,7 +145,7 @@ void CFFCUtility::resizeEvent(QResizeEvent* event)
         const int height = event->size().height();
         const int stripHeight = ui.wSettings->height();
         if (width > ui.wSettings->width() || height > SmallestArrangedHeight) {
-            arrangePanes(ui, width, height - stripHeight);
+            m_grid->resize(width, height - stripHeight);
             ui.wSettings->move(0, height - stripHeight);
             ui.wSettings->resize(width, stripHeight);
         }
@@ -158,6 +163,16 @@ void CFFCUtility::closeEvent(QCloseEvent* event)
 
 void CFFCUtility::showEvent(QShowEvent* event)
 {
+    // A show from within a refresh finds the adapters made.
+    if (!m_viewLock.heldByThisThread()) {
+        const std::lock_guard<OwnedMutex> viewLock(m_viewLock);
+        constexpr std::uint32_t Features =
+            DisplayFeatureImageEvents | DisplayFeatureViewEvents | DisplayFeatureInspect;
+        if (!m_adapterUp)
+            m_adapterUp = new DisplayAdapterQT(ui.gVUp, false, Features);
+        if (!m_adapterDown)
+            m_adapterDown = new DisplayAdapterQT(ui.gVDown, false, Features);
+    }
     if (!m_shown) {
         // The host may hand a frame over inside the notification; Update then computes and shows it.
         if (m_hostCallback)

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <list>
 
+class CGridSplitter;
 class DisplayAdapter;
 class HighLightProcessor;
 struct _ZorImage;
@@ -51,13 +52,15 @@ public:
     bool RunCorrection();
 
 public slots:
-    /// Refreshes what the operator sees.
+    /// Hands the frame and the corrected image to the two views and rebuilds the plots. Nothing happens
+    /// without a result.
     void ShowAll();
     /// Reads the normalise settings, corrects the frame and shows the result. Nothing happens without a frame
     /// or while a refresh runs.
     void Update();
     /// Asks for a name and writes the gains to a coefficient file.
     void DoSaveFFC();
+    /// Takes the mark of bright pixels from the upper view or gives it, and refreshes.
     void highLightSlot();
     /// One view was zoomed or panned: the other follows.
     void onViewChanged(DisplayView* view);
@@ -85,10 +88,16 @@ protected:
     /// The plots' value axes.
     void ComputeRanges();
 
+    /// The pixels of the lower view's record, from one of the two working images.
+    void FillLowerImage(_ZorImage& lower, const std::uint16_t* corrected);
+    /// Rebuilds the curves and axes of both plots from the four lines.
+    void RefreshPlots();
+
     ZBKHostCallback m_hostCallback = nullptr;
     void* m_hostContext = nullptr;
     ZBKInterfacePlugIn* m_plugIn = nullptr;
     Ui_CFFCUtility ui;
+    CGridSplitter* m_grid = nullptr;           ///< the four panes
     DisplayAdapter* m_adapterUp = nullptr;     ///< owned
     DisplayAdapter* m_adapterDown = nullptr;   ///< owned
     void* m_reservedPointers[2] = {};          ///< read by nothing

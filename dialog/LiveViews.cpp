@@ -1,15 +1,91 @@
 #include "dialog/CFFCUtility.h"
 
+#include "dialog/LocalRecord.h"
+#include "dialog/Message.h"
+#include "display/DisplayAdapter.h"
+#include "display/DisplaySettings.h"
+#include "engine/Allocation.h"
+#include "engine/pix/PixConvert.h"
+
+#include <QCheckBox>
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <cstring>
+
 namespace {
 
 /// Changes of a view that come sooner after the last one, in milliseconds, are dropped.
 constexpr int ViewThrottle = 50;
 
+/// A scale that is not above this one moves no other view.
+constexpr double SmallestScale = 1e-5;
+
+void showIn(DisplayAdapter* adapter, _ZorImage& record)
+{
+    adapter->prepareImage(&record, false);
+    adapter->displayImage(&record);
+    zorRelease(record.data);
+    record.data = nullptr;
+}
+
 } // namespace
 
 void CFFCUtility::ShowAll()
 {
-    const std::lock_guard<OwnedMutex> viewLock(m_viewLock);
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const std::uint16_t* corrected = ui.chBShowY->isChecked() ? m_flatY : m_flatX;
+    if (!m_image || !m_flatY || !corrected) {
+        QGuiApplication::restoreOverrideCursor();
+        return;
+    }
+
+    std::unique_lock<OwnedMutex> viewLock(m_viewLock);
+    // Before the first show the wait cursor stays: deliberate, see docs/decisions.md.
+    if (!m_adapterUp || !m_adapterDown)
+        return;
+
+    _ZorImage upper =
+        localRecord(m_width, m_height, m_step, static_cast<std::uint32_t>(m_imageBytes), m_pixelFormat);
+    upper.data = static_cast<std::uint8_t*>(zorAllocate(upper.imageSize));
+    if (!upper.data) {
+        QGuiApplication::restoreOverrideCursor();
+        showNotEnoughMemory();
+        return;
+    }
+    std::memcpy(upper.data, m_image, upper.imageSize);
+
+    _ZorImage lower = upper;
+    lower.data = static_cast<std::uint8_t*>(zorAllocate(lower.imageSize));
+    if (!lower.data) {
+        // The upper block is lost here: deliberate, see docs/decisions.md.
+        QGuiApplication::restoreOverrideCursor();
+        showNotEnoughMemory();
+        return;
+    }
+    FillLowerImage(lower, corrected);
+
+    showIn(m_adapterUp, upper);
+    showIn(m_adapterDown, lower);
+    if (m_columnLine && m_rowLine && m_flatColumnLine && m_flatRowLine)
+        RefreshPlots();
+    viewLock.unlock();
+    QGuiApplication::restoreOverrideCursor();
+}
+
+void CFFCUtility::FillLowerImage(_ZorImage& lower, const std::uint16_t* corrected)
+{
+    if (lower.depth == 8) {
+        // The step of m_flatY whichever buffer is shown: both have the same.
+        zor::pixNarrow16uTo8u(corrected, m_flatYStep, lower.data, static_cast<std::int32_t>(lower.pitch),
+                              {m_width, m_height});
+        return;
+    }
+    // One block whatever the frame's step is. Where the frame is longer than the cells the rest is black.
+    const std::size_t cells = static_cast<std::size_t>(m_flatYStep) * static_cast<std::size_t>(m_height);
+    const std::size_t copied = std::min<std::size_t>(cells, lower.imageSize);
+    std::memcpy(lower.data, corrected, copied);
+    std::memset(lower.data + copied, 0, lower.imageSize - copied);
 }
 
 void CFFCUtility::highLightSlot()
@@ -17,10 +93,14 @@ void CFFCUtility::highLightSlot()
     // A click can come in while a refresh runs a nested event loop on this thread.
     if (m_viewLock.heldByThisThread())
         return;
+    // Without a viewer there is nothing to take a processor from.
+    DisplaySettings* settings = m_adapterUp ? m_adapterUp->viewerSettings() : nullptr;
+    if (settings && !ui.chBHighlights->isChecked())
+        settings->run("processing.proc.del");
     ShowAll();
 }
 
-void CFFCUtility::onViewChanged(DisplayView*)
+void CFFCUtility::onViewChanged(DisplayView* view)
 {
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED
@@ -33,4 +113,24 @@ void CFFCUtility::onViewChanged(DisplayView*)
     if (!viewLock || !m_adapterUp || !m_adapterDown)
         return;
     const std::unique_lock<OwnedMutex> dataLock(m_dataLock, std::try_to_lock);
+    if (!dataLock)
+        return;
+
+    const bool fromUpper = view == ui.gVUp;
+    DisplayAdapter* source = fromUpper ? m_adapterUp : m_adapterDown;
+    DisplayAdapter* target = fromUpper ? m_adapterDown : m_adapterUp;
+
+    // A view that can't tell its rectangle sends the other one to the top left corner.
+    QRect shown(0, 0, 0, 0);
+    source->viewImageRect(&shown);
+    const _ZorImage* image = source->stageImage(0);
+    if (!image || image->width == 0 || image->height == 0)
+        return;
+    DisplaySettings* settings = source->viewerSettings();
+    double scale = 0.0;
+    if (!settings || !settings->getDouble("display.view.scale", &scale) || !(scale > SmallestScale))
+        return;
+    target->viewScale(scale);
+    target->viewAt((shown.x() + shown.width() * 0.5) / image->width,
+                   (shown.y() + shown.height() * 0.5) / image->height);
 }
