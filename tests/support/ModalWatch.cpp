@@ -6,6 +6,13 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+namespace {
+
+/// Marks a file dialog that stays open for a while after its answer.
+const char* const Answered = "answered";
+
+} // namespace
+
 ModalWatch::ModalWatch()
 {
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { look(); });
@@ -34,6 +41,9 @@ void ModalWatch::answer(QMessageBox& box)
 
 void ModalWatch::answer(QFileDialog& dialog)
 {
+    if (dialog.property(Answered).toBool())
+        return;
+    dialog.setProperty(Answered, true);
     ++fileDialogs;
     if (onFileDialog)
         onFileDialog(dialog);
@@ -42,5 +52,6 @@ void ModalWatch::answer(QFileDialog& dialog)
         return;
     }
     dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(chosenFile);
-    QMetaObject::invokeMethod(&dialog, "accept");
+    // Accepting may open a box of the file dialog's own, which this timer has to be free to answer.
+    QMetaObject::invokeMethod(&dialog, "accept", Qt::QueuedConnection);
 }

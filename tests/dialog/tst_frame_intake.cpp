@@ -1,0 +1,214 @@
+#include "fakes/FakeConverter.h"
+#include "image/PixelTypeCode.h"
+#include "support/DialogProbe.h"
+#include "support/ModalWatch.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTest>
+
+/// What intake asks of the converter and what it takes over, against a converter that delivers what it is
+/// told.
+class FrameIntake : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void targetFollowsTheDepth_data();
+    void targetFollowsTheDepth();
+    void colourFrameGoesToTheMonoFormatOfItsDepth();
+    void frameOfTheTargetFormatIsConvertedToo();
+    void sizeIsTheHostsAndTheRestTheConverters();
+    void convertedRecordIsGivenBack();
+    void hostsRecordIsFreeAfterIntake();
+    void smoothingIsSwitchedOff();
+    void converterFailureShowsItsBox_data();
+    void converterFailureShowsItsBox();
+    void unusableRecordIsNotConverted_data();
+    void unusableRecordIsNotConverted();
+};
+
+namespace {
+
+_ZorImage hostRecord(std::uint32_t depth, std::uint32_t pixelType = ZorMono8)
+{
+    static std::uint8_t pixels[64];
+    _ZorImage record{};
+    record.pixelType = pixelType;
+    record.depth = depth;
+    record.width = 4;
+    record.height = 2;
+    record.imageSize = sizeof pixels;
+    record.data = pixels;
+    return record;
+}
+
+void deliver(TestFrame frame)
+{
+    fakeConverter.record = frame.record();
+    fakeConverter.pixels = frame.bytes;
+}
+
+} // namespace
+
+void FrameIntake::init()
+{
+    fakeConverter = FakeConverter();
+    deliver(TestFrame::even(4, 2, 12, 1000));
+}
+
+void FrameIntake::targetFollowsTheDepth_data()
+{
+    QTest::addColumn<unsigned>("depth");
+    QTest::addColumn<unsigned>("target");
+    QTest::newRow("8 bits") << 8U << 0x01080101U;
+    QTest::newRow("10 bits") << 10U << 0x01100202U;
+    QTest::newRow("12 bits") << 12U << 0x01100306U;
+    QTest::newRow("14 bits come down to 8") << 14U << 0x01080101U;
+    QTest::newRow("16 bits") << 16U << 0x0110050BU;
+    QTest::newRow("no depth") << 0U << 0x01080101U;
+    QTest::newRow("an odd depth") << 11U << 0x01080101U;
+    QTest::newRow("32 bits") << 32U << 0x01080101U;
+}
+
+void FrameIntake::targetFollowsTheDepth()
+{
+    QFETCH(unsigned, depth);
+    QFETCH(unsigned, target);
+    DialogProbe d;
+    _ZorImage record = hostRecord(depth);
+    d.SetFrame(&record);
+    QCOMPARE(fakeConverter.conversions, 1);
+    QCOMPARE(fakeConverter.askedType, static_cast<unsigned long>(target));
+    QCOMPARE(fakeConverter.askedSource, static_cast<const _ZorImage*>(&record));
+}
+
+void FrameIntake::colourFrameGoesToTheMonoFormatOfItsDepth()
+{
+    constexpr std::uint32_t bayerRG8 = 0x0308010E;
+    DialogProbe d;
+    deliver(TestFrame::even(4, 2, 8, 77));
+    _ZorImage record = hostRecord(8, bayerRG8);
+    d.SetFrame(&record);
+    QCOMPARE(fakeConverter.askedType, static_cast<unsigned long>(ZorMono8));
+    QCOMPARE(d.m_pixelFormat, ZorMono8);
+    QCOMPARE(d.m_imageBytes, std::uint64_t{8});
+}
+
+void FrameIntake::frameOfTheTargetFormatIsConvertedToo()
+{
+    DialogProbe d;
+    TestFrame frame = TestFrame::even(4, 2, 12, 1000);
+    d.take(frame);
+    QCOMPARE(fakeConverter.conversions, 1);
+}
+
+void FrameIntake::sizeIsTheHostsAndTheRestTheConverters()
+{
+    DialogProbe d;
+    TestFrame delivered = TestFrame(
+        7, 5, 10, [](int, int) { return 3U; }, 20);
+    deliver(delivered);
+    _ZorImage record = hostRecord(16, ZorMono16);
+    record.pitch = 8;
+    d.SetFrame(&record);
+    QCOMPARE(d.m_width, 4);
+    QCOMPARE(d.m_height, 2);
+    QCOMPARE(d.m_depth, 10);
+    QCOMPARE(d.m_step, 20);
+    QCOMPARE(d.m_imageBytes, std::uint64_t{100});
+    QCOMPARE(d.m_pixelFormat, ZorMono10);
+}
+
+void FrameIntake::convertedRecordIsGivenBack()
+{
+    DialogProbe d;
+    _ZorImage record = hostRecord(12);
+    d.SetFrame(&record);
+    QCOMPARE(fakeConverter.live, 0);
+    QVERIFY(d.m_image);
+}
+
+void FrameIntake::hostsRecordIsFreeAfterIntake()
+{
+    DialogProbe d;
+    _ZorImage record = hostRecord(12);
+    d.SetFrame(&record);
+    record = _ZorImage{};
+    fakeConverter.pixels.assign(fakeConverter.pixels.size(), 0);
+    QCOMPARE(d.m_width, 4);
+    QCOMPARE(int(d.m_image[0]) + 256 * int(d.m_image[1]), 1000);
+}
+
+void FrameIntake::smoothingIsSwitchedOff()
+{
+    DialogProbe d;
+    d.m_pairSmoothing = 1;
+    _ZorImage record = hostRecord(12);
+    d.SetFrame(&record);
+    QCOMPARE(d.m_pairSmoothing, 0);
+}
+
+void FrameIntake::converterFailureShowsItsBox_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::newRow("a positive answer") << 1;
+    QTest::newRow("a negative answer") << -5;
+}
+
+void FrameIntake::converterFailureShowsItsBox()
+{
+    QFETCH(int, answer);
+    DialogProbe d;
+    d.take(TestFrame::even(4, 2, 12, 1000));
+    d.Update();
+    QVERIFY(d.m_flatY);
+
+    fakeConverter.answer = answer;
+    ModalWatch watch;
+    bool modal = false;
+    bool orphan = false;
+    watch.onBox = [&](QMessageBox& box) {
+        modal = box.isModal();
+        orphan = box.parent() == nullptr;
+    };
+    _ZorImage record = hostRecord(12);
+    record.width = 9;
+    record.height = 7;
+    d.SetFrame(&record);
+    QCOMPARE(watch.texts, QStringList("Converter error!"));
+    QVERIFY(modal);
+    QVERIFY(orphan);
+    QVERIFY(!d.m_image && !d.m_flatX && !d.m_flatY);
+    QCOMPARE(d.m_width, 9);
+    QCOMPARE(d.m_height, 7);
+    QCOMPARE(d.m_depth, 0);
+    d.Update();
+    QVERIFY(!d.m_flatY);
+    QCOMPARE(watch.texts.size(), 1);
+}
+
+void FrameIntake::unusableRecordIsNotConverted_data()
+{
+    QTest::addColumn<bool>("data");
+    QTest::newRow("null pixels") << false;
+    QTest::newRow("size 0") << true;
+}
+
+void FrameIntake::unusableRecordIsNotConverted()
+{
+    QFETCH(bool, data);
+    DialogProbe d;
+    _ZorImage record = hostRecord(12);
+    if (data)
+        record.imageSize = 0;
+    else
+        record.data = nullptr;
+    d.SetFrame(&record);
+    QCOMPARE(fakeConverter.conversions, 0);
+    QVERIFY(!d.m_image);
+}
+
+QTEST_MAIN(FrameIntake)
+#include "tst_frame_intake.moc"

@@ -1,0 +1,58 @@
+#include "host/frames/FrameFiles.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <stdexcept>
+
+std::string FrameFiles::write(const QByteArray& bytes, const char* name)
+{
+    QFile file(QString::fromStdString(path(name)));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        throw std::runtime_error("the test's file cannot be written");
+    return file.fileName().toStdString();
+}
+
+QString FrameFiles::error(const QByteArray& bytes, const zor::FrameOptions& options)
+{
+    try {
+        read(bytes, options);
+        return {};
+    } catch (const zor::FrameError& error) {
+        return QString::fromUtf8(error.what());
+    }
+}
+
+zor::Frame FrameFiles::read(const QByteArray& bytes, const zor::FrameOptions& options)
+{
+    return zor::readFrame(write(bytes), options);
+}
+
+std::string FrameFiles::path(const char* name) const
+{
+    return m_folder.filePath(name).toStdString();
+}
+
+QList<int> samplesOf(const zor::Frame& frame)
+{
+    QList<int> samples;
+    const bool wide = (frame.pixelType >> 16 & 0xFF) == 16;
+    for (std::size_t y = 0; y < frame.height; ++y) {
+        for (std::size_t x = 0; x < frame.width; ++x) {
+            const std::uint8_t* line = frame.pixels.data() + y * frame.pitch;
+            samples.append(wide ? line[2 * x] + 256 * line[2 * x + 1] : line[x]);
+        }
+    }
+    return samples;
+}
+
+QString firstTruncationThatIsNoError(FrameFiles& files, const QByteArray& bytes,
+                                     const zor::FrameOptions& options)
+{
+    for (int length = 0; length < bytes.size(); ++length) {
+        const QString text = files.error(bytes.left(length), options);
+        if (!text.startsWith(QString::fromStdString(files.path("frame")) + ": "))
+            return QString("%1 of %2 bytes: '%3'").arg(length).arg(bytes.size()).arg(text);
+    }
+    return {};
+}

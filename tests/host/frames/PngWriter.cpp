@@ -1,0 +1,69 @@
+#include "host/frames/PngWriter.h"
+
+#include <png.h>
+
+#include <stdexcept>
+#include <vector>
+
+namespace {
+
+void append(png_structp png, png_bytep bytes, std::size_t count)
+{
+    static_cast<QByteArray*>(png_get_io_ptr(png))->append(reinterpret_cast<const char*>(bytes), int(count));
+}
+
+void flush(png_structp) {}
+
+[[noreturn]] void fail(png_structp, png_const_charp message)
+{
+    throw std::runtime_error(message);
+}
+
+/// Samples packed from the high bits down, as PNG stores them; every line starts at a byte.
+std::vector<png_byte> packedLine(const PngContent& content, std::size_t y, std::size_t perLine)
+{
+    std::vector<png_byte> line((perLine * std::size_t(content.bits) + 7) / 8);
+    for (std::size_t i = 0; i < perLine; ++i) {
+        const int sample = content.samples[int(y * perLine + i)];
+        for (int bit = 0; bit < content.bits; ++bit) {
+            const std::size_t place = i * std::size_t(content.bits) + std::size_t(bit);
+            if (sample >> (content.bits - 1 - bit) & 1)
+                line[place / 8] = png_byte(line[place / 8] | 0x80 >> place % 8);
+        }
+    }
+    return line;
+}
+
+} // namespace
+
+QByteArray makePng(const PngContent& content)
+{
+    QByteArray result;
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, fail, nullptr);
+    png_infop info = png_create_info_struct(png);
+    png_set_write_fn(png, &result, append, flush);
+    png_set_IHDR(png, info, content.width, content.height, content.bits, content.colorType,
+                 content.interlaced ? PNG_INTERLACE_ADAM7 : PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+                 PNG_FILTER_TYPE_DEFAULT);
+    if (content.significantBits != 0) {
+        png_color_8 significant = {};
+        significant.gray = png_byte(content.significantBits);
+        png_set_sBIT(png, info, &significant);
+    }
+    if (content.colorType == PNG_COLOR_TYPE_PALETTE) {
+        const png_color palette[2] = {{0, 0, 0}, {255, 255, 255}};
+        png_set_PLTE(png, info, palette, 2);
+    }
+    png_write_info(png, info);
+    const std::size_t perLine = content.width * std::size_t(png_get_channels(png, info));
+    std::vector<std::vector<png_byte>> lines;
+    std::vector<png_bytep> rows;
+    for (std::size_t y = 0; y < content.height; ++y)
+        lines.push_back(packedLine(content, y, perLine));
+    for (auto& line : lines)
+        rows.push_back(line.data());
+    png_write_image(png, rows.data());
+    png_write_end(png, info);
+    png_destroy_write_struct(&png, &info);
+    return result;
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+
+/// What a PNG file of a test is to hold.
+struct PngContent
+{
+    quint32 width = 0;
+    quint32 height = 0;
+    int bits = 8;
+    int colorType = 0; ///< PNG_COLOR_TYPE_GRAY
+    bool interlaced = false;
+    int significantBits = 0; ///< 0: no sBIT entry
+    QList<int> samples;      ///< as they stand in the file, channel after channel
+};
+
+/// The file's bytes.
+QByteArray makePng(const PngContent& content);

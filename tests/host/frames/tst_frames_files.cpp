@@ -1,0 +1,109 @@
+#include "host/frames/FrameFiles.h"
+
+#include <QtTest>
+
+/// What is told about files that are no frame at all, and about options that nobody can mean.
+class TestFramesFiles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aMissingFileIsNamed();
+    void aFolderIsNoFile();
+    void otherContentIsRefused_data();
+    void otherContentIsRefused();
+    void theContentTellsTheFormatNotTheName();
+    void aNameInOtherLettersWorks();
+    void onlyTheFourDepthsCanBeAsked_data();
+    void onlyTheFourDepthsCanBeAsked();
+    void aSampleAboveTheAskedDepthIsNamed();
+
+private:
+    FrameFiles m_files;
+};
+
+void TestFramesFiles::aMissingFileIsNamed()
+{
+    try {
+        zor::readFrame(m_files.path("nowhere"), {});
+        QFAIL("no error");
+    } catch (const zor::FrameError& error) {
+        QCOMPARE(QString(error.what()), QString::fromStdString(m_files.path("nowhere")) + ": no such file");
+    }
+}
+
+void TestFramesFiles::aFolderIsNoFile()
+{
+    try {
+        zor::readFrame(m_files.path("."), {});
+        QFAIL("no error");
+    } catch (const zor::FrameError& error) {
+        QVERIFY(QString(error.what()).endsWith("is not a regular file"));
+    }
+}
+
+void TestFramesFiles::otherContentIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("says");
+    QTest::newRow("an empty file") << QByteArray() << "is empty";
+    QTest::newRow("one letter") << QByteArray("P") << "no PGM, PNG or TIFF";
+    QTest::newRow("text") << QByteArray("hello") << "a raw dump needs --format and --size";
+    QTest::newRow("P8") << QByteArray("P8 1 1 255 A") << "no PGM, PNG or TIFF";
+    QTest::newRow("half a PNG signature") << QByteArray("\x89PNG") << "no PGM, PNG or TIFF";
+    QTest::newRow("a TIFF's first letters alone") << QByteArray("II") << "no PGM, PNG or TIFF";
+}
+
+void TestFramesFiles::otherContentIsRefused()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, says);
+    const QString text = m_files.error(bytes);
+    QVERIFY2(text.contains(says), qPrintable("got '" + text + "'"));
+}
+
+void TestFramesFiles::theContentTellsTheFormatNotTheName()
+{
+    const zor::Frame frame = zor::readFrame(m_files.write("P5 2 1 255 AB", "frame.tiff"), {});
+    QCOMPARE(samplesOf(frame), (QList<int>{65, 66}));
+}
+
+void TestFramesFiles::aNameInOtherLettersWorks()
+{
+    const zor::Frame frame = zor::readFrame(m_files.write("P5 2 1 255 AB", "Wei\xC3\x9F bild.pgm"), {});
+    QCOMPARE(samplesOf(frame), (QList<int>{65, 66}));
+}
+
+void TestFramesFiles::onlyTheFourDepthsCanBeAsked_data()
+{
+    QTest::addColumn<quint32>("depth");
+    QTest::addColumn<bool>("possible");
+    for (const quint32 depth : {0U, 1U, 7U, 8U, 9U, 10U, 11U, 12U, 13U, 14U, 16U, 17U, 32U, 0xFFFFFFFFU})
+        QTest::addRow("depth %u", depth)
+            << depth << (depth == 8 || depth == 10 || depth == 12 || depth == 16);
+}
+
+void TestFramesFiles::onlyTheFourDepthsCanBeAsked()
+{
+    QFETCH(quint32, depth);
+    QFETCH(bool, possible);
+    zor::FrameOptions options;
+    options.depth = depth;
+    const QString text = m_files.error("P5 2 1 255 AB", options);
+    QCOMPARE(text.isEmpty(), possible);
+    QCOMPARE(text.contains("is not one of 8, 10, 12, 16"), !possible);
+}
+
+void TestFramesFiles::aSampleAboveTheAskedDepthIsNamed()
+{
+    zor::FrameOptions options;
+    options.depth = 10;
+    const QString text = m_files.error("P2 3 2 4095 0 1 2 1023 1024 4095", options);
+    QVERIFY2(
+        text.contains(
+            "the sample 1024 at column 1, row 1 (from 0) is above 1023, the limit of depth 10 (--depth 10)"),
+        qPrintable(text));
+}
+
+QTEST_GUILESS_MAIN(TestFramesFiles)
+#include "tst_frames_files.moc"

@@ -1,0 +1,248 @@
+#include "host/frames/FrameFiles.h"
+#include "host/frames/PngWriter.h"
+
+#include <QtTest>
+
+#include <png.h>
+
+/// Grey PNG files.
+class TestFramesPng : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void samplesAreExact_data();
+    void samplesAreExact();
+    void significantBitsTellTheDepth_data();
+    void significantBitsTellTheDepth();
+    void theLargestSampleTellsTheDepth_data();
+    void theLargestSampleTellsTheDepth();
+    void anAskedDepthOverrides();
+    void aSampleAboveTheSignificantBitsIsNamed();
+    void otherKindsAreRefused_data();
+    void otherKindsAreRefused();
+    void aHostileSizeIsRefusedBeforeItIsRead();
+    void everyTruncationIsAnError_data();
+    void everyTruncationIsAnError();
+    void everyFlippedByteIsAnErrorOrAFrame();
+
+private:
+    FrameFiles m_files;
+};
+
+namespace {
+
+PngContent grey(int bits, QList<int> samples, quint32 width, int significantBits = 0)
+{
+    PngContent content;
+    content.width = width;
+    content.height = quint32(samples.size()) / width;
+    content.bits = bits;
+    content.samples = samples;
+    content.significantBits = significantBits;
+    return content;
+}
+
+/// An image of several passes and filters.
+PngContent large(int bits, bool interlaced)
+{
+    QList<int> samples;
+    for (int i = 0; i < 19 * 13; ++i)
+        samples.append(i * 7919 % (bits == 8 ? 256 : 65536));
+    PngContent content = grey(bits, samples, 19);
+    content.interlaced = interlaced;
+    return content;
+}
+
+} // namespace
+
+void TestFramesPng::samplesAreExact_data()
+{
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<bool>("interlaced");
+    QTest::newRow("8 bits") << 8 << false;
+    QTest::newRow("16 bits") << 16 << false;
+    QTest::newRow("8 bits, interlaced") << 8 << true;
+    QTest::newRow("16 bits, interlaced") << 16 << true;
+}
+
+void TestFramesPng::samplesAreExact()
+{
+    QFETCH(int, bits);
+    QFETCH(bool, interlaced);
+    const PngContent content = large(bits, interlaced);
+    const zor::Frame frame = m_files.read(makePng(content));
+    QCOMPARE(frame.width, 19U);
+    QCOMPARE(frame.height, 13U);
+    QCOMPARE(frame.pixelType, bits == 8 ? 0x01080101U : 0x0110050BU);
+    QCOMPARE(samplesOf(frame), content.samples);
+}
+
+void TestFramesPng::significantBitsTellTheDepth_data()
+{
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<int>("significantBits");
+    QTest::addColumn<QList<int>>("stored");
+    QTest::addColumn<QList<int>>("samples");
+    QTest::addColumn<quint32>("pixelType");
+    QTest::addColumn<QString>("source");
+    QTest::newRow("12 of 16, as they stand")
+        << 16 << 12 << QList<int>{0, 1, 4095} << QList<int>{0, 1, 4095} << 0x01100306U << "sBIT 12";
+    QTest::newRow("10 of 16, as they stand")
+        << 16 << 10 << QList<int>{0, 1, 1023} << QList<int>{0, 1, 1023} << 0x01100202U << "sBIT 10";
+    QTest::newRow("9 of 16 make depth 10")
+        << 16 << 9 << QList<int>{0, 511} << QList<int>{0, 511} << 0x01100202U << "sBIT 9";
+    QTest::newRow("14 of 16 make depth 16")
+        << 16 << 14 << QList<int>{0, 16383} << QList<int>{0, 16383} << 0x0110050BU << "sBIT 14";
+    QTest::newRow("8 of 16 in one byte each")
+        << 16 << 8 << QList<int>{0, 255} << QList<int>{0, 255} << 0x01080101U << "sBIT 8";
+    QTest::newRow("16 of 16") << 16 << 16 << QList<int>{0, 7} << QList<int>{0, 7} << 0x0110050BU << "sBIT 16";
+    QTest::newRow("7 of 8") << 8 << 7 << QList<int>{0, 127} << QList<int>{0, 127} << 0x01080101U << "sBIT 7";
+    QTest::newRow("12 of 16, brought up by repeating the high bits")
+        << 16 << 12 << QList<int>{0, 0xABCA, 0xFFFF} << QList<int>{0, 0xABC, 0xFFF} << 0x01100306U
+        << "sBIT 12, in the high bits of 16";
+    QTest::newRow("12 of 16, brought up with zeros below")
+        << 16 << 12 << QList<int>{0, 0xABC0, 0xFFF0} << QList<int>{0, 0xABC, 0xFFF} << 0x01100306U
+        << "sBIT 12, in the high bits of 16";
+    QTest::newRow("3 of 8, brought up by repeating more than once")
+        << 8 << 3 << QList<int>{0, 0xB6, 0xFF} << QList<int>{0, 5, 7} << 0x01080101U
+        << "sBIT 3, in the high bits of 8";
+}
+
+void TestFramesPng::significantBitsTellTheDepth()
+{
+    QFETCH(int, bits);
+    QFETCH(int, significantBits);
+    QFETCH(QList<int>, stored);
+    QFETCH(QList<int>, samples);
+    const zor::Frame frame =
+        m_files.read(makePng(grey(bits, stored, quint32(stored.size()), significantBits)));
+    QCOMPARE(samplesOf(frame), samples);
+    QTEST(frame.pixelType, "pixelType");
+    QTEST(QString::fromStdString(frame.depthSource), "source");
+}
+
+void TestFramesPng::theLargestSampleTellsTheDepth_data()
+{
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<int>("largest");
+    QTest::addColumn<quint32>("pixelType");
+    const auto add = [](int bits, int largest, quint32 pixelType) {
+        QTest::addRow("%d in %d bits", largest, bits) << bits << largest << pixelType;
+    };
+    add(8, 0, 0x01080101);
+    add(8, 255, 0x01080101);
+    add(16, 0, 0x01080101);
+    add(16, 255, 0x01080101);
+    add(16, 256, 0x01100202);
+    add(16, 1023, 0x01100202);
+    add(16, 1024, 0x01100306);
+    add(16, 3981, 0x01100306);
+    add(16, 4095, 0x01100306);
+    add(16, 4096, 0x0110050B);
+    add(16, 65535, 0x0110050B);
+}
+
+void TestFramesPng::theLargestSampleTellsTheDepth()
+{
+    QFETCH(int, bits);
+    QFETCH(int, largest);
+    QFETCH(quint32, pixelType);
+    const zor::Frame frame = m_files.read(makePng(grey(bits, {0, largest, 0}, 3)));
+    QCOMPARE(frame.pixelType, pixelType);
+    QCOMPARE(samplesOf(frame), (QList<int>{0, largest, 0}));
+    QCOMPARE(QString::fromStdString(frame.depthSource), QString("largest sample %1").arg(largest));
+}
+
+void TestFramesPng::anAskedDepthOverrides()
+{
+    zor::FrameOptions options;
+    options.depth = 16;
+    const zor::Frame frame = m_files.read(makePng(grey(16, {0, 4095}, 2, 12)), options);
+    QCOMPARE(frame.pixelType, 0x0110050BU);
+    QCOMPARE(samplesOf(frame), (QList<int>{0, 4095}));
+    QCOMPARE(QString::fromStdString(frame.depthSource), QString("--depth 16"));
+}
+
+void TestFramesPng::aSampleAboveTheSignificantBitsIsNamed()
+{
+    const QString text = m_files.error(makePng(grey(16, {0, 1, 5001, 3}, 2, 12)));
+    QVERIFY2(
+        text.contains(
+            "the sample 5001 at column 0, row 1 (from 0) is above 4095, the limit of depth 12 (sBIT 12)"),
+        qPrintable(text));
+}
+
+void TestFramesPng::otherKindsAreRefused_data()
+{
+    QTest::addColumn<int>("colorType");
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<QString>("says");
+    QTest::newRow("RGB") << PNG_COLOR_TYPE_RGB << 8 << "colour, a palette or alpha";
+    QTest::newRow("RGB and alpha") << PNG_COLOR_TYPE_RGB_ALPHA << 16 << "colour, a palette or alpha";
+    QTest::newRow("grey and alpha") << PNG_COLOR_TYPE_GRAY_ALPHA << 8 << "colour, a palette or alpha";
+    QTest::newRow("a palette") << PNG_COLOR_TYPE_PALETTE << 1 << "colour, a palette or alpha";
+    QTest::newRow("1 bit") << PNG_COLOR_TYPE_GRAY << 1 << "has 1 bits a sample";
+    QTest::newRow("2 bits") << PNG_COLOR_TYPE_GRAY << 2 << "has 2 bits a sample";
+    QTest::newRow("4 bits") << PNG_COLOR_TYPE_GRAY << 4 << "has 4 bits a sample";
+}
+
+void TestFramesPng::otherKindsAreRefused()
+{
+    QFETCH(int, colorType);
+    QFETCH(int, bits);
+    QFETCH(QString, says);
+    PngContent content = grey(bits, {0, 1, 0, 1, 0, 1, 0, 1}, 2);
+    content.height = 1;
+    content.colorType = colorType;
+    const QString text = m_files.error(makePng(content));
+    QVERIFY2(text.contains(says), qPrintable("got '" + text + "'"));
+}
+
+void TestFramesPng::aHostileSizeIsRefusedBeforeItIsRead()
+{
+    // The header of a small file, changed to the largest sides, with its checksum made anew.
+    QByteArray bytes = makePng(grey(8, {0, 1}, 2));
+    bytes.replace(16, 8, QByteArray::fromHex("0000FFFF0000FFFF"));
+    quint32 crc = 0xFFFFFFFF;
+    for (int i = 12; i < 29; ++i) {
+        crc ^= quint8(bytes[i]);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = crc >> 1 ^ (crc % 2 == 1 ? 0xEDB88320 : 0);
+    }
+    crc = ~crc;
+    for (int i = 0; i < 4; ++i)
+        bytes[29 + i] = char(crc >> (24 - 8 * i));
+    const QString text = m_files.error(bytes);
+    QVERIFY2(text.contains("its header asks for 4294836225 bytes of samples") &&
+                 text.contains(QString("it has %1").arg(bytes.size())),
+             qPrintable(text));
+}
+
+void TestFramesPng::everyTruncationIsAnError_data()
+{
+    samplesAreExact_data();
+}
+
+void TestFramesPng::everyTruncationIsAnError()
+{
+    QFETCH(int, bits);
+    QFETCH(bool, interlaced);
+    QCOMPARE(firstTruncationThatIsNoError(m_files, makePng(large(bits, interlaced))), QString());
+}
+
+void TestFramesPng::everyFlippedByteIsAnErrorOrAFrame()
+{
+    const QByteArray bytes = makePng(large(16, false));
+    int errors = 0;
+    for (int i = 0; i < bytes.size(); ++i) {
+        QByteArray flipped = bytes;
+        flipped[i] = char(~flipped[i]);
+        errors += m_files.error(flipped).isEmpty() ? 0 : 1;
+    }
+    // The checksums of the format leave nothing undetected.
+    QCOMPARE(errors, bytes.size());
+}
+
+QTEST_GUILESS_MAIN(TestFramesPng)
+#include "tst_frames_png.moc"

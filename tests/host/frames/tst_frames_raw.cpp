@@ -1,0 +1,190 @@
+#include "host/frames/FrameFiles.h"
+
+#include <QtTest>
+
+/// Raw dumps: sizes to the byte, format names, and the order of the low bits in `Packed` formats.
+class TestFramesRaw : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theFileHoldsExactlyItsLines_data();
+    void theFileHoldsExactlyItsLines();
+    void packedLowBitsComeIntoTheRecordsOrder_data();
+    void packedLowBitsComeIntoTheRecordsOrder();
+    void wrongLayoutsAreRefused_data();
+    void wrongLayoutsAreRefused();
+    void everyTruncationIsAnError();
+    void aDepthIsNotAsked();
+
+private:
+    FrameFiles m_files;
+};
+
+namespace {
+
+zor::FrameOptions rawOptions(const QString& format, quint32 width, quint32 height, int pitch = -1,
+                             bool recordOrder = false)
+{
+    zor::FrameOptions options;
+    options.raw.emplace();
+    options.raw->format = format.toStdString();
+    options.raw->width = width;
+    options.raw->height = height;
+    if (pitch >= 0)
+        options.raw->pitch = std::uint32_t(pitch);
+    options.raw->packedOrderRecord = recordOrder;
+    return options;
+}
+
+} // namespace
+
+void TestFramesRaw::theFileHoldsExactlyItsLines_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<quint32>("width");
+    QTest::addColumn<int>("pitch"); // -1: not given
+    QTest::addColumn<int>("bytesPerLine");
+    QTest::addColumn<quint32>("pixelType");
+    const auto add = [](const char* format, quint32 width, int pitch, int bytes, quint32 code) {
+        QTest::addRow("%s, width %u, pitch %d", format, width, pitch)
+            << format << width << pitch << bytes << code;
+    };
+    add("Mono8", 5, -1, 5, 0x01080101);
+    add("Mono8", 5, 5, 5, 0x01080101);
+    add("Mono8", 5, 8, 8, 0x01080101);
+    add("Mono8_FLExPacked", 5, -1, 5, 0x0108310C);
+    add("Mono10", 5, -1, 10, 0x01100202);
+    add("Mono10p", 4, -1, 5, 0x010A2203);
+    add("Mono10p", 5, -1, 7, 0x010A2203);
+    add("Mono10Packed", 4, -1, 6, 0x010C1204);
+    add("Mono10Packed", 5, 8, 8, 0x010C1204);
+    add("Mono10_FLExPacked", 5, -1, 8, 0x010C3205);
+    add("Mono12p", 3, -1, 5, 0x010C2307);
+    add("Mono12Packed", 3, -1, 5, 0x010C1308);
+    add("Mono12_FLExPacked", 3, 7, 7, 0x010C3309);
+    add("Mono14", 3, -1, 6, 0x0110040A);
+    add("Mono16", 3, -1, 6, 0x0110050B);
+    add("BayerRG12p", 3, -1, 5, 0x030C2323);
+    add("RGB_12_FLEX_Packed", 3, -1, 14, 0x0224337F);
+    add("YCbCr422_8", 2, -1, 4, 0x05100185);
+}
+
+void TestFramesRaw::theFileHoldsExactlyItsLines()
+{
+    QFETCH(QString, format);
+    QFETCH(quint32, width);
+    QFETCH(int, pitch);
+    QFETCH(int, bytesPerLine);
+    QFETCH(quint32, pixelType);
+    QByteArray bytes;
+    for (int i = 0; i < 3 * bytesPerLine; ++i)
+        bytes.append(char(i * 37 + 11));
+    const zor::FrameOptions options = rawOptions(format, width, 3, pitch, true);
+
+    const zor::Frame frame = m_files.read(bytes, options);
+    QCOMPARE(frame.width, width);
+    QCOMPARE(frame.height, 3U);
+    QCOMPARE(int(frame.pitch), bytesPerLine);
+    QCOMPARE(frame.pixelType, pixelType);
+    QCOMPARE(QString::fromStdString(frame.depthSource), "format " + format);
+    QCOMPARE(QByteArray(reinterpret_cast<const char*>(frame.pixels.data()), int(frame.pixels.size())), bytes);
+
+    const QString expected = QString("takes %1 bytes, the file has %2").arg(bytes.size());
+    QVERIFY(m_files.error(bytes + 'x', options).contains(expected.arg(bytes.size() + 1)));
+    QVERIFY(m_files.error(bytes.left(bytes.size() - 1), options).contains(expected.arg(bytes.size() - 1)));
+}
+
+void TestFramesRaw::packedLowBitsComeIntoTheRecordsOrder_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<quint32>("width");
+    QTest::addColumn<int>("pitch");
+    QTest::addColumn<bool>("recordOrder");
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QByteArray>("pixels");
+    const auto hex = [](const char* text) { return QByteArray::fromHex(text); };
+    QTest::newRow("Mono12Packed from the wire")
+        << "Mono12Packed" << 4U << -1 << false << hex("AB1278 CD34EF") << hex("AB2178 CD43EF");
+    QTest::newRow("Mono12Packed in the record's order stays")
+        << "Mono12Packed" << 4U << -1 << true << hex("AB1278 CD34EF") << hex("AB1278 CD34EF");
+    QTest::newRow("an odd last pixel has its half of a middle byte")
+        << "Mono12Packed" << 3U << -1 << false << hex("AB1278 CD04") << hex("AB2178 CD40");
+    QTest::newRow("Mono10Packed from the wire")
+        << "Mono10Packed" << 2U << -1 << false << hex("FF2380") << hex("FF3280");
+    QTest::newRow("BayerRG12Packed from the wire")
+        << "BayerRG12Packed" << 2U << -1 << false << hex("AB1278") << hex("AB2178");
+    QTest::newRow("padding stays as it is")
+        << "Mono12Packed" << 2U << 5 << false << hex("AB12781212 CD34EF3434") << hex("AB21781212 CD43EF3434");
+    QTest::newRow("Mono12p is no pair format")
+        << "Mono12p" << 2U << -1 << false << hex("AB1278") << hex("AB1278");
+}
+
+void TestFramesRaw::packedLowBitsComeIntoTheRecordsOrder()
+{
+    QFETCH(QString, format);
+    QFETCH(quint32, width);
+    QFETCH(int, pitch);
+    QFETCH(bool, recordOrder);
+    QFETCH(QByteArray, file);
+    QFETCH(QByteArray, pixels);
+    const quint32 height = pitch < 0 ? 1 : 2;
+    const zor::Frame frame = m_files.read(file, rawOptions(format, width, height, pitch, recordOrder));
+    QCOMPARE(QByteArray(reinterpret_cast<const char*>(frame.pixels.data()), int(frame.pixels.size())),
+             pixels);
+}
+
+void TestFramesRaw::wrongLayoutsAreRefused_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<quint32>("width");
+    QTest::addColumn<quint32>("height");
+    QTest::addColumn<int>("pitch");
+    QTest::addColumn<QString>("says");
+    const auto add = [](const char* name, const char* format, quint32 width, quint32 height, int pitch,
+                        const char* says) {
+        QTest::newRow(name) << format << width << height << pitch << says;
+    };
+    add("an unknown name lists the grey ones", "Mono13", 2, 2, -1, "Mono8, Mono10, Mono10p, Mono10Packed");
+    add("a name in other letters is pointed out", "mono12packed", 2, 2, -1, "did you mean 'Mono12Packed'?");
+    add("an empty name", "", 2, 2, -1, "there is no pixel format ''");
+    add("width 0", "Mono8", 0, 2, -1, "0x2 is not usable");
+    add("height 0", "Mono8", 2, 0, -1, "2x0 is not usable");
+    add("width 65536", "Mono8", 65536, 1, -1, "65536x1 is not usable");
+    add("the largest width of 32 bits", "RGB16", 0xFFFFFFFF, 1, -1, "is not usable");
+    add("a frame above 32 bits", "Mono16", 65535, 65535, -1, "is above the limit");
+    add("a pitch above 32 bits in all", "Mono8", 2, 65535, 65600, "is above the limit");
+    add("a pitch one byte short", "Mono12Packed", 3, 2, 4, "a pitch of 4 bytes is too small");
+    add("pitch 0", "Mono8", 2, 2, 0, "a pitch of 0 bytes is too small");
+}
+
+void TestFramesRaw::wrongLayoutsAreRefused()
+{
+    QFETCH(QString, format);
+    QFETCH(quint32, width);
+    QFETCH(quint32, height);
+    QFETCH(int, pitch);
+    QFETCH(QString, says);
+    const QString text = m_files.error("ABCD", rawOptions(format, width, height, pitch));
+    QVERIFY2(text.contains(says), qPrintable("got '" + text + "'"));
+    QVERIFY(text.startsWith(QString::fromStdString(m_files.path("frame")) + ": "));
+    QVERIFY(!text.contains('\n'));
+}
+
+void TestFramesRaw::everyTruncationIsAnError()
+{
+    const QByteArray bytes(15, 1);
+    const zor::FrameOptions options = rawOptions("Mono12Packed", 3, 3);
+    QVERIFY(m_files.error(bytes, options).isEmpty());
+    QCOMPARE(firstTruncationThatIsNoError(m_files, bytes, options), QString());
+}
+
+void TestFramesRaw::aDepthIsNotAsked()
+{
+    zor::FrameOptions options = rawOptions("Mono8", 2, 2);
+    options.depth = 8;
+    QVERIFY(m_files.error("ABCD", options).contains("leave --depth out"));
+}
+
+QTEST_GUILESS_MAIN(TestFramesRaw)
+#include "tst_frames_raw.moc"

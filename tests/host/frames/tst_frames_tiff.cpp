@@ -1,0 +1,261 @@
+#include "host/frames/FrameFiles.h"
+#include "host/frames/TiffWriter.h"
+
+#include <QtTest>
+
+#include <tiff.h>
+
+/// Grey TIFF files.
+class TestFramesTiff : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void samplesAreExact_data();
+    void samplesAreExact();
+    void maxSampleValueTellsTheDepth_data();
+    void maxSampleValueTellsTheDepth();
+    void withoutItTheLargestSampleTellsTheDepth_data();
+    void withoutItTheLargestSampleTellsTheDepth();
+    void aSampleAboveMaxSampleValuesDepthIsNamed();
+    void anAskedDepthOverrides();
+    void otherKindsAreRefused_data();
+    void otherKindsAreRefused();
+    void truncationsNeverCrash_data();
+    void truncationsNeverCrash();
+    void flippedBytesNeverCrash_data();
+    void flippedBytesNeverCrash();
+
+private:
+    FrameFiles m_files;
+};
+
+Q_DECLARE_METATYPE(TiffContent)
+
+namespace {
+
+TiffContent grey(int bits, QList<int> samples, quint32 width)
+{
+    TiffContent content;
+    content.width = width;
+    content.height = quint32(samples.size()) / width;
+    content.bits = bits;
+    content.samples = samples;
+    return content;
+}
+
+TiffContent large(int bits)
+{
+    QList<int> samples;
+    for (int i = 0; i < 19 * 21; ++i)
+        samples.append(i * 7919 % (bits == 8 ? 256 : 65536));
+    return grey(bits, samples, 19);
+}
+
+} // namespace
+
+void TestFramesTiff::samplesAreExact_data()
+{
+    QTest::addColumn<TiffContent>("content");
+    for (const int bits : {8, 16}) {
+        const auto add = [bits](const char* name, auto change) {
+            TiffContent content = large(bits);
+            change(content);
+            QTest::addRow("%d bits, %s", bits, name) << content;
+        };
+        add("strips of 2 lines", [](TiffContent&) {});
+        add("one strip", [](TiffContent& content) { content.rowsPerStrip = 21; });
+        add("big-endian", [](TiffContent& content) { content.mode = "wb"; });
+        add("BigTIFF", [](TiffContent& content) { content.mode = "w8"; });
+        add("LZW", [](TiffContent& content) { content.compression = COMPRESSION_LZW; });
+        add("Deflate", [](TiffContent& content) { content.compression = COMPRESSION_ADOBE_DEFLATE; });
+        add("PackBits", [](TiffContent& content) { content.compression = COMPRESSION_PACKBITS; });
+        add("tiles that reach over the border", [](TiffContent& content) { content.tileSide = 16; });
+        add("big-endian Deflate tiles", [](TiffContent& content) {
+            content.tileSide = 16;
+            content.mode = "wb";
+            content.compression = COMPRESSION_ADOBE_DEFLATE;
+        });
+    }
+}
+
+void TestFramesTiff::samplesAreExact()
+{
+    QFETCH(TiffContent, content);
+    const zor::Frame frame = m_files.read(makeTiff(content));
+    QCOMPARE(frame.width, content.width);
+    QCOMPARE(frame.height, content.height);
+    QCOMPARE(frame.pixelType, content.bits == 8 ? 0x01080101U : 0x0110050BU);
+    QCOMPARE(samplesOf(frame), content.samples);
+}
+
+void TestFramesTiff::maxSampleValueTellsTheDepth_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<quint32>("pixelType");
+    const auto add = [](int value, quint32 pixelType) { QTest::addRow("%d", value) << value << pixelType; };
+    add(255, 0x01080101);
+    add(256, 0x01100202);
+    add(1023, 0x01100202);
+    add(1024, 0x01100306);
+    add(4095, 0x01100306);
+    add(4096, 0x0110050B);
+    add(65535, 0x0110050B);
+}
+
+void TestFramesTiff::maxSampleValueTellsTheDepth()
+{
+    QFETCH(int, value);
+    QFETCH(quint32, pixelType);
+    TiffContent content = grey(16, {0, 100, 200}, 3);
+    content.maxSampleValue = value;
+    const zor::Frame frame = m_files.read(makeTiff(content));
+    QCOMPARE(frame.pixelType, pixelType);
+    QCOMPARE(samplesOf(frame), content.samples);
+    QCOMPARE(QString::fromStdString(frame.depthSource), QString("MaxSampleValue %1").arg(value));
+}
+
+void TestFramesTiff::withoutItTheLargestSampleTellsTheDepth_data()
+{
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<int>("largest");
+    QTest::addColumn<quint32>("pixelType");
+    const auto add = [](int bits, int largest, quint32 pixelType) {
+        QTest::addRow("%d in %d bits", largest, bits) << bits << largest << pixelType;
+    };
+    add(8, 255, 0x01080101);
+    add(16, 255, 0x01080101);
+    add(16, 1023, 0x01100202);
+    add(16, 3981, 0x01100306);
+    add(16, 4096, 0x0110050B);
+}
+
+void TestFramesTiff::withoutItTheLargestSampleTellsTheDepth()
+{
+    QFETCH(int, bits);
+    QFETCH(int, largest);
+    QFETCH(quint32, pixelType);
+    const zor::Frame frame = m_files.read(makeTiff(grey(bits, {0, largest, 1}, 3)));
+    QCOMPARE(frame.pixelType, pixelType);
+    QCOMPARE(samplesOf(frame), (QList<int>{0, largest, 1}));
+    QCOMPARE(QString::fromStdString(frame.depthSource), QString("largest sample %1").arg(largest));
+}
+
+void TestFramesTiff::aSampleAboveMaxSampleValuesDepthIsNamed()
+{
+    TiffContent content = grey(16, {0, 1, 4096, 3}, 2);
+    content.maxSampleValue = 4000;
+    const QString text = m_files.error(makeTiff(content));
+    QVERIFY2(text.contains("the sample 4096 at column 0, row 1 (from 0) is above 4095, the limit of depth 12 "
+                           "(MaxSampleValue 4000)"),
+             qPrintable(text));
+}
+
+void TestFramesTiff::anAskedDepthOverrides()
+{
+    zor::FrameOptions options;
+    options.depth = 12;
+    TiffContent content = grey(16, {0, 200}, 2);
+    content.maxSampleValue = 65535;
+    const zor::Frame frame = m_files.read(makeTiff(content), options);
+    QCOMPARE(frame.pixelType, 0x01100306U);
+    QCOMPARE(QString::fromStdString(frame.depthSource), QString("--depth 12"));
+}
+
+void TestFramesTiff::otherKindsAreRefused_data()
+{
+    QTest::addColumn<TiffContent>("content");
+    QTest::addColumn<QString>("says");
+    const auto add = [](const char* name, const char* says, auto change) {
+        TiffContent content = grey(8, {0, 1, 2, 3, 4, 5}, 3);
+        change(content);
+        QTest::newRow(name) << content << QString(says);
+    };
+    add("RGB", "colour, a palette or alpha", [](TiffContent& content) {
+        content.width = 1;
+        content.samplesPerPixel = 3;
+        content.photometric = PHOTOMETRIC_RGB;
+    });
+    add("grey and alpha", "colour, a palette or alpha", [](TiffContent& content) {
+        content.width = 1;
+        content.samplesPerPixel = 2;
+    });
+    add("a palette", "colour, a palette or alpha",
+        [](TiffContent& content) { content.photometric = PHOTOMETRIC_PALETTE; });
+    add("0 as white", "whose 0 is white",
+        [](TiffContent& content) { content.photometric = PHOTOMETRIC_MINISWHITE; });
+    add("1 bit", "has 1 bits a sample", [](TiffContent& content) { content.bits = 1; });
+    add("4 bits", "has 4 bits a sample", [](TiffContent& content) { content.bits = 4; });
+    add("12 bits", "has 12 bits a sample", [](TiffContent& content) { content.bits = 12; });
+    add("32 bits", "has 32 bits a sample", [](TiffContent& content) { content.bits = 32; });
+    add("signed samples", "signed or floating point",
+        [](TiffContent& content) { content.sampleFormat = SAMPLEFORMAT_INT; });
+    add("floating point of 16 bits", "signed or floating point", [](TiffContent& content) {
+        content.bits = 16;
+        content.sampleFormat = SAMPLEFORMAT_IEEEFP;
+    });
+}
+
+void TestFramesTiff::otherKindsAreRefused()
+{
+    QFETCH(TiffContent, content);
+    QFETCH(QString, says);
+    const QString text = m_files.error(makeTiff(content));
+    QVERIFY2(text.contains(says), qPrintable("got '" + text + "'"));
+    QVERIFY(!text.contains('\n'));
+}
+
+void TestFramesTiff::truncationsNeverCrash_data()
+{
+    samplesAreExact_data();
+}
+
+/// A TIFF file's directory may stand at its end or its start, so that a truncation is always an error unless
+/// it only takes bytes that nothing needs; then the frame is the whole one.
+void TestFramesTiff::truncationsNeverCrash()
+{
+    QFETCH(TiffContent, content);
+    const QByteArray bytes = makeTiff(content);
+    int errors = 0;
+    for (int length = 0; length < bytes.size(); ++length) {
+        const QString text = m_files.error(bytes.left(length));
+        errors += text.isEmpty() ? 0 : 1;
+        if (text.isEmpty())
+            QCOMPARE(samplesOf(m_files.read(bytes.left(length))), content.samples);
+        else
+            QVERIFY2(text.startsWith(QString::fromStdString(m_files.path("frame")) + ": "), qPrintable(text));
+    }
+    QVERIFY(errors > bytes.size() / 2);
+}
+
+void TestFramesTiff::flippedBytesNeverCrash_data()
+{
+    QTest::addColumn<TiffContent>("content");
+    TiffContent content = grey(16, {0, 1, 2, 3, 4, 5}, 3);
+    QTest::newRow("strips") << content;
+    content.compression = COMPRESSION_ADOBE_DEFLATE;
+    QTest::newRow("Deflate") << content;
+    content.tileSide = 16;
+    QTest::newRow("tiles") << content;
+}
+
+/// What a flipped bit leaves is either refused in one line or a frame within the limits.
+void TestFramesTiff::flippedBytesNeverCrash()
+{
+    QFETCH(TiffContent, content);
+    const QByteArray bytes = makeTiff(content);
+    for (int bit = 0; bit < 8 * bytes.size(); ++bit) {
+        QByteArray flipped = bytes;
+        flipped[bit / 8] = char(flipped[bit / 8] ^ 1 << bit % 8);
+        try {
+            const zor::Frame frame = m_files.read(flipped);
+            QVERIFY(frame.width >= 1 && frame.width <= 65535 && frame.height >= 1 && frame.height <= 65535);
+            QCOMPARE(frame.pixels.size(), std::size_t{frame.pitch} * frame.height);
+        } catch (const zor::FrameError& error) {
+            QVERIFY(!QString(error.what()).contains('\n'));
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(TestFramesTiff)
+#include "tst_frames_tiff.moc"
