@@ -9,6 +9,9 @@
 DisplayView::DisplayView(QWidget* parent)
     : QGraphicsView(parent)
 {
+    // A press may come on the viewer's thread; a listener then gets the signal through its own queue, which
+    // must know how to copy the arguments.
+    qRegisterMetaType<QEvent::Type>("QEvent::Type");
     // A file of the host's installation, found from the working directory; without it the icon is empty.
     const QIcon icon(QPixmap(QStringLiteral("../ZorBench/Resources/ZoomFull.png")));
     escapeButton = new QToolButton(this);

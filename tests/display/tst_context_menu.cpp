@@ -1,0 +1,410 @@
+#include "display/ParameterText.h"
+#include "tests/support/TsanApplication.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include "tests/display/AdapterTools.h"
+
+class tst_context_menu : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void opensTheViewersMenuAlone();
+    void theMapGoesWithEveryCommand();
+    void opensByNotification();
+    void addsItsEntriesOnce();
+    void entriesFollowTheDump_data();
+    void entriesFollowTheDump();
+    void losingTheViewerHidesTheDump();
+    void theToggleAsksTheView();
+    void thePlaceIsThatOfTheMenu();
+    void aPlaceThatCannotBeTranslatedIsNotSent_data();
+    void aPlaceThatCannotBeTranslatedIsNotSent();
+    void notificationsDuringTheMenuAreLost();
+    void aFailedMenuSilencesTheViewer_data();
+    void aFailedMenuSilencesTheViewer();
+    void withoutAViewerNothingHappens();
+    void theErrorCodeIsLeftAlone();
+    void theMenuGoesBeforeTheViewer();
+
+private:
+    void start(std::uint32_t features);
+    /// Sends the request as the adapter's own event.
+    bool openMenu();
+    QStringList entryTexts() const;
+    /// What the viewer is heard of at the moment: true when a changed view reaches the view.
+    bool isHeard();
+
+    std::unique_ptr<RecordingView> view;
+    std::unique_ptr<QMenu> menu;
+    std::unique_ptr<DisplayAdapterQT> adapter;
+};
+
+void tst_context_menu::init()
+{
+    FakeViewer::reset();
+    FakeImageHeaders::reset();
+    view = std::make_unique<RecordingView>();
+    menu = std::make_unique<QMenu>();
+    FakeViewer::script().answers["cmd.system.menu.create"] = [this](ParameterMap* map) {
+        paramSetText(map, "qmenu", textFromPointer(menu.get()).c_str());
+        paramSetText(map, "qmenuWidget", textFromPointer(view.get()).c_str());
+        return 1;
+    };
+}
+
+void tst_context_menu::cleanup()
+{
+    adapter.reset();
+    menu.reset();
+    view.reset();
+}
+
+void tst_context_menu::start(std::uint32_t features)
+{
+    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, features);
+    const _ZorImage image = imageOf(64, 48);
+    adapter->prepareImage(&image, false);
+}
+
+bool tst_context_menu::openMenu()
+{
+    QEvent request(DisplayEvContextMenu);
+    return QCoreApplication::sendEvent(view.get(), &request);
+}
+
+QStringList tst_context_menu::entryTexts() const
+{
+    QStringList texts;
+    for (const QAction* action : menu->actions())
+        texts << (action->isSeparator() ? QString("---") : action->text());
+    return texts;
+}
+
+bool tst_context_menu::isHeard()
+{
+    view->seen.clear();
+    ParameterMap parameters = {{"code", "view.changed"}};
+    FakeViewer::notify("notification.view", &parameters);
+    QCoreApplication::sendPostedEvents();
+    return !view->seen.empty();
+}
+
+void tst_context_menu::opensTheViewersMenuAlone()
+{
+    start(13);
+    bool heardInside = true;
+    FakeViewer::script().answers["cmd.system.menu.exec"] = [&](ParameterMap*) {
+        heardInside = isHeard();
+        return 0;
+    };
+    QVERIFY(isHeard());
+    QVERIFY(openMenu());
+    QCOMPARE(entryTexts(), QStringList());
+    QCOMPARE(FakeViewer::callsOf("cmd.system.menu.exec").size(), std::size_t(1));
+    QVERIFY(!heardInside);
+    QVERIFY(isHeard());
+}
+
+void tst_context_menu::theMapGoesWithEveryCommand()
+{
+    start(2);
+    FakeViewer::calls().clear();
+    QVERIFY(openMenu());
+    QVERIFY(openMenu());
+    const QStringList order = {"cmd.system.menu.create", "cmd.system.menu.exec", "cmd.system.menu.exec"};
+    QCOMPARE(calledNames(), order);
+    const auto& calls = FakeViewer::calls();
+    QVERIFY(calls[0].hasMap);
+    QCOMPARE(textOf(calls[0].before), QStringList());
+    const QString show = QString::fromStdString(textFromPointer(menu->actions().at(1)));
+    const QString set = QString::fromStdString(textFromPointer(menu->actions().at(2)));
+    const QStringList full = {"hexSet=" + set, "hexShow=" + show,
+                              "qmenu=" + QString::fromStdString(textFromPointer(menu.get())),
+                              "qmenuWidget=" + QString::fromStdString(textFromPointer(view.get()))};
+    QCOMPARE(textOf(calls[1].before), full);
+    QCOMPARE(textOf(calls[2].before), full);
+    QCOMPARE(calls[1].argument, calls[0].argument);
+}
+
+void tst_context_menu::opensByNotification()
+{
+    start(13);
+    FakeViewer::script().answers["cmd.system.menu.exec"] = [this](ParameterMap*) {
+        // The release of the button that opened the menu.
+        ParameterMap release = {{"code", "mouse.up"}, {"left", "1"}};
+        FakeViewer::notify("notification.view", &release);
+        return 1;
+    };
+    ParameterMap press = {{"code", "mouse.down"}, {"left", "0"}, {"img.x", "7"}, {"win.x", "8"}};
+    QCOMPARE(FakeViewer::notify("notification.view", &press), std::int64_t(0));
+    QVERIFY(FakeViewer::callsOf("cmd.system.menu.exec").empty());
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(FakeViewer::callsOf("cmd.system.menu.exec").size(), std::size_t(1));
+    QVERIFY(view->seen.empty());
+}
+
+void tst_context_menu::addsItsEntriesOnce()
+{
+    menu->addAction("Zoom in");
+    start(DisplayFeatureDump);
+    QVERIFY(openMenu());
+    const QStringList expected = {"Zoom in", "---", "Show HexPixelDump", "Set HexPixelDump Here"};
+    QCOMPARE(entryTexts(), expected);
+    QVERIFY(menu->actions().at(2)->isVisible());
+    QVERIFY(!menu->actions().at(3)->isVisible());
+    QCOMPARE(menu->actions().at(2)->parent(), menu.get());
+    QCOMPARE(menu->actions().at(3)->parent(), menu.get());
+    const QList<QAction*> first = menu->actions();
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions(), first);
+    QCOMPARE(entryTexts(), expected);
+    QCOMPARE(FakeViewer::callsOf("cmd.system.menu.create").size(), std::size_t(1));
+}
+
+void tst_context_menu::entriesFollowTheDump_data()
+{
+    QTest::addColumn<bool>("openedBefore");
+    QTest::addColumn<int>("answer");
+    QTest::newRow("at the first opening") << false << 1;
+    QTest::newRow("at the second opening") << true << 1;
+    QTest::newRow("a failed command counts as shown") << false << 0;
+    QTest::newRow("a failed command counts as shown at the second opening") << true << 0;
+}
+
+void tst_context_menu::entriesFollowTheDump()
+{
+    QFETCH(bool, openedBefore);
+    QFETCH(int, answer);
+    start(DisplayFeatureDump);
+    if (openedBefore)
+        QVERIFY(openMenu());
+    FakeViewer::script().answers["cmd.display.overlay.rect.add"] = [answer](ParameterMap*) { return answer; };
+    FakeViewer::script().answers["cmd.display.overlay.del"] = [answer](ParameterMap*) { return answer; };
+    QCOMPARE(adapter->showDumpOverlay(true), answer == 1);
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions().at(1)->text(), "Hide HexPixelDump");
+    QVERIFY(menu->actions().at(2)->isVisible());
+    QCOMPARE(adapter->showDumpOverlay(false), answer == 1);
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions().at(1)->text(), "Show HexPixelDump");
+    QVERIFY(!menu->actions().at(2)->isVisible());
+}
+
+void tst_context_menu::losingTheViewerHidesTheDump()
+{
+    // Without its feature the operation leaves the state alone.
+    start(DisplayFeatureDump);
+    QVERIFY(adapter->showDumpOverlay(true));
+    adapter->setFeatureFlags(0);
+    QVERIFY(!adapter->showDumpOverlay(false));
+    adapter->setFeatureFlags(DisplayFeatureDump);
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions().at(1)->text(), "Hide HexPixelDump");
+
+    // A wish that came before the viewer is not kept.
+    cleanup();
+    init();
+    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, std::uint32_t(DisplayFeatureDump));
+    QVERIFY(!adapter->showDumpOverlay(true));
+    QCOMPARE(adapter->lastError(), 8u);
+    startQuietly(*adapter);
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions().at(1)->text(), "Show HexPixelDump");
+}
+
+void tst_context_menu::theToggleAsksTheView()
+{
+    start(DisplayFeatureDump);
+    QVERIFY(openMenu());
+    QSignalSpy spy(view.get(), &DisplayView::sigHexDump);
+    menu->actions().at(1)->trigger();
+    QCOMPARE(spy.size(), 1);
+    QVERIFY(FakeViewer::callsOf("cmd.display.overlay.rect.add").empty());
+    // The listener decides; until then the text stays.
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions().at(1)->text(), "Show HexPixelDump");
+    connect(view.get(), &DisplayView::sigHexDump, view.get(), [this] { adapter->showDumpOverlay(true); });
+    menu->actions().at(1)->trigger();
+    QCOMPARE(spy.size(), 2);
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions().at(1)->text(), "Hide HexPixelDump");
+}
+
+void tst_context_menu::thePlaceIsThatOfTheMenu()
+{
+    start(DisplayFeatureDump);
+    QVERIFY(openMenu());
+    view->move(100, 50);
+    menu->move(130, 90);
+    const QPoint place = view->mapFromGlobal(menu->pos());
+    FakeViewer::script().answers["cmd.display.view.translate"] = [](ParameterMap* map) {
+        (*map)["pos.x"] = "512";
+        (*map)["pos.y"] = "-6";
+        (*map)["result"] = "1";
+        return 1;
+    };
+    QSignalSpy spy(view.get(), &DisplayView::sigHexDumpHere);
+    view->seen.clear();
+    menu->actions().at(2)->trigger();
+    const QStringList expected = {"cs.dst=img", "cs.src=win", QString("pos.x=%1").arg(place.x()),
+                                  QString("pos.y=%1").arg(place.y())};
+    QCOMPARE(textOf(FakeViewer::callsOf("cmd.display.view.translate").at(0).before), expected);
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(spy[0][0].toPoint(), QPoint(512, -6));
+    QCOMPARE(view->seen.size(), std::size_t(1));
+    QCOMPARE(view->seen[0].imagePos, QPoint(512, -6));
+    QCOMPARE(view->seen[0].windowPos, place);
+}
+
+void tst_context_menu::aPlaceThatCannotBeTranslatedIsNotSent_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<QString>("result");
+    QTest::addColumn<bool>("hasWidget");
+    QTest::newRow("the command fails") << 0 << "1" << true;
+    QTest::newRow("the point lies outside") << 1 << "0" << true;
+    QTest::newRow("the viewer told no widget") << 1 << "1" << false;
+}
+
+void tst_context_menu::aPlaceThatCannotBeTranslatedIsNotSent()
+{
+    QFETCH(int, answer);
+    QFETCH(QString, result);
+    QFETCH(bool, hasWidget);
+    if (!hasWidget) {
+        FakeViewer::script().answers["cmd.system.menu.create"] = [this](ParameterMap* map) {
+            paramSetText(map, "qmenu", textFromPointer(menu.get()).c_str());
+            return 1;
+        };
+    }
+    start(DisplayFeatureDump);
+    QVERIFY(openMenu());
+    FakeViewer::script().answers["cmd.display.view.translate"] = [=](ParameterMap* map) {
+        (*map)["result"] = result.toStdString();
+        return answer;
+    };
+    QSignalSpy spy(view.get(), &DisplayView::sigHexDumpHere);
+    menu->actions().at(2)->trigger();
+    QCOMPARE(spy.size(), 0);
+    QCOMPARE(FakeViewer::callsOf("cmd.display.view.translate").size(), std::size_t(hasWidget ? 1 : 0));
+}
+
+void tst_context_menu::notificationsDuringTheMenuAreLost()
+{
+    start(13);
+    std::vector<std::int64_t> answers;
+    FakeViewer::script().answers["cmd.system.menu.exec"] = [&](ParameterMap*) {
+        view->pressResult = 5;
+        for (const char* code : {"mouse.down", "mouse.move", "mouse.up", "view.changed"}) {
+            ParameterMap parameters = {{"code", code}, {"left", "1"}};
+            answers.push_back(FakeViewer::notify("notification.view", &parameters));
+        }
+        ParameterMap processed = {{"code", "processed"}};
+        answers.push_back(FakeViewer::notify("notification.image", &processed));
+        // While the gate is closed not even the code is looked for.
+        ParameterMap empty;
+        answers.push_back(FakeViewer::notify("notification.view", &empty));
+        if (!empty.empty())
+            answers.push_back(-1);
+        return 1;
+    };
+    QVERIFY(openMenu());
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(answers, std::vector<std::int64_t>(6, 0));
+    QVERIFY(view->seen.empty());
+    QVERIFY(isHeard());
+}
+
+void tst_context_menu::aFailedMenuSilencesTheViewer_data()
+{
+    QTest::addColumn<QByteArray>("qmenu");
+    QTest::addColumn<int>("creations");
+    QTest::addColumn<bool>("deleted");
+    QTest::newRow("the viewer gives no menu") << QByteArray() << 2 << false;
+    QTest::newRow("the viewer leaves the menu empty") << QByteArray("") << 1 << true;
+    QTest::newRow("the viewer gives a null menu") << QByteArray("(nil)") << 1 << true;
+    QTest::newRow("the viewer gives no address") << QByteArray("menu") << 1 << true;
+}
+
+void tst_context_menu::aFailedMenuSilencesTheViewer()
+{
+    QFETCH(QByteArray, qmenu);
+    QFETCH(int, creations);
+    QFETCH(bool, deleted);
+    FakeViewer::script().answers["cmd.system.menu.create"] = [qmenu](ParameterMap* map) {
+        if (!qmenu.isNull())
+            (*map)["qmenu"] = qmenu.toStdString();
+        return 1;
+    };
+    start(15);
+    // The request itself counts as handled.
+    QVERIFY(openMenu());
+    QVERIFY(!isHeard());
+    QVERIFY(openMenu());
+    QVERIFY(!isHeard());
+    // Not even a new start-up opens the gate.
+    const _ZorImage image = imageOf(100, 100);
+    adapter->prepareImage(&image, true);
+    QVERIFY(!isHeard());
+    ParameterMap press = {{"code", "mouse.down"}, {"left", "2"}};
+    FakeViewer::notify("notification.view", &press);
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(int(FakeViewer::callsOf("cmd.system.menu.create").size()), creations);
+    QVERIFY(FakeViewer::callsOf("cmd.system.menu.exec").empty());
+    QCOMPARE(entryTexts(), QStringList());
+    // The destructor asks for the key, not for a menu.
+    adapter.reset();
+    QCOMPARE(FakeViewer::callsOf("cmd.system.menu.delete").size(), std::size_t(deleted ? 1 : 0));
+}
+
+void tst_context_menu::withoutAViewerNothingHappens()
+{
+    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 15);
+    QVERIFY(openMenu());
+    QCOMPARE(calledNames(), QStringList());
+    QVERIFY(view->seen.empty());
+    // The gate was not touched.
+    startQuietly(*adapter);
+    const _ZorImage image = imageOf(100, 100);
+    adapter->prepareImage(&image, false);
+    QVERIFY(isHeard());
+}
+
+void tst_context_menu::theErrorCodeIsLeftAlone()
+{
+    start(15);
+    leaveOldError(*adapter);
+    QVERIFY(openMenu());
+    QCOMPARE(adapter->lastError(), OldError);
+    menu->actions().at(1)->trigger();
+    QCOMPARE(adapter->lastError(), OldError);
+}
+
+void tst_context_menu::theMenuGoesBeforeTheViewer()
+{
+    start(13);
+    FakeViewer::calls().clear();
+    QVERIFY(openMenu());
+    adapter.reset();
+    const QStringList expected = {"cmd.system.menu.create", "cmd.system.menu.exec", "cmd.system.menu.delete",
+                                  "delete QGL"};
+    QCOMPARE(calledNames(), expected);
+    QCOMPARE(textOf(FakeViewer::calls().at(2).before), textOf(FakeViewer::calls().at(1).before));
+
+    // No menu was ever made: nothing to delete.
+    FakeViewer::calls().clear();
+    start(13);
+    FakeViewer::calls().clear();
+    adapter.reset();
+    QCOMPARE(calledNames(), QStringList{"delete QGL"});
+}
+
+ZOR_DISPLAY_TEST_MAIN(tst_context_menu)
+#include "tst_context_menu.moc"

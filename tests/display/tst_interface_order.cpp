@@ -1,0 +1,143 @@
+#include "display/DisplayAdapterQT.h"
+#include "display/ZorDisplayProcessor.h"
+#include "tests/support/TsanApplication.h"
+#include "tests/support/VirtualPlace.h"
+
+#include <QtTest>
+
+#include "tests/display/AdapterTools.h"
+
+// The operations are called by their place in the class, by libraries that were built elsewhere.
+class tst_interface_order : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void operationsStandAtTheirPlaces_data();
+    void operationsStandAtTheirPlaces();
+    void eventTypesAreTheirHints_data();
+    void eventTypesAreTheirHints();
+    void plainEventsHaveTheirStartValues();
+};
+
+void tst_interface_order::initTestCase()
+{
+    if (!ZOR_HAS_VIRTUAL_PLACE)
+        QSKIP("this ABI does not tell the place of a virtual operation");
+}
+
+static void adapterRows()
+{
+    // The last operation that QObject adds is the protected disconnectNotify, which eventFilter and seven
+    // others stand before: metaObject, qt_metacast, qt_metacall, destructor (2), event, eventFilter,
+    // timerEvent, childEvent, customEvent, connectNotify, disconnectNotify.
+    std::size_t place = 12;
+    const auto add = [&place](const char* name, auto function) {
+        QTest::addRow("adapter: %s", name) << virtualPlace(function) << place++;
+    };
+    using A = DisplayAdapter;
+    add("hasViewer", &A::hasViewer);
+    add("isGpuViewer", &A::isGpuViewer);
+    add("viewerSettings", &A::viewerSettings);
+    add("handleDisplayEvent", &A::handleDisplayEvent);
+    add("prepareImage", &A::prepareImage);
+    add("lastError", &A::lastError);
+    add("displayImage", &A::displayImage);
+    add("setColoration", &A::setColoration);
+    add("zoomView", &A::zoomView);
+    add("fitView", &A::fitView);
+    add("viewAt", &A::viewAt);
+    add("viewScale", &A::viewScale);
+    add("displayImagePair", &A::displayImagePair);
+    add("showDumpOverlay", &A::showDumpOverlay);
+    add("setDumpRect", &A::setDumpRect);
+    add("showInspectOverlay", &A::showInspectOverlay);
+    add("setInspectRect", &A::setInspectRect);
+    add("translatePoint", &A::translatePoint);
+    add("addNotification", &A::addNotification);
+    add("viewImageRect", &A::viewImageRect);
+    add("setParameter", &A::setParameter);
+    add("parameter", &A::parameter);
+    add("featureFlags", &A::featureFlags);
+    add("setFeatureFlags", &A::setFeatureFlags);
+    add("stageValue", &A::stageValue);
+    add("stageImage", &A::stageImage);
+    add("stageItem", &A::stageItem);
+}
+
+void tst_interface_order::operationsStandAtTheirPlaces_data()
+{
+    QTest::addColumn<std::size_t>("place");
+    QTest::addColumn<std::size_t>("expected");
+    const auto row = [](const char* name, std::size_t place, std::size_t expected) {
+        QTest::newRow(name) << place << expected;
+    };
+    adapterRows();
+    row("processor: command", virtualPlace(&ZorDisplayProcessor::command), 2);
+    row("processor: settings", virtualPlace(&ZorDisplayProcessor::settings), 3);
+    row("processor: configure", virtualPlace(&ZorDisplayProcessor::configure), 4);
+    row("processor: display", virtualPlace(&ZorDisplayProcessor::display), 5);
+    row("processor: stage", virtualPlace(&ZorDisplayProcessor::stage), 7);
+    row("processor: displayPair", virtualPlace(&ZorDisplayProcessor::displayPair), 10);
+    row("settings: setText", virtualPlace(&DisplaySettings::setText), 9);
+    row("settings: getDouble", virtualPlace(&DisplaySettings::getDouble), 13);
+    row("settings: run", virtualPlace(&DisplaySettings::run), 16);
+    row("stage: find", virtualPlace(&DisplayStage::find), 2);
+    row("stage: value", virtualPlace(&DisplayStage::value), 10);
+    row("stage: image", virtualPlace(&DisplayStage::image), 11);
+    row("item: value", virtualPlace(&DisplayStageItem::value), 5);
+    row("item: setValue", virtualPlace(&DisplayStageItem::setValue), 7);
+    row("listener: object, behind the destructor", virtualPlace(&ZorDisplayCommand::object), 2);
+    row("listener: notify", virtualPlace(&ZorDisplayCommand::notify), 3);
+}
+
+void tst_interface_order::operationsStandAtTheirPlaces()
+{
+    QFETCH(std::size_t, place);
+    QFETCH(std::size_t, expected);
+    QCOMPARE(place, expected);
+}
+
+void tst_interface_order::eventTypesAreTheirHints_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("hint");
+    QTest::newRow("start") << int(DisplayEvStart) << 8000;
+    QTest::newRow("reserved") << int(DisplayEvReserved) << 8001;
+    QTest::newRow("context menu") << int(DisplayEvContextMenu) << 8002;
+    QTest::newRow("view changed") << int(DisplayEvViewChanged) << 8003;
+    QTest::newRow("mouse down") << int(DisplayEvMouseDown) << 8100;
+    QTest::newRow("mouse move") << int(DisplayEvMouseMove) << 8101;
+    QTest::newRow("mouse up") << int(DisplayEvMouseUp) << 8102;
+    QTest::newRow("hex dump") << int(DisplayEvHexDump) << 8103;
+    QTest::newRow("hex dump here") << int(DisplayEvHexDumpHere) << 8104;
+    QTest::newRow("message") << int(DisplayEvMessage) << 8200;
+    QTest::newRow("image processed") << int(DisplayEvImageProcessed) << 8201;
+}
+
+void tst_interface_order::eventTypesAreTheirHints()
+{
+    QFETCH(int, type);
+    QFETCH(int, hint);
+    QCOMPARE(type, hint);
+    // Registered for good: the same hint is not given a second time.
+    QVERIFY(QEvent::registerEventType(hint) != hint);
+}
+
+void tst_interface_order::plainEventsHaveTheirStartValues()
+{
+    const DisplayAdapterQT::DisplayMouseEv mouse(DisplayEvMouseMove);
+    QCOMPARE(mouse.result, 0);
+    QCOMPARE(mouse.imagePos, QPoint());
+    QCOMPARE(mouse.windowPos, QPoint());
+
+    ZorDisplayCommand listener;
+    ParameterMap map;
+    QCOMPARE(listener.object(), &listener);
+    QCOMPARE(listener.notify("notification.view", &map), std::int64_t(0));
+    QVERIFY(map.empty());
+}
+
+ZOR_DISPLAY_TEST_MAIN(tst_interface_order)
+#include "tst_interface_order.moc"

@@ -1,0 +1,397 @@
+#include "display/ParameterText.h"
+#include "tests/support/TsanApplication.h"
+
+#include <QtTest>
+
+#include "tests/display/AdapterTools.h"
+
+class tst_viewer_startup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void startsCommandByCommand_data();
+    void startsCommandByCommand();
+    void theMapIsNeverCleared();
+    void parametersGoOutInKeyOrder();
+    void flagsThatChangeLaterCountAtTheNextStart();
+    void configureGetsTheHeader();
+    void aFailedConfigureSkipsOnlyTheRegistration_data();
+    void aFailedConfigureSkipsOnlyTheRegistration();
+    void aFailedCreationIsTriedAgain();
+    void anUnchangedImageSendsNothing();
+    void aChangedImageStartsAgain_data();
+    void aChangedImageStartsAgain();
+    void anEmptyImageStartsAtEveryFrame_data();
+    void anEmptyImageStartsAtEveryFrame();
+    void aHeaderThatCannotBeMadeStaysNull();
+    void forceKeepsTheHeader();
+    void withoutAViewTheGeometryIsRemembered();
+    void overlayDefaultsAreRestored();
+
+private:
+    void start(bool gpu, std::uint32_t features);
+    bool prepare(const _ZorImage& image, bool force = false);
+
+    std::unique_ptr<RecordingView> view;
+    std::unique_ptr<DisplayAdapterQT> adapter;
+};
+
+void tst_viewer_startup::init()
+{
+    FakeViewer::reset();
+    FakeImageHeaders::reset();
+    view = std::make_unique<RecordingView>();
+}
+
+void tst_viewer_startup::cleanup()
+{
+    adapter.reset();
+    view.reset();
+    QCOMPARE(FakeViewer::living(), 0);
+}
+
+void tst_viewer_startup::start(bool gpu, std::uint32_t features)
+{
+    adapter = std::make_unique<DisplayAdapterQT>(view.get(), gpu, features);
+    QVERIFY(!adapter->hasViewer());
+    QVERIFY(prepare(imageOf(64, 48)));
+}
+
+bool tst_viewer_startup::prepare(const _ZorImage& image, bool force)
+{
+    return adapter->prepareImage(&image, force);
+}
+
+void tst_viewer_startup::startsCommandByCommand_data()
+{
+    QTest::addColumn<bool>("gpu");
+    QTest::addColumn<int>("features");
+    QTest::addColumn<bool>("canCreate");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<int>("error");
+    QTest::addColumn<QStringList>("calls");
+    const QString create = "create CPU";
+    const QString message = "message Initializing CPU viewer...";
+    const QString back = "message ";
+    const QString add = "cmd.system.notification.add";
+    const QString viewEvents = "cmd.display.view.nofication";
+    const QString imageEvents = "cmd.parameter.set";
+    QTest::newRow("no feature") << false << 0 << true << 0 << 0
+                                << QStringList{create, message, "configure", add, back};
+    QTest::newRow("overlay features send nothing")
+        << false << 3 << true << 0 << 0 << QStringList{create, message, "configure", add, back};
+    QTest::newRow("view events") << false << 4 << true << 0 << 0
+                                 << QStringList{create, message, "configure", add, viewEvents, back};
+    QTest::newRow("image events") << false << 8 << true << 0 << 0
+                                  << QStringList{create, message, "configure", add, imageEvents, back};
+    QTest::newRow("both, as the dialog has them")
+        << false << 13 << true << 0 << 0
+        << QStringList{create, message, "configure", add, viewEvents, imageEvents, back};
+    QTest::newRow("the GPU viewer") << true << 13 << true << 0 << 0
+                                    << QStringList{"create QGL", "message Initializing GPU viewer...",
+                                                   "configure",  add,
+                                                   viewEvents,   imageEvents,
+                                                   back};
+    for (const int features : {0, 4, 8, 13}) {
+        QTest::addRow("failed creation with the features %d", features)
+            << false << features << false << 0 << 8 << QStringList{create, message, back};
+    }
+    QTest::newRow("failed creation of the GPU viewer")
+        << true << 13 << false << 0 << 8
+        << QStringList{"create QGL", "message Initializing GPU viewer...", back};
+    QTest::newRow("failed configure, no feature")
+        << false << 0 << true << 0x30005 << 5 << QStringList{create, message, "configure", back};
+    QTest::newRow("failed configure, both features")
+        << false << 13 << true << 0x30005 << 5
+        << QStringList{create, message, "configure", viewEvents, imageEvents, back};
+    QTest::newRow("only the low word of configure counts")
+        << false << 0 << true << 0x30000 << 0 << QStringList{create, message, "configure", add, back};
+}
+
+void tst_viewer_startup::startsCommandByCommand()
+{
+    QFETCH(bool, gpu);
+    QFETCH(int, features);
+    QFETCH(bool, canCreate);
+    QFETCH(int, status);
+    QFETCH(int, error);
+    QFETCH(QStringList, calls);
+    FakeViewer::script().canCreate = canCreate;
+    FakeViewer::script().configureStatus = status;
+    start(gpu, static_cast<std::uint32_t>(features));
+    QCOMPARE(calledNames(), calls);
+    QCOMPARE(FakeViewer::calls().at(0).argument, static_cast<const void*>(view.get()));
+    QCOMPARE(adapter->lastError(), std::uint32_t(error));
+    QCOMPARE(adapter->hasViewer(), canCreate);
+    // The start event ends at the adapter.
+    QVERIFY(view->seen.empty());
+}
+
+void tst_viewer_startup::theMapIsNeverCleared()
+{
+    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 13);
+    adapter->setParameter("gamma", "2");
+    QVERIFY(prepare(imageOf(64, 48)));
+
+    const auto set = FakeViewer::callsOf("cmd.parameter.set");
+    QCOMPARE(set.size(), std::size_t(2));
+    const QStringList first = {"name=gamma", "value=2"};
+    QCOMPARE(textOf(set[0].before), first);
+
+    const ViewerCall add = FakeViewer::callsOf("cmd.system.notification.add").at(0);
+    const QString proc = QString::fromStdString("proc=" + add.before.at("proc"));
+    const QStringList second = {"name=gamma", proc, "value=2"};
+    QCOMPARE(textOf(add.before), second);
+
+    const ViewerCall flags = FakeViewer::callsOf("cmd.display.view.nofication").at(0);
+    const QStringList third = {"flags=7", "name=gamma", proc, "value=2"};
+    QCOMPARE(textOf(flags.before), third);
+
+    const QStringList fourth = {"flags=7", "name=image.notification.flags.set", proc, "value=1"};
+    QCOMPARE(textOf(set[1].before), fourth);
+    // One map throughout.
+    QCOMPARE(add.argument, set[0].argument);
+    QCOMPARE(flags.argument, set[0].argument);
+    QCOMPARE(set[1].argument, set[0].argument);
+}
+
+void tst_viewer_startup::parametersGoOutInKeyOrder()
+{
+    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 0);
+    adapter->setParameter("zebra", "1");
+    adapter->setParameter("ant", "");
+    adapter->setParameter("Yak", "3");
+    QVERIFY(prepare(imageOf(64, 48)));
+    QStringList sent;
+    for (const ViewerCall& call : FakeViewer::callsOf("cmd.parameter.set"))
+        sent << textOf(call.before).join(' ');
+    const QStringList expected = {"name=Yak value=3", "name=ant value=", "name=zebra value=1"};
+    QCOMPARE(sent, expected);
+    const QStringList order = {"create CPU",
+                               "message Initializing CPU viewer...",
+                               "cmd.parameter.set",
+                               "cmd.parameter.set",
+                               "cmd.parameter.set",
+                               "configure",
+                               "cmd.system.notification.add",
+                               "message "};
+    QCOMPARE(calledNames(), order);
+}
+
+void tst_viewer_startup::flagsThatChangeLaterCountAtTheNextStart()
+{
+    start(false, 0);
+    FakeViewer::calls().clear();
+    adapter->setFeatureFlags(DisplayFeatureViewEvents | DisplayFeatureImageEvents);
+    adapter->setParameter("gamma", "2");
+    QCOMPARE(calledNames(), QStringList());
+    prepare(imageOf(64, 48), true);
+    const QStringList expected = {
+        "message Initializing CPU viewer...", "cmd.parameter.set", "configure", "cmd.system.notification.add",
+        "cmd.display.view.nofication",        "cmd.parameter.set", "message "};
+    QCOMPARE(calledNames(), expected);
+}
+
+void tst_viewer_startup::configureGetsTheHeader()
+{
+    start(false, 13);
+    const _ZorImage* header = FakeImageHeaders::last();
+    QCOMPARE(FakeViewer::callsOf("configure").at(0).argument, static_cast<const void*>(header));
+    QCOMPARE(header->width, 64u);
+    QCOMPARE(header->height, 48u);
+    QCOMPARE(header->pixelType, ZorMono8);
+}
+
+void tst_viewer_startup::aFailedConfigureSkipsOnlyTheRegistration_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<int>("error");
+    QTest::newRow("1") << 1 << 1;
+    QTest::newRow("the low 16 bits are kept") << 0x12345 << 0x2345;
+    QTest::newRow("negative") << -1 << 0xFFFF;
+}
+
+void tst_viewer_startup::aFailedConfigureSkipsOnlyTheRegistration()
+{
+    QFETCH(int, status);
+    QFETCH(int, error);
+    start(false, 13);
+    FakeViewer::calls().clear();
+    FakeViewer::script().configureStatus = status;
+    QVERIFY(prepare(imageOf(65, 48)));
+    QCOMPARE(adapter->lastError(), std::uint32_t(error));
+    QVERIFY(adapter->hasViewer());
+    const QStringList expected = {"message Initializing CPU viewer...", "configure",
+                                  "cmd.display.view.nofication", "cmd.parameter.set", "message "};
+    QCOMPARE(calledNames(), expected);
+    // The next start-up that succeeds registers again.
+    FakeViewer::calls().clear();
+    FakeViewer::script().configureStatus = 0;
+    prepare(imageOf(65, 48), true);
+    QCOMPARE(adapter->lastError(), 0u);
+    QCOMPARE(FakeViewer::callsOf("cmd.system.notification.add").size(), std::size_t(1));
+}
+
+void tst_viewer_startup::aFailedCreationIsTriedAgain()
+{
+    FakeViewer::script().canCreate = false;
+    start(false, 13);
+    QCOMPARE(adapter->lastError(), 8u);
+    QVERIFY(!adapter->viewAt(0.5, 0.5));
+    QCOMPARE(adapter->lastError(), 8u);
+    FakeViewer::script().canCreate = true;
+    FakeViewer::calls().clear();
+    // The geometry is known by now, so an ordinary frame starts nothing.
+    QVERIFY(!prepare(imageOf(64, 48)));
+    QVERIFY(!adapter->hasViewer());
+    QVERIFY(prepare(imageOf(64, 49)));
+    QVERIFY(adapter->hasViewer());
+    QCOMPARE(calledNames().at(0), "create CPU");
+    QCOMPARE(adapter->lastError(), 0u);
+    // The one viewer stays.
+    FakeViewer::calls().clear();
+    QVERIFY(prepare(imageOf(64, 50)));
+    QVERIFY(!calledNames().contains("create CPU"));
+    QCOMPARE(FakeViewer::living(), 1);
+}
+
+void tst_viewer_startup::anUnchangedImageSendsNothing()
+{
+    start(false, 13);
+    FakeViewer::calls().clear();
+    leaveOldError(*adapter);
+    // Only these three fields are compared.
+    _ZorImage second = imageOf(64, 48);
+    second.depth = 5;
+    second.pitch = 1000;
+    QVERIFY(!prepare(second));
+    QCOMPARE(adapter->lastError(), 0u);
+    QCOMPARE(calledNames(), QStringList());
+    QCOMPARE(FakeImageHeaders::created(), 1);
+    QCOMPARE(FakeImageHeaders::released(), 0);
+}
+
+void tst_viewer_startup::aChangedImageStartsAgain_data()
+{
+    QTest::addColumn<quint32>("width");
+    QTest::addColumn<quint32>("height");
+    QTest::addColumn<quint32>("pixelType");
+    QTest::newRow("another width") << 65u << 48u << ZorMono8;
+    QTest::newRow("another height") << 64u << 47u << ZorMono8;
+    QTest::newRow("another pixel type") << 64u << 48u << ZorMono12;
+    QTest::newRow("width and height exchanged") << 48u << 64u << ZorMono8;
+    QTest::newRow("a width of all bits") << 0xFFFFFFFFu << 48u << ZorMono8;
+}
+
+void tst_viewer_startup::aChangedImageStartsAgain()
+{
+    QFETCH(quint32, width);
+    QFETCH(quint32, height);
+    QFETCH(quint32, pixelType);
+    start(false, 0);
+    const ViewerCall firstAdd = FakeViewer::callsOf("cmd.system.notification.add").at(0);
+    FakeViewer::calls().clear();
+    QVERIFY(prepare(imageOf(width, height, pixelType)));
+    const QStringList expected = {"message Initializing CPU viewer...", "configure",
+                                  "cmd.system.notification.add", "message "};
+    QCOMPARE(calledNames(), expected);
+    // The same listener again.
+    QCOMPARE(FakeViewer::callsOf("cmd.system.notification.add").at(0).before.at("proc"),
+             firstAdd.before.at("proc"));
+    QCOMPARE(FakeImageHeaders::released(), 1);
+    QCOMPARE(FakeImageHeaders::last()->width, width);
+    QCOMPARE(FakeImageHeaders::last()->height, height);
+    QCOMPARE(FakeImageHeaders::last()->pixelType, pixelType);
+    QVERIFY(!prepare(imageOf(width, height, pixelType)));
+}
+
+void tst_viewer_startup::anEmptyImageStartsAtEveryFrame_data()
+{
+    QTest::addColumn<quint32>("width");
+    QTest::addColumn<quint32>("height");
+    QTest::addColumn<quint32>("pixelType");
+    QTest::newRow("width 0") << 0u << 48u << ZorMono8;
+    QTest::newRow("height 0") << 64u << 0u << ZorMono8;
+    QTest::newRow("pixel type 0") << 64u << 48u << 0u;
+}
+
+void tst_viewer_startup::anEmptyImageStartsAtEveryFrame()
+{
+    QFETCH(quint32, width);
+    QFETCH(quint32, height);
+    QFETCH(quint32, pixelType);
+    start(false, 0);
+    for (int frame = 0; frame < 3; ++frame) {
+        FakeViewer::calls().clear();
+        QVERIFY(prepare(imageOf(width, height, pixelType)));
+        const auto configured = FakeViewer::callsOf("configure");
+        QCOMPARE(configured.size(), std::size_t(1));
+        QVERIFY(!configured[0].argument);
+    }
+    // The old header went at the first one.
+    QCOMPARE(FakeImageHeaders::released(), 1);
+    QCOMPARE(FakeImageHeaders::created(), 1);
+}
+
+void tst_viewer_startup::aHeaderThatCannotBeMadeStaysNull()
+{
+    FakeImageHeaders::failFromNowOn();
+    start(false, 0);
+    QVERIFY(!FakeViewer::callsOf("configure").at(0).argument);
+    QVERIFY(prepare(imageOf(64, 48)));
+    QCOMPARE(FakeImageHeaders::released(), 0);
+    QCOMPARE(FakeViewer::callsOf("configure").size(), std::size_t(2));
+}
+
+void tst_viewer_startup::forceKeepsTheHeader()
+{
+    start(false, 13);
+    FakeViewer::calls().clear();
+    QVERIFY(!prepare(imageOf(64, 48), true));
+    const QStringList expected = {
+        "message Initializing CPU viewer...", "configure",         "cmd.system.notification.add",
+        "cmd.display.view.nofication",        "cmd.parameter.set", "message "};
+    QCOMPARE(calledNames(), expected);
+    QCOMPARE(FakeViewer::callsOf("configure").at(0).argument,
+             static_cast<const void*>(FakeImageHeaders::last()));
+    QCOMPARE(FakeImageHeaders::created(), 1);
+    QCOMPARE(FakeImageHeaders::released(), 0);
+    QVERIFY(prepare(imageOf(64, 47), true));
+}
+
+void tst_viewer_startup::withoutAViewTheGeometryIsRemembered()
+{
+    adapter = std::make_unique<DisplayAdapterQT>(nullptr, false, 13);
+    QVERIFY(prepare(imageOf(64, 48)));
+    QCOMPARE(FakeImageHeaders::created(), 1);
+    QCOMPARE(calledNames(), QStringList());
+    QVERIFY(!prepare(imageOf(64, 48)));
+    QVERIFY(!adapter->hasViewer());
+    QCOMPARE(adapter->lastError(), 0u);
+}
+
+void tst_viewer_startup::overlayDefaultsAreRestored()
+{
+    start(false, DisplayFeatureDump);
+    QVERIFY(adapter->setDumpRect(1, 2, 3, 4, "base"));
+    // A viewer may write into the overlay's map.
+    FakeViewer::script().answers["cmd.display.overlay.rect.add"] = [](ParameterMap* map) {
+        (*map)["line.clr"] = "1";
+        (*map)["line.width"] = "9";
+        (*map)["objectID"] = "@other";
+        (*map)["adjust"] = "0";
+        return 1;
+    };
+    QVERIFY(adapter->showDumpOverlay(true));
+    prepare(imageOf(64, 48), true);
+    QVERIFY(adapter->showDumpOverlay(true));
+    const QStringList expected = {"adjust=1", "cs=base",  "line.clr=50372", "line.width=1", "objectID=@dump",
+                                  "rect.h=4", "rect.w=3", "rect.x=1",       "rect.y=2"};
+    QCOMPARE(textOf(FakeViewer::callsOf("cmd.display.overlay.rect.add").at(1).before), expected);
+}
+
+ZOR_DISPLAY_TEST_MAIN(tst_viewer_startup)
+#include "tst_viewer_startup.moc"

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QApplication>
+
+/// An application under which ThreadSanitizer sees how posted events travel between threads.
+///
+/// Qt itself is not instrumented, so what a thread wrote before it posted an event looks unordered against
+/// what the receiver reads. The link-time wrapper of QCoreApplication::postEvent releases the event, and
+/// notify acquires it. In other builds both do nothing. A test program that uses this class is linked with
+/// WRAP and the symbol in TsanApplication.cpp.
+class TsanApplication : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override;
+};
