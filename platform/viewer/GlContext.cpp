@@ -1,0 +1,38 @@
+#include "platform/viewer/GlContext.h"
+
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+
+namespace zorview {
+QSurfaceFormat glFormat()
+{
+    QSurfaceFormat format;
+    if (QOpenGLContext::openGLModuleType() == QOpenGLContext::LibGLES) {
+        format.setRenderableType(QSurfaceFormat::OpenGLES);
+        format.setVersion(3, 0);
+    } else {
+        format.setRenderableType(QSurfaceFormat::OpenGL);
+        format.setVersion(3, 3);
+        format.setProfile(QSurfaceFormat::CoreProfile);
+    }
+    return format;
+}
+
+bool hasGlContext()
+{
+    QOpenGLContext context;
+    context.setFormat(glFormat());
+    if (!context.create())
+        return false;
+    const auto least = context.isOpenGLES() ? qMakePair(3, 0) : qMakePair(3, 3);
+    if (context.format().version() < least)
+        return false;
+    QOffscreenSurface surface;
+    surface.setFormat(context.format());
+    surface.create();
+    if (!surface.isValid() || !context.makeCurrent(&surface))
+        return false;
+    context.doneCurrent();
+    return true;
+}
+} // namespace zorview

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QSurfaceFormat>
+
+namespace zorview {
+/// OpenGL 3.3 core, or OpenGL ES 3.0 where Qt was built for ES.
+QSurfaceFormat glFormat();
+
+/// Tries whether a context of glFormat can be had and made current, without any widget.
+bool hasGlContext();
+} // namespace zorview

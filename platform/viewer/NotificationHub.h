@@ -1,0 +1,55 @@
+#pragma once
+
+#include "display/ParameterMap.h"
+
+#include <QPoint>
+
+#include <vector>
+
+class ZorDisplayCommand;
+
+namespace zorview {
+/// Sends the viewer's notifications to everybody who registered, on the GUI thread.
+class NotificationHub
+{
+public:
+    enum ViewFlag
+    {
+        ViewChanges = 1,
+        MouseButtons = 2,
+        MouseMoves = 4
+    };
+    enum ImageFlag
+    {
+        Processed = 1
+    };
+
+    /// A second registration of the same address changes nothing.
+    void add(ZorDisplayCommand* listener);
+
+    /// What is sent of the view; the mouse is told of until somebody forbids it, view changes are not.
+    void setViewFlags(int flags) { m_viewFlags = flags; }
+    void setImageFlags(int flags) { m_imageFlags = flags; }
+
+    void viewChanged();
+    void processed(int result);
+
+    struct Pointer
+    {
+        bool isLeft;   ///< of the button
+        QPoint image;  ///< image pixel below the pointer, also beyond the image's edges
+        QPoint window; ///< pixel of the view widget
+    };
+    void mouseDown(const Pointer& pointer);
+    void mouseUp(const Pointer& pointer);
+    void mouseMove(const Pointer& pointer);
+
+private:
+    void mouse(const char* code, const Pointer& pointer, ViewFlag flag);
+    void send(const char* name, const ParameterMap& parameters);
+
+    std::vector<ZorDisplayCommand*> m_listeners;
+    int m_viewFlags = MouseButtons | MouseMoves;
+    int m_imageFlags = 0;
+};
+} // namespace zorview

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "image/ZorImage.h"
+#include "platform/viewer/PixelShape.h"
+#include "platform/viewer/ViewerStatus.h"
+
+namespace zorview {
+/// How a record's pixels come to the screen.
+enum class PixelRoute
+{
+    Refused,
+    AsIs,      ///< plain mono or plain RGB and BGR: shown from a copy
+    Converted, ///< brought to mono by the converter first
+};
+
+PixelRoute pixelRoute(const _ZorImage& image);
+
+/// The shape of a record of route AsIs.
+PixelShape plainShape(const _ZorImage& image);
+
+/// The mono code that keeps the native values of a record of route Converted: 8, 10, 12 or 16 bits by the
+/// packing's depth class. 14 bits go to 16, two of them repeated.
+std::uint32_t monoTarget(const _ZorImage& image);
+
+/// Whether the record can be read at all: pixels, a size, lines inside the buffer, a depth that its samples
+/// can hold. Says nothing of the format.
+ViewerStatus checkRecord(const _ZorImage* image);
+
+/// The same for a header, which has no pixels. Null is no geometry and fits.
+ViewerStatus checkHeader(const _ZorImage* header);
+} // namespace zorview

@@ -1,0 +1,123 @@
+#include "platform/viewer/SampleText.h"
+
+#include "platform/viewer/Scene.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QPainter>
+#include <QRawFont>
+
+#include <algorithm>
+
+namespace zorview {
+namespace {
+// Share of a pixel's side that the text may take.
+constexpr double TextShare = 0.84;
+constexpr double LargestText = 18.0;
+
+int digitsOf(int depth)
+{
+    int digits = 1;
+    for (int most = (1 << depth) - 1; most >= 10; most /= 10)
+        ++digits;
+    return digits;
+}
+
+QFont valueFont(double scale, const PixelShape& shape)
+{
+    QFont font(QStringLiteral("monospace"));
+    // The same on every canvas: coloured edges can't be laid over a picture.
+    font.setStyleHint(QFont::Monospace, QFont::NoSubpixelAntialias);
+    constexpr int Probe = 100;
+    font.setPixelSize(Probe);
+    const QFontMetricsF metrics(font);
+    const double room = scale * TextShare;
+    const double across = room / metrics.horizontalAdvance(QString(digitsOf(shape.depth), QLatin1Char('0')));
+    const double down = room / (metrics.height() * shape.channels);
+    font.setPixelSize(std::max(1, static_cast<int>(std::min({across * Probe, down * Probe, LargestText}))));
+    return font;
+}
+
+bool isBright(const Tone& tone, const ImagePyramid& pyramid, int x, int y)
+{
+    const auto level = [&](int channel) {
+        return static_cast<int>(
+            toneLevel(static_cast<std::uint32_t>(pyramid.sample(x, y, channel)), tone.shift));
+    };
+    if (tone.isColour) {
+        const int red = tone.blueFirst ? 2 : 0;
+        return qGray(level(red), level(1), level(2 - red)) >= 128;
+    }
+    return qGray(tone.table[static_cast<std::size_t>(level(0))]) >= 128;
+}
+
+/// The digits of many numbers, drawn in one go: laying out each number as a text takes longer than all else
+/// of a paint.
+class DigitRun
+{
+public:
+    explicit DigitRun(const QRawFont& font)
+        : m_font(font)
+        , m_digits(font.glyphIndexesForString(QStringLiteral("0123456789")))
+        , m_advance(font.advancesForGlyphIndexes(m_digits).value(0).x())
+    {
+    }
+
+    /// The number's baseline begins so that it stands centred on `middle`.
+    void add(int number, double middle, double baseline)
+    {
+        int count = 1;
+        for (int rest = number; rest >= 10; rest /= 10)
+            ++count;
+        double x = middle + (count * 0.5 - 1.0) * m_advance;
+        for (int i = 0; i < count; ++i, number /= 10, x -= m_advance) {
+            m_indexes.append(m_digits.value(number % 10));
+            m_positions.append(QPointF(x, baseline));
+        }
+    }
+
+    void draw(QPainter& painter, const QColor& colour) const
+    {
+        if (m_indexes.isEmpty())
+            return;
+        QGlyphRun run;
+        run.setRawFont(m_font);
+        run.setGlyphIndexes(m_indexes);
+        run.setPositions(m_positions);
+        painter.setPen(colour);
+        painter.drawGlyphRun(QPointF(0.0, 0.0), run);
+    }
+
+private:
+    QRawFont m_font;
+    QVector<quint32> m_digits;
+    double m_advance;
+    QVector<quint32> m_indexes;
+    QVector<QPointF> m_positions;
+};
+} // namespace
+
+void paintSampleValues(QPainter& painter, const Scene& scene, int pane, const QRect& pixels)
+{
+    const ImagePyramid& pyramid = scene.picture(pane).pyramid();
+    const PixelShape& shape = pyramid.shape();
+    const Tone tone = scene.tone(pane);
+    const QRawFont font = QRawFont::fromFont(valueFont(scene.geometry.scale(), shape));
+    const double lineHeight = font.ascent() + font.descent();
+    DigitRun black(font);
+    DigitRun white(font);
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y)
+        for (int x = pixels.left(); x <= pixels.right(); ++x) {
+            DigitRun& run = isBright(tone, pyramid, x, y) ? black : white;
+            const QPointF centre = scene.geometry.toDevice(QPointF(x + 0.5, y + 0.5));
+            for (int line = 0; line < shape.channels; ++line) {
+                const int channel = shape.blueFirst ? 2 - line : line;
+                const double top = centre.y() + (line - shape.channels * 0.5) * lineHeight;
+                run.add(pyramid.sample(x, y, channel), centre.x(), top + font.ascent());
+            }
+        }
+    black.draw(painter, Qt::black);
+    white.draw(painter, Qt::white);
+}
+} // namespace zorview

@@ -1,0 +1,40 @@
+#include "platform/viewer/Scene.h"
+
+#include <algorithm>
+
+namespace zorview {
+namespace {
+// Device pixels between the two panes of a pair.
+constexpr int Gap = 2;
+} // namespace
+
+void Scene::setDeviceSize(const QSize& size)
+{
+    if (size == m_device)
+        return;
+    m_device = size;
+    geometry.setViewSize(paneRect(0).size());
+}
+
+void Scene::arrange()
+{
+    if (first.isEmpty())
+        second.clear();
+    geometry.setViewSize(paneRect(0).size());
+    geometry.setImageSize(first.size());
+}
+
+QRect Scene::paneRect(int pane) const
+{
+    if (paneCount() == 1)
+        return {QPoint(0, 0), m_device};
+    const int width = std::max(1, (m_device.width() - Gap) / 2);
+    return {pane * (m_device.width() - width), 0, width, m_device.height()};
+}
+
+QPointF Scene::inPane(const QPointF& device) const
+{
+    const bool isSecond = paneCount() == 2 && device.x() >= paneRect(1).x();
+    return device - QPointF(paneRect(isSecond ? 1 : 0).topLeft());
+}
+} // namespace zorview

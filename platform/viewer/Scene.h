@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/viewer/Overlays.h"
+#include "platform/viewer/Picture.h"
+#include "platform/viewer/Tone.h"
+#include "platform/viewer/ViewGeometry.h"
+
+namespace zorview {
+/// Everything that a canvas paints, and nothing of how. One picture fills the view; a pair stands side by
+/// side in two panes of the same size, scale and centre.
+class Scene
+{
+public:
+    ViewGeometry geometry; ///< of one pane
+    Picture first;
+    Picture second; ///< empty unless a pair is shown
+    Overlays overlays;
+    bool coloration = false;
+
+    /// Device pixels of the whole view.
+    void setDeviceSize(const QSize& size);
+    /// After a change of the pictures: one pane or two, and the image's size.
+    void arrange();
+
+    int paneCount() const { return second.isEmpty() ? 1 : 2; }
+    const Picture& picture(int pane) const { return pane == 0 ? first : second; }
+    /// In device pixels of the view.
+    QRect paneRect(int pane) const;
+    /// A point of the view relative to the pane that it lies in.
+    QPointF inPane(const QPointF& device) const;
+    Tone tone(int pane) const { return makeTone(picture(pane).pyramid().shape(), coloration); }
+
+private:
+    QSize m_device = QSize(1, 1);
+};
+} // namespace zorview

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/viewer/CommandTable.h"
+
+namespace zorview {
+/// The commands of CommandTable.h that set up the viewer and run its menu. False is a refusal.
+
+/// `name`, `value`: "image.notification.flags.set" takes the image flags, "canvas.tile.edge" the edge of the
+/// GPU canvas's tiles; any other name is kept among the settings.
+bool setParameterCommand(CommandContext context, ParameterMap& parameters);
+/// `proc`: the address of a ZorDisplayCommand.
+bool addNotificationCommand(CommandContext context, ParameterMap& parameters);
+/// `flags`: 1 view changes, 2 mouse buttons, 4 mouse moves.
+bool viewNotificationCommand(CommandContext context, ParameterMap& parameters);
+
+/// Returns `qmenu` and `qmenuWidget`.
+bool createMenuCommand(CommandContext context, ParameterMap& parameters);
+/// Returns when the menu has closed.
+bool execMenuCommand(CommandContext context, ParameterMap& parameters);
+/// Empties `qmenu` and `qmenuWidget`.
+bool deleteMenuCommand(CommandContext context, ParameterMap& parameters);
+} // namespace zorview

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/viewer/Navigator.h"
+#include "platform/viewer/NotificationHub.h"
+#include "platform/viewer/ProcessorChain.h"
+#include "platform/viewer/Scene.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <cstdint>
+
+namespace zorview {
+class Canvas;
+
+/// One viewer: its pictures, where it looks, who hears of it, and the canvas over the host's widget.
+class Viewer
+{
+public:
+    enum class Painting
+    {
+        Software,
+        OpenGl
+    };
+
+    /// `view` is the host's widget; for a scroll area the canvas lies on its viewport.
+    Viewer(QWidget* view, Painting painting);
+    ~Viewer();
+
+    /// Copies what it needs of the image and shows it alone.
+    ViewerStatus display(const _ZorImage* image);
+    /// Shows two images side by side; an image that can't be shown leaves the view as it was.
+    ViewerStatus displayPair(const _ZorImage* first, const _ZorImage* second);
+    /// Makes the picture from the copied images again, with the processors and the coloration of now.
+    bool rebuild();
+
+    /// Both null when the host has destroyed its widget.
+    QWidget* view() const { return m_view; }
+    QWidget* surface() const { return m_surface; }
+    Canvas* canvas() const { return m_canvasWidget ? m_canvas : nullptr; }
+
+    /// Device pixels per widget pixel.
+    double pixelRatio() const;
+    /// The middle of a pixel of the view widget or its surface, in device pixels of the canvas.
+    QPointF deviceAt(const QWidget* receiver, const QPointF& pixel) const;
+    /// The widget pixel of `view` that holds a device point.
+    QPoint windowAt(const QPointF& device) const;
+
+    void repaint();
+    /// Follows the widget's size.
+    void resized();
+
+    Scene scene;
+    NotificationHub hub;
+    ProcessorChain chain;
+    Navigator navigator;
+
+private:
+    void makeCanvas(Painting painting);
+
+    QPointer<QWidget> m_view;
+    QPointer<QWidget> m_surface;
+    QPointer<QWidget> m_canvasWidget;
+    Canvas* m_canvas = nullptr;
+};
+} // namespace zorview

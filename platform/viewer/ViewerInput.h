@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/viewer/OverlayDrag.h"
+
+#include <QObject>
+#include <QPointF>
+
+class QKeyEvent;
+class QMouseEvent;
+class QWheelEvent;
+class QWidget;
+
+namespace zorview {
+class Viewer;
+
+/// Mouse and keys of one viewer, by event filters on its view and surface. What the viewer has no use for
+/// goes on to the host: Escape, Enter, unknown keys, and drags with Shift held.
+class ViewerInput : public QObject
+{
+public:
+    explicit ViewerInput(Viewer& viewer);
+
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    bool mouse(QWidget* receiver, QMouseEvent* event);
+    bool press(QMouseEvent* event, const QPointF& device);
+    bool move(QMouseEvent* event, const QPointF& device);
+    bool release(QMouseEvent* event);
+    bool wheel(QWidget* receiver, QWheelEvent* event);
+    bool key(QKeyEvent* event);
+    bool isSecondSight(const QMouseEvent* event);
+    void notify(const QWidget* receiver, const QMouseEvent* event, const QPointF& device);
+    void endDrag();
+    void showCursor(const QPointF& device);
+    double reach() const;
+
+    Viewer& m_viewer;
+    OverlayDrag m_overlayDrag;
+    bool m_isPanning = false;
+    QPointF m_last;           ///< where the pan stands, device pixels
+    bool m_hasCursor = false; ///< an overlay's cursor is set on the surface
+    ulong m_seenTime = 0;     ///< of the last mouse event that went on to the host
+    int m_seenType = 0;
+};
+} // namespace zorview

@@ -1,0 +1,99 @@
+#include "platform/viewer/ViewerMenu.h"
+
+#include "platform/viewer/Canvas.h"
+#include "platform/viewer/Viewer.h"
+
+#include <QClipboard>
+#include <QCoreApplication>
+#include <QCursor>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QImage>
+#include <QMenu>
+#include <QMessageBox>
+
+namespace zorview {
+namespace {
+QString text(const char* source)
+{
+    return QCoreApplication::translate("ViewerMenu", source);
+}
+} // namespace
+
+QMenu* ViewerMenu::create()
+{
+    if (!m_menu && m_viewer.view()) {
+        m_menu = new QMenu(m_viewer.view());
+        fill();
+    }
+    return m_menu;
+}
+
+void ViewerMenu::fill()
+{
+    Navigator& navigator = m_viewer.navigator;
+    const auto add = [this](const char* label, const auto& action) {
+        QObject::connect(m_menu->addAction(text(label)), &QAction::triggered, m_menu.data(), action);
+    };
+    add("Zoom in", [&navigator] { navigator.zoom(Navigator::ZoomStep); });
+    add("Zoom out", [&navigator] { navigator.zoom(1.0 / Navigator::ZoomStep); });
+    add("Fit", [&navigator] { navigator.fit(ViewGeometry::FitWhole); });
+    add("1:1", [&navigator] { navigator.oneToOne(); });
+    m_menu->addSeparator();
+    m_coloration = m_menu->addAction(text("Coloration"));
+    m_coloration->setCheckable(true);
+    QObject::connect(m_coloration.data(), &QAction::triggered, m_menu.data(),
+                     [this](bool on) { setColoration(on); });
+    m_menu->addSeparator();
+    add("Copy view", [this] { copyView(); });
+    add("Save view...", [this] { saveView(); });
+}
+
+bool ViewerMenu::exec()
+{
+    if (!m_menu)
+        return false;
+    if (m_coloration)
+        m_coloration->setChecked(m_viewer.scene.coloration);
+    m_menu->exec(QCursor::pos());
+    return true;
+}
+
+bool ViewerMenu::destroy()
+{
+    const bool existed = !m_menu.isNull();
+    delete m_menu;
+    return existed;
+}
+
+void ViewerMenu::setColoration(bool on)
+{
+    m_viewer.scene.coloration = on;
+    m_viewer.repaint();
+}
+
+void ViewerMenu::copyView() const
+{
+    if (Canvas* canvas = m_viewer.canvas())
+        QGuiApplication::clipboard()->setImage(canvas->picture());
+}
+
+void ViewerMenu::saveView() const
+{
+    Canvas* canvas = m_viewer.canvas();
+    if (!canvas)
+        return;
+    // What is on the screen now, not when the dialog closes.
+    const QImage picture = canvas->picture();
+    QString name = QFileDialog::getSaveFileName(m_viewer.view(), text("Save view"), QString(),
+                                                text("PNG images (*.png)"));
+    if (name.isEmpty())
+        return;
+    if (!name.endsWith(QLatin1String(".png"), Qt::CaseInsensitive))
+        name += QLatin1String(".png");
+    if (!picture.save(name, "PNG"))
+        QMessageBox::warning(m_viewer.view(), text("Save view"),
+                             text("%1 could not be written. Choose another folder or free some space.")
+                                 .arg(QDir::toNativeSeparators(name)));
+}
+} // namespace zorview
