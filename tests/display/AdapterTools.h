@@ -5,6 +5,7 @@
 #include "image/PixelTypeCode.h"
 #include "tests/fakes/FakeImageHeaders.h"
 #include "tests/fakes/FakeViewer.h"
+#include "tests/support/TsanApplication.h"
 
 #include <QStringList>
 

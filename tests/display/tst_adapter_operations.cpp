@@ -1,10 +1,8 @@
 #include "display/ParameterText.h"
-#include "tests/support/TsanApplication.h"
+#include "tests/display/AdapterTools.h"
 
 #include <QRect>
 #include <QtTest>
-
-#include "tests/display/AdapterTools.h"
 
 using Operation = std::function<bool(DisplayAdapterQT&)>;
 using Answer = std::function<std::int32_t(ParameterMap*)>;

@@ -1,12 +1,12 @@
 #include "display/ParameterText.h"
-#include "tests/support/TsanApplication.h"
+#include "tests/display/AdapterTools.h"
 
 #include <QAction>
 #include <QMenu>
 #include <QSignalSpy>
 #include <QtTest>
 
-#include "tests/display/AdapterTools.h"
+#include <atomic>
 
 class tst_context_menu : public QObject
 {
@@ -21,12 +21,14 @@ private slots:
     void addsItsEntriesOnce();
     void entriesFollowTheDump_data();
     void entriesFollowTheDump();
-    void losingTheViewerHidesTheDump();
+    void withoutItsFeatureTheDumpStays();
+    void aWishBeforeTheViewerIsNotKept();
     void theToggleAsksTheView();
     void thePlaceIsThatOfTheMenu();
     void aPlaceThatCannotBeTranslatedIsNotSent_data();
     void aPlaceThatCannotBeTranslatedIsNotSent();
     void notificationsDuringTheMenuAreLost();
+    void theViewerSpeaksWhileTheMenuOpens();
     void aFailedMenuSilencesTheViewer_data();
     void aFailedMenuSilencesTheViewer();
     void withoutAViewerNothingHappens();
@@ -197,9 +199,8 @@ void tst_context_menu::entriesFollowTheDump()
     QVERIFY(!menu->actions().at(2)->isVisible());
 }
 
-void tst_context_menu::losingTheViewerHidesTheDump()
+void tst_context_menu::withoutItsFeatureTheDumpStays()
 {
-    // Without its feature the operation leaves the state alone.
     start(DisplayFeatureDump);
     QVERIFY(adapter->showDumpOverlay(true));
     adapter->setFeatureFlags(0);
@@ -207,10 +208,10 @@ void tst_context_menu::losingTheViewerHidesTheDump()
     adapter->setFeatureFlags(DisplayFeatureDump);
     QVERIFY(openMenu());
     QCOMPARE(menu->actions().at(1)->text(), "Hide HexPixelDump");
+}
 
-    // A wish that came before the viewer is not kept.
-    cleanup();
-    init();
+void tst_context_menu::aWishBeforeTheViewerIsNotKept()
+{
     adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, std::uint32_t(DisplayFeatureDump));
     QVERIFY(!adapter->showDumpOverlay(true));
     QCOMPARE(adapter->lastError(), 8u);
@@ -319,6 +320,39 @@ void tst_context_menu::notificationsDuringTheMenuAreLost()
     QCoreApplication::sendPostedEvents();
     QCOMPARE(answers, std::vector<std::int64_t>(6, 0));
     QVERIFY(view->seen.empty());
+    QVERIFY(isHeard());
+}
+
+void tst_context_menu::theViewerSpeaksWhileTheMenuOpens()
+{
+    start(13);
+    ZorDisplayCommand* const listener = FakeViewer::listener();
+    std::atomic<bool> done{false};
+    std::thread viewer([&] {
+        for (int i = 1; i <= 500; ++i) {
+            ParameterMap move = {{"code", "mouse.move"}, {"img.x", std::to_string(i)}};
+            listener->notify("notification.view", &move);
+            ParameterMap press = {{"code", "mouse.down"}, {"left", "0"}};
+            if (i % 50 == 1)
+                listener->notify("notification.view", &press);
+        }
+        done = true;
+    });
+    while (!done)
+        QCoreApplication::processEvents();
+    viewer.join();
+    QCoreApplication::sendPostedEvents();
+
+    // A press that falls into an open menu opens no other; the first one always opens it.
+    const std::size_t opened = FakeViewer::callsOf("cmd.system.menu.exec").size();
+    QVERIFY2(opened >= 1 && opened <= 10, qPrintable(QString::number(opened)));
+    // Moves may be lost, but none comes twice or late.
+    int last = 0;
+    for (const SeenEvent& event : view->seen) {
+        QVERIFY2(event.imagePos.x() > last, qPrintable(QString::number(last)));
+        last = event.imagePos.x();
+    }
+    QVERIFY(last >= 1);
     QVERIFY(isHeard());
 }
 

@@ -1,4 +1,4 @@
-#include "tests/support/TsanApplication.h"
+#include "tests/display/AdapterTools.h"
 
 #include <QDir>
 #include <QImage>
@@ -6,8 +6,6 @@
 #include <QTemporaryDir>
 #include <QToolButton>
 #include <QtTest>
-
-#include "tests/display/AdapterTools.h"
 
 class tst_display_view : public QObject
 {

@@ -1,11 +1,9 @@
 #include "display/DisplayAdapterQT.h"
 #include "display/ZorDisplayProcessor.h"
-#include "tests/support/TsanApplication.h"
+#include "tests/display/AdapterTools.h"
 #include "tests/support/VirtualPlace.h"
 
 #include <QtTest>
-
-#include "tests/display/AdapterTools.h"
 
 // The operations are called by their place in the class, by libraries that were built elsewhere.
 class tst_interface_order : public QObject

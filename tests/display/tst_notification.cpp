@@ -1,9 +1,7 @@
-#include "tests/support/TsanApplication.h"
+#include "tests/display/AdapterTools.h"
 
 #include <QSignalSpy>
 #include <QtTest>
-
-#include "tests/display/AdapterTools.h"
 
 // The listener's address is known to the viewer alone: each test starts the viewer and speaks through it.
 class tst_notification : public QObject

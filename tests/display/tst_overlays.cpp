@@ -1,8 +1,6 @@
-#include "tests/support/TsanApplication.h"
+#include "tests/display/AdapterTools.h"
 
 #include <QtTest>
-
-#include "tests/display/AdapterTools.h"
 
 namespace {
 
@@ -28,6 +26,7 @@ private slots:
     void onlyOneIsSuccess_data();
     void onlyOneIsSuccess();
     void deletingBeforeAnyRectangleSendsTheDefaults();
+    void defaultsAreThereAfterAFailedConfigure();
     void theViewerMayWriteIntoTheStoredMap();
 
 private:
@@ -209,6 +208,17 @@ void tst_overlays::deletingBeforeAnyRectangleSendsTheDefaults()
     QCOMPARE(sent.size(), std::size_t(2));
     QCOMPARE(textOf(sent[0].before), dumpDefaults);
     QCOMPARE(textOf(sent[1].before), inspectDefaults);
+}
+
+void tst_overlays::defaultsAreThereAfterAFailedConfigure()
+{
+    FakeViewer::script().configureStatus = 4;
+    startQuietly(*adapter);
+    QCOMPARE(adapter->lastError(), 4u);
+    QVERIFY(adapter->showDumpOverlay(true));
+    QVERIFY(adapter->showInspectOverlay(true));
+    QCOMPARE(textOf(FakeViewer::calls().at(0).before), dumpDefaults);
+    QCOMPARE(textOf(FakeViewer::calls().at(1).before), inspectDefaults);
 }
 
 void tst_overlays::theViewerMayWriteIntoTheStoredMap()

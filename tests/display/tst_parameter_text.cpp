@@ -1,5 +1,5 @@
 #include "display/ParameterText.h"
-#include "tests/support/TsanApplication.h"
+#include "tests/display/AdapterTools.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -7,8 +7,6 @@
 
 #include <clocale>
 #include <limits>
-
-#include "tests/display/AdapterTools.h"
 
 class tst_parameter_text : public QObject
 {

@@ -1,9 +1,7 @@
 #include "display/ParameterText.h"
-#include "tests/support/TsanApplication.h"
+#include "tests/display/AdapterTools.h"
 
 #include <QtTest>
-
-#include "tests/display/AdapterTools.h"
 
 class tst_viewer_startup : public QObject
 {

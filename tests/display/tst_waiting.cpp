@@ -1,10 +1,8 @@
-#include "tests/support/TsanApplication.h"
+#include "tests/display/AdapterTools.h"
 
 #include <QtTest>
 
 #include <atomic>
-
-#include "tests/display/AdapterTools.h"
 
 namespace {
 

@@ -78,13 +78,19 @@ std::vector<ViewerCall> FakeViewer::callsOf(const std::string& name)
     return found;
 }
 
-std::int64_t FakeViewer::notify(const char* name, ParameterMap* parameters)
+ZorDisplayCommand* FakeViewer::listener()
 {
     const std::vector<ViewerCall> registrations = callsOf("cmd.system.notification.add");
-    void* listener = nullptr;
+    void* address = nullptr;
     if (!registrations.empty())
-        std::sscanf(registrations.back().before.at("proc").c_str(), "%p", &listener);
-    return listener ? static_cast<ZorDisplayCommand*>(listener)->notify(name, parameters) : -1;
+        std::sscanf(registrations.back().before.at("proc").c_str(), "%p", &address);
+    return static_cast<ZorDisplayCommand*>(address);
+}
+
+std::int64_t FakeViewer::notify(const char* name, ParameterMap* parameters)
+{
+    ZorDisplayCommand* registered = listener();
+    return registered ? registered->notify(name, parameters) : -1;
 }
 
 int FakeViewer::living()

@@ -55,7 +55,9 @@ public:
     static std::vector<std::string> callNames();
     /// The calls of one name, in order.
     static std::vector<ViewerCall> callsOf(const std::string& name);
-    /// Notifies the listener that was registered last; -1 when there is none.
+    /// The listener that was registered last; null when there is none.
+    static ZorDisplayCommand* listener();
+    /// Notifies that listener; -1 when there is none.
     static std::int64_t notify(const char* name, ParameterMap* parameters);
     /// Viewers that were made and not deleted.
     static int living();
