@@ -138,7 +138,7 @@ void tst_context_menu::theMapGoesWithEveryCommand()
 void tst_context_menu::opensByNotification()
 {
     start(13);
-    FakeViewer::script().answers["cmd.system.menu.exec"] = [this](ParameterMap*) {
+    FakeViewer::script().answers["cmd.system.menu.exec"] = [](ParameterMap*) {
         // The release of the button that opened the menu.
         ParameterMap release = {{"code", "mouse.up"}, {"left", "1"}};
         FakeViewer::notify("notification.view", &release);
