@@ -21,6 +21,7 @@ int __real_posix_memalign(void** block, std::size_t alignment, std::size_t bytes
 
 void* __wrap_malloc(std::size_t bytes)
 {
+    lastRequest = bytes;
     return outOfMemory ? nullptr : __real_malloc(bytes);
 }
 
