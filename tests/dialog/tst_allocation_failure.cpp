@@ -2,7 +2,6 @@
 #include "support/DialogProbe.h"
 #include "support/ModalWatch.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QMessageBox>
 #include <QTest>
