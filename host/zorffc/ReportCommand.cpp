@@ -82,6 +82,7 @@ void report(const ReportArguments& arguments)
 {
     refuseSameFile(arguments.frame.path, arguments.output);
     refuseSameFile(arguments.ffc, arguments.output);
+    requireEnding(arguments.output, ".png");
 
     const FfcFile ffc = readFfcFile(arguments.ffc);
     const Frame frame = readFrame(arguments.frame);

@@ -195,6 +195,9 @@ void tst_zorffc_report::refusesBadFiles_data()
         << good << QStringList{"f.pgm", "--ffc", "f.ffc", "-o", "f.ffc"} << "f.ffc: is the file that is read";
     QTest::newRow("the picture over the frame")
         << good << QStringList{"f.pgm", "--ffc", "f.ffc", "-o", "f.pgm"} << "f.pgm: is the file that is read";
+    QTest::newRow("a picture of another kind")
+        << good << QStringList{"f.pgm", "--ffc", "f.ffc", "-o", "f.jpg"}
+        << "f.jpg: the name does not tell the file's kind";
     QTest::newRow("a missing folder")
         << good << QStringList{"f.pgm", "--ffc", "f.ffc", "-o", "absent/f.png"} << "absent/f.png";
     QTest::newRow("too few columns") << Header + ":Table,\n1,256\n:FFC_Y start,\n1,256\n"

@@ -108,7 +108,9 @@ void tst_zorffc_simulate::refusesBadSettings_data()
     QTest::addColumn<QString>("target");
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QString>("names");
-    QTest::newRow("a name of another kind") << "f.png" << QStringList{} << "f.png: simulate writes PGM";
+    QTest::newRow("a name of another kind") << "f.png" << QStringList{} << "ends in .pgm";
+    QTest::newRow("an ending alone") << ".pgm" << QStringList{} << ".pgm: the name";
+    QTest::newRow("no name") << "" << QStringList{} << "--output";
     QTest::newRow("a missing folder") << "absent/f.pgm" << QStringList{} << "absent/f.pgm";
     QTest::newRow("a depth that is none") << "f.pgm" << QStringList{"--depth", "9"} << "--depth";
     QTest::newRow("a size that is none") << "f.pgm" << QStringList{"--size", "10"} << "--size";
