@@ -9,10 +9,13 @@
 extern "C" {
 void* __real_zorAllocate(std::size_t bytes);
 void* __wrap_zorAllocate(std::size_t bytes);
+void __real_zorRelease(void* block);
+void __wrap_zorRelease(void* block);
 }
 
 namespace {
 
+int live = 0;        ///< blocks that are not given back
 int allocations = 0; ///< since the last reset
 int failing = 0;     ///< number of the allocation that fails, from 1; 0 for none
 bool failingOnwards = false;
@@ -185,7 +188,16 @@ void* __wrap_zorAllocate(std::size_t bytes)
 {
     ++allocations;
     const bool fails = failing != 0 && (allocations == failing || (failingOnwards && allocations > failing));
-    return fails ? nullptr : __real_zorAllocate(bytes);
+    if (fails)
+        return nullptr;
+    ++live;
+    return __real_zorAllocate(bytes);
+}
+
+void __wrap_zorRelease(void* block)
+{
+    live -= block ? 1 : 0;
+    __real_zorRelease(block);
 }
 
 /// Each allocation of a run fails in turn.
@@ -200,6 +212,8 @@ private slots:
     void frameCopyThatFailsLeavesNoFrame();
     void eachFailureOfARun_data();
     void eachFailureOfARun();
+    void onlyCodesAreLost();
+    void firstShowMarksTheDialogAfterItsBoxes();
     void everythingFailsFromOnePlaceOn_data();
     void everythingFailsFromOnePlaceOn();
     void swallowedFailureGoesOnWithBlackCells();
@@ -309,6 +323,42 @@ void AllocationFailure::eachFailureOfARun()
         for (int level = 0; level < d.m_histogramLevels; ++level)
             QCOMPARE(d.m_histogram[level], 0);
     }
+}
+
+void AllocationFailure::onlyCodesAreLost()
+{
+    ModalWatch watch;
+    for (int place = Image; place < PlaceCount; ++place) {
+        const int before = live;
+        {
+            DialogProbe d;
+            d.ui.chBShowY->setChecked(true);
+            failAllocation(place == Image ? 1 : 0);
+            d.take(frameOf(12));
+            failAllocation(place);
+            d.Update();
+            failAllocation(0);
+            d.Update();
+        }
+        const bool loses =
+            place == FlatX1 || place == Offset1 || place == FlatX2 || place == Offset2 || place == FlatY;
+        QVERIFY2(live - before == (loses ? 1 : 0),
+                 qPrintable(QStringLiteral("%1: %2 blocks lost").arg(PlaceNames[place]).arg(live - before)));
+    }
+}
+
+void AllocationFailure::firstShowMarksTheDialogAfterItsBoxes()
+{
+    DialogProbe d;
+    d.take(frameOf(12));
+    ModalWatch watch;
+    bool shown = true;
+    watch.onBox = [&](QMessageBox&) { shown = d.m_shown; };
+    failAllocation(ColumnMean);
+    d.show();
+    QCOMPARE(watch.texts, QStringList(NotEnough));
+    QVERIFY(!shown);
+    QVERIFY(d.m_shown);
 }
 
 void AllocationFailure::everythingFailsFromOnePlaceOn_data()
