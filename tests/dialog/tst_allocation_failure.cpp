@@ -1,3 +1,4 @@
+#include "dialog/RunAllocations.h"
 #include "engine/Allocation.h"
 #include "support/DialogProbe.h"
 #include "support/ModalWatch.h"
@@ -16,136 +17,20 @@ void __wrap_zorRelease(void* block);
 namespace {
 
 int live = 0;        ///< blocks that are not given back
+QVector<int> sizes;  ///< bytes of each allocation since the last reset
 int allocations = 0; ///< since the last reset
 int failing = 0;     ///< number of the allocation that fails, from 1; 0 for none
 bool failingOnwards = false;
 
 void failAllocation(int number, bool onwards = false)
 {
+    sizes.clear();
     allocations = 0;
     failing = number;
     failingOnwards = onwards;
 }
 
 const char* const NotEnough = "Not enough memory for the operation!";
-
-/// The allocations of a run in their order. The second column pass repeats the first one's four.
-enum Place
-{
-    Image,
-    ColumnMean,
-    RowMean,
-    Codes1,
-    FlatX1,
-    Offset1,
-    FlatColumnMean1,
-    Codes2,
-    FlatX2,
-    Offset2,
-    FlatColumnMean2,
-    RowCodes,
-    FlatY,
-    FlatRowMean,
-    FlatColumnMean3, ///< only with "Show Flat Y"
-    Histogram,
-    Plan,
-    Buffer,
-    ColumnLine,
-    RowLine,
-    FlatColumnLine,
-    FlatRowLine,
-    PlaceCount
-};
-
-const char* const PlaceNames[PlaceCount] = {"the frame's copy",
-                                            "column means",
-                                            "row means",
-                                            "column codes",
-                                            "column-corrected image",
-                                            "offset frame",
-                                            "corrected column means",
-                                            "column codes, second pass",
-                                            "column-corrected image, second pass",
-                                            "offset frame, second pass",
-                                            "corrected column means, second pass",
-                                            "row codes",
-                                            "image after both passes",
-                                            "corrected row means",
-                                            "corrected column means after both passes",
-                                            "histogram",
-                                            "histogram plan",
-                                            "histogram work buffer",
-                                            "column line",
-                                            "row line",
-                                            "corrected column line",
-                                            "corrected row line"};
-
-/// What a run looks like after one of its allocations has failed.
-struct Outcome
-{
-    int boxes;
-    bool answer;
-    QSet<QString> missing; ///< members that are null
-};
-
-/// For a run on a dialog that has computed before, or has not.
-Outcome outcomeOf(Place place, bool showRows, bool again)
-{
-    // A line array of the last run survives; without one all four are null until their own stage is done.
-    const QSet<QString> lines =
-        again ? QSet<QString>() : QSet<QString>{"columnLine", "rowLine", "flatColumnLine", "flatRowLine"};
-    const QSet<QString> flatLines = again ? QSet<QString>() : QSet<QString>{"flatColumnLine", "flatRowLine"};
-    const auto first = [&](QSet<QString> own, const QSet<QString>& later) {
-        return Outcome{1, false, own.unite(lines).unite(again ? QSet<QString>() : later)};
-    };
-    const QSet<QString> histogram{"histogram"};
-    const QSet<QString> rowPass{"flatY", "flatRowMean", "histogram"};
-    const QSet<QString> columnPass = QSet<QString>{"flatX", "flatColumnMean"}.unite(rowPass);
-    switch (place) {
-    case ColumnMean:
-        return first({"columnMean"}, QSet<QString>{"rowMean"}.unite(columnPass));
-    case RowMean:
-        return first({"rowMean"}, columnPass);
-    case Codes1:
-        return first({}, columnPass);
-    case FlatX1:
-        return first({"flatX"}, QSet<QString>{"flatColumnMean"}.unite(rowPass));
-    case Offset1:
-        return first({}, QSet<QString>{"flatColumnMean"}.unite(rowPass));
-    case FlatColumnMean1:
-        return first({"flatColumnMean"}, rowPass);
-    case Codes2:
-    case Offset2:
-        // Ignored: the row pass goes on with the cells that are there.
-        return {1, true, {}};
-    case FlatColumnMean2:
-        return {1, true, showRows ? QSet<QString>() : QSet<QString>{"flatColumnMean"}};
-    case FlatX2:
-        // Ignored too, but no cells are left to go on with; still one box.
-        return first({"flatX"}, rowPass);
-    case RowCodes:
-        return first({}, rowPass);
-    case FlatY:
-        return first({"flatY"}, {"flatRowMean", "histogram"});
-    case FlatRowMean:
-        return first({"flatRowMean"}, histogram);
-    case FlatColumnMean3:
-        return first({"flatColumnMean"}, histogram);
-    case Histogram:
-        return first({"histogram"}, {});
-    case Plan:
-    case Buffer:
-        return {0, true, {}};
-    case ColumnLine:
-    case RowLine:
-        return first({}, {});
-    case FlatColumnLine:
-    case FlatRowLine:
-        return {1, false, flatLines};
-    default:
-        return {0, true, {}};
-    }
-}
 
 QSet<QString> missingIn(const DialogProbe& d)
 {
@@ -187,6 +72,7 @@ TestFrame frameOf(int depth)
 void* __wrap_zorAllocate(std::size_t bytes)
 {
     ++allocations;
+    sizes.append(static_cast<int>(bytes));
     const bool fails = failing != 0 && (allocations == failing || (failingOnwards && allocations > failing));
     if (fails)
         return nullptr;
@@ -209,6 +95,8 @@ private slots:
     void init();
     void runWithoutFailureMakesTheKnownAllocations_data();
     void runWithoutFailureMakesTheKnownAllocations();
+    void blocksHaveTheirSizes_data();
+    void blocksHaveTheirSizes();
     void frameCopyThatFailsLeavesNoFrame();
     void eachFailureOfARun_data();
     void eachFailureOfARun();
@@ -252,6 +140,37 @@ void AllocationFailure::runWithoutFailureMakesTheKnownAllocations()
     QVERIFY(d.RunCorrection());
     QCOMPARE(allocations, count);
     QCOMPARE(sorted(missingIn(d)), QString());
+}
+
+void AllocationFailure::blocksHaveTheirSizes_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("frame");
+    QTest::addColumn<int>("levels");
+    QTest::addColumn<int>("buffer");
+    QTest::newRow("8 bits, rows of 7 bytes padded to 8") << 8 << 40 << 256 << 1024;
+    QTest::newRow("12 bits, rows of 14 bytes padded to 16") << 12 << 80 << 4096 << 262144;
+}
+
+void AllocationFailure::blocksHaveTheirSizes()
+{
+    QFETCH(int, depth);
+    QFETCH(int, frame);
+    QFETCH(int, levels);
+    QFETCH(int, buffer);
+    constexpr int columns = 7 * 2;
+    constexpr int rows = 5 * 2;
+    constexpr int cells = 16 * (5 + 1);
+    // At depth 12 the frame's rows hold 8 cells, and so many codes are made.
+    const int codes = depth == 8 ? columns : 16;
+    DialogProbe d;
+    d.ui.chBShowY->setChecked(true);
+    d.take(TestFrame::even(7, 5, depth, 100));
+    QVERIFY(d.RunCorrection());
+    QCOMPARE(sizes,
+             QVector<int>({frame,           columns, rows,    codes, cells,   cells, columns, codes,
+                           cells,           cells,   columns, rows,  cells,   rows,  columns, 4 * levels,
+                           80 + 4 * levels, buffer,  columns, rows,  columns, rows}));
 }
 
 void AllocationFailure::frameCopyThatFailsLeavesNoFrame()

@@ -56,8 +56,8 @@ private slots:
     void histogramIgnoresTheEnds();
     void rangesAreMultiplesOfTwenty_data();
     void rangesAreMultiplesOfTwenty();
-    void rangeComesFromTheColumnPassAtDepth8Only_data();
-    void rangeComesFromTheColumnPassAtDepth8Only();
+    void rangeOfTheResultFollowsTheDepth_data();
+    void rangeOfTheResultFollowsTheDepth();
     void emptyRegionsPassEveryStage_data();
     void emptyRegionsPassEveryStage();
 };
@@ -393,19 +393,25 @@ void Stages::rangesAreMultiplesOfTwenty()
     QCOMPARE(d.m_rangeXMax, 9);
 }
 
-void Stages::rangeComesFromTheColumnPassAtDepth8Only_data()
+void Stages::rangeOfTheResultFollowsTheDepth_data()
 {
     QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("flatMin");
     QTest::addColumn<int>("flatMax");
+    QTest::addColumn<int>("rangeMin");
     QTest::addColumn<int>("rangeMax");
-    QTest::newRow("8 bits: above 255, from the column pass") << 8 << 300 << 300;
-    QTest::newRow("12 bits: from both passes") << 12 << 150 << 200;
+    QTest::newRow("8 bits: above 255, from the column pass") << 8 << 300 << 300 << 200 << 300;
+    QTest::newRow("10 bits: from both passes") << 10 << 150 << 150 << 140 << 200;
+    QTest::newRow("12 bits: from both passes") << 12 << 150 << 150 << 140 << 200;
+    QTest::newRow("16 bits: white reads as -1") << 16 << -1 << -1 << -20 << 200;
 }
 
-void Stages::rangeComesFromTheColumnPassAtDepth8Only()
+void Stages::rangeOfTheResultFollowsTheDepth()
 {
     QFETCH(int, depth);
+    QFETCH(int, flatMin);
     QFETCH(int, flatMax);
+    QFETCH(int, rangeMin);
     QFETCH(int, rangeMax);
     DialogProbe d;
     d.take(TestFrame::even(2, 2, depth, 200));
@@ -413,8 +419,11 @@ void Stages::rangeComesFromTheColumnPassAtDepth8Only()
     d.m_rowGains = {0.5, 0.5};
     QVERIFY(d.ApplyRowGains());
     d.ComputeRanges();
+    QCOMPARE(d.m_imageMin, 200);
     QCOMPARE(d.m_imageMax, 200);
+    QCOMPARE(d.m_flatMin, flatMin);
     QCOMPARE(d.m_flatMax, flatMax);
+    QCOMPARE(d.m_rangeYMin, rangeMin);
     QCOMPARE(d.m_rangeYMax, rangeMax);
 }
 
