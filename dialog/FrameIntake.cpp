@@ -5,7 +5,21 @@
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
 
+#include <algorithm>
 #include <cstring>
+
+namespace {
+
+/// Bytes of the block that holds the converted pixels. It covers the host's width and height also when the
+/// converted record is smaller, so that no stage reads past it.
+std::size_t blockBytes(const _ZorImage& converted, const _ZorImage& host)
+{
+    const std::uint64_t pixelBytes = converted.depth == 8 ? 1 : 2;
+    const std::uint64_t lines = host.height == 0 ? 0 : (host.height - std::uint64_t{1}) * converted.pitch;
+    return std::max<std::uint64_t>(converted.imageSize, lines + host.width * pixelBytes);
+}
+
+} // namespace
 
 void CFFCUtility::SetFrame(_ZorImage* image)
 {
@@ -24,13 +38,15 @@ void CFFCUtility::SetFrame(_ZorImage* image)
         showMessage(QStringLiteral("Converter error!"));
         return;
     }
-    m_image = static_cast<std::uint8_t*>(zorAllocate(converted->imageSize));
+    const std::size_t bytes = blockBytes(*converted, *image);
+    m_image = static_cast<std::uint8_t*>(zorAllocate(bytes));
     if (!m_image) {
         // The converted record is lost here: deliberate, see docs/decisions.md.
         showNotEnoughMemory();
         return;
     }
     std::memcpy(m_image, converted->data, converted->imageSize);
+    std::memset(m_image + converted->imageSize, 0, bytes - converted->imageSize);
     m_depth = static_cast<std::int32_t>(converted->depth);
     m_step = static_cast<std::int32_t>(converted->pitch);
     m_imageBytes = converted->imageSize;

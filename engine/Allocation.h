@@ -2,7 +2,8 @@
 
 #include <cstddef>
 
-/// The one place where dialog and engine get memory for images and lines. The blocks are of the malloc family.
+/// The one place where dialog and engine get memory for images and lines. The blocks are of the malloc
+/// family.
 extern "C" {
 
 /// A block of the given size, at least one byte, with unset content; null when memory runs out.

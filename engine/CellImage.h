@@ -6,8 +6,8 @@
 
 namespace zor {
 
-/// Bytes from row to row of a working image: 16-bit cells whatever the frame's depth, rows padded to a multiple
-/// of 4 bytes.
+/// Bytes from row to row of a working image: 16-bit cells whatever the frame's depth, rows padded to a
+/// multiple of 4 bytes.
 std::int32_t cellStep(std::int32_t width);
 
 /// Bytes of a working image's block: one row more than the image has.
@@ -19,9 +19,13 @@ constexpr std::int32_t saturationLimit(std::int32_t depth)
     return static_cast<std::int32_t>((std::int64_t{1} << (depth & 63)) - 1);
 }
 
-/// Fills a working image from a frame of `frameBytes` bytes: at depth 8 pixel by pixel, at depths 9 to 16 with
-/// one flat copy of height x cells.step bytes whatever the frame's step is; above depth 16 not at all. Where the
-/// flat copy is longer than the frame the rest is zero; the spare row is zero as well.
+/// Fills a working image from a frame of `frameBytes` bytes: at depth 8 pixel by pixel, at depths 9 to 16
+/// with one flat copy of height x cells.step bytes whatever the frame's step is. Where the flat copy is
+/// longer than the frame the rest is zero, and so are all cells above depth 16 and those that stand for no
+/// pixel.
 void fillCells(const ConstImageView& frame, std::size_t frameBytes, const ImageView& cells);
+
+/// Clears the cells that stand for no pixel: the padding of each row and the spare row.
+void clearSpareCells(const ImageView& cells);
 
 } // namespace zor

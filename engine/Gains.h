@@ -9,14 +9,14 @@ namespace zor {
 /// What the gains aim at.
 struct GainRule
 {
-    bool normalize = true;      ///< true: peak mean x normalizeValue; false: mean of the means
+    bool normalize = true; ///< true: peak mean x normalizeValue; false: mean of the means
     double normalizeValue = 1.0;
     bool pairSmoothing = false; ///< average neighbouring means in pairs first
 };
 
 /// One gain per column, left to right, from the frame as it came, into the empty list `gains`, and the
-/// truncated mean of each column (width entries) and row (height entries). A gain is target / mean, multiplied
-/// first and divided last, and may be infinite or NaN. A depth above 16 computes nothing.
+/// truncated mean of each column (width entries) and row (height entries). A gain is target / mean,
+/// multiplied first and divided last, and may be infinite or NaN. A depth above 16 computes nothing.
 void computeColumnGains(const ConstImageView& frame, const GainRule& rule, std::list<double>& gains,
                         std::uint16_t* columnMeans, std::uint16_t* rowMeans);
 

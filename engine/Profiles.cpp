@@ -53,8 +53,10 @@ void addStrip(const ConstImageView& image, std::int32_t firstColumn, std::int32_
 void addColumnSums(const ConstImageView& image, std::int32_t firstColumn, std::int32_t count,
                    std::uint64_t* sums)
 {
-    for (std::int32_t i = 0; i < count; i += ColumnStrip)
-        addStrip(image, firstColumn + i, std::min(ColumnStrip, count - i), sums + i);
+    for (std::int32_t i = 0, strip = 0; i < count; i += strip) {
+        strip = std::min(ColumnStrip, count - i);
+        addStrip(image, firstColumn + i, strip, sums + i);
+    }
 }
 
 std::uint64_t rowSum(const ConstImageView& image, std::int32_t y)
@@ -62,8 +64,8 @@ std::uint64_t rowSum(const ConstImageView& image, std::int32_t y)
     const bool bytes = image.depth == 8;
     const std::uint8_t* row = image.row(y);
     std::uint64_t sum = 0;
-    for (std::int32_t x = 0; x < image.width; x += ExactAddends) {
-        const std::int32_t count = std::min(ExactAddends, image.width - x);
+    for (std::int32_t x = 0, count = 0; x < image.width; x += count) {
+        count = std::min(ExactAddends, image.width - x);
         sum += sumRow(row + static_cast<std::ptrdiff_t>(x) * (bytes ? 1 : 2), bytes, count);
     }
     return sum;

@@ -21,8 +21,8 @@ std::uint64_t rowSum(const ConstImageView& image, std::int32_t y);
 template <typename Sink> void forEachColumnSum(const ConstImageView& image, Sink&& sink)
 {
     std::uint64_t sums[ColumnStrip];
-    for (std::int32_t first = 0; first < image.width; first += ColumnStrip) {
-        const std::int32_t count = std::min(ColumnStrip, image.width - first);
+    for (std::int32_t first = 0, count = 0; first < image.width; first += count) {
+        count = std::min(ColumnStrip, image.width - first);
         std::fill_n(sums, count, std::uint64_t{0});
         addColumnSums(image, first, count, sums);
         for (std::int32_t i = 0; i < count; ++i)

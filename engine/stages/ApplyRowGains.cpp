@@ -36,8 +36,9 @@ bool CFFCUtility::ApplyRowGains()
     }
     m_flatYStep = zor::cellStep(m_width);
     const zor::ImageView source = zor::cellView(m_flatX, m_flatXStep, m_width, m_height, m_depth);
-    zor::applyRowCodes(zor::readOnly(source), zor::cellView(m_flatY, m_flatYStep, m_width, m_height, m_depth),
-                       codes);
+    const zor::ImageView destination = zor::cellView(m_flatY, m_flatYStep, m_width, m_height, m_depth);
+    zor::applyRowCodes(zor::readOnly(source), destination, codes);
+    zor::clearSpareCells(destination);
     zorRelease(codes);
 
     const zor::ConstImageView result =

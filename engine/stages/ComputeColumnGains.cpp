@@ -1,6 +1,9 @@
 #include "dialog/CFFCUtility.h"
+#include "dialog/Message.h"
 #include "engine/Gains.h"
 #include "engine/stages/StageBlocks.h"
+
+#include <new>
 
 bool CFFCUtility::ComputeColumnGains()
 {
@@ -11,6 +14,12 @@ bool CFFCUtility::ComputeColumnGains()
         return false;
     const zor::ConstImageView frame{m_image, m_step, m_width, m_height, m_depth};
     const zor::GainRule rule{m_normalize != 0, m_normalizeValue, m_pairSmoothing != 0};
-    zor::computeColumnGains(frame, rule, m_columnGains, m_columnMean, m_rowMean);
+    try {
+        zor::computeColumnGains(frame, rule, m_columnGains, m_columnMean, m_rowMean);
+    } catch (const std::bad_alloc&) {
+        m_columnGains.clear();
+        showNotEnoughMemory();
+        return false;
+    }
     return true;
 }

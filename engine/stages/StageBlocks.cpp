@@ -14,9 +14,11 @@ bool renewLine(std::uint16_t*& line, std::int32_t count)
 {
     zorRelease(line);
     line = static_cast<std::uint16_t*>(zorAllocate(static_cast<std::size_t>(count) * sizeof *line));
-    if (!line)
+    // Decided before the box: its event loop may let a host run the whole correction, which makes the line.
+    const bool made = line != nullptr;
+    if (!made)
         showNotEnoughMemory();
-    return line != nullptr;
+    return made;
 }
 
 } // namespace zor

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -124,6 +125,15 @@ void refuseSameFile(const std::string& input, const std::string& output)
     std::error_code error;
     if (fs::equivalent(input, output, error) && !error)
         throw CommandError(output + ": is the file that is read; give the output another name");
+}
+
+void requireEnding(const std::string& output, const std::string& ending)
+{
+    const bool ends = output.size() > ending.size() &&
+                      ::strcasecmp(output.c_str() + output.size() - ending.size(), ending.c_str()) == 0;
+    if (!ends)
+        throw CommandError(
+            output + ": the name does not tell the file's kind; give --output a name that ends in " + ending);
 }
 
 } // namespace zor

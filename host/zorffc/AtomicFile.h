@@ -34,4 +34,7 @@ private:
 /// Refuses an output that is the very file which the command reads.
 void refuseSameFile(const std::string& input, const std::string& output);
 
+/// Refuses an output whose name does not end as its kind does: ".png", in small or capital letters.
+void requireEnding(const std::string& output, const std::string& ending);
+
 } // namespace zor

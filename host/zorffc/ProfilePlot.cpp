@@ -11,6 +11,7 @@
 #include <qwt_text.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace zor {
 
@@ -37,12 +38,22 @@ public:
     QwtText label(double value) const override { return QString::number(value); }
 };
 
+/// Numbers of columns or rows: nothing stands between two of them.
+class EntryScale : public PlainScale
+{
+public:
+    QwtText label(double value) const override
+    {
+        return value == std::floor(value) ? PlainScale::label(value) : QwtText();
+    }
+};
+
 /// The plot owns its items.
 void addCurve(QwtPlot& plot, const QString& name, const QColor& color, const std::vector<double>& numbers,
               const std::vector<double>& means)
 {
     auto* curve = new QwtPlotCurve(text(name));
-    curve->setPen(QPen(color, 1.6));
+    curve->setPen(QPen(color, 2.0));
     curve->setRenderHint(QwtPlotItem::RenderAntialiased);
     curve->setLegendAttribute(QwtPlotCurve::LegendShowLine);
     curve->setLegendIconSize(QSize(36, 12));
@@ -63,10 +74,10 @@ void drawProfile(QPainter& painter, const QRectF& area, const Profile& profile)
     plot.insertLegend(new QwtLegend, QwtPlot::TopLegend);
     plot.setAxisTitle(QwtPlot::xBottom, text(profile.axis));
     plot.setAxisTitle(QwtPlot::yLeft, text(QStringLiteral("mean [DN]")));
-    for (const int axis : {QwtPlot::xBottom, QwtPlot::yLeft}) {
-        plot.setAxisScaleDraw(axis, new PlainScale);
+    plot.setAxisScaleDraw(QwtPlot::xBottom, new EntryScale);
+    plot.setAxisScaleDraw(QwtPlot::yLeft, new PlainScale);
+    for (const int axis : {QwtPlot::xBottom, QwtPlot::yLeft})
         plot.setAxisFont(axis, pixelFont(15));
-    }
     plot.setAxisScale(QwtPlot::xBottom, 1.0, std::max(2.0, static_cast<double>(numbers.size())));
 
     auto* grid = new QwtPlotGrid;

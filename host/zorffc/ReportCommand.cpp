@@ -33,8 +33,8 @@ void checkCount(const ReportArguments& arguments, const char* table, std::size_t
 {
     if (entries != static_cast<std::size_t>(pixels))
         throw CommandError(arguments.ffc + ": holds " + std::to_string(entries) + " " + table +
-                           " entries, but " + arguments.frame.path + " has " + std::to_string(pixels) + " " +
-                           table + "s; use the file that was computed for frames of this size");
+                           " entries where " + arguments.frame.path + " needs " + std::to_string(pixels) +
+                           "; use the file that was computed for frames of this size");
 }
 
 /// The file does not tell its precision; gains far from 1 tell that the wrong one was given.
@@ -82,6 +82,7 @@ void report(const ReportArguments& arguments)
 {
     refuseSameFile(arguments.frame.path, arguments.output);
     refuseSameFile(arguments.ffc, arguments.output);
+    requireEnding(arguments.output, ".png");
 
     const FfcFile ffc = readFfcFile(arguments.ffc);
     const Frame frame = readFrame(arguments.frame);

@@ -38,13 +38,6 @@ std::string pgmText(const SensorModel& model, const std::vector<std::uint16_t>& 
     return text;
 }
 
-bool endsInPgm(const std::string& name)
-{
-    const std::string ending = ".pgm";
-    return name.size() > ending.size() &&
-           name.compare(name.size() - ending.size(), ending.size(), ending) == 0;
-}
-
 void simulate(const SimulateArguments& arguments)
 {
     SensorModel model = arguments.model;
@@ -52,9 +45,7 @@ void simulate(const SimulateArguments& arguments)
     model.height = arguments.size.height;
     model.seed = arguments.seed.value_or(model.seed);
     model.shotNoise = !arguments.noShotNoise;
-    if (!endsInPgm(arguments.output))
-        throw CommandError(arguments.output +
-                           ": simulate writes PGM; give --output a name that ends in .pgm");
+    requireEnding(arguments.output, ".pgm");
     if (model.blackLevel >= model.saturation())
         throw CommandError("--black-level: " + fixedText(model.blackLevel, 0) + " leaves no room below " +
                            fixedText(model.saturation(), 0) + "; give a lower one or a larger --depth");

@@ -6,7 +6,6 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 
 #include <cmath>
@@ -40,6 +39,8 @@ class DialogState : public QObject
 private slots:
     void membersStartAsTold();
     void frameIsHeldAfterIntake();
+    void packedAndDeepFramesComeDown_data();
+    void packedAndDeepFramesComeDown();
     void nothingUsableKeepsTheHeldFrame_data();
     void nothingUsableKeepsTheHeldFrame();
     void updateWithoutAFrameReadsNoWidget();
@@ -106,6 +107,53 @@ void DialogState::frameIsHeldAfterIntake()
     QCOMPARE(QByteArray(reinterpret_cast<const char*>(d.m_image), 48),
              QByteArray(reinterpret_cast<const char*>(unevenFrame().bytes.data()), 48));
     QVERIFY(!d.m_flatX && !d.m_flatY);
+}
+
+void DialogState::packedAndDeepFramesComeDown_data()
+{
+    QTest::addColumn<unsigned>("pixelType");
+    QTest::addColumn<unsigned>("depth");
+    QTest::addColumn<QByteArray>("pixels");
+    QTest::addColumn<int>("heldDepth");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("second");
+    QTest::newRow("Mono14 comes to 8 bits")
+        << 0x0110040AU << 14U << QByteArray("\xFF\x3F\x40\x10", 4) << 8 << 255 << 65;
+    QTest::newRow("Mono12p has depth 10")
+        << 0x010C2307U << 10U << QByteArray("\xBC\x3A\x12", 3) << 10 << 0xABC / 4 << 0x123 / 4;
+    QTest::newRow("Mono12Packed") << 0x010C1308U << 12U << QByteArray("\xAB\xC3\x12", 3) << 12 << 0xABC
+                                  << 0x123;
+    QTest::newRow("Mono8") << 0x01080101U << 8U << QByteArray("\x07\x09", 2) << 8 << 7 << 9;
+}
+
+void DialogState::packedAndDeepFramesComeDown()
+{
+    QFETCH(unsigned, pixelType);
+    QFETCH(unsigned, depth);
+    QFETCH(QByteArray, pixels);
+    QFETCH(int, heldDepth);
+    QFETCH(int, first);
+    QFETCH(int, second);
+    _ZorImage record{};
+    record.recordSize = ZorImageRecordSize;
+    record.recordVersion = ZorImageRecordVersion;
+    record.pixelType = pixelType;
+    record.depth = depth;
+    record.packing = pixelTypePacking(pixelType);
+    record.channels = 1;
+    record.pixelBits = pixelTypeBits(pixelType);
+    record.width = 2;
+    record.height = 1;
+    record.imageSize = static_cast<std::uint32_t>(pixels.size());
+    record.pitch = record.imageSize;
+    record.data = reinterpret_cast<std::uint8_t*>(pixels.data());
+    DialogProbe d;
+    d.SetFrame(&record);
+    QVERIFY(d.m_image);
+    QCOMPARE(d.m_depth, heldDepth);
+    const bool bytes = heldDepth == 8;
+    QCOMPARE(bytes ? int(d.m_image[0]) : d.m_image[0] + 256 * d.m_image[1], first);
+    QCOMPARE(bytes ? int(d.m_image[1]) : d.m_image[2] + 256 * d.m_image[3], second);
 }
 
 void DialogState::nothingUsableKeepsTheHeldFrame_data()

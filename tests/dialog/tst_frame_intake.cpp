@@ -3,7 +3,6 @@
 #include "support/DialogProbe.h"
 #include "support/ModalWatch.h"
 
-#include <QApplication>
 #include <QMessageBox>
 #include <QTest>
 

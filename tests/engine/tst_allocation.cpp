@@ -10,6 +10,7 @@
 namespace {
 
 bool outOfMemory = false;
+std::size_t lastRequest = 0;
 
 } // namespace
 
@@ -20,11 +21,13 @@ int __real_posix_memalign(void** block, std::size_t alignment, std::size_t bytes
 
 void* __wrap_malloc(std::size_t bytes)
 {
+    lastRequest = bytes;
     return outOfMemory ? nullptr : __real_malloc(bytes);
 }
 
 int __wrap_posix_memalign(void** block, std::size_t alignment, std::size_t bytes)
 {
+    lastRequest = bytes;
     return outOfMemory ? ENOMEM : __real_posix_memalign(block, alignment, bytes);
 }
 }
@@ -58,9 +61,11 @@ void AllocationTest::blocksCanBeWrittenToTheirEnd_data()
 void AllocationTest::blocksCanBeWrittenToTheirEnd()
 {
     QFETCH(qulonglong, bytes);
-    auto* block = static_cast<unsigned char*>(zorAllocate(bytes));
-    QVERIFY(block);
     const std::size_t room = bytes > 0 ? bytes : 1;
+    auto* block = static_cast<unsigned char*>(zorAllocate(bytes));
+    const std::size_t request = lastRequest;
+    QVERIFY(block);
+    QCOMPARE(request, room);
     std::memset(block, 0x5A, room);
     QCOMPARE(int{block[0]}, 0x5A);
     QCOMPARE(int{block[room - 1]}, 0x5A);

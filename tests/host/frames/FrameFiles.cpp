@@ -8,6 +8,9 @@
 std::string FrameFiles::write(const QByteArray& bytes, const char* name)
 {
     QFile file(QString::fromStdString(path(name)));
+    // Some file systems write a file that is emptied and filled again to the disk at once, which takes its
+    // time.
+    file.remove();
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         throw std::runtime_error("the test's file cannot be written");
     return file.fileName().toStdString();

@@ -1,0 +1,455 @@
+#include "support/DialogProbe.h"
+#include "support/ModalWatch.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+namespace {
+
+const double Infinity = std::numeric_limits<double>::infinity();
+const double NoNumber = std::numeric_limits<double>::quiet_NaN();
+
+QVector<int> items(const std::uint16_t* line, int count)
+{
+    return QVector<int>(line, line + count);
+}
+
+QVector<double> listed(const std::list<double>& gains)
+{
+    return QVector<double>(gains.begin(), gains.end());
+}
+
+} // namespace
+
+/// The stages one by one, on frames small enough to reckon by hand.
+class Stages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyStageRefusesWithoutAFrame();
+    void columnGainsAimAtTheChosenTarget_data();
+    void columnGainsAimAtTheChosenTarget();
+    void blackColumns_data();
+    void blackColumns();
+    void meansAreTruncated();
+    void oneRowGivesItsOwnPixelsAsMeans();
+    void oneColumnHasGainOneWithoutNormalising();
+    void smoothingPairsNeighbours();
+    void oneCellUnderBothPasses_data();
+    void oneCellUnderBothPasses();
+    void shortGainListLeavesTheRestAsItIs();
+    void columnMeansFollowTheRowBox_data();
+    void columnMeansFollowTheRowBox();
+    void linesAreCopiesOfTheMeans();
+    void linesOfAChosenRowAndColumn();
+    void unknownPassIsRefused();
+    void histogramCountsWithoutTheTopLevel();
+    void histogramPeakFollowsTheLargestBin_data();
+    void histogramPeakFollowsTheLargestBin();
+    void histogramIgnoresTheEnds_data();
+    void histogramIgnoresTheEnds();
+    void rangesAreMultiplesOfTwenty_data();
+    void rangesAreMultiplesOfTwenty();
+    void rangeOfTheResultFollowsTheDepth_data();
+    void rangeOfTheResultFollowsTheDepth();
+    void emptyRegionsPassEveryStage_data();
+    void emptyRegionsPassEveryStage();
+};
+
+void Stages::everyStageRefusesWithoutAFrame()
+{
+    ModalWatch watch;
+    DialogProbe d;
+    d.m_columnGains = {2.0};
+    d.m_rowGains = {2.0};
+    QVERIFY(!d.ApplyColumnGains(true));
+    QVERIFY(!d.ApplyRowGains());
+    QVERIFY(!d.ComputeHistogram());
+    QVERIFY(!d.TakeProfileLines(0, -1, -1));
+    QVERIFY(!d.TakeProfileLines(1, -1, -1));
+    QCOMPARE(int(d.m_columnGains.size()), 1);
+    QVERIFY(!d.ComputeColumnGains());
+    QVERIFY(d.m_columnGains.empty());
+    QVERIFY(!d.ComputeRowGains());
+    QVERIFY(d.m_rowGains.empty());
+    QVERIFY(!d.RunCorrection());
+    QVERIFY(watch.texts.isEmpty());
+    QVERIFY(!QGuiApplication::overrideCursor());
+}
+
+void Stages::columnGainsAimAtTheChosenTarget_data()
+{
+    QTest::addColumn<int>("normalize");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QVector<double>>("gains");
+    QTest::newRow("peak times 1") << 1 << 1.0 << QVector<double>({4.0, 2.0, 1.0});
+    QTest::newRow("half the peak") << 1 << 0.5 << QVector<double>({2.0, 1.0, 0.5});
+    QTest::newRow("negative values give negative gains") << 1 << -1.0 << QVector<double>({-4.0, -2.0, -1.0});
+    QTest::newRow("value 0") << 1 << 0.0 << QVector<double>({0.0, 0.0, 0.0});
+    QTest::newRow("mean of the means, the value plays no part")
+        << 0 << 7.0 << QVector<double>({700.0 / 3 / 100, 700.0 / 3 / 200, 700.0 / 3 / 400});
+}
+
+void Stages::columnGainsAimAtTheChosenTarget()
+{
+    QFETCH(int, normalize);
+    QFETCH(double, value);
+    QFETCH(QVector<double>, gains);
+    DialogProbe d;
+    d.take(TestFrame(3, 2, 12, [](int x, int) { return 100U << x; }));
+    d.m_normalize = normalize;
+    d.m_normalizeValue = value;
+    QVERIFY(d.ComputeColumnGains());
+    QCOMPARE(listed(d.m_columnGains), gains);
+}
+
+void Stages::blackColumns_data()
+{
+    QTest::addColumn<bool>("allBlack");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<bool>("infinite");
+    QTest::newRow("one black column gives +infinity") << false << 1.0 << true;
+    QTest::newRow("all columns black give no number") << true << 1.0 << false;
+    QTest::newRow("a value of 0 gives no number") << false << 0.0 << false;
+}
+
+void Stages::blackColumns()
+{
+    QFETCH(bool, allBlack);
+    QFETCH(double, value);
+    QFETCH(bool, infinite);
+    DialogProbe d;
+    d.take(TestFrame(2, 3, 12, [=](int x, int) { return x == 0 || allBlack ? 0U : 600U; }));
+    d.m_normalizeValue = value;
+    QVERIFY(d.RunCorrection());
+    const double gain = d.m_columnGains.front();
+    QVERIFY(infinite ? std::isinf(gain) && gain > 0 : std::isnan(gain));
+    for (int y = 0; y < 3; ++y) {
+        QCOMPARE(int(d.m_flatX[2 * y]), 0);
+        QCOMPARE(int(d.m_flatY[2 * y]), 0);
+    }
+}
+
+void Stages::meansAreTruncated()
+{
+    DialogProbe d;
+    d.take(
+        TestFrame(2, 2, 12, [](int x, int y) { return static_cast<unsigned>(10 + x + 4 * y + 2 * x * y); }));
+    QVERIFY(d.ComputeColumnGains());
+    // Pixels 10 11 / 14 17.
+    QCOMPARE(items(d.m_columnMean, 2), QVector<int>({12, 14}));
+    QCOMPARE(items(d.m_rowMean, 2), QVector<int>({10, 15}));
+}
+
+void Stages::oneRowGivesItsOwnPixelsAsMeans()
+{
+    DialogProbe d;
+    d.take(TestFrame(3, 1, 8, [](int x, int) { return static_cast<unsigned>(50 * (x + 1)); }));
+    QVERIFY(d.ComputeColumnGains());
+    QCOMPARE(items(d.m_columnMean, 3), QVector<int>({50, 100, 150}));
+    QCOMPARE(listed(d.m_columnGains), QVector<double>({3.0, 1.5, 1.0}));
+}
+
+void Stages::oneColumnHasGainOneWithoutNormalising()
+{
+    DialogProbe d;
+    d.take(TestFrame(1, 3, 8, [](int, int y) { return static_cast<unsigned>(50 * (y + 1)); }));
+    d.m_normalize = 0;
+    QVERIFY(d.ComputeColumnGains());
+    QCOMPARE(listed(d.m_columnGains), QVector<double>({1.0}));
+}
+
+void Stages::smoothingPairsNeighbours()
+{
+    DialogProbe d;
+    d.take(TestFrame(3, 1, 12, [](int x, int) { return x == 2 ? 400U : x == 1 ? 300U : 100U; }));
+    d.m_pairSmoothing = 1;
+    QVERIFY(d.ComputeColumnGains());
+    // Columns 0 and 1 share 200, column 2 keeps its own 400 and makes the peak.
+    QCOMPARE(listed(d.m_columnGains), QVector<double>({2.0, 2.0, 1.0}));
+}
+
+void Stages::oneCellUnderBothPasses_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<unsigned>("pixel");
+    QTest::addColumn<double>("columnGain");
+    QTest::addColumn<double>("rowGain");
+    QTest::addColumn<int>("afterColumns");
+    QTest::addColumn<int>("afterBoth");
+    const auto row = [](const char* name, int depth, unsigned pixel, double column, double rowGain, int first,
+                        int second) {
+        QTest::newRow(name) << depth << pixel << column << rowGain << first << second;
+    };
+    row("12 bits, 4095 passes a gain under 1", 12, 4095, 0.5, 0.25, 4095, 4095);
+    row("12 bits, 4095 passes a gain above 1", 12, 4095, 3.0, 2.0, 4095, 4095);
+    row("12 bits, 3000 x 1.5 is limited to 4095", 12, 3000, 1.5, 0.5, 4095, 4095);
+    row("12 bits, 4094 x 15.999 has bit 15 set and is stored unlimited", 12, 4094, 15.999, 1.0, 65488, 65488);
+    row("12 bits, truncated: 1001 x 1.5", 12, 1001, 1.5, 1.0, 1501, 1501);
+    row("12 bits, black under +infinity stays black", 12, 0, Infinity, Infinity, 0, 0);
+    row("12 bits, black under no number stays black", 12, 0, NoNumber, NoNumber, 0, 0);
+    row("12 bits, a gain of 16 wraps to 0", 12, 1000, 16.0, 1.0, 0, 0);
+    row("12 bits, the sign of a gain is dropped", 12, 1000, -1.5, 1.0, 1500, 1500);
+    row("8 bits, 200 x 1.5 exceeds 255 until the row pass", 8, 200, 1.5, 1.0, 300, 255);
+    row("8 bits, 255 has no exemption in the column pass and rounds to even", 8, 255, 0.5, 1.0, 128, 128);
+    row("8 bits, a cell of 255 passes the row pass", 8, 255, 1.0, 0.5, 255, 255);
+    row("8 bits, rounds to nearest: 3 x 0.5 is 2", 8, 3, 0.5, 1.0, 2, 2);
+    row("8 bits, rounds ties to even: 1 x 0.5 is 0", 8, 1, 0.5, 1.0, 0, 0);
+    row("16 bits, 65535 reads as -1 and is not exempt", 16, 65535, 1.5, 1.0, 65534, 65534);
+    row("16 bits, results wrap in the column pass", 16, 40000, 2.0, 1.0, 14464, 65535);
+    row("16 bits, a result with bit 15 clear comes out white", 16, 1000, 1.0, 1.0, 1000, 65535);
+    row("16 bits, a result with bit 15 set stays", 16, 40000, 1.0, 1.0, 40000, 40000);
+    row("10 bits, limited to 1023", 10, 900, 2.0, 1.0, 1023, 1023);
+}
+
+void Stages::oneCellUnderBothPasses()
+{
+    QFETCH(int, depth);
+    QFETCH(unsigned, pixel);
+    QFETCH(double, columnGain);
+    QFETCH(double, rowGain);
+    QFETCH(int, afterColumns);
+    QFETCH(int, afterBoth);
+    DialogProbe d;
+    d.take(TestFrame::even(2, 2, depth, pixel));
+    d.m_columnGains = {columnGain, columnGain};
+    d.m_rowGains = {rowGain, rowGain};
+    QVERIFY(d.ApplyColumnGains(true));
+    QCOMPARE(items(d.m_flatX, 4), QVector<int>(4, afterColumns));
+    QVERIFY(d.ApplyRowGains());
+    QCOMPARE(items(d.m_flatX, 4), QVector<int>(4, afterColumns));
+    QCOMPARE(items(d.m_flatY, 4), QVector<int>(4, afterBoth));
+    QCOMPARE(items(d.m_flatRowMean, 2), QVector<int>(2, afterBoth));
+}
+
+void Stages::shortGainListLeavesTheRestAsItIs()
+{
+    DialogProbe d;
+    d.take(TestFrame::even(4, 1, 12, 100));
+    d.m_columnGains = {2.0};
+    QVERIFY(d.ApplyColumnGains(true));
+    QCOMPARE(items(d.m_flatX, 4), QVector<int>({200, 100, 100, 100}));
+}
+
+void Stages::columnMeansFollowTheRowBox_data()
+{
+    QTest::addColumn<bool>("ticked");
+    QTest::addColumn<int>("mean");
+    QTest::newRow("box clear: the image after the column pass") << false << 300;
+    QTest::newRow("box ticked: the image after both") << true << 450;
+}
+
+void Stages::columnMeansFollowTheRowBox()
+{
+    QFETCH(bool, ticked);
+    QFETCH(int, mean);
+    DialogProbe d;
+    d.take(TestFrame::even(2, 2, 12, 200));
+    d.ui.chBShowY->setChecked(ticked);
+    d.m_columnGains = {1.5, 1.5};
+    d.m_rowGains = {1.5, 1.5};
+    QVERIFY(d.ApplyRowGains());
+    QCOMPARE(items(d.m_flatColumnMean, 2), QVector<int>(2, mean));
+    QCOMPARE(items(d.m_flatRowMean, 2), QVector<int>(2, 450));
+}
+
+void Stages::linesAreCopiesOfTheMeans()
+{
+    DialogProbe d;
+    d.take(TestFrame(5, 3, 12, [](int x, int y) { return static_cast<unsigned>(100 + 40 * x + 9 * y); }));
+    QVERIFY(d.RunCorrection());
+    QCOMPARE(items(d.m_columnLine, 5), items(d.m_columnMean, 5));
+    QCOMPARE(items(d.m_rowLine, 3), items(d.m_rowMean, 3));
+    QCOMPARE(items(d.m_flatColumnLine, 5), items(d.m_flatColumnMean, 5));
+    QCOMPARE(items(d.m_flatRowLine, 3), items(d.m_flatRowMean, 3));
+    QCOMPARE(d.m_columnLine[0], std::uint16_t(109));
+    QVERIFY(d.m_columnLine != d.m_columnMean);
+}
+
+void Stages::linesOfAChosenRowAndColumn()
+{
+    DialogProbe d;
+    d.take(TestFrame(4, 3, 12, [](int x, int y) { return static_cast<unsigned>(100 + 10 * x + y); }));
+    QVERIFY(d.RunCorrection());
+    QVERIFY(d.TakeProfileLines(0, 2, 3));
+    QCOMPARE(items(d.m_columnLine, 4), QVector<int>({102, 112, 122, 132}));
+    QCOMPARE(items(d.m_rowLine, 3), QVector<int>({130, 131, 132}));
+    QVERIFY(d.TakeProfileLines(1, 1, 2));
+    QCOMPARE(items(d.m_flatColumnLine, 4), items(d.m_flatY + 4, 4));
+    QCOMPARE(items(d.m_flatRowLine, 3), QVector<int>({d.m_flatY[2], d.m_flatY[6], d.m_flatY[10]}));
+}
+
+void Stages::unknownPassIsRefused()
+{
+    DialogProbe d;
+    d.take(TestFrame::even(2, 2, 12, 100));
+    QVERIFY(d.RunCorrection());
+    QVERIFY(!d.TakeProfileLines(2, -1, -1));
+    QVERIFY(!d.TakeProfileLines(-1, -1, -1));
+}
+
+void Stages::histogramCountsWithoutTheTopLevel()
+{
+    DialogProbe d;
+    d.take(TestFrame(4, 1, 8, [](int x, int) { return x == 0 ? 0U : x == 1 ? 254U : 255U; }));
+    QVERIFY(d.ComputeHistogram());
+    QCOMPARE(d.m_histogramLevels, 256);
+    QCOMPARE(d.m_histogram[0], 1);
+    QCOMPARE(d.m_histogram[254], 1);
+    QCOMPARE(d.m_histogram[255], 0);
+
+    d.take(TestFrame(3, 1, 16, [](int x, int) { return x == 0 ? 0x8000U : x == 1 ? 0xFFFFU : 0x7FFFU; }));
+    QVERIFY(d.ComputeHistogram());
+    QCOMPARE(d.m_histogramLevels, 65536);
+    QCOMPARE(std::accumulate(d.m_histogram, d.m_histogram + 65536, 0), 1);
+    QCOMPARE(d.m_histogram[0x7FFF], 1);
+}
+
+void Stages::histogramPeakFollowsTheLargestBin_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("before");
+    QTest::addColumn<int>("after");
+    QTest::newRow("100 from 0 rises by a grain of 20") << 10 << 10 << 0 << 120;
+    QTest::newRow("100 again leaves 120") << 10 << 10 << 120 << 120;
+    QTest::newRow("50 on 120 falls and rounds up to 60") << 10 << 5 << 120 << 60;
+    QTest::newRow("15000 takes a grain of 10000") << 150 << 100 << 0 << 20000;
+    QTest::newRow("2000 takes a grain of 500") << 50 << 40 << 0 << 2500;
+    QTest::newRow("500 takes a grain of 100") << 25 << 20 << 0 << 600;
+}
+
+void Stages::histogramPeakFollowsTheLargestBin()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(int, before);
+    QFETCH(int, after);
+    for (const int depth : {8, 12}) {
+        DialogProbe d;
+        d.take(TestFrame::even(width, height, depth, 77));
+        QCOMPARE(d.m_histogramFloor, 0);
+        d.m_histogramPeak = before;
+        QVERIFY(d.ComputeHistogram());
+        QCOMPARE(d.m_histogram[77], width * height);
+        QCOMPARE(d.m_histogramPeak, after);
+    }
+}
+
+void Stages::histogramIgnoresTheEnds_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<unsigned>("value");
+    QTest::newRow("8 bits, all black") << 8 << 0U;
+    QTest::newRow("8 bits, all white") << 8 << 255U;
+    QTest::newRow("12 bits, all black") << 12 << 0U;
+    QTest::newRow("16 bits, all with bit 15 set") << 16 << 0x8000U;
+}
+
+void Stages::histogramIgnoresTheEnds()
+{
+    QFETCH(int, depth);
+    QFETCH(unsigned, value);
+    DialogProbe d;
+    d.take(TestFrame::even(10, 10, depth, value));
+    QVERIFY(d.ComputeHistogram());
+    QCOMPARE(d.m_histogramPeak, 0);
+}
+
+void Stages::rangesAreMultiplesOfTwenty_data()
+{
+    QTest::addColumn<QVector<int>>("extremes"); // image min, image max, flat min, flat max
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("maximum");
+    QTest::newRow("37 to 241") << QVector<int>({37, 200, 50, 241}) << 20 << 260;
+    QTest::newRow("exact multiples stay") << QVector<int>({0, 100, 20, 240}) << 0 << 240;
+    QTest::newRow("a negative minimum") << QVector<int>({10, 100, -5, 90}) << -20 << 100;
+    QTest::newRow("one value, a multiple: no span") << QVector<int>({40, 40, 40, 40}) << 40 << 40;
+}
+
+void Stages::rangesAreMultiplesOfTwenty()
+{
+    QFETCH(QVector<int>, extremes);
+    QFETCH(int, minimum);
+    QFETCH(int, maximum);
+    // Without images the extremes keep what they hold.
+    DialogProbe d;
+    d.m_imageMin = extremes[0];
+    d.m_imageMax = extremes[1];
+    d.m_flatMin = extremes[2];
+    d.m_flatMax = extremes[3];
+    d.m_width = 9;
+    d.ComputeRanges();
+    QCOMPARE(QVector<int>({d.m_imageMin, d.m_imageMax, d.m_flatMin, d.m_flatMax}), extremes);
+    QCOMPARE(d.m_rangeYMin, minimum);
+    QCOMPARE(d.m_rangeYMax, maximum);
+    QCOMPARE(d.m_rangeXMin, 0);
+    QCOMPARE(d.m_rangeXMax, 9);
+}
+
+void Stages::rangeOfTheResultFollowsTheDepth_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("flatMin");
+    QTest::addColumn<int>("flatMax");
+    QTest::addColumn<int>("rangeMin");
+    QTest::addColumn<int>("rangeMax");
+    QTest::newRow("8 bits: above 255, from the column pass") << 8 << 300 << 300 << 200 << 300;
+    QTest::newRow("10 bits: from both passes") << 10 << 150 << 150 << 140 << 200;
+    QTest::newRow("12 bits: from both passes") << 12 << 150 << 150 << 140 << 200;
+    QTest::newRow("16 bits: white reads as -1") << 16 << -1 << -1 << -20 << 200;
+}
+
+void Stages::rangeOfTheResultFollowsTheDepth()
+{
+    QFETCH(int, depth);
+    QFETCH(int, flatMin);
+    QFETCH(int, flatMax);
+    QFETCH(int, rangeMin);
+    QFETCH(int, rangeMax);
+    DialogProbe d;
+    d.take(TestFrame::even(2, 2, depth, 200));
+    d.m_columnGains = {1.5, 1.5};
+    d.m_rowGains = {0.5, 0.5};
+    QVERIFY(d.ApplyRowGains());
+    d.ComputeRanges();
+    QCOMPARE(d.m_imageMin, 200);
+    QCOMPARE(d.m_imageMax, 200);
+    QCOMPARE(d.m_flatMin, flatMin);
+    QCOMPARE(d.m_flatMax, flatMax);
+    QCOMPARE(d.m_rangeYMin, rangeMin);
+    QCOMPARE(d.m_rangeYMax, rangeMax);
+}
+
+void Stages::emptyRegionsPassEveryStage_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<bool>("noColumns");
+    for (const int depth : {8, 12}) {
+        QTest::addRow("%d bits, width 0", depth) << depth << true;
+        QTest::addRow("%d bits, height 0", depth) << depth << false;
+    }
+}
+
+void Stages::emptyRegionsPassEveryStage()
+{
+    QFETCH(int, depth);
+    QFETCH(bool, noColumns);
+    DialogProbe d;
+    d.take(TestFrame::even(2, 2, depth, 100));
+    (noColumns ? d.m_width : d.m_height) = 0;
+    QVERIFY(d.RunCorrection());
+    QCOMPARE(int(d.m_columnGains.size()), noColumns ? 0 : 2);
+    QCOMPARE(int(d.m_rowGains.size()), noColumns ? 2 : 0);
+    for (const double gain : noColumns ? d.m_rowGains : d.m_columnGains)
+        QVERIFY(std::isnan(gain));
+}
+
+QTEST_MAIN(Stages)
+#include "tst_stages.moc"

@@ -1,0 +1,176 @@
+#include "host/zorffc/CommandError.h"
+#include "host/zorffc/FfcFile.h"
+
+#include <QDate>
+#include <QLocale>
+#include <QtTest>
+
+using namespace zor;
+
+namespace {
+
+const std::string Header = ":Header,\nTitle,\nCamera,\ndate 1/02/26,\n";
+
+} // namespace
+
+class tst_ffc_file : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void textHasItsLinesInOrder();
+    void headerTextsAreNotEscaped();
+    void dateIsToday();
+    void headerTextsMustBePlain_data();
+    void headerTextsMustBePlain();
+    void readsBackWhatIsWritten();
+    void readsOtherLineEnds();
+    void refusesBadText_data();
+    void refusesBadText();
+};
+
+void tst_ffc_file::textHasItsLinesInOrder()
+{
+    const std::string text = ffcFileText("Title", "Camera", "3/07/26", {1.0, 1.5, 1.1}, {1.0}, 12);
+    QCOMPARE(QString::fromStdString(text),
+             QString("-- Flat Field Correction input file example,\n"
+                     "-- lines beginning with two dashes are comments,\n"
+                     "-- and are ignored by parser,\n"
+                     ":Header,\n"
+                     "-- this is the text that will get displayed with a 'gfh' command,\n"
+                     "Title,\n"
+                     "Camera,\n"
+                     "date 3/07/26,\n"
+                     ":Table,\n"
+                     "-- Column(X),HEX Value\n"
+                     "1,4096\n2,6144\n3,4505\n"
+                     ":FFC_Y start,\n"
+                     "-- Row(Y),HEX Value\n"
+                     "1,4096\n"));
+}
+
+void tst_ffc_file::headerTextsAreNotEscaped()
+{
+    const std::string text = ffcFileText("a, b", "caf\xC3\xA9", "3/07/26", {}, {}, 8);
+    QVERIFY2(text.find("\na, b,\ncaf\xC3\xA9,\ndate 3/07/26,\n:Table,\n") != std::string::npos, text.c_str());
+}
+
+void tst_ffc_file::dateIsToday()
+{
+    // Asked for twice, for the one run that crosses midnight.
+    const QString before = QLocale::c().toString(QDate::currentDate(), "M/dd/yy");
+    const QString date = QString::fromStdString(currentFfcDate());
+    const QString after = QLocale::c().toString(QDate::currentDate(), "M/dd/yy");
+    QVERIFY2(date == before || date == after, qPrintable(date));
+}
+
+void tst_ffc_file::headerTextsMustBePlain_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<bool>("good");
+    QTest::newRow("words") << QByteArray("Line camera 3, lens B") << true;
+    QTest::newRow("letters beyond ASCII") << QByteArray("caf\xC3\xA9") << true;
+    QTest::newRow("one dash in front") << QByteArray("-3 dB") << true;
+    QTest::newRow("a blank") << QByteArray(" ") << true;
+    QTest::newRow("nothing") << QByteArray() << false;
+    QTest::newRow("a line break") << QByteArray("a\nb") << false;
+    QTest::newRow("a carriage return") << QByteArray("a\r") << false;
+    QTest::newRow("a tab") << QByteArray("a\tb") << false;
+    QTest::newRow("the delete character") << QByteArray("a\x7F") << false;
+    QTest::newRow("a comment") << QByteArray("-- a") << false;
+    QTest::newRow("a section") << QByteArray(":a") << false;
+}
+
+void tst_ffc_file::headerTextsMustBePlain()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(bool, good);
+    std::string problem;
+    try {
+        checkHeaderText("--title", text.toStdString());
+    } catch (const CommandError& error) {
+        problem = error.what();
+    }
+    QCOMPARE(QString::fromStdString(problem).startsWith("--title: "), !good);
+}
+
+void tst_ffc_file::readsBackWhatIsWritten()
+{
+    const FfcFile file =
+        parseFfcText("f", ffcFileText("a, b", "Camera", "3/07/26", {1.0, -0.5, -1.5}, {300.7, 0.0}, 8));
+    QCOMPARE(file.title, std::string("a, b"));
+    QCOMPARE(file.camera, std::string("Camera"));
+    QCOMPARE(file.date, std::string("3/07/26"));
+    QCOMPARE(file.columns, (std::vector<std::int32_t>{256, 128, -1}));
+    QCOMPARE(file.rows, (std::vector<std::int32_t>{76979, 0}));
+}
+
+void tst_ffc_file::readsOtherLineEnds()
+{
+    const FfcFile file =
+        parseFfcText("f", ":Header,\r\nT,\r\nC,\r\ndate 1/02/26,\r\n\r\n:Table,\r\n1,-2147483648\r\n"
+                          ":FFC_Y start,\r\n-- rows\r\n1,2147483647");
+    QCOMPARE(file.camera, std::string("C"));
+    QCOMPARE(file.columns, (std::vector<std::int32_t>{-2147483647 - 1}));
+    QCOMPARE(file.rows, (std::vector<std::int32_t>{2147483647}));
+}
+
+void tst_ffc_file::refusesBadText_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("names");
+    const QString header = QString::fromStdString(Header);
+    QTest::newRow("nothing") << ""
+                             << "f: has no \":FFC_Y start,\" section";
+    QTest::newRow("comments alone") << "-- a\n-- b\n"
+                                    << "f: has no";
+    QTest::newRow("text in front of the header") << "-- a\nT,\n"
+                                                 << "f: line 2: text in front";
+    QTest::newRow("a table without a header") << ":Table,\n"
+                                              << "f: line 1: a section out of its order";
+    QTest::newRow("rows in front of columns") << header + ":FFC_Y start,\n"
+                                              << "f: line 5: a section out of its order";
+    QTest::newRow("two tables") << header + ":Table,\n1,1\n:Table,\n"
+                                << "f: line 7: a section out of its order";
+    QTest::newRow("four header lines") << header + "more,\n"
+                                       << "f: line 5: a fourth header line";
+    QTest::newRow("no rows section") << header + ":Table,\n1,256\n"
+                                     << "f: has no";
+    QTest::newRow("no column entries") << header + ":Table,\n:FFC_Y start,\n1,256\n"
+                                       << "without entries";
+    QTest::newRow("no row entries") << header + ":Table,\n1,256\n:FFC_Y start,\n"
+                                    << "without entries";
+    QTest::newRow("an entry without a comma") << header + ":Table,\n1 256\n"
+                                              << "f: line 6: no entry";
+    QTest::newRow("a hexadecimal value") << header + ":Table,\n1,0x100\n"
+                                         << "f: line 6: no entry";
+    QTest::newRow("a value with a comma behind") << header + ":Table,\n1,256,\n"
+                                                 << "f: line 6: no entry";
+    QTest::newRow("an empty value") << header + ":Table,\n1,\n"
+                                    << "f: line 6: no entry";
+    QTest::newRow("a value beyond 32 bits") << header + ":Table,\n1,2147483648\n"
+                                            << "f: line 6: no entry";
+    QTest::newRow("a negative number") << header + ":Table,\n-1,256\n"
+                                       << "f: line 6: no entry";
+    QTest::newRow("numbers from 0") << header + ":Table,\n0,256\n"
+                                    << "entry 0 where entry 1 belongs";
+    QTest::newRow("a number left out") << header + ":Table,\n1,256\n3,256\n"
+                                       << "f: line 7: entry 3 where entry 2";
+}
+
+void tst_ffc_file::refusesBadText()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, names);
+    QString problem = "(none)";
+    try {
+        parseFfcText("f", text.toStdString());
+    } catch (const CommandError& error) {
+        problem = error.what();
+    }
+    QVERIFY2(problem.contains(names), qPrintable(problem));
+    QVERIFY2(problem.endsWith("use a file that was written by compute"), qPrintable(problem));
+}
+
+QTEST_GUILESS_MAIN(tst_ffc_file)
+#include "tst_ffc_file.moc"

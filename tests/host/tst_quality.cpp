@@ -1,0 +1,195 @@
+#include "host/quality/CorrectedFrame.h"
+#include "host/quality/FrameGains.h"
+#include "host/quality/MonoFrame.h"
+#include "host/quality/NonUniformity.h"
+#include "image/PixelTypeCode.h"
+#include "image/ZorFormatFromCode.h"
+
+#include <QtTest>
+
+#include <cmath>
+
+using namespace zor;
+
+Q_DECLARE_METATYPE(std::vector<double>)
+
+namespace {
+
+/// Rows padded with values that must never count.
+struct Samples
+{
+    Samples(int depthOfPixels, int widthOfImage, int heightOfImage, const std::vector<int>& pixels)
+        : depth(depthOfPixels)
+        , width(widthOfImage)
+        , height(heightOfImage)
+        , step(widthOfImage * (depthOfPixels == 8 ? 1 : 2) + 4)
+        , bytes(static_cast<std::size_t>(step * heightOfImage), 0xEE)
+    {
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                const int pixel = pixels[static_cast<std::size_t>(y * width + x)];
+                std::uint8_t* row = bytes.data() + y * step;
+                if (depth == 8)
+                    row[x] = static_cast<std::uint8_t>(pixel);
+                else
+                    storeCell(row, x, static_cast<std::uint16_t>(pixel));
+            }
+        }
+    }
+
+    ConstImageView view() const { return {bytes.data(), step, width, height, depth}; }
+
+    int depth, width, height, step;
+    std::vector<std::uint8_t> bytes;
+};
+
+_ZorImage record(std::vector<std::uint8_t>& pixels, std::uint32_t type, std::uint32_t width,
+                 std::uint32_t height, std::uint32_t pitch)
+{
+    _ZorImage image{};
+    image.recordSize = ZorImageRecordSize;
+    image.recordVersion = ZorImageRecordVersion;
+    static_cast<ZorFormatBlock&>(image) = ZorFormatFromCode(type);
+    image.width = width;
+    image.height = height;
+    image.pitch = pitch;
+    image.imageSize = static_cast<std::uint32_t>(pixels.size());
+    image.data = pixels.data();
+    return image;
+}
+
+} // namespace
+
+class tst_quality : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void variationIsDeviationOverMean_data();
+    void variationIsDeviationOverMean();
+    void meansAreExactAndSkipPadding();
+    void nonUniformityOfColumnsAndRows();
+    void saturatedPixelsAreThoseAtTheLimit();
+    void gainsFollowTheColumnPass();
+    void correctedFrameAppliesBothTables();
+    void monoFrameBringsARecordToItsTarget_data();
+    void monoFrameBringsARecordToItsTarget();
+    void monoFrameRefusesWhatCannotBeConverted();
+};
+
+void tst_quality::variationIsDeviationOverMean_data()
+{
+    QTest::addColumn<std::vector<double>>("values");
+    QTest::addColumn<double>("percent");
+    QTest::newRow("even values") << std::vector<double>{5, 5, 5} << 0.0;
+    QTest::newRow("one value") << std::vector<double>{5} << 0.0;
+    QTest::newRow("1 and 3: deviation 1 of 2") << std::vector<double>{1, 3} << 50.0;
+    QTest::newRow("the deviation is the population's: 2 of 5")
+        << std::vector<double>{2, 4, 4, 4, 5, 5, 7, 9} << 40.0;
+    QTest::newRow("no light") << std::vector<double>{0, 0} << std::nan("");
+    QTest::newRow("no values") << std::vector<double>{} << std::nan("");
+}
+
+void tst_quality::variationIsDeviationOverMean()
+{
+    QFETCH(std::vector<double>, values);
+    QFETCH(double, percent);
+    const double actual = variationPercent(values);
+    if (std::isnan(percent))
+        QVERIFY2(std::isnan(actual), qPrintable(QString::number(actual)));
+    else
+        QCOMPARE(actual, percent);
+}
+
+void tst_quality::meansAreExactAndSkipPadding()
+{
+    const Samples narrow(8, 3, 2, {0, 255, 10, 1, 255, 20});
+    QCOMPARE(columnMeans(narrow.view()), (std::vector<double>{0.5, 255.0, 15.0}));
+    QCOMPARE(rowMeans(narrow.view()), (std::vector<double>{265.0 / 3, 92.0}));
+    const Samples wide(16, 2, 2, {65535, 1, 65534, 2});
+    QCOMPARE(columnMeans(wide.view()), (std::vector<double>{65534.5, 1.5}));
+    QCOMPARE(rowMeans(wide.view()), (std::vector<double>{32768.0, 32768.0}));
+}
+
+void tst_quality::nonUniformityOfColumnsAndRows()
+{
+    // Column means 100, 200: 50 of 150. Row means 125, 175: 25 of 150.
+    const Samples image(10, 2, 2, {75, 175, 125, 225});
+    const NonUniformity figures = nonUniformity(image.view());
+    QCOMPARE(figures.columns, 100.0 / 3);
+    QCOMPARE(figures.rows, 50.0 / 3);
+}
+
+void tst_quality::saturatedPixelsAreThoseAtTheLimit()
+{
+    QCOMPARE(saturatedShare(Samples(8, 2, 2, {255, 254, 0, 255}).view()), 0.5);
+    QCOMPARE(saturatedShare(Samples(10, 2, 2, {1023, 1022, 255, 0}).view()), 0.25);
+    QCOMPARE(saturatedShare(Samples(16, 1, 2, {65534, 0}).view()), 0.0);
+}
+
+void tst_quality::gainsFollowTheColumnPass()
+{
+    std::vector<std::uint8_t> pixels{135, 255, 0, 0, 115, 195, 0, 0};
+    const ConstImageView frame{pixels.data(), 4, 2, 2, 8};
+    const FrameGains gains = computeFrameGains(frame, pixels.size(), GainRule{});
+    // Means 125 and 225; 1.8 becomes the code 0x01CC: 135 x 460 / 256 = 242.58 to 243, 115 to 206.64 to 207.
+    QCOMPARE(gains.columns, (std::list<double>{225.0 / 125.0, 1.0}));
+    // Row sums 243 + 255 and 207 + 195.
+    QCOMPARE(gains.rows, (std::list<double>{1.0, 249.0 / 201.0}));
+}
+
+void tst_quality::correctedFrameAppliesBothTables()
+{
+    const Samples image(12, 2, 2, {1000, 2000, 500, 3000});
+    const CorrectedFrame corrected(image.view(), {512, 256}, {256, 384}, 8);
+    const ConstImageView view = corrected.view();
+    QCOMPARE(view.width, 2);
+    QCOMPARE(view.height, 2);
+    QCOMPARE(view.depth, 12);
+    QCOMPARE(int(loadCell(view.row(0), 0)), 2000);
+    QCOMPARE(int(loadCell(view.row(0), 1)), 2000);
+    QCOMPARE(int(loadCell(view.row(1), 0)), 1500);
+    QCOMPARE(int(loadCell(view.row(1), 1)), 4095);
+    QCOMPARE(coefficientTable({1.0, 1.1, -1.5}, 12), (std::vector<std::int32_t>{4096, 4505, -1}));
+}
+
+void tst_quality::monoFrameBringsARecordToItsTarget_data()
+{
+    QTest::addColumn<uint>("source");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("first");
+    QTest::newRow("Mono8 stays") << uint(ZorMono8) << QByteArray("\x12\x34", 2) << 8 << 0x12;
+    QTest::newRow("Mono12 stays") << uint(ZorMono12) << QByteArray("\x23\x01\x56\x04", 4) << 12 << 0x123;
+    QTest::newRow("Mono16 stays") << uint(ZorMono16) << QByteArray("\x23\xF1\x56\x04", 4) << 16 << 0xF123;
+}
+
+void tst_quality::monoFrameBringsARecordToItsTarget()
+{
+    QFETCH(uint, source);
+    QFETCH(QByteArray, bytes);
+    QFETCH(int, depth);
+    QFETCH(int, first);
+    std::vector<std::uint8_t> pixels(bytes.begin(), bytes.end());
+    const MonoFrame mono(record(pixels, source, 2, 1, static_cast<std::uint32_t>(pixels.size())));
+    const ConstImageView view = mono.view();
+    QCOMPARE(view.width, 2);
+    QCOMPARE(view.height, 1);
+    QCOMPARE(view.depth, depth);
+    QCOMPARE(mono.pixelType(), source);
+    QVERIFY(mono.bytes() >= static_cast<std::size_t>(view.step));
+    QCOMPARE(depth == 8 ? int(view.row(0)[0]) : int(loadCell(view.row(0), 0)), first);
+}
+
+void tst_quality::monoFrameRefusesWhatCannotBeConverted()
+{
+    std::vector<std::uint8_t> pixels(2, 0);
+    // Three pixels in two bytes.
+    QVERIFY_EXCEPTION_THROWN(MonoFrame(record(pixels, ZorMono8, 3, 1, 3)), std::runtime_error);
+    QCOMPARE(QString(pixelTypeName(ZorMono12)), QString("Mono12"));
+    QCOMPARE(QString(pixelTypeName(0)), QString("unknown format"));
+    QCOMPARE(QString(pixelTypeName(0x010801FF)), QString("unknown format"));
+}
+
+QTEST_GUILESS_MAIN(tst_quality)
+#include "tst_quality.moc"

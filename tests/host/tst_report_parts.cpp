@@ -1,0 +1,150 @@
+#include "host/zorffc/GreyPicture.h"
+#include "host/zorffc/Numbers.h"
+
+#include <QtTest>
+
+#include <limits>
+#include <vector>
+
+using namespace zor;
+
+namespace {
+
+ConstImageView view8(const std::vector<std::uint8_t>& pixels, int width)
+{
+    return {pixels.data(), width, width, static_cast<std::int32_t>(pixels.size()) / width, 8};
+}
+
+} // namespace
+
+class tst_report_parts : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void greyRangeLeavesHalfAPercentOnEachSide();
+    void greyRangeOfAnEvenImageIsNotEmpty();
+    void greyPictureSpreadsItsRange();
+    void sizesAreRead_data();
+    void sizesAreRead();
+    void realNumbersAreRead_data();
+    void realNumbersAreRead();
+    void fixedTextIsTheSameEverywhere_data();
+    void fixedTextIsTheSameEverywhere();
+};
+
+void tst_report_parts::greyRangeLeavesHalfAPercentOnEachSide()
+{
+    // 1000 pixels in both images together: five may stay outside on each side.
+    std::vector<std::uint8_t> first(500, 100);
+    std::vector<std::uint8_t> second(500, 120);
+    std::fill_n(first.begin(), 5, std::uint8_t{3});
+    std::fill_n(second.begin(), 5, std::uint8_t{250});
+    GreyRange range = commonGreyRange(view8(first, 50), view8(second, 50));
+    QCOMPARE(range.black, 100);
+    QCOMPARE(range.white, 120);
+    first[5] = 3;
+    second[5] = 250;
+    range = commonGreyRange(view8(first, 50), view8(second, 50));
+    QCOMPARE(range.black, 3);
+    QCOMPARE(range.white, 250);
+}
+
+void tst_report_parts::greyRangeOfAnEvenImageIsNotEmpty()
+{
+    for (const std::uint8_t value : {std::uint8_t{0}, std::uint8_t{7}, std::uint8_t{255}}) {
+        const std::vector<std::uint8_t> pixels(6, value);
+        const GreyRange range = commonGreyRange(view8(pixels, 3), view8(pixels, 3));
+        QCOMPARE(range.black, int(value));
+        QCOMPARE(range.white, value + 1);
+    }
+}
+
+void tst_report_parts::greyPictureSpreadsItsRange()
+{
+    std::vector<std::uint8_t> bytes(2 * 6);
+    const ConstImageView image{bytes.data(), 6, 3, 2, 12};
+    const std::uint16_t pixels[] = {999, 1000, 1255, 1510, 1511, 4095};
+    for (int i = 0; i < 6; ++i)
+        storeCell(bytes.data() + 6 * (i / 3), i % 3, pixels[i]);
+    const QImage picture = greyPicture(image, {1000, 1510});
+    QCOMPARE(picture.size(), QSize(3, 2));
+    const int expected[] = {0, 0, 128, 255, 255, 255};
+    for (int i = 0; i < 6; ++i)
+        QCOMPARE(qGray(picture.pixel(i % 3, i / 3)), expected[i]);
+}
+
+void tst_report_parts::sizesAreRead_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<uint>("width");
+    QTest::addColumn<uint>("height");
+    QTest::newRow("a size") << QByteArray("1392x1040") << 1392u << 1040u;
+    QTest::newRow("the largest") << QByteArray("65535x65535") << 65535u << 65535u;
+    QTest::newRow("no cross") << QByteArray("1392") << 0u << 0u;
+    QTest::newRow("a blank") << QByteArray("1 x1") << 0u << 0u;
+    QTest::newRow("a capital cross") << QByteArray("1X1") << 0u << 0u;
+    QTest::newRow("three sides") << QByteArray("1x1x1") << 0u << 0u;
+    QTest::newRow("no height") << QByteArray("1x") << 0u << 0u;
+    QTest::newRow("too wide") << QByteArray("65536x1") << 0u << 0u;
+    QTest::newRow("beyond 64 bits") << QByteArray("99999999999999999999x1") << 0u << 0u;
+}
+
+void tst_report_parts::sizesAreRead()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(uint, width);
+    QFETCH(uint, height);
+    const FrameSize size = parseSize(text.toStdString()).value_or(FrameSize{});
+    QCOMPARE(size.width, width);
+    QCOMPARE(size.height, height);
+}
+
+void tst_report_parts::realNumbersAreRead_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<double>("value");
+    const double none = -12345.0;
+    QTest::newRow("a fraction") << QByteArray("0.5") << 0.5;
+    QTest::newRow("without a leading digit") << QByteArray(".25") << 0.25;
+    QTest::newRow("negative") << QByteArray("-2.5") << -2.5;
+    QTest::newRow("with a plus") << QByteArray("+3") << 3.0;
+    QTest::newRow("with an exponent") << QByteArray("1e-3") << 0.001;
+    QTest::newRow("two signs") << QByteArray("+-3") << none;
+    QTest::newRow("a comma") << QByteArray("0,5") << none;
+    QTest::newRow("nothing") << QByteArray() << none;
+    QTest::newRow("a plus alone") << QByteArray("+") << none;
+    QTest::newRow("a blank behind") << QByteArray("1 ") << none;
+    QTest::newRow("infinity") << QByteArray("inf") << none;
+    QTest::newRow("not a number") << QByteArray("nan") << none;
+    QTest::newRow("too large") << QByteArray("1e400") << none;
+}
+
+void tst_report_parts::realNumbersAreRead()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(double, value);
+    QCOMPARE(parseReal(text.toStdString()).value_or(-12345.0), value);
+}
+
+void tst_report_parts::fixedTextIsTheSameEverywhere_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("a gain") << 1.30859375 << QByteArray("1.3086");
+    QTest::newRow("negative") << -0.5 << QByteArray("-0.5000");
+    QTest::newRow("infinite") << std::numeric_limits<double>::infinity() << QByteArray("inf");
+    QTest::newRow("not a number, of either sign")
+        << -std::numeric_limits<double>::quiet_NaN() << QByteArray("nan");
+    QTest::newRow("a large number") << 1e20 << QByteArray("100000000000000000000.0000");
+}
+
+void tst_report_parts::fixedTextIsTheSameEverywhere()
+{
+    QFETCH(double, value);
+    QFETCH(QByteArray, text);
+    QCOMPARE(QByteArray::fromStdString(fixedText(value, 4)), text);
+}
+
+QTEST_GUILESS_MAIN(tst_report_parts)
+#include "tst_report_parts.moc"

@@ -1,0 +1,255 @@
+#include "ZorffcRun.h"
+
+#include <QDate>
+#include <QImage>
+#include <QLocale>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+const QStringList Header{"--title", "Title", "--camera", "Camera"};
+
+/// The text of a coefficient file with the given tables.
+QByteArray fileText(const QByteArray& columns, const QByteArray& rows)
+{
+    return "-- Flat Field Correction input file example,\n"
+           "-- lines beginning with two dashes are comments,\n"
+           "-- and are ignored by parser,\n"
+           ":Header,\n"
+           "-- this is the text that will get displayed with a 'gfh' command,\n"
+           "Title,\n"
+           "Camera,\n"
+           "date " +
+           QLocale::c().toString(QDate::currentDate(), "M/dd/yy").toUtf8() +
+           ",\n"
+           ":Table,\n"
+           "-- Column(X),HEX Value\n" +
+           columns +
+           ":FFC_Y start,\n"
+           "-- Row(Y),HEX Value\n" +
+           rows;
+}
+
+/// Column means 100 and 200, row means equal.
+QByteArray twoColumns()
+{
+    return pgm(2, 2, 255, {100, 200, 100, 200});
+}
+
+} // namespace
+
+class tst_zorffc_compute : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void writesTheGainsOfAFrame_data();
+    void writesTheGainsOfAFrame();
+    void readsOtherFiles_data();
+    void readsOtherFiles();
+    void summaryTellsWhatWasDone();
+    void summaryOfAFrameWithoutLight();
+    void warnsOfAPoorFrame_data();
+    void warnsOfAPoorFrame();
+    void keepsALinkAndThePermissionsOfTheTarget();
+    void needsNoScreen();
+
+private:
+    QString path(const QString& name) const { return m_folder->filePath(name); }
+    ZorffcRun compute(const QStringList& arguments) const
+    {
+        return runZorffc(m_folder->path(), QStringList{"compute"} + arguments);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_zorffc_compute::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+}
+
+void tst_zorffc_compute::writesTheGainsOfAFrame_data()
+{
+    QTest::addColumn<QByteArray>("frame");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QByteArray>("columns");
+    QTest::addColumn<QByteArray>("rows");
+
+    QTest::newRow("the brightest column is the target")
+        << twoColumns() << QStringList{} << QByteArray("1,512\n2,256\n") << QByteArray("1,256\n2,256\n");
+    QTest::newRow("12 fraction bits") << twoColumns() << QStringList{"--precision", "12"}
+                                      << QByteArray("1,8192\n2,4096\n") << QByteArray("1,4096\n2,4096\n");
+    QTest::newRow("the mean is the target") << twoColumns() << QStringList{"--mean"}
+                                            << QByteArray("1,384\n2,192\n") << QByteArray("1,256\n2,256\n");
+    QTest::newRow("half of the brightest is the target, in columns and again in rows")
+        << twoColumns() << QStringList{"--normalize", "0.5"} << QByteArray("1,256\n2,128\n")
+        << QByteArray("1,128\n2,128\n");
+    QTest::newRow("a target of 0 leaves gains of 0, and rows that are black have none")
+        << twoColumns() << QStringList{"--normalize", "0"} << QByteArray("1,0\n2,0\n")
+        << QByteArray("1,0\n2,0\n");
+    QTest::newRow("a negative target keeps its odd residue: -3 is -513, -1.5 is -1")
+        << twoColumns() << QStringList{"--normalize=-1.5"} << QByteArray("1,-513\n2,-1\n")
+        << QByteArray("1,-1\n2,-1\n");
+    QTest::newRow("rows are taken after the columns, 12 bits")
+        << pgm(2, 2, 4095, {1000, 2000, 500, 1000}) << QStringList{} << QByteArray("1,512\n2,256\n")
+        << QByteArray("1,256\n2,512\n");
+    QTest::newRow("one row, one column")
+        << pgm(1, 1, 255, {7}) << QStringList{} << QByteArray("1,256\n") << QByteArray("1,256\n");
+    QTest::newRow("a black column has an infinite gain, written as 255")
+        << pgm(2, 1, 255, {0, 9}) << QStringList{} << QByteArray("1,255\n2,256\n") << QByteArray("1,256\n");
+    QTest::newRow("a black frame has no gains, written as 0")
+        << pgm(1, 2, 255, {0, 0}) << QStringList{} << QByteArray("1,0\n") << QByteArray("1,0\n2,0\n");
+}
+
+void tst_zorffc_compute::writesTheGainsOfAFrame()
+{
+    QFETCH(QByteArray, frame);
+    QFETCH(QStringList, options);
+    QFETCH(QByteArray, columns);
+    QFETCH(QByteArray, rows);
+    writeFile(path("f.pgm"), frame);
+
+    const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header + options);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QCOMPARE(readFile(path("f.ffc")), fileText(columns, rows));
+    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
+}
+
+void tst_zorffc_compute::readsOtherFiles_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QByteArray>("columns");
+    QTest::addColumn<QString>("format");
+
+    QTest::newRow("a grey PNG") << "f.png" << QStringList{} << QByteArray("1,512\n2,256\n") << "Mono8 (";
+    QTest::newRow("a raw dump") << "f.raw" << QStringList{"--format", "Mono8", "--size", "2x2"}
+                                << QByteArray("1,512\n2,256\n") << "Mono8";
+    QTest::newRow("a raw dump with padded lines")
+        << "padded.raw" << QStringList{"--format", "Mono8", "--size", "2x2", "--pitch", "3"}
+        << QByteArray("1,512\n2,256\n") << "Mono8";
+    QTest::newRow("Mono12Packed from the wire: the even pixel's low bits in the low nibble")
+        << "packed.raw" << QStringList{"--format", "Mono12Packed", "--size", "2x1"}
+        << QByteArray("1,512\n2,256\n") << "Mono12Packed";
+    QTest::newRow("Mono12Packed as in a record: the even pixel's low bits in the high nibble")
+        << "record.raw"
+        << QStringList{"--format", "Mono12Packed", "--size", "2x1", "--packed-order", "record"}
+        << QByteArray("1,512\n2,256\n") << "Mono12Packed";
+    QTest::newRow("the depth can be told")
+        << "f.pgm" << QStringList{"--depth", "12"} << QByteArray("1,512\n2,256\n")
+        << "Mono12 (depth from --depth 12)";
+}
+
+void tst_zorffc_compute::readsOtherFiles()
+{
+    QFETCH(QString, name);
+    QFETCH(QStringList, options);
+    QFETCH(QByteArray, columns);
+    QFETCH(QString, format);
+
+    const std::uint8_t pixels[] = {100, 200, 100, 200};
+    QVERIFY(QImage(pixels, 2, 2, 2, QImage::Format_Grayscale8).save(path("f.png")));
+    writeFile(path("f.pgm"), pgm(2, 2, 4095, {100, 200, 100, 200}));
+    writeFile(path("f.raw"), QByteArray("\x64\xC8\x64\xC8", 4));
+    writeFile(path("padded.raw"), QByteArray("\x64\xC8\xFF\x64\xC8\xFF", 6));
+    // 0x321 and 0x642: high bits, then both low nibbles in one byte, then high bits.
+    writeFile(path("packed.raw"), QByteArray("\x32\x21\x64", 3));
+    writeFile(path("record.raw"), QByteArray("\x32\x12\x64", 3));
+
+    const ZorffcRun run = compute(QStringList{name, "--output", "f.ffc"} + Header + options);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    const QByteArray text = readFile(path("f.ffc"));
+    QVERIFY2(text.contains("HEX Value\n" + columns + ":FFC_Y start,\n"), text.constData());
+    QVERIFY2(run.out.contains("Format           " + format), qPrintable(run.told()));
+}
+
+void tst_zorffc_compute::summaryTellsWhatWasDone()
+{
+    writeFile(path("f.pgm"), pgm(2, 2, 4095, {1000, 2000, 500, 1000}));
+    const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header);
+    // Column means 750 and 1500: deviation 375 of 1125. Row means 1500 and 750 likewise. All even afterwards.
+    QCOMPARE(run.out,
+             QStringLiteral("Frame            2 x 2 pixels\n"
+                            "Format           Mono12 (depth from maxval 4095)\n"
+                            "Column gain      1.0000 to 2.0000\n"
+                            "Row gain         1.0000 to 2.0000\n"
+                            "Non-uniformity         before       after\n"
+                            "  column means      33.3333 %    0.0000 %\n"
+                            "  row means         33.3333 %    0.0000 %\n"
+                            "File             f.ffc: 2 column and 2 row entries with 8 fraction bits\n"));
+    QCOMPARE(run.err, QString());
+    QCOMPARE(run.exitCode, 0);
+}
+
+void tst_zorffc_compute::summaryOfAFrameWithoutLight()
+{
+    writeFile(path("f.pgm"), pgm(2, 1, 255, {0, 0}));
+    const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.out.contains("Column gain      nan\n"), qPrintable(run.out));
+    QVERIFY2(run.out.contains("  column means            nan         nan\n"), qPrintable(run.out));
+}
+
+void tst_zorffc_compute::warnsOfAPoorFrame_data()
+{
+    QTest::addColumn<QByteArray>("frame");
+    QTest::addColumn<QString>("warning");
+    QTest::newRow("saturated pixels")
+        << pgm(2, 2, 255, {255, 200, 190, 180})
+        << "zorffc: warning: f.pgm: 25.0 % of the pixels are saturated; take the frame "
+           "with less light or exposure\n";
+    QTest::newRow("a black column")
+        << pgm(2, 1, 255, {0, 90})
+        << "zorffc: warning: f.pgm: 1 column without light; the gain there is no finite "
+           "number\n";
+    QTest::newRow("black rows")
+        << pgm(1, 3, 255, {90, 0, 0})
+        << "zorffc: warning: f.pgm: 2 rows without light; the gain there is no finite number\n";
+}
+
+void tst_zorffc_compute::warnsOfAPoorFrame()
+{
+    QFETCH(QByteArray, frame);
+    QFETCH(QString, warning);
+    writeFile(path("f.pgm"), frame);
+    const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header);
+    QCOMPARE(run.err, warning);
+    QCOMPARE(run.exitCode, 0);
+}
+
+void tst_zorffc_compute::keepsALinkAndThePermissionsOfTheTarget()
+{
+    writeFile(path("f.pgm"), twoColumns());
+    writeFile(path("real.ffc"), "what was there");
+    const QFile::Permissions permissions = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
+    QVERIFY(QFile::setPermissions(path("real.ffc"), permissions));
+    QVERIFY(QFile::link("real.ffc", path("link.ffc")));
+
+    const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "link.ffc"} + Header);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY(QFileInfo(path("link.ffc")).isSymLink());
+    QCOMPARE(readFile(path("real.ffc")), fileText("1,512\n2,256\n", "1,256\n2,256\n"));
+    // Without the four bits that Qt works out for whoever asks.
+    constexpr int ownerGroupOthers = 0x7077;
+    QCOMPARE(int(QFile::permissions(path("real.ffc"))) & ownerGroupOthers, int(permissions));
+}
+
+void tst_zorffc_compute::needsNoScreen()
+{
+    writeFile(path("f.pgm"), twoColumns());
+    QProcessEnvironment bare = QProcessEnvironment::systemEnvironment();
+    bare.remove("DISPLAY");
+    bare.remove("WAYLAND_DISPLAY");
+    bare.insert("QT_QPA_PLATFORM", "xcb");
+    const ZorffcRun run =
+        runZorffc(m_folder->path(), QStringList{"compute", "f.pgm", "--output", "f.ffc"} + Header, bare);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QCOMPARE(readFile(path("f.ffc")), fileText("1,512\n2,256\n", "1,256\n2,256\n"));
+}
+
+QTEST_GUILESS_MAIN(tst_zorffc_compute)
+#include "tst_zorffc_compute.moc"

@@ -1,0 +1,199 @@
+#include "ZorffcRun.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+const QStringList Header{"--title", "Title", "--camera", "Camera"};
+
+QByteArray smallFrame()
+{
+    return pgm(2, 2, 255, {100, 200, 100, 200});
+}
+
+} // namespace
+
+class tst_zorffc_compute_errors : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void refusesBadInputAndKeepsTheTarget_data();
+    void refusesBadInputAndKeepsTheTarget();
+    void refusesBadTargets_data();
+    void refusesBadTargets();
+    void aFailingWriteKeepsTheTarget();
+    void aSummaryThatCannotBeToldKeepsTheTarget();
+
+private:
+    QString path(const QString& name) const { return m_folder->filePath(name); }
+    ZorffcRun compute(const QStringList& arguments) const
+    {
+        return runZorffc(m_folder->path(), QStringList{"compute"} + arguments);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_zorffc_compute_errors::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+}
+
+void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("names");
+    const QStringList good = QStringList{"f.pgm"} + Header;
+
+    QTest::newRow("no such file") << QStringList{"absent.pgm"} + Header << "absent.pgm";
+    QTest::newRow("an empty file name") << QStringList{""} + Header << "FRAME";
+    QTest::newRow("a folder for a frame") << QStringList{"."} + Header << ".: ";
+    QTest::newRow("an empty file") << QStringList{"empty.pgm"} + Header << "empty.pgm";
+    QTest::newRow("a truncated file") << QStringList{"short.pgm"} + Header << "short.pgm";
+    QTest::newRow("a file of another kind") << QStringList{"text.pgm"} + Header << "text.pgm";
+    QTest::newRow("a raw dump shorter than its size")
+        << good + QStringList{"--format", "Mono8", "--size", "100x100"} << "f.pgm";
+    QTest::newRow("an unknown format")
+        << good + QStringList{"--format", "Mono99", "--size", "2x2"} << "Mono99";
+    QTest::newRow("an empty format") << good + QStringList{"--format", "", "--size", "2x2"} << "format";
+    QTest::newRow("a format that is not mono")
+        << good + QStringList{"--format", "RGB8", "--size", "5x1"} << "f.pgm: frames of the format RGB8";
+    QTest::newRow("a format without a size") << good + QStringList{"--format", "Mono8"} << "--size";
+    QTest::newRow("a size without a format") << good + QStringList{"--size", "2x2"} << "--format";
+    QTest::newRow("a size that is none")
+        << good + QStringList{"--format", "Mono8", "--size", "2"} << "--size";
+    QTest::newRow("a width of 0") << good + QStringList{"--format", "Mono8", "--size", "0x2"} << "--size";
+    QTest::newRow("a pitch shorter than a line")
+        << good + QStringList{"--format", "Mono8", "--size", "2x2", "--pitch", "1"} << "itch";
+    QTest::newRow("a pitch of 2^32") << good + QStringList{"--format", "Mono8",   "--size",
+                                                           "2x2",      "--pitch", "4294967296"}
+                                     << "--pitch";
+    QTest::newRow("an unknown order of packed bits")
+        << good + QStringList{"--format", "Mono8", "--size", "2x2", "--packed-order", "east"}
+        << "--packed-order";
+    QTest::newRow("a depth beside a format")
+        << good + QStringList{"--format", "Mono8", "--size", "2x2", "--depth", "8"} << "--depth";
+    QTest::newRow("a depth that is none") << good + QStringList{"--depth", "14"} << "--depth";
+    QTest::newRow("a sample above the depth")
+        << QStringList{"wide.pgm", "--depth", "10"} + Header << "wide.pgm";
+    QTest::newRow("an empty title") << QStringList{"f.pgm", "--title", "", "--camera", "C"} << "--title";
+    QTest::newRow("an empty camera") << QStringList{"f.pgm", "--title", "T", "--camera", ""} << "--camera";
+    QTest::newRow("a title of two lines")
+        << QStringList{"f.pgm", "--title", "a\nb", "--camera", "C"} << "--title";
+    QTest::newRow("a camera with a tab")
+        << QStringList{"f.pgm", "--title", "T", "--camera", "a\tb"} << "--camera";
+    QTest::newRow("a title that reads as a comment")
+        << QStringList{"f.pgm", "--title=--T", "--camera", "C"} << "--title";
+    QTest::newRow("a camera that reads as a section")
+        << QStringList{"f.pgm", "--title", "T", "--camera", ":Table"} << "--camera";
+    QTest::newRow("no title") << QStringList{"f.pgm", "--camera", "C"} << "--title";
+    QTest::newRow("no camera") << QStringList{"f.pgm", "--title", "T"} << "--camera";
+    QTest::newRow("no frame") << Header << "FRAME";
+    QTest::newRow("two frames") << good + QStringList{"wide.pgm"} << "wide.pgm";
+    QTest::newRow("a title twice") << good + QStringList{"--title", "U"} << "--title";
+    QTest::newRow("both targets") << good + QStringList{"--mean", "--normalize", "1"} << "--mean";
+    QTest::newRow("a target with a comma") << good + QStringList{"--normalize", "1,5"} << "--normalize";
+    QTest::newRow("a target that is no number") << good + QStringList{"--normalize", "one"} << "--normalize";
+    QTest::newRow("a target with a unit") << good + QStringList{"--normalize", "1x"} << "--normalize";
+    QTest::newRow("an infinite target") << good + QStringList{"--normalize", "inf"} << "--normalize";
+    QTest::newRow("a target beyond all numbers")
+        << good + QStringList{"--normalize", "1e999"} << "--normalize";
+    QTest::newRow("an empty target") << good + QStringList{"--normalize", ""} << "--normalize";
+    QTest::newRow("a precision that is none") << good + QStringList{"--precision", "9"} << "--precision";
+    QTest::newRow("an unknown option") << good + QStringList{"--bits", "9"} << "--bits";
+}
+
+void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, names);
+    writeFile(path("f.pgm"), smallFrame());
+    writeFile(path("wide.pgm"), pgm(2, 1, 4095, {1023, 1024}));
+    writeFile(path("empty.pgm"), {});
+    writeFile(path("short.pgm"), smallFrame().chopped(1));
+    writeFile(path("text.pgm"), "not a frame\n");
+    writeFile(path("target.ffc"), "what was there");
+    const QStringList before = namesIn(m_folder->path());
+
+    const ZorffcRun run = compute(arguments + QStringList{"--output", "target.ffc"});
+    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
+    QVERIFY2(run.out.isEmpty(), qPrintable(run.told()));
+    QVERIFY2(run.err.startsWith("zorffc: ") && run.err.endsWith('\n') && run.err.count('\n') == 1,
+             qPrintable(run.told()));
+    QVERIFY2(run.err.contains(names), qPrintable(run.told()));
+    QCOMPARE(readFile(path("target.ffc")), QByteArray("what was there"));
+    QCOMPARE(namesIn(m_folder->path()), before);
+}
+
+void tst_zorffc_compute_errors::refusesBadTargets_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("a folder in the target's place") << "folder"
+                                                    << "folder: is a folder";
+    QTest::newRow("a folder by its slash") << "new/"
+                                           << "new/: ";
+    QTest::newRow("a folder that is missing") << "absent/f.ffc"
+                                              << "there is no folder absent";
+    QTest::newRow("a file for a folder") << "f.pgm/f.ffc"
+                                         << "there is no folder f.pgm";
+    QTest::newRow("a device") << "/dev/full"
+                              << "/dev/full: is not a regular file";
+    QTest::newRow("a folder that takes no files") << "/proc/f.ffc"
+                                                  << "/proc/f.ffc: cannot be written";
+    QTest::newRow("the frame itself") << "f.pgm"
+                                      << "f.pgm: is the file that is read";
+    QTest::newRow("the frame by another path") << "./folder/../f.pgm"
+                                               << "is the file that is read";
+    QTest::newRow("a name that is too long") << QString(300, 'x') << "xxx: ";
+    QTest::newRow("no name") << ""
+                             << "--output";
+}
+
+void tst_zorffc_compute_errors::refusesBadTargets()
+{
+    QFETCH(QString, target);
+    QFETCH(QString, problem);
+    writeFile(path("f.pgm"), smallFrame());
+    QVERIFY(QDir(m_folder->path()).mkdir("folder"));
+
+    const ZorffcRun run = compute(QStringList{"f.pgm", "--output", target} + Header);
+    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
+    QVERIFY2(run.err.startsWith("zorffc: ") && run.err.count('\n') == 1, qPrintable(run.told()));
+    QVERIFY2(run.err.contains(problem), qPrintable(run.told()));
+    QCOMPARE(readFile(path("f.pgm")), smallFrame());
+    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.pgm", "folder"}));
+    QCOMPARE(namesIn(path("folder")), QStringList());
+}
+
+void tst_zorffc_compute_errors::aFailingWriteKeepsTheTarget()
+{
+    writeFile(path("f.pgm"), smallFrame());
+    writeFile(path("f.ffc"), "what was there");
+    const ZorffcRun run = runShell(m_folder->path(), "ulimit -f 0; exec \"$@\"",
+                                   QStringList{"compute", "f.pgm", "--output", "f.ffc"} + Header);
+    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
+    QVERIFY2(run.err.contains("f.ffc: cannot be written"), qPrintable(run.told()));
+    QCOMPARE(readFile(path("f.ffc")), QByteArray("what was there"));
+    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
+}
+
+void tst_zorffc_compute_errors::aSummaryThatCannotBeToldKeepsTheTarget()
+{
+    writeFile(path("f.pgm"), smallFrame());
+    writeFile(path("f.ffc"), "what was there");
+    const ZorffcRun run = runShell(m_folder->path(), "exec \"$@\" >/dev/full",
+                                   QStringList{"compute", "f.pgm", "--output", "f.ffc"} + Header);
+    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
+    QVERIFY2(run.err.contains("standard output"), qPrintable(run.told()));
+    QCOMPARE(readFile(path("f.ffc")), QByteArray("what was there"));
+    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
+}
+
+QTEST_GUILESS_MAIN(tst_zorffc_compute_errors)
+#include "tst_zorffc_compute_errors.moc"

@@ -1,0 +1,231 @@
+#include "ZorffcRun.h"
+
+#include <QImage>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+const QByteArray Header = ":Header,\nTitle,\nCamera,\ndate 1/02/26,\n";
+
+/// Pixels of nearly the given colour in a part of a picture.
+int countColor(const QImage& picture, const QRect& part, const QColor& color)
+{
+    constexpr int tolerance = 40;
+    int count = 0;
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        for (int x = part.left(); x <= part.right(); ++x) {
+            const QColor pixel = picture.pixelColor(x, y);
+            count += std::abs(pixel.red() - color.red()) < tolerance &&
+                     std::abs(pixel.green() - color.green()) < tolerance &&
+                     std::abs(pixel.blue() - color.blue()) < tolerance;
+        }
+    }
+    return count;
+}
+
+/// The darkest and the brightest grey in a part of a picture.
+std::pair<int, int> greyRange(const QImage& picture, const QRect& part)
+{
+    std::pair<int, int> range{255, 0};
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        for (int x = part.left(); x <= part.right(); ++x) {
+            const int grey = qGray(picture.pixel(x, y));
+            range = {std::min(range.first, grey), std::max(range.second, grey)};
+        }
+    }
+    return range;
+}
+
+} // namespace
+
+class tst_zorffc_report : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void drawsFrameCorrectedFrameAndProfiles();
+    void drawsFramesOfAnySize_data();
+    void drawsFramesOfAnySize();
+    void figuresAreThoseOfCompute();
+    void warnsOfAnotherPrecision_data();
+    void warnsOfAnotherPrecision();
+    void refusesBadFiles_data();
+    void refusesBadFiles();
+
+private:
+    QString path(const QString& name) const { return m_folder->filePath(name); }
+    ZorffcRun run(const QStringList& arguments) const { return runZorffc(m_folder->path(), arguments); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_zorffc_report::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+}
+
+void tst_zorffc_report::drawsFrameCorrectedFrameAndProfiles()
+{
+    // Columns that darken to the right, and a file that lifts every one to 200.
+    writeFile(path("f.pgm"), pgm(4, 2, 255, {200, 150, 120, 100, 200, 150, 120, 100}));
+    const QStringList compute{"compute", "f.pgm", "--title", "T", "--camera", "C", "--output", "f.ffc"};
+    QCOMPARE(run(compute).exitCode, 0);
+    QProcessEnvironment bare = QProcessEnvironment::systemEnvironment();
+    bare.remove("DISPLAY");
+    bare.remove("WAYLAND_DISPLAY");
+    bare.remove("XDG_RUNTIME_DIR");
+    bare.insert("QT_QPA_PLATFORM", "xcb");
+
+    const ZorffcRun report =
+        runZorffc(m_folder->path(), {"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"}, bare);
+    QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
+    QCOMPARE(report.err, QString());
+    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm", "f.png"}));
+
+    const QImage picture(path("f.png"));
+    QCOMPARE(picture.size(), QSize(1600, 1240));
+    // The images stand side by side below the heading, well inside these parts.
+    const auto before = greyRange(picture, QRect(60, 320, 680, 200));
+    const auto after = greyRange(picture, QRect(840, 320, 680, 200));
+    QVERIFY2(before.second - before.first > 200, qPrintable(QString::number(before.second - before.first)));
+    QVERIFY2(after.second - after.first < 5, qPrintable(QString::number(after.second - after.first)));
+    // Both curves run through both plots below.
+    for (const QRect& plot : {QRect(120, 790, 660, 270), QRect(900, 790, 660, 270)}) {
+        const int frameCurve = countColor(picture, plot, QColor(0xd5, 0x5e, 0x00));
+        const int correctedCurve = countColor(picture, plot, QColor(0x00, 0x72, 0xb2));
+        QVERIFY2(frameCurve > 200, qPrintable(QString::number(frameCurve)));
+        QVERIFY2(correctedCurve > 200, qPrintable(QString::number(correctedCurve)));
+    }
+    // Heading and figures are dark text on white.
+    QCOMPARE(greyRange(picture, QRect(40, 26, 600, 44)).second, 255);
+    QVERIFY(greyRange(picture, QRect(40, 26, 600, 44)).first < 80);
+    QVERIFY(greyRange(picture, QRect(520, 1150, 240, 70)).first < 80);
+}
+
+void tst_zorffc_report::drawsFramesOfAnySize_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("maxval");
+    QTest::newRow("one pixel") << 1 << 1 << 255;
+    QTest::newRow("one long row") << 3000 << 1 << 4095;
+    QTest::newRow("one tall column") << 1 << 3000 << 1023;
+    QTest::newRow("larger than its place") << 1601 << 901 << 65535;
+}
+
+void tst_zorffc_report::drawsFramesOfAnySize()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(int, maxval);
+    writeFile(path("f.pgm"),
+              pgm(width, height, maxval, std::vector<std::uint16_t>(width * height, maxval / 2)));
+    QCOMPARE(run({"compute", "f.pgm", "--title", "T", "--camera", "C", "-o", "f.ffc"}).exitCode, 0);
+    const ZorffcRun report = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
+    QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
+    QCOMPARE(QImage(path("f.png")).size(), QSize(1600, 1240));
+}
+
+void tst_zorffc_report::figuresAreThoseOfCompute()
+{
+    QCOMPARE(run({"simulate", "-o", "f.pgm", "--size", "101x77", "--depth", "10"}).exitCode, 0);
+    const ZorffcRun compute =
+        run({"compute", "f.pgm", "--title", "T", "--camera", "C", "-o", "f.ffc", "--precision", "12"});
+    const ZorffcRun report = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png", "--precision", "12"});
+    QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
+    const auto figures = [](const QString& out) {
+        const int start = out.indexOf("Non-uniformity");
+        return out.mid(start, out.indexOf('\n', out.indexOf("row means")) - start);
+    };
+    QVERIFY2(figures(report.out).contains("row means"), qPrintable(report.out));
+    QCOMPARE(figures(report.out), figures(compute.out));
+}
+
+void tst_zorffc_report::warnsOfAnotherPrecision_data()
+{
+    QTest::addColumn<QString>("written");
+    QTest::addColumn<QString>("read");
+    QTest::addColumn<bool>("warns");
+    QTest::newRow("8 as 8") << "8"
+                            << "8" << false;
+    QTest::newRow("12 as 12") << "12"
+                              << "12" << false;
+    QTest::newRow("8 as 12") << "8"
+                             << "12" << true;
+    QTest::newRow("12 as 8") << "12"
+                             << "8" << true;
+}
+
+void tst_zorffc_report::warnsOfAnotherPrecision()
+{
+    QFETCH(QString, written);
+    QFETCH(QString, read);
+    QFETCH(bool, warns);
+    writeFile(path("f.pgm"), pgm(3, 1, 255, {100, 150, 140}));
+    QCOMPARE(run({"compute", "f.pgm", "--title", "T", "--camera", "C", "-o", "f.ffc", "--precision", written})
+                 .exitCode,
+             0);
+    const ZorffcRun report = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png", "--precision", read});
+    QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
+    QVERIFY2(report.err.contains("--precision " + written) == warns, qPrintable(report.told()));
+    QCOMPARE(report.err.isEmpty(), !warns);
+}
+
+void tst_zorffc_report::refusesBadFiles_data()
+{
+    QTest::addColumn<QByteArray>("ffc");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("names");
+    const QByteArray good = Header + ":Table,\n1,256\n2,256\n:FFC_Y start,\n1,256\n";
+    const QStringList usual{"f.pgm", "--ffc", "f.ffc", "-o", "f.png"};
+
+    QTest::newRow("no such frame") << good << QStringList{"absent.pgm", "--ffc", "f.ffc", "-o", "f.png"}
+                                   << "absent.pgm";
+    QTest::newRow("no such coefficient file")
+        << good << QStringList{"f.pgm", "--ffc", "absent.ffc", "-o", "f.png"}
+        << "absent.ffc: there is no such file";
+    QTest::newRow("a folder for a coefficient file")
+        << good << QStringList{"f.pgm", "--ffc", ".", "-o", "f.png"} << "is a folder";
+    QTest::newRow("the frame for a coefficient file")
+        << good << QStringList{"f.pgm", "--ffc", "f.pgm", "-o", "f.png"} << "f.pgm: line 1: ";
+    QTest::newRow("the picture over the coefficient file")
+        << good << QStringList{"f.pgm", "--ffc", "f.ffc", "-o", "f.ffc"} << "f.ffc: is the file that is read";
+    QTest::newRow("the picture over the frame")
+        << good << QStringList{"f.pgm", "--ffc", "f.ffc", "-o", "f.pgm"} << "f.pgm: is the file that is read";
+    QTest::newRow("a picture of another kind")
+        << good << QStringList{"f.pgm", "--ffc", "f.ffc", "-o", "f.jpg"}
+        << "f.jpg: the name does not tell the file's kind";
+    QTest::newRow("a missing folder")
+        << good << QStringList{"f.pgm", "--ffc", "f.ffc", "-o", "absent/f.png"} << "absent/f.png";
+    QTest::newRow("too few columns") << Header + ":Table,\n1,256\n:FFC_Y start,\n1,256\n"
+                                     << usual << "holds 1 column entries where f.pgm needs 2";
+    QTest::newRow("too many rows") << good + "2,256\n" << usual << "holds 2 row entries where f.pgm needs 1";
+    QTest::newRow("an entry out of order") << Header + ":Table,\n1,256\n3,256\n"
+                                           << usual << "f.ffc: line 7: entry 3";
+    QTest::newRow("a wrong precision") << good << usual + QStringList{"--precision", "10"} << "--precision";
+}
+
+void tst_zorffc_report::refusesBadFiles()
+{
+    QFETCH(QByteArray, ffc);
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, names);
+    writeFile(path("f.pgm"), pgm(2, 1, 255, {100, 200}));
+    writeFile(path("f.ffc"), ffc);
+    writeFile(path("f.png"), "what was there");
+
+    const ZorffcRun report = run(QStringList{"report"} + arguments);
+    QVERIFY2(report.exitCode == 2, qPrintable(report.told()));
+    QVERIFY2(report.err.startsWith("zorffc: ") && report.err.count('\n') == 1, qPrintable(report.told()));
+    QVERIFY2(report.err.contains(names), qPrintable(report.told()));
+    QCOMPARE(report.out, QString());
+    QCOMPARE(readFile(path("f.png")), QByteArray("what was there"));
+    QCOMPARE(readFile(path("f.ffc")), ffc);
+    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm", "f.png"}));
+}
+
+QTEST_GUILESS_MAIN(tst_zorffc_report)
+#include "tst_zorffc_report.moc"

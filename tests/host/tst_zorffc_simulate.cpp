@@ -1,0 +1,147 @@
+#include "ZorffcRun.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+/// Switches every source of unevenness off.
+const QStringList Even{"--vignetting", "0", "--column-fpn", "0", "--row-fpn",      "0",
+                       "--prnu",       "0", "--dark-noise", "0", "--no-shot-noise"};
+
+} // namespace
+
+class tst_zorffc_simulate : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void aFrameWithoutNoiseIsTheModelsNumber_data();
+    void aFrameWithoutNoiseIsTheModelsNumber();
+    void theSeedDecidesTheFrame();
+    void computeMakesASampleFlat();
+    void refusesBadSettings_data();
+    void refusesBadSettings();
+
+private:
+    QString path(const QString& name) const { return m_folder->filePath(name); }
+    ZorffcRun simulate(const QString& output, const QStringList& options) const
+    {
+        return runZorffc(m_folder->path(), QStringList{"simulate", "--output", output} + options);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_zorffc_simulate::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+}
+
+void tst_zorffc_simulate::aFrameWithoutNoiseIsTheModelsNumber_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<int>("maxval");
+    QTest::addColumn<int>("sample");
+    QTest::newRow("8 bits, 40 % of 255") << QStringList{"--depth", "8", "--level", "40"} << 255 << 102;
+    QTest::newRow("10 bits, 25.5 % of 1023 is 260.865")
+        << QStringList{"--depth", "10", "--level", "25.5"} << 1023 << 261;
+    QTest::newRow("12 bits are the default, 70 % of 4095 is 2866.5, next up")
+        << QStringList{"--full-well", "4095"} << 4095 << 2867;
+    QTest::newRow("16 bits, 20 % of 65535")
+        << QStringList{"--depth", "16", "--level", "20"} << 65535 << 13107;
+    QTest::newRow("light beyond saturation") << QStringList{"--depth", "8", "--level", "101"} << 255 << 255;
+    QTest::newRow("no light") << QStringList{"--depth", "8", "--level", "0"} << 255 << 0;
+    QTest::newRow("no light above a black level")
+        << QStringList{"--depth", "8", "--level", "0", "--black-level", "16"} << 255 << 16;
+    QTest::newRow("a black level shortens the scale: 55 + 40 % of 200")
+        << QStringList{"--depth", "8", "--level", "40", "--black-level", "55"} << 255 << 135;
+}
+
+void tst_zorffc_simulate::aFrameWithoutNoiseIsTheModelsNumber()
+{
+    QFETCH(QStringList, options);
+    QFETCH(int, maxval);
+    QFETCH(int, sample);
+    const ZorffcRun run = simulate("f.pgm", Even + QStringList{"--size", "5x3"} + options);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QCOMPARE(run.err, QString());
+    QVERIFY2(run.out.startsWith("Frame            5 x 3 pixels"), qPrintable(run.told()));
+    QCOMPARE(readFile(path("f.pgm")), pgm(5, 3, maxval, std::vector<std::uint16_t>(15, sample)));
+    QCOMPARE(namesIn(m_folder->path()), QStringList{"f.pgm"});
+}
+
+void tst_zorffc_simulate::theSeedDecidesTheFrame()
+{
+    const QStringList small{"--size", "64x48", "--dsnu", "3"};
+    QCOMPARE(simulate("default.pgm", small).exitCode, 0);
+    QCOMPARE(simulate("one.pgm", small + QStringList{"--seed", "1"}).exitCode, 0);
+    QCOMPARE(simulate("two.pgm", small + QStringList{"--seed", "2"}).exitCode, 0);
+    const QByteArray one = readFile(path("one.pgm"));
+    QCOMPARE(one.size(), 14 + 2 * 64 * 48);
+    QCOMPARE(readFile(path("default.pgm")), one);
+    QVERIFY(readFile(path("two.pgm")) != one);
+}
+
+void tst_zorffc_simulate::computeMakesASampleFlat()
+{
+    QCOMPARE(simulate("f.pgm", {"--size", "320x240"}).exitCode, 0);
+    const ZorffcRun run = runZorffc(m_folder->path(), {"compute", "f.pgm", "--title", "T", "--camera", "C",
+                                                       "--output", "f.ffc", "--precision", "12"});
+    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    const QRegularExpression figures(
+        "column means +([0-9.]+) % +([0-9.]+) %\n  row means +([0-9.]+) % +([0-9.]+) %\n");
+    const QRegularExpressionMatch match = figures.match(run.out);
+    QVERIFY2(match.hasMatch(), qPrintable(run.out));
+    // 15 % less light in the corners is some per cent of deviation in the means; 12 bits of gain leave next
+    // to none.
+    for (const int before : {1, 3})
+        QVERIFY2(match.captured(before).toDouble() > 1.0, qPrintable(run.out));
+    for (const int after : {2, 4})
+        QVERIFY2(match.captured(after).toDouble() < 0.05, qPrintable(run.out));
+}
+
+void tst_zorffc_simulate::refusesBadSettings_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QString>("names");
+    QTest::newRow("a name of another kind") << "f.png" << QStringList{} << "ends in .pgm";
+    QTest::newRow("an ending alone") << ".pgm" << QStringList{} << ".pgm: the name";
+    QTest::newRow("no name") << "" << QStringList{} << "--output";
+    QTest::newRow("a missing folder") << "absent/f.pgm" << QStringList{} << "absent/f.pgm";
+    QTest::newRow("a depth that is none") << "f.pgm" << QStringList{"--depth", "9"} << "--depth";
+    QTest::newRow("a size that is none") << "f.pgm" << QStringList{"--size", "10"} << "--size";
+    QTest::newRow("a size with a sign") << "f.pgm" << QStringList{"--size", "-1x10"} << "--size";
+    QTest::newRow("a side of 65536") << "f.pgm" << QStringList{"--size", "65536x1"} << "--size";
+    QTest::newRow("more pixels than fit") << "f.pgm" << QStringList{"--size", "65535x65535"} << "--size";
+    QTest::newRow("all light lost") << "f.pgm" << QStringList{"--vignetting", "100"} << "--vignetting";
+    QTest::newRow("a negative deviation") << "f.pgm" << QStringList{"--prnu=-1"} << "--prnu";
+    QTest::newRow("a deviation that is no number")
+        << "f.pgm" << QStringList{"--row-fpn", "nan"} << "--row-fpn";
+    QTest::newRow("a full well of 0") << "f.pgm" << QStringList{"--full-well", "0"} << "--full-well";
+    QTest::newRow("a negative seed") << "f.pgm" << QStringList{"--seed=-1"} << "--seed";
+    QTest::newRow("a seed of 2^64") << "f.pgm" << QStringList{"--seed", "18446744073709551616"} << "--seed";
+    QTest::newRow("a black level at full scale")
+        << "f.pgm" << QStringList{"--depth", "8", "--black-level", "255"} << "--black-level";
+}
+
+void tst_zorffc_simulate::refusesBadSettings()
+{
+    QFETCH(QString, target);
+    QFETCH(QStringList, options);
+    QFETCH(QString, names);
+    writeFile(path("f.pgm"), "what was there");
+    const ZorffcRun run = simulate(target, options);
+    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
+    QVERIFY2(run.err.startsWith("zorffc: ") && run.err.count('\n') == 1, qPrintable(run.told()));
+    QVERIFY2(run.err.contains(names), qPrintable(run.told()));
+    QCOMPARE(run.out, QString());
+    QCOMPARE(readFile(path("f.pgm")), QByteArray("what was there"));
+    QCOMPARE(namesIn(m_folder->path()), QStringList{"f.pgm"});
+}
+
+QTEST_GUILESS_MAIN(tst_zorffc_simulate)
+#include "tst_zorffc_simulate.moc"

@@ -1,0 +1,79 @@
+#include "ZorffcRun.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+class tst_zorffc_usage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void helpAndVersionEndWell_data();
+    void helpAndVersionEndWell();
+    void wrongUseEndsWith2AndOneLine_data();
+    void wrongUseEndsWith2AndOneLine();
+    void helpThatCannotBeToldIsAnError();
+
+private:
+    QTemporaryDir m_folder;
+};
+
+void tst_zorffc_usage::helpAndVersionEndWell_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("names");
+    QTest::newRow("help names the commands") << QStringList{"--help"} << "simulate";
+    QTest::newRow("short help") << QStringList{"-h"} << "report";
+    QTest::newRow("version") << QStringList{"--version"} << "zorffc ";
+    QTest::newRow("help of compute") << QStringList{"compute", "--help"} << "--precision";
+    QTest::newRow("help of simulate") << QStringList{"simulate", "--help"} << "--vignetting";
+    QTest::newRow("help of report") << QStringList{"report", "--help"} << "--ffc";
+}
+
+void tst_zorffc_usage::helpAndVersionEndWell()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, names);
+    const ZorffcRun run = runZorffc(m_folder.path(), arguments);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.out.contains(names), qPrintable(run.told()));
+    QCOMPARE(run.err, QString());
+}
+
+void tst_zorffc_usage::wrongUseEndsWith2AndOneLine_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("names");
+    QTest::newRow("nothing") << QStringList{} << "no command";
+    QTest::newRow("an unknown command") << QStringList{"compile"} << "compile";
+    QTest::newRow("an unknown option") << QStringList{"--fast"} << "--fast";
+    QTest::newRow("an empty word") << QStringList{""} << "not expected";
+    QTest::newRow("a word of two lines") << QStringList{"com\npute"} << "com pute";
+    QTest::newRow("compute without anything") << QStringList{"compute"} << "zorffc compute --help";
+    QTest::newRow("simulate without an output") << QStringList{"simulate"} << "--output";
+    QTest::newRow("report without a coefficient file")
+        << QStringList{"report", "f.pgm", "-o", "f.png"} << "--ffc";
+    QTest::newRow("an option without its value") << QStringList{"simulate", "-o"} << "--output";
+}
+
+void tst_zorffc_usage::wrongUseEndsWith2AndOneLine()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, names);
+    const ZorffcRun run = runZorffc(m_folder.path(), arguments);
+    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
+    QCOMPARE(run.out, QString());
+    QVERIFY2(run.err.startsWith("zorffc: ") && run.err.endsWith('\n') && run.err.count('\n') == 1,
+             qPrintable(run.told()));
+    QVERIFY2(run.err.contains(names), qPrintable(run.told()));
+}
+
+void tst_zorffc_usage::helpThatCannotBeToldIsAnError()
+{
+    const ZorffcRun run = runShell(m_folder.path(), "exec \"$@\" >/dev/full", {"--help"});
+    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
+    QVERIFY2(run.err.contains("standard output"), qPrintable(run.told()));
+}
+
+QTEST_GUILESS_MAIN(tst_zorffc_usage)
+#include "tst_zorffc_usage.moc"
