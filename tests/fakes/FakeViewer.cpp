@@ -115,6 +115,7 @@ std::int32_t FakeViewer::command(const char* name, ParameterMap* parameters)
     call.name = name;
     call.hasMap = parameters != nullptr;
     call.argument = parameters;
+    call.target = widget;
     if (parameters)
         call.before = *parameters;
     // The call stands in its place also when its answer makes further calls.
@@ -135,12 +136,21 @@ DisplaySettings* FakeViewer::settings()
 std::int32_t FakeViewer::configure(const _ZorImage* header)
 {
     calls().push_back({"configure", false, {}, {}, header, nullptr, {}});
+    if (script().onConfigure)
+        script().onConfigure(widget);
     return script().configureStatus;
 }
 
 std::int32_t FakeViewer::display(const _ZorImage* image)
 {
-    calls().push_back({"display", false, {}, {}, image, nullptr, {}});
+    ViewerCall call{"display", false, {}, {}, image, nullptr, {}};
+    call.target = widget;
+    if (image) {
+        call.record = *image;
+        if (image->data)
+            call.pixels.assign(image->data, image->data + image->imageSize);
+    }
+    calls().push_back(call);
     return script().displayStatus;
 }
 

@@ -18,11 +18,14 @@ struct ViewerCall
     /// "displayPair", "setText", "run", "setValue".
     std::string name;
     bool hasMap = false;
-    ParameterMap before{};          ///< the command's map when it came
-    ParameterMap after{};           ///< the command's map when it was answered
-    const void* argument = nullptr; ///< the map, the widget, the deleted viewer, the image
-    const void* second = nullptr;   ///< the second image of a pair
-    std::string text{};             ///< "key=value" of setText, the action of run, the value of setValue
+    ParameterMap before{};              ///< the command's map when it came
+    ParameterMap after{};               ///< the command's map when it was answered
+    const void* argument = nullptr;     ///< the map, the widget, the deleted viewer, the image
+    const void* second = nullptr;       ///< the second image of a pair
+    std::string text{};                 ///< "key=value" of setText, the action of run, the value of setValue
+    QWidget* target = nullptr;          ///< of commands and shown images: what the viewer draws into
+    _ZorImage record{};                 ///< of "display": the record as it came
+    std::vector<std::uint8_t> pixels{}; ///< of "display": a copy of what it held
 };
 
 /// What the fake viewers answer.
@@ -33,6 +36,7 @@ struct ViewerScript
     std::map<std::string, std::function<std::int32_t(ParameterMap*)>> answers{};
     std::int32_t configureStatus = 0;
     std::int32_t displayStatus = 0;
+    std::function<void(QWidget*)> onConfigure{}; ///< called with what the viewer draws into
     std::int32_t pairResult = 1;
     bool hasSettings = true;
     bool hasStage = true;

@@ -1,0 +1,415 @@
+#include "display/DisplayAdapter.h"
+#include "fakes/FakeConverter.h"
+#include "fakes/FakeViewer.h"
+#include "support/DialogProbe.h"
+#include "support/ModalWatch.h"
+
+#include <QCheckBox>
+#include <QGuiApplication>
+#include <QTest>
+
+#include <cstring>
+
+namespace {
+
+/// The images that a view was given, the last one last.
+std::vector<ViewerCall> shownIn(QWidget* view)
+{
+    std::vector<ViewerCall> found;
+    for (const ViewerCall& call : FakeViewer::callsOf("display")) {
+        if (call.target == view)
+            found.push_back(call);
+    }
+    return found;
+}
+
+/// Lets the converter answer the frame as it is.
+void deliver(TestFrame& frame)
+{
+    fakeConverter.record = frame.record();
+    fakeConverter.pixels = frame.bytes;
+}
+
+/// Hands a frame over that the converter leaves alone.
+void take(DialogProbe& dialog, TestFrame frame)
+{
+    deliver(frame);
+    dialog.take(frame);
+}
+
+unsigned sloped(int x, int y)
+{
+    return static_cast<unsigned>(60 + 5 * x + 3 * y);
+}
+
+/// Takes back every override cursor and tells how many there were.
+int takeCursors()
+{
+    int count = 0;
+    for (; QGuiApplication::overrideCursor(); ++count)
+        QGuiApplication::restoreOverrideCursor();
+    return count;
+}
+
+} // namespace
+
+class tst_live_views : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void firstShowMakesBothAdapters();
+    void adaptersOutliveAClose();
+    void resetOfTheFrameKeepsTheAdapters();
+    void upperViewGetsTheFrame_data();
+    void upperViewGetsTheFrame();
+    void lowerViewGetsTheChosenImage_data();
+    void lowerViewGetsTheChosenImage();
+    void boxTickedAloneChangesNothing();
+    void lowerImageAboveEightBitsIsOneBlock();
+    void upperImageIsDoneBeforeTheLowerStarts();
+    void recordsBelongToTheRefresh();
+    void withoutResultNothingIsShown_data();
+    void withoutResultNothingIsShown();
+    void withoutAdaptersTheWaitCursorStays();
+    void refreshGivesCursorAndLockBack();
+    void viewerThatFailsIsNotAsked();
+    void failedImageIsIgnored();
+    void requestsFromWithinARefreshAreDropped();
+    void untickedHighlightsTakeTheProcessorOut();
+    void highlightsBeforeTheFirstImageSendNothing();
+};
+
+void tst_live_views::init()
+{
+    FakeViewer::reset();
+    fakeConverter = {};
+}
+
+void tst_live_views::cleanup()
+{
+    takeCursors();
+}
+
+void tst_live_views::firstShowMakesBothAdapters()
+{
+    DialogProbe d;
+    QVERIFY(!d.m_adapterUp && !d.m_adapterDown);
+    d.show();
+    QVERIFY(d.m_adapterUp && d.m_adapterDown);
+    for (DisplayAdapter* adapter : {d.m_adapterUp, d.m_adapterDown}) {
+        QVERIFY(!adapter->isGpuViewer());
+        QCOMPARE(adapter->featureFlags(), 13u);
+        QVERIFY(!adapter->hasViewer());
+    }
+
+    take(d, TestFrame(4, 3, 8, sloped));
+    d.Update();
+    QCOMPARE(FakeViewer::callsOf("create CPU").size(), std::size_t{2});
+    QCOMPARE(FakeViewer::callsOf("create CPU").at(0).argument, static_cast<const void*>(d.ui.gVUp));
+    QCOMPARE(FakeViewer::callsOf("create CPU").at(1).argument, static_cast<const void*>(d.ui.gVDown));
+}
+
+void tst_live_views::adaptersOutliveAClose()
+{
+    DialogProbe d;
+    d.show();
+    DisplayAdapter* const upper = d.m_adapterUp;
+    d.close();
+    QCOMPARE(d.m_adapterUp, upper);
+    d.show();
+    QCOMPARE(d.m_adapterUp, upper);
+}
+
+void tst_live_views::resetOfTheFrameKeepsTheAdapters()
+{
+    DialogProbe d;
+    d.show();
+    d.ResetData(false);
+    QVERIFY(d.m_adapterUp && d.m_adapterDown);
+    d.ResetData(true);
+    QVERIFY(!d.m_adapterUp && !d.m_adapterDown);
+}
+
+void tst_live_views::upperViewGetsTheFrame_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<uint>("pixelType");
+    QTest::newRow("8 bits") << 8 << 0x01080101u;
+    QTest::newRow("10 bits") << 10 << 0x01100202u;
+    QTest::newRow("12 bits") << 12 << 0x01100306u;
+    QTest::newRow("16 bits") << 16 << 0x0110050Bu;
+}
+
+void tst_live_views::upperViewGetsTheFrame()
+{
+    QFETCH(int, depth);
+    QFETCH(uint, pixelType);
+    DialogProbe d;
+    d.show();
+    const TestFrame frame(6, 4, depth, sloped);
+    take(d, frame);
+    d.Update();
+
+    const std::vector<ViewerCall> shown = shownIn(d.ui.gVUp);
+    QCOMPARE(shown.size(), std::size_t{1});
+    const _ZorImage& record = shown.at(0).record;
+    QCOMPARE(record.recordSize, 96u);
+    QCOMPARE(record.recordVersion, 0x20000u);
+    QCOMPARE(record.width, 6u);
+    QCOMPARE(record.height, 4u);
+    QCOMPARE(record.pitch, static_cast<std::uint32_t>(d.m_step));
+    QCOMPARE(record.imageSize, static_cast<std::uint32_t>(d.m_imageBytes));
+    QCOMPARE(record.pixelType, pixelType);
+    QCOMPARE(record.depth, static_cast<std::uint32_t>(depth));
+    QCOMPARE(record.channels, 1u);
+    QCOMPARE(record.isSigned, std::uint8_t{0});
+    QCOMPARE(shown.at(0).pixels, std::vector<std::uint8_t>(d.m_image, d.m_image + d.m_imageBytes));
+}
+
+void tst_live_views::lowerViewGetsTheChosenImage_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<bool>("both");
+    for (const int depth : {8, 10, 12, 16}) {
+        QTest::addRow("%d bits, column pass alone", depth) << depth << false;
+        QTest::addRow("%d bits, both passes", depth) << depth << true;
+    }
+}
+
+void tst_live_views::lowerViewGetsTheChosenImage()
+{
+    QFETCH(int, depth);
+    QFETCH(bool, both);
+    DialogProbe d;
+    d.ui.chBShowY->setChecked(both);
+    d.show();
+    take(d, TestFrame(6, 4, depth, sloped));
+    d.Update();
+
+    const std::vector<ViewerCall> shown = shownIn(d.ui.gVDown);
+    QCOMPARE(shown.size(), std::size_t{1});
+    const ViewerCall& lower = shown.at(0);
+    ViewerCall upper = shownIn(d.ui.gVUp).at(0);
+    upper.record.data = lower.record.data;
+    QCOMPARE(std::memcmp(&upper.record, &lower.record, sizeof lower.record), 0);
+
+    const std::uint16_t* chosen = both ? d.m_flatY : d.m_flatX;
+    int differing = 0;
+    for (int y = 0; y < 4; ++y) {
+        for (int x = 0; x < 6; ++x) {
+            const std::uint16_t cell = chosen[y * d.m_flatXStep / 2 + x];
+            const std::uint8_t* row = lower.pixels.data() + y * static_cast<int>(lower.record.pitch);
+            if (depth == 8) {
+                QCOMPARE(int(row[x]), std::min<int>(cell, 255));
+            } else {
+                std::uint16_t pixel;
+                std::memcpy(&pixel, row + 2 * x, 2);
+                QCOMPARE(pixel, cell);
+            }
+            differing += d.m_flatX[y * d.m_flatXStep / 2 + x] != d.m_flatY[y * d.m_flatYStep / 2 + x];
+        }
+    }
+    QVERIFY2(differing > 0, "the two images are alike, so the choice would not show");
+}
+
+void tst_live_views::boxTickedAloneChangesNothing()
+{
+    DialogProbe d;
+    d.show();
+    take(d, TestFrame(6, 4, 12, sloped));
+    d.Update();
+    QTest::mouseClick(d.ui.chBShowY, Qt::LeftButton, {}, QPoint(8, d.ui.chBShowY->height() / 2));
+    QVERIFY(d.ui.chBShowY->isChecked());
+    QCOMPARE(shownIn(d.ui.gVDown).size(), std::size_t{1});
+    d.Update();
+    QCOMPARE(shownIn(d.ui.gVDown).size(), std::size_t{2});
+    QVERIFY(shownIn(d.ui.gVDown).at(0).pixels != shownIn(d.ui.gVDown).at(1).pixels);
+}
+
+// At odd widths an unpadded frame and the padded working image disagree, and the copy goes on regardless.
+void tst_live_views::lowerImageAboveEightBitsIsOneBlock()
+{
+    DialogProbe d;
+    d.show();
+    const TestFrame frame(5, 3, 12, sloped);
+    take(d, frame);
+    QCOMPARE(d.m_step, 10);
+    d.Update();
+    const ViewerCall lower = shownIn(d.ui.gVDown).at(0);
+    QCOMPARE(lower.pixels.size(), std::size_t{30});
+    QCOMPARE(std::memcmp(lower.pixels.data(), d.m_flatX, 30), 0);
+
+    // A frame with long lines gets black behind the cells.
+    const TestFrame longLines(5, 3, 12, sloped, 40);
+    take(d, longLines);
+    d.Update();
+    const ViewerCall padded = shownIn(d.ui.gVDown).at(1);
+    QCOMPARE(padded.pixels.size(), std::size_t{120});
+    QCOMPARE(std::memcmp(padded.pixels.data(), d.m_flatX, 36), 0);
+    for (std::size_t i = 36; i < padded.pixels.size(); ++i)
+        QCOMPARE(int(padded.pixels.at(i)), 0);
+}
+
+void tst_live_views::upperImageIsDoneBeforeTheLowerStarts()
+{
+    DialogProbe d;
+    d.show();
+    take(d, TestFrame(6, 4, 12, sloped));
+    d.Update();
+    std::vector<std::string> order;
+    for (const ViewerCall& call : FakeViewer::calls()) {
+        if (call.name == "create CPU" || call.name == "display")
+            order.push_back(call.name);
+    }
+    QCOMPARE(order, (std::vector<std::string>{"create CPU", "display", "create CPU", "display"}));
+}
+
+void tst_live_views::recordsBelongToTheRefresh()
+{
+    DialogProbe d;
+    d.show();
+    take(d, TestFrame(6, 4, 12, sloped));
+    d.Update();
+    QVERIFY(shownIn(d.ui.gVUp).at(0).record.data != d.m_image);
+    const void* lower = shownIn(d.ui.gVDown).at(0).record.data;
+    QVERIFY(lower != d.m_flatX && lower != d.m_flatY);
+}
+
+void tst_live_views::withoutResultNothingIsShown_data()
+{
+    QTest::addColumn<bool>("frame");
+    QTest::newRow("no frame") << false;
+    QTest::newRow("a frame that is not computed") << true;
+}
+
+void tst_live_views::withoutResultNothingIsShown()
+{
+    QFETCH(bool, frame);
+    DialogProbe d;
+    d.show();
+    if (frame)
+        take(d, TestFrame(6, 4, 12, sloped));
+    d.ShowAll();
+    QVERIFY(FakeViewer::calls().empty());
+    QCOMPARE(takeCursors(), 0);
+    QVERIFY(!d.m_viewLock.heldByThisThread());
+}
+
+void tst_live_views::withoutAdaptersTheWaitCursorStays()
+{
+    DialogProbe d;
+    take(d, TestFrame(6, 4, 12, sloped));
+    d.Update();
+    QVERIFY(d.m_flatY);
+    QVERIFY(QGuiApplication::overrideCursor());
+    QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    QCOMPARE(takeCursors(), 1);
+    QVERIFY(!d.m_viewLock.heldByThisThread());
+    QVERIFY(FakeViewer::calls().empty());
+}
+
+void tst_live_views::refreshGivesCursorAndLockBack()
+{
+    DialogProbe d;
+    d.show();
+    take(d, TestFrame(6, 4, 12, sloped));
+    bool held = false;
+    Qt::CursorShape shape = Qt::ArrowCursor;
+    FakeViewer::script().onConfigure = [&](QWidget*) {
+        held = d.m_viewLock.heldByThisThread();
+        shape = QGuiApplication::overrideCursor()->shape();
+    };
+    d.Update();
+    QVERIFY(held);
+    QCOMPARE(shape, Qt::WaitCursor);
+    QVERIFY(!d.m_viewLock.heldByThisThread());
+    QCOMPARE(takeCursors(), 0);
+}
+
+void tst_live_views::viewerThatFailsIsNotAsked()
+{
+    FakeViewer::script().canCreate = false;
+    DialogProbe d;
+    d.show();
+    take(d, TestFrame(6, 4, 12, sloped));
+    d.Update();
+    QVERIFY(FakeViewer::callsOf("display").empty());
+    QCOMPARE(FakeViewer::callsOf("create CPU").size(), std::size_t{2});
+    QCOMPARE(takeCursors(), 0);
+}
+
+void tst_live_views::failedImageIsIgnored()
+{
+    FakeViewer::script().displayStatus = 5;
+    DialogProbe d;
+    d.show();
+    take(d, TestFrame(6, 4, 12, sloped));
+    ModalWatch watch;
+    d.Update();
+    QCOMPARE(shownIn(d.ui.gVUp).size(), std::size_t{1});
+    QCOMPARE(shownIn(d.ui.gVDown).size(), std::size_t{1});
+    QVERIFY(watch.texts.isEmpty());
+}
+
+// The viewer's start runs in a nested event loop, where clicks and a host's timers come in.
+void tst_live_views::requestsFromWithinARefreshAreDropped()
+{
+    DialogProbe d;
+    d.show();
+    take(d, TestFrame(6, 4, 12, sloped));
+    int calls = 0;
+    FakeViewer::script().onConfigure = [&](QWidget* view) {
+        ++calls;
+        const std::uint8_t* before = d.m_image;
+        d.Update();
+        d.highLightSlot();
+        take(d, TestFrame(3, 2, 8, sloped));
+        QCOMPARE(static_cast<const std::uint8_t*>(d.m_image), before);
+        QTest::qWait(60);
+        d.onViewChanged(view == d.ui.gVUp ? d.ui.gVUp : d.ui.gVDown);
+        QShowEvent event;
+        d.showEvent(&event);
+    };
+    d.Update();
+    QCOMPARE(calls, 2);
+    QCOMPARE(d.m_width, 6);
+    QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t{2});
+    QVERIFY(FakeViewer::callsOf("cmd.display.view.at").empty());
+}
+
+void tst_live_views::untickedHighlightsTakeTheProcessorOut()
+{
+    DialogProbe d;
+    d.show();
+    take(d, TestFrame(6, 4, 12, sloped));
+    d.Update();
+    d.ui.chBHighlights->setChecked(true);
+    QTest::mouseClick(d.ui.chBHighlights, Qt::LeftButton, {}, QPoint(8, d.ui.chBHighlights->height() / 2));
+    QVERIFY(!d.ui.chBHighlights->isChecked());
+    QCOMPARE(FakeViewer::callsOf("run").size(), std::size_t{1});
+    QCOMPARE(FakeViewer::callsOf("run").at(0).text, std::string("processing.proc.del"));
+    QCOMPARE(shownIn(d.ui.gVUp).size(), std::size_t{2});
+
+    // Also when the frame is gone since.
+    d.ResetData(false);
+    d.highLightSlot();
+    QCOMPARE(FakeViewer::callsOf("run").size(), std::size_t{2});
+    QCOMPARE(shownIn(d.ui.gVUp).size(), std::size_t{2});
+    QCOMPARE(takeCursors(), 0);
+}
+
+void tst_live_views::highlightsBeforeTheFirstImageSendNothing()
+{
+    DialogProbe d;
+    d.highLightSlot();
+    d.show();
+    d.highLightSlot();
+    QVERIFY(FakeViewer::calls().empty());
+    QCOMPARE(takeCursors(), 0);
+}
+
+QTEST_MAIN(tst_live_views)
+#include "tst_live_views.moc"

@@ -1,0 +1,258 @@
+#include "support/DialogProbe.h"
+#include "support/ModalWatch.h"
+
+#include "fakes/FakeViewer.h"
+
+#include <QCheckBox>
+#include <QTest>
+
+#include <qwt_plot.h>
+#include <qwt_plot_curve.h>
+#include <qwt_scale_div.h>
+
+namespace {
+
+QStringList titlesIn(const QwtPlot* plot)
+{
+    QStringList titles;
+    for (const QwtPlotItem* item : plot->itemList(QwtPlotItem::Rtti_PlotCurve))
+        titles << item->title().text();
+    return titles;
+}
+
+const QwtPlotCurve* curveIn(const QwtPlot* plot, const QString& title)
+{
+    for (QwtPlotItem* item : plot->itemList(QwtPlotItem::Rtti_PlotCurve)) {
+        if (item->title().text() == title)
+            return static_cast<QwtPlotCurve*>(item);
+    }
+    return nullptr;
+}
+
+void compareSamples(const QwtPlotCurve* curve, const std::uint16_t* line, int count)
+{
+    QVERIFY(curve);
+    QCOMPARE(int(curve->dataSize()), count);
+    for (int i = 0; i < count; ++i)
+        QCOMPARE(curve->sample(i), QPointF(i, line[i]));
+}
+
+QPair<double, double> limits(const QwtPlot* plot, int axis)
+{
+    const QwtScaleDiv& scale = plot->axisScaleDiv(axis);
+    return {scale.lowerBound(), scale.upperBound()};
+}
+
+unsigned sloped(int x, int y)
+{
+    return static_cast<unsigned>(60 + x % 90 + y % 70);
+}
+
+} // namespace
+
+class tst_profile_plots : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { FakeViewer::reset(); }
+    void curvesAreTheFourLines_data();
+    void curvesAreTheFourLines();
+    void rowCurveOfTheCorrectedImageIsShownOnRequest();
+    void pensTellTheDirection();
+    void canvasesAreWhite();
+    void valueAxesAreTheRanges();
+    void entryAxisIsOneBeyondTheLongerSide_data();
+    void entryAxisIsOneBeyondTheLongerSide();
+    void evenFrameGivesAnEmptyRange();
+    void eightBitAxisFollowsCellsAbove255();
+    void curvesAreRebuiltNotAdded();
+    void curvesStayUntilTheNextRefresh();
+    void missingLineLeavesThePlots();
+    void plotsSetNothingElse();
+};
+
+void tst_profile_plots::curvesAreTheFourLines_data()
+{
+    QTest::addColumn<int>("depth");
+    for (const int depth : {8, 10, 12, 16})
+        QTest::addRow("%d bits", depth) << depth;
+}
+
+void tst_profile_plots::curvesAreTheFourLines()
+{
+    QFETCH(int, depth);
+    DialogProbe d;
+    d.ui.chBShowY->setChecked(true);
+    d.show();
+    d.take(TestFrame(7, 5, depth, sloped));
+    d.Update();
+    compareSamples(curveIn(d.ui.PlotUp, "Up X"), d.m_columnMean, 7);
+    compareSamples(curveIn(d.ui.PlotUp, "Up Y"), d.m_rowMean, 5);
+    compareSamples(curveIn(d.ui.PlotDown, "Down X"), d.m_flatColumnMean, 7);
+    compareSamples(curveIn(d.ui.PlotDown, "Down Y"), d.m_flatRowMean, 5);
+}
+
+void tst_profile_plots::rowCurveOfTheCorrectedImageIsShownOnRequest()
+{
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame(7, 5, 12, sloped));
+    d.Update();
+    QCOMPARE(titlesIn(d.ui.PlotUp), (QStringList{"Up X", "Up Y"}));
+    QCOMPARE(titlesIn(d.ui.PlotDown), QStringList{"Down X"});
+    d.ui.chBShowY->setChecked(true);
+    QCOMPARE(titlesIn(d.ui.PlotDown), QStringList{"Down X"});
+    d.Update();
+    QCOMPARE(titlesIn(d.ui.PlotDown), (QStringList{"Down X", "Down Y"}));
+    d.ui.chBShowY->setChecked(false);
+    d.Update();
+    QCOMPARE(titlesIn(d.ui.PlotDown), QStringList{"Down X"});
+}
+
+void tst_profile_plots::pensTellTheDirection()
+{
+    DialogProbe d;
+    d.ui.chBShowY->setChecked(true);
+    d.show();
+    d.take(TestFrame(7, 5, 12, sloped));
+    d.Update();
+    const QPen amber(QColor(255, 192, 0, 255));
+    const QPen lilac(QColor(160, 160, 255, 255));
+    QCOMPARE(curveIn(d.ui.PlotUp, "Up X")->pen(), amber);
+    QCOMPARE(curveIn(d.ui.PlotDown, "Down X")->pen(), amber);
+    QCOMPARE(curveIn(d.ui.PlotUp, "Up Y")->pen(), lilac);
+    QCOMPARE(curveIn(d.ui.PlotDown, "Down Y")->pen(), lilac);
+}
+
+void tst_profile_plots::canvasesAreWhite()
+{
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame(7, 5, 12, sloped));
+    d.Update();
+    for (const QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown})
+        QCOMPARE(plot->canvasBackground(), QBrush(QColor(255, 255, 255, 255)));
+}
+
+void tst_profile_plots::valueAxesAreTheRanges()
+{
+    DialogProbe d;
+    d.show();
+    // Pixels 37 to 240; the brightest column's mean is 240, so nothing goes above it.
+    d.take(TestFrame(2, 1, 12, [](int x, int) { return x ? 240u : 37u; }));
+    d.Update();
+    QCOMPARE(d.m_rangeYMin, 20);
+    QCOMPARE(d.m_rangeYMax, 240);
+    for (const QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown})
+        QCOMPARE(limits(plot, QwtPlot::yLeft), qMakePair(20.0, 240.0));
+}
+
+void tst_profile_plots::entryAxisIsOneBeyondTheLongerSide_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<double>("end");
+    QTest::newRow("100 wide and 2000 high") << 100 << 2000 << 2001.0;
+    QTest::newRow("30 wide and 20 high") << 30 << 20 << 31.0;
+    QTest::newRow("one pixel") << 1 << 1 << 2.0;
+}
+
+void tst_profile_plots::entryAxisIsOneBeyondTheLongerSide()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(double, end);
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame(width, height, 8, sloped));
+    d.Update();
+    for (const QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown})
+        QCOMPARE(limits(plot, QwtPlot::xBottom), qMakePair(0.0, end));
+    const QwtPlotCurve* columns = curveIn(d.ui.PlotUp, "Up X");
+    QCOMPARE(columns->sample(int(columns->dataSize()) - 1).x(), width - 1.0);
+    QCOMPARE(curveIn(d.ui.PlotUp, "Up Y")->maxXValue(), height - 1.0);
+}
+
+void tst_profile_plots::evenFrameGivesAnEmptyRange()
+{
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame::even(6, 4, 12, 100));
+    d.Update();
+    QCOMPARE(d.m_rangeYMin, 100);
+    QCOMPARE(d.m_rangeYMax, 100);
+    compareSamples(curveIn(d.ui.PlotUp, "Up X"), d.m_columnMean, 6);
+}
+
+void tst_profile_plots::eightBitAxisFollowsCellsAbove255()
+{
+    DialogProbe d;
+    d.show();
+    // The left column's mean is half the right one's, so its pixel of 200 becomes 400.
+    d.take(TestFrame(2, 2, 8, [](int x, int y) { return x ? 200u : (y ? 200u : 0u); }));
+    d.Update();
+    QCOMPARE(d.m_flatMax, 400);
+    for (const QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown})
+        QCOMPARE(limits(plot, QwtPlot::yLeft), qMakePair(0.0, 400.0));
+}
+
+void tst_profile_plots::curvesAreRebuiltNotAdded()
+{
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame(7, 5, 12, sloped));
+    d.Update();
+    d.take(TestFrame(3, 9, 12, sloped));
+    d.Update();
+    QCOMPARE(titlesIn(d.ui.PlotUp), (QStringList{"Up X", "Up Y"}));
+    compareSamples(curveIn(d.ui.PlotUp, "Up X"), d.m_columnLine, 3);
+    compareSamples(curveIn(d.ui.PlotUp, "Up Y"), d.m_rowLine, 9);
+}
+
+void tst_profile_plots::curvesStayUntilTheNextRefresh()
+{
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame(7, 5, 12, sloped));
+    d.Update();
+    d.take(TestFrame(3, 9, 12, sloped));
+    QCOMPARE(int(curveIn(d.ui.PlotUp, "Up X")->dataSize()), 7);
+    d.ResetData(false);
+    QCOMPARE(int(curveIn(d.ui.PlotUp, "Up X")->dataSize()), 7);
+}
+
+void tst_profile_plots::missingLineLeavesThePlots()
+{
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame(7, 5, 12, sloped));
+    d.Update();
+    const QwtPlotCurve* before = curveIn(d.ui.PlotUp, "Up X");
+    std::uint16_t* const line = std::exchange(d.m_flatRowLine, nullptr);
+    d.ShowAll();
+    d.m_flatRowLine = line;
+    QCOMPARE(curveIn(d.ui.PlotUp, "Up X"), before);
+    QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t{4});
+    QVERIFY(!d.m_viewLock.heldByThisThread());
+}
+
+void tst_profile_plots::plotsSetNothingElse()
+{
+    DialogProbe d;
+    d.ui.chBShowY->setChecked(true);
+    d.show();
+    d.take(TestFrame(7, 5, 12, sloped));
+    d.Update();
+    for (const QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown}) {
+        QCOMPARE(plot->itemList().size(), 2);
+        QVERIFY(plot->title().isEmpty());
+        for (const int axis : {QwtPlot::yLeft, QwtPlot::xBottom})
+            QVERIFY(plot->axisEnabled(axis) && plot->axisTitle(axis).isEmpty());
+        QVERIFY(!plot->axisEnabled(QwtPlot::yRight) && !plot->axisEnabled(QwtPlot::xTop));
+        QVERIFY(!plot->legend());
+    }
+}
+
+QTEST_MAIN(tst_profile_plots)
+#include "tst_profile_plots.moc"
