@@ -501,8 +501,10 @@ void TestViewerDisplay::theHostMayDestroyItsWidgetFirst()
 {
     auto* view = new QGraphicsView;
     view->show();
-    ZorDisplayProcessor* viewer = ZorDisplayCPU::CreateComponent(view);
+    ZorDisplayProcessor* viewer =
+        wantsGpu() ? ZorDisplayQGL::CreateComponent(view) : ZorDisplayCPU::CreateComponent(view);
     viewer->display(flat(99).record());
+    view->grab();
     ParameterMap map;
     QCOMPARE(viewer->command("cmd.system.menu.create", &map), 1);
     delete view;

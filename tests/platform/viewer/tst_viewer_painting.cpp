@@ -19,6 +19,7 @@ private slots:
     void valuesAreNativeCodes();
     void overlaysAreDrawnAroundTheirPixels();
     void theCanvasStaysBelowOtherChildren();
+    void theCanvasMovesToAnotherWindow();
     void withoutAnImageTheViewIsPlain();
 };
 
@@ -212,6 +213,20 @@ void TestViewerPainting::theCanvasStaysBelowOtherChildren()
     QCOMPARE(shown.view.childAt(20, 20), &button);
     QCOMPARE(shown.view.grab().toImage().pixel(20, 20), QRgb(qRgb(1, 2, 3)));
     QCOMPARE(shown.view.childAt(100, 100), shown.surface());
+}
+
+// An OpenGL canvas gets another context there.
+void TestViewerPainting::theCanvasMovesToAnotherWindow()
+{
+    QWidget window;
+    window.resize(300, 200);
+    window.show();
+    ShownViewer shown(QSize(200, 100));
+    shown.show(TestImage(ZorMono8, 64, 64, [](int x, int y, int) { return (x * y) & 255; }));
+    const QImage before = shown.grab();
+    shown.view.setParent(&window);
+    shown.view.show();
+    QCOMPARE(shown.grab(), before);
 }
 
 void TestViewerPainting::withoutAnImageTheViewIsPlain()
