@@ -111,17 +111,22 @@ QPointF Viewer::deviceAt(const QWidget* receiver, const QPointF& pixel) const
     QPointF onSurface = pixel;
     if (m_surface && receiver && receiver != m_surface)
         onSurface += m_surface->mapFrom(receiver, QPoint(0, 0));
-    return (onSurface + QPointF(0.5, 0.5)) * pixelRatio();
+    const auto middle = [ratio = pixelRatio()](double place) {
+        return std::floor((place + 0.5) * ratio) + 0.5;
+    };
+    return {middle(onSurface.x()), middle(onSurface.y())};
 }
 
-// The pixel whose centre lies nearest before an exact half, so that the way back meets the same image pixel.
+// The nearest one, of two that are as near the first: the way back by deviceAt then meets the same image
+// pixel, for image pixels of at least the size of a widget pixel.
 QPoint Viewer::windowAt(const QPointF& device) const
 {
-    const auto pixel = [](double place) {
-        return static_cast<int>(std::ceil(std::clamp(place, -FarthestPixel, FarthestPixel))) - 1;
+    const double ratio = pixelRatio();
+    const QPointF origin = deviceAt(m_surface, QPointF(0.0, 0.0));
+    const auto pixel = [ratio](double place) {
+        return static_cast<int>(std::ceil(std::clamp(place / ratio - 0.5, -FarthestPixel, FarthestPixel)));
     };
-    const QPointF logical = device / pixelRatio();
-    const QPoint onSurface(pixel(logical.x()), pixel(logical.y()));
+    const QPoint onSurface(pixel(device.x() - origin.x()), pixel(device.y() - origin.y()));
     return m_surface && m_view && m_surface != m_view ? m_surface->mapTo(m_view, onSurface) : onSurface;
 }
 

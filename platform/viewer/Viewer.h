@@ -41,7 +41,8 @@ public:
 
     /// Device pixels per widget pixel.
     double pixelRatio() const;
-    /// The middle of a pixel of the view widget or its surface, in device pixels of the canvas.
+    /// The middle of the device pixel at the middle of a pixel of the view widget or its surface; device
+    /// pixels of the canvas.
     QPointF deviceAt(const QWidget* receiver, const QPointF& pixel) const;
     /// The widget pixel of `view` that holds a device point.
     QPoint windowAt(const QPointF& device) const;

@@ -1,0 +1,160 @@
+#include "tests/platform/viewer/ViewerTools.h"
+
+#include "display/ZorDisplayQt.h"
+#include "image/PixelTypeCode.h"
+#include "image/ZorFormatFromCode.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+TestImage::TestImage(std::uint32_t pixelType, int width, int height, const Value& value, int padding)
+{
+    static_cast<ZorFormatBlock&>(m_record) = ZorFormatFromCode(pixelType);
+    m_record.recordSize = ZorImageRecordSize;
+    m_record.recordVersion = ZorImageRecordVersion;
+    m_record.width = static_cast<std::uint32_t>(width);
+    m_record.height = static_cast<std::uint32_t>(height);
+    const int channels = static_cast<int>(m_record.channels);
+    const int bytes = static_cast<int>(m_record.pixelBits) / 8 / channels;
+    m_record.pitch = static_cast<std::uint32_t>(width * channels * bytes + padding);
+    m_record.imageSize = m_record.pitch * m_record.height;
+    m_pixels.resize(m_record.imageSize);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            for (int c = 0; c < channels; ++c) {
+                const int sample = value(x, y, c);
+                std::uint8_t* at = m_pixels.data() + static_cast<std::size_t>(y) * m_record.pitch +
+                                   static_cast<std::size_t>((x * channels + c) * bytes);
+                at[0] = static_cast<std::uint8_t>(sample);
+                if (bytes == 2)
+                    at[1] = static_cast<std::uint8_t>(sample >> 8);
+            }
+    m_record.data = m_pixels.data();
+}
+
+void TestImage::poison()
+{
+    std::fill(m_pixels.begin(), m_pixels.end(), std::uint8_t{0xA5});
+    m_pixels = std::vector<std::uint8_t>();
+}
+
+std::int64_t Listener::notify(const char* name, ParameterMap* parameters)
+{
+    heard.push_back({QString::fromUtf8(name), *parameters});
+    if (act)
+        act(heard.back());
+    return 0;
+}
+
+int Listener::count(const char* code) const
+{
+    return static_cast<int>(std::count_if(
+        heard.begin(), heard.end(), [code](const Heard& one) { return one.parameters.at("code") == code; }));
+}
+
+ParameterMap Listener::last(const char* code) const
+{
+    const auto found = std::find_if(heard.rbegin(), heard.rend(),
+                                    [code](const Heard& one) { return one.parameters.at("code") == code; });
+    return found == heard.rend() ? ParameterMap() : found->parameters;
+}
+
+ShownViewer::ShownViewer(const QSize& size, bool isGpu, QObject* host)
+{
+    if (host) {
+        view.installEventFilter(host);
+        view.viewport()->installEventFilter(host);
+    }
+    // A frame, so that the view's pixels and the surface's differ.
+    view.setFrameStyle(QFrame::Box | QFrame::Plain);
+    view.setLineWidth(3);
+    view.resize(size + QSize(6, 6));
+    view.show();
+    viewer = isGpu ? ZorDisplayQGL::CreateComponent(&view) : ZorDisplayCPU::CreateComponent(&view);
+    if (!viewer)
+        qFatal("no viewer on this screen");
+    char address[64] = {};
+    std::snprintf(address, sizeof address, "%p",
+                  static_cast<void*>(static_cast<ZorDisplayCommand*>(&listener)));
+    run("cmd.system.notification.add", {{"proc", address}});
+    run("cmd.display.view.nofication", {{"flags", "7"}});
+    run("cmd.parameter.set", {{"name", "image.notification.flags.set"}, {"value", "1"}});
+    QCoreApplication::processEvents();
+}
+
+ShownViewer::~ShownViewer()
+{
+    ZorDisplayCPU::DeleteComponent(viewer);
+}
+
+void ShownViewer::setScale(double scale)
+{
+    run("cmd.display.view.scale", {{"scale", std::to_string(scale)}, {"cs", "base"}});
+}
+
+void ShownViewer::lookAt(double x, double y)
+{
+    run("cmd.display.view.at", {{"pos.x", std::to_string(x)}, {"pos.y", std::to_string(y)}, {"cs", "base"}});
+}
+
+double ShownViewer::scale() const
+{
+    double scale = -1.0;
+    viewer->settings()->getDouble("display.view.scale", &scale);
+    return scale;
+}
+
+QRect ShownViewer::visible()
+{
+    ParameterMap map;
+    run("cmd.display.view.image", &map);
+    return {numberIn(map, "pos.x"), numberIn(map, "pos.y"), numberIn(map, "dim.w"), numberIn(map, "dim.h")};
+}
+
+QPointF ShownViewer::centre()
+{
+    const QRect rect = visible();
+    return {rect.x() + rect.width() * 0.5, rect.y() + rect.height() * 0.5};
+}
+
+QImage ShownViewer::grab()
+{
+    QCoreApplication::processEvents();
+    QImage image = view.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    image.setDevicePixelRatio(1.0);
+    return image;
+}
+
+void ShownViewer::wheel(const QPoint& where, int units)
+{
+    QWheelEvent event(where, surface()->mapToGlobal(where), QPoint(), QPoint(0, units), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(surface(), &event);
+}
+
+void ShownViewer::move(const QPoint& where, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers)
+{
+    QMouseEvent event(QEvent::MouseMove, where, surface()->mapToGlobal(where), Qt::NoButton, buttons,
+                      modifiers);
+    QCoreApplication::sendEvent(surface(), &event);
+}
+
+void ShownViewer::drag(const QPoint& from, const QPoint& to, Qt::KeyboardModifiers modifiers)
+{
+    QTest::mousePress(surface(), Qt::LeftButton, modifiers, from);
+    move((from + to) / 2, Qt::LeftButton, modifiers);
+    move(to, Qt::LeftButton, modifiers);
+    QTest::mouseRelease(surface(), Qt::LeftButton, modifiers, to);
+}
+
+int numberIn(const ParameterMap& map, const char* key)
+{
+    const auto found = map.find(key);
+    bool ok = false;
+    const int number = found == map.end() ? 0 : QByteArray::fromStdString(found->second).toInt(&ok);
+    return ok ? number : -99999;
+}

@@ -1,0 +1,117 @@
+#pragma once
+
+#include "display/ZorDisplayCommand.h"
+#include "display/ZorDisplayProcessor.h"
+#include "image/ZorImage.h"
+
+#include <QGraphicsView>
+#include <QImage>
+#include <QStringList>
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+/// Pixel type codes that the viewer's tests use beside those of PixelTypeCode.h.
+constexpr std::uint32_t Mono14Code = 0x0110040A;
+constexpr std::uint32_t Mono12PackedCode = 0x010C1308;
+constexpr std::uint32_t Mono12pCode = 0x010C2307;
+constexpr std::uint32_t Rgb8Code = 0x02180171;
+constexpr std::uint32_t Bgr8Code = 0x02180172;
+constexpr std::uint32_t Rgb12Code = 0x02300377;
+constexpr std::uint32_t Bgr16Code = 0x0230057C;
+
+/// A record with pixels of its own in a plain format.
+class TestImage
+{
+public:
+    using Value = std::function<int(int x, int y, int channel)>;
+
+    /// `padding`: bytes behind each line.
+    TestImage(std::uint32_t pixelType, int width, int height, const Value& value, int padding = 0);
+
+    const _ZorImage* record() const { return &m_record; }
+    _ZorImage& change() { return m_record; }
+    /// Overwrites the pixels and gives them back: whoever still reads them is found out.
+    void poison();
+
+private:
+    _ZorImage m_record{};
+    std::vector<std::uint8_t> m_pixels;
+};
+
+/// Writes down what a viewer notifies, and may act on it.
+class Listener : public ZorDisplayCommand
+{
+public:
+    struct Heard
+    {
+        QString name;
+        ParameterMap parameters;
+    };
+
+    std::int64_t notify(const char* name, ParameterMap* parameters) override;
+
+    std::vector<Heard> heard;
+    std::function<void(const Heard&)> act;
+
+    int count(const char* code) const;
+    /// The last one of that code; an empty one when there is none.
+    ParameterMap last(const char* code) const;
+};
+
+/// Whether the tests run on the OpenGL canvas.
+inline bool wantsGpu()
+{
+    return qgetenv("ZOR_TEST_CANVAS") == "opengl";
+}
+
+/// A viewer over a shown view of some size: the software one, or the OpenGL one when the environment variable
+/// ZOR_TEST_CANVAS is "opengl".
+class ShownViewer
+{
+public:
+    explicit ShownViewer(const QSize& size)
+        : ShownViewer(size, wantsGpu(), nullptr)
+    {
+    }
+    ShownViewer(const QSize& size, bool isGpu)
+        : ShownViewer(size, isGpu, nullptr)
+    {
+    }
+    /// `host` filters the events of the view and the viewport, and did so before the viewer was made.
+    ShownViewer(const QSize& size, QObject* host)
+        : ShownViewer(size, wantsGpu(), host)
+    {
+    }
+    ~ShownViewer();
+
+    QGraphicsView view;
+    ZorDisplayProcessor* viewer = nullptr;
+    Listener listener;
+
+    int run(const char* command, ParameterMap* parameters) { return viewer->command(command, parameters); }
+    int run(const char* command, ParameterMap parameters = {}) { return run(command, &parameters); }
+    /// Status of `display`.
+    int show(const TestImage& image) { return viewer->display(image.record()); }
+    void setScale(double scale);
+    /// Fractions of the image.
+    void lookAt(double x, double y);
+    double scale() const;
+    QRect visible();
+    QPointF centre();
+    /// What the viewport shows, painted now, in device pixels.
+    QImage grab();
+    QRgb pixel(int x, int y) { return grab().pixel(x, y); }
+    QWidget* surface() { return view.viewport(); }
+    void wheel(const QPoint& where, int units);
+    void drag(const QPoint& from, const QPoint& to, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void move(const QPoint& where, Qt::MouseButtons buttons,
+              Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+
+private:
+    ShownViewer(const QSize& size, bool isGpu, QObject* host);
+};
+
+/// The number that a command returned under a key; -99999 without one.
+int numberIn(const ParameterMap& map, const char* key);

@@ -1,0 +1,162 @@
+#include "display/DisplaySettings.h"
+#include "display/DisplayStage.h"
+#include "image/PixelTypeCode.h"
+#include "tests/platform/viewer/ViewerTools.h"
+
+#include <QQueue>
+#include <QTest>
+
+#include <cmath>
+#include <random>
+
+/// Two views that follow each other's "view.changed" as a dialog makes them: the change is posted, then scale
+/// and centre are read from one and told to the other.
+class TestLinkedViews : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void comeToRest_data();
+    void comeToRest();
+    void theHandIsNotPulledBack();
+    void aFitSurvivesTheEcho();
+};
+
+namespace {
+class Link
+{
+public:
+    Link(ShownViewer& first, ShownViewer& second)
+        : m_views{&first, &second}
+    {
+        for (int i = 0; i < 2; ++i)
+            m_views[i]->listener.act = [this, i](const Listener::Heard& heard) {
+                if (heard.parameters.at("code") == "view.changed")
+                    m_posted.enqueue(i);
+            };
+    }
+
+    /// Delivers until nothing is posted any more; how many deliveries that took, 50 at most.
+    int settle()
+    {
+        int deliveries = 0;
+        while (!m_posted.isEmpty() && deliveries < 50) {
+            follow(m_posted.dequeue());
+            ++deliveries;
+        }
+        return deliveries;
+    }
+
+private:
+    void follow(int source)
+    {
+        ShownViewer& from = *m_views[source];
+        ShownViewer& to = *m_views[1 - source];
+        const QRect rect = from.visible();
+        const _ZorImage* image = from.viewer->stage()->image(0);
+        to.setScale(from.scale());
+        to.lookAt((rect.x() + rect.width() * 0.5) / image->width,
+                  (rect.y() + rect.height() * 0.5) / image->height);
+    }
+
+    ShownViewer* m_views[2];
+    QQueue<int> m_posted;
+};
+
+TestImage picture()
+{
+    return {ZorMono16, 934, 700, [](int x, int y, int) { return x * 60 + y; }};
+}
+
+bool isTogether(ShownViewer& first, ShownViewer& second)
+{
+    const QPointF off = first.centre() - second.centre();
+    return std::abs(first.scale() / second.scale() - 1.0) < 0.01 && std::abs(off.x()) <= 1.0 &&
+           std::abs(off.y()) <= 1.0;
+}
+} // namespace
+
+void TestLinkedViews::comeToRest_data()
+{
+    QTest::addColumn<QSize>("first");
+    QTest::addColumn<QSize>("second");
+    QTest::newRow("views of one size") << QSize(400, 300) << QSize(400, 300);
+    QTest::newRow("views of odd and even sizes") << QSize(401, 300) << QSize(330, 287);
+    QTest::newRow("a small and a large view") << QSize(120, 90) << QSize(700, 500);
+}
+
+void TestLinkedViews::comeToRest()
+{
+    QFETCH(QSize, first);
+    QFETCH(QSize, second);
+    ShownViewer a(first);
+    ShownViewer b(second);
+    Link link(a, b);
+    a.show(picture());
+    b.show(picture());
+    QVERIFY(link.settle() < 10);
+    std::mt19937 random(17);
+    std::uniform_int_distribution<int> place(10, 80);
+    std::uniform_int_distribution<int> kind(0, 5);
+    for (int i = 0; i < 150; ++i) {
+        ShownViewer& hand = i % 2 == 0 ? a : b;
+        const QPoint from(place(random), place(random));
+        const int which = kind(random);
+        if (which < 2)
+            hand.wheel(from, 120);
+        else if (which < 4)
+            hand.wheel(from, -120);
+        else
+            hand.drag(from, QPoint(place(random), place(random)));
+        const int deliveries = link.settle();
+        QVERIFY2(deliveries <= 8,
+                 qPrintable(QString("step %1, kind %2: %3 deliveries").arg(i).arg(which).arg(deliveries)));
+        QVERIFY2(isTogether(a, b), qPrintable(QString("step %1, kind %2: %3 at %4, %5 and %6 at %7, %8")
+                                                  .arg(i)
+                                                  .arg(which)
+                                                  .arg(a.scale())
+                                                  .arg(a.centre().x())
+                                                  .arg(a.centre().y())
+                                                  .arg(b.scale())
+                                                  .arg(b.centre().x())
+                                                  .arg(b.centre().y())));
+    }
+}
+
+// The view under the hand keeps its place to the device pixel: what comes back from the other is an echo.
+void TestLinkedViews::theHandIsNotPulledBack()
+{
+    ShownViewer a(QSize(400, 300));
+    ShownViewer b(QSize(380, 301));
+    a.show(picture());
+    b.show(picture());
+    Link link(a, b);
+    a.setScale(16.0);
+    link.settle();
+    for (int i = 0; i < 20; ++i) {
+        a.drag(QPoint(100, 100), QPoint(103 + i % 5, 99 - i % 3));
+        const QImage moved = a.grab();
+        QVERIFY(link.settle() <= 4);
+        QCOMPARE(a.grab(), moved);
+    }
+}
+
+void TestLinkedViews::aFitSurvivesTheEcho()
+{
+    ShownViewer a(QSize(400, 300));
+    ShownViewer b(QSize(400, 300));
+    a.show(picture());
+    b.show(picture());
+    Link link(a, b);
+    a.setScale(3.0);
+    link.settle();
+    a.run("cmd.display.view.fit", {{"mode", "1"}});
+    QVERIFY(link.settle() <= 4);
+    const double fitted = a.scale();
+    a.view.resize(a.view.size() + QSize(400, 300));
+    QCoreApplication::processEvents();
+    QVERIFY(std::abs(a.scale() - fitted * 2.0) < 1e-9);
+}
+
+QTEST_MAIN(TestLinkedViews)
+#include "tst_linked_views.moc"

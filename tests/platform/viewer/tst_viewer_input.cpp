@@ -1,0 +1,511 @@
+#include "display/DisplayStage.h"
+#include "image/PixelTypeCode.h"
+#include "tests/platform/viewer/ViewerTools.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <cmath>
+
+/// Mouse, wheel, keys and menu as a person uses them, by real events on the view and its viewport.
+class TestViewerInput : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void wheelZoomsAboutTheCursor_data();
+    void wheelZoomsAboutTheCursor();
+    void wheelThereAndBackIsTheSame();
+    void dragPans();
+    void shiftLeavesDragsToTheHost();
+    void otherButtonsDoNotPan();
+    void doubleClickTogglesFitAndOneToOne();
+    void keysMoveTheView_data();
+    void keysMoveTheView();
+    void keysForTheHostPassOn_data();
+    void keysForTheHostPassOn();
+    void notificationsCarryBothPositions_data();
+    void notificationsCarryBothPositions();
+    void buttonsAreTold();
+    void aMoveIsToldOnce();
+    void overlayBorderMovesAndCornerSizes_data();
+    void overlayBorderMovesAndCornerSizes();
+    void aDragBesideTheOverlayPans();
+    void menuEntriesWork();
+    void menuIsMadeOnceAndDeleted();
+    void saveViewWritesAPng();
+    void saveViewTellsOfAFailure();
+
+private:
+    static TestImage places();
+};
+
+namespace {
+/// A filter of the host's own, older than the viewer's, which therefore hears what the viewer lets through.
+class Host : public QObject
+{
+public:
+    QList<QEvent::Type> types;
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        types.append(event->type());
+        return false;
+    }
+};
+
+QAction* entry(QMenu* menu, const char* text)
+{
+    for (QAction* action : menu->actions())
+        if (action->text() == QLatin1String(text))
+            return action;
+    qFatal("no menu entry %s", text);
+}
+
+QMenu* menuOf(ShownViewer& shown)
+{
+    ParameterMap map;
+    if (shown.run("cmd.system.menu.create", &map) != 1)
+        qFatal("no menu");
+    void* address = nullptr;
+    if (std::sscanf(map["qmenu"].c_str(), "%p", &address) != 1)
+        qFatal("no address of the menu");
+    return static_cast<QMenu*>(address);
+}
+
+/// Answers the next modal widget of a kind from a timer.
+template <class Box> void answerNext(const std::function<void(Box*)>& answer)
+{
+    auto* timer = new QTimer(qApp);
+    timer->start(20);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, answer] {
+        if (auto* box = qobject_cast<Box*>(QApplication::activeModalWidget())) {
+            timer->deleteLater();
+            timer->stop();
+            answer(box);
+        }
+    });
+}
+} // namespace
+
+// Red tells x, green y; blue the blocks of 64 of both.
+TestImage TestViewerInput::places()
+{
+    return {Rgb8Code, 640, 480, [](int x, int y, int c) {
+                return c == 0 ? x & 255 : c == 1 ? y & 255 : (x / 256) * 16 + y / 256;
+            }};
+}
+
+void TestViewerInput::wheelZoomsAboutTheCursor_data()
+{
+    QTest::addColumn<QPoint>("cursor");
+    QTest::addColumn<int>("units");
+    QTest::addColumn<double>("factor");
+    QTest::newRow("one notch in") << QPoint(100, 80) << 120 << std::exp2(0.25);
+    QTest::newRow("four notches double") << QPoint(210, 33) << 480 << 2.0;
+    QTest::newRow("one notch out") << QPoint(60, 140) << -120 << std::exp2(-0.25);
+    QTest::newRow("a fine wheel") << QPoint(60, 140) << 30 << std::exp2(0.0625);
+}
+
+void TestViewerInput::wheelZoomsAboutTheCursor()
+{
+    QFETCH(QPoint, cursor);
+    QFETCH(int, units);
+    QFETCH(double, factor);
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    shown.setScale(4.0);
+    shown.move(cursor, Qt::NoButton);
+    const ParameterMap before = shown.listener.last("mouse.move");
+    shown.listener.heard.clear();
+    shown.wheel(cursor, units);
+    QCOMPARE(shown.listener.count("view.changed"), 1);
+    QVERIFY2(std::abs(shown.scale() - 4.0 * factor) < 1e-9, qPrintable(QString::number(shown.scale())));
+    shown.move(cursor, Qt::NoButton);
+    const ParameterMap after = shown.listener.last("mouse.move");
+    QCOMPARE(numberIn(after, "img.x"), numberIn(before, "img.x"));
+    QCOMPARE(numberIn(after, "img.y"), numberIn(before, "img.y"));
+}
+
+void TestViewerInput::wheelThereAndBackIsTheSame()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    shown.setScale(2.0);
+    shown.lookAt(0.5, 0.5);
+    const QImage before = shown.grab();
+    for (int i = 0; i < 8; ++i)
+        shown.wheel(QPoint(71, 93), 120);
+    QVERIFY(shown.grab() != before);
+    for (int i = 0; i < 8; ++i)
+        shown.wheel(QPoint(71, 93), -120);
+    QVERIFY(std::abs(shown.scale() - 2.0) < 1e-9);
+    QCOMPARE(shown.centre(), QPointF(320.0, 240.0));
+}
+
+void TestViewerInput::dragPans()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    const double ratio = shown.view.devicePixelRatioF();
+    shown.setScale(2.0 * ratio);
+    shown.lookAt(0.5, 0.5);
+    const QRgb below = shown.pixel(static_cast<int>(100 * ratio), static_cast<int>(100 * ratio));
+    shown.listener.heard.clear();
+    shown.drag(QPoint(100, 100), QPoint(140, 70));
+    QCOMPARE(shown.centre(), QPointF(320.0 - 20.0, 240.0 + 15.0));
+    QCOMPARE(shown.pixel(static_cast<int>(140 * ratio), static_cast<int>(70 * ratio)), below);
+    QCOMPARE(shown.listener.count("view.changed"), 2);
+    // A move without the button pans no more.
+    shown.move(QPoint(10, 10), Qt::NoButton);
+    QCOMPARE(shown.centre(), QPointF(300.0, 255.0));
+}
+
+void TestViewerInput::shiftLeavesDragsToTheHost()
+{
+    Host host;
+    ShownViewer watched(QSize(320, 240), &host);
+    watched.show(places());
+    watched.setScale(2.0);
+    const QPointF before = watched.centre();
+    watched.drag(QPoint(100, 100), QPoint(140, 70), Qt::ShiftModifier);
+    QCOMPARE(watched.centre(), before);
+    QCOMPARE(watched.listener.count("mouse.down"), 1);
+    QCOMPARE(watched.listener.count("mouse.up"), 1);
+    QCOMPARE(numberIn(watched.listener.last("mouse.down"), "left"), 1);
+    QVERIFY(host.types.contains(QEvent::MouseButtonPress) && host.types.contains(QEvent::MouseMove));
+    host.types.clear();
+    watched.drag(QPoint(100, 100), QPoint(140, 70));
+    QVERIFY(watched.centre() != before);
+    QVERIFY(!host.types.contains(QEvent::MouseButtonPress) && !host.types.contains(QEvent::MouseMove));
+}
+
+void TestViewerInput::otherButtonsDoNotPan()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    shown.setScale(2.0);
+    const QPointF before = shown.centre();
+    QTest::mousePress(shown.surface(), Qt::MiddleButton, Qt::NoModifier, QPoint(100, 100));
+    shown.move(QPoint(140, 70), Qt::MiddleButton);
+    QTest::mouseRelease(shown.surface(), Qt::MiddleButton, Qt::NoModifier, QPoint(140, 70));
+    QCOMPARE(shown.centre(), before);
+    QCOMPARE(numberIn(shown.listener.last("mouse.down"), "left"), 0);
+}
+
+void TestViewerInput::doubleClickTogglesFitAndOneToOne()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    const double fitted = shown.scale();
+    QTest::mouseDClick(shown.surface(), Qt::LeftButton, Qt::NoModifier, QPoint(160, 120));
+    QCOMPARE(shown.scale(), 1.0);
+    QTest::mouseDClick(shown.surface(), Qt::LeftButton, Qt::NoModifier, QPoint(30, 30));
+    QCOMPARE(shown.scale(), fitted);
+    shown.setScale(3.0);
+    QTest::mouseDClick(shown.surface(), Qt::LeftButton, Qt::NoModifier, QPoint(30, 30));
+    QCOMPARE(shown.scale(), fitted);
+    // The fit holds again.
+    shown.view.resize(shown.view.size() + QSize(320, 240));
+    QCOMPARE(shown.scale(), fitted * 2.0);
+}
+
+void TestViewerInput::keysMoveTheView_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<double>("factor");
+    QTest::addColumn<QPointF>("moved");
+    QTest::newRow("plus") << int(Qt::Key_Plus) << std::sqrt(2.0) << QPointF();
+    QTest::newRow("minus") << int(Qt::Key_Minus) << std::sqrt(0.5) << QPointF();
+    QTest::newRow("one is 1:1") << int(Qt::Key_1) << 0.0 << QPointF();
+    QTest::newRow("right looks further right") << int(Qt::Key_Right) << 1.0 << QPointF(8.0, 0.0);
+    QTest::newRow("left") << int(Qt::Key_Left) << 1.0 << QPointF(-8.0, 0.0);
+    QTest::newRow("down") << int(Qt::Key_Down) << 1.0 << QPointF(0.0, 6.0);
+    QTest::newRow("up") << int(Qt::Key_Up) << 1.0 << QPointF(0.0, -6.0);
+    QTest::newRow("zero fits") << int(Qt::Key_0) << 0.125 << QPointF();
+    QTest::newRow("F fits") << int(Qt::Key_F) << 0.125 << QPointF();
+}
+
+void TestViewerInput::keysMoveTheView()
+{
+    QFETCH(int, key);
+    QFETCH(double, factor);
+    QFETCH(QPointF, moved);
+    ShownViewer shown(QSize(320, 240));
+    const double ratio = shown.view.devicePixelRatioF();
+    shown.show(places());
+    shown.setScale(4.0 * ratio);
+    shown.lookAt(0.5, 0.5);
+    shown.listener.heard.clear();
+    QTest::keyClick(&shown.view, static_cast<Qt::Key>(key));
+    const double expected = key == Qt::Key_1 ? 1.0 : 4.0 * ratio * factor;
+    QVERIFY2(std::abs(shown.scale() - expected) < 1e-9, qPrintable(QString::number(shown.scale())));
+    QCOMPARE(shown.centre(), QPointF(320.0, 240.0) + moved);
+    QCOMPARE(shown.listener.count("view.changed"), 1);
+}
+
+void TestViewerInput::keysForTheHostPassOn_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<bool>("passes");
+    QTest::newRow("Escape") << int(Qt::Key_Escape) << 0 << true;
+    QTest::newRow("Enter") << int(Qt::Key_Enter) << 0 << true;
+    QTest::newRow("Return") << int(Qt::Key_Return) << 0 << true;
+    QTest::newRow("a letter") << int(Qt::Key_Q) << 0 << true;
+    QTest::newRow("Ctrl and plus") << int(Qt::Key_Plus) << int(Qt::ControlModifier) << true;
+    QTest::newRow("plus with Shift, as keyboards have it")
+        << int(Qt::Key_Plus) << int(Qt::ShiftModifier) << false;
+    QTest::newRow("plus of the keypad") << int(Qt::Key_Plus) << int(Qt::KeypadModifier) << false;
+    QTest::newRow("F") << int(Qt::Key_F) << 0 << false;
+}
+
+void TestViewerInput::keysForTheHostPassOn()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(bool, passes);
+    class View : public QWidget
+    {
+    public:
+        QList<int> keys;
+
+    protected:
+        void keyPressEvent(QKeyEvent* event) override { keys.append(event->key()); }
+    };
+    View parent;
+    parent.resize(400, 300);
+    ShownViewer shown(QSize(320, 240));
+    shown.view.setParent(&parent);
+    shown.show(places());
+    const double before = shown.scale();
+    QTest::keyClick(&shown.view, static_cast<Qt::Key>(key), Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(parent.keys.contains(key), passes);
+    if (passes)
+        QCOMPARE(shown.scale(), before);
+}
+
+void TestViewerInput::notificationsCarryBothPositions_data()
+{
+    QTest::addColumn<double>("scale");
+    for (const double scale : {0.73, 1.0, 1.5, 3.37, 8.0, 48.0})
+        QTest::addRow("scale %.2f", scale) << scale;
+}
+
+// The told pixel is the painted one, over the whole view and beyond the image's edges.
+void TestViewerInput::notificationsCarryBothPositions()
+{
+    QFETCH(double, scale);
+    ShownViewer shown(QSize(301, 203));
+    shown.show(places());
+    const double ratio = shown.view.devicePixelRatioF();
+    shown.setScale(scale);
+    for (const QPointF& place : {QPointF(0.52, 0.48), QPointF(0.0, 0.0), QPointF(1.0, 1.0)}) {
+        shown.lookAt(place.x(), place.y());
+        const QImage picture = shown.grab();
+        for (int i = 0; i <= 100; ++i) {
+            const QPoint at(i * 3, i == 100 ? 202 : (i * 67) % 203);
+            shown.move(at, Qt::NoButton);
+            const ParameterMap heard = shown.listener.last("mouse.move");
+            QCOMPARE(QPoint(numberIn(heard, "win.x"), numberIn(heard, "win.y")), at + QPoint(3, 3));
+            const QPoint image(numberIn(heard, "img.x"), numberIn(heard, "img.y"));
+            const QRgb painted = picture.pixel(static_cast<int>((at.x() + 0.5) * ratio),
+                                               static_cast<int>((at.y() + 0.5) * ratio));
+            if (!QRect(0, 0, 640, 480).contains(image))
+                QCOMPARE(painted, QRgb(0xFF303030));
+            else if (scale >= 1.0 && scale < 40.0)
+                QCOMPARE(QPoint(qRed(painted), qGreen(painted)), QPoint(image.x() & 255, image.y() & 255));
+            else
+                QVERIFY(painted != QRgb(0xFF303030) || image == QPoint(48, 48));
+        }
+    }
+}
+
+void TestViewerInput::buttonsAreTold()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    shown.listener.heard.clear();
+    QTest::mousePress(shown.surface(), Qt::LeftButton, Qt::NoModifier, QPoint(10, 20));
+    QTest::mouseRelease(shown.surface(), Qt::LeftButton, Qt::NoModifier, QPoint(10, 20));
+    QTest::mousePress(shown.surface(), Qt::RightButton, Qt::NoModifier, QPoint(30, 20));
+    QTest::mouseRelease(shown.surface(), Qt::RightButton, Qt::NoModifier, QPoint(30, 20));
+    QStringList told;
+    for (const Listener::Heard& one : shown.listener.heard)
+        told << QString::fromStdString(one.parameters.at("code") + " " + one.parameters.at("left"));
+    QCOMPARE(told, (QStringList{"mouse.down 1", "mouse.up 1", "mouse.down 0", "mouse.up 0"}));
+}
+
+// What the surface does not take comes a second time, for the view.
+void TestViewerInput::aMoveIsToldOnce()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    shown.listener.heard.clear();
+    QTest::mouseMove(shown.surface(), QPoint(11, 12));
+    QTest::mousePress(shown.surface(), Qt::RightButton, Qt::NoModifier, QPoint(11, 12));
+    QTRY_COMPARE(shown.listener.count("mouse.down"), 1);
+    QVERIFY(shown.listener.count("mouse.move") <= 1);
+    // Straight to the view, as a test or a host may do, it counts too.
+    shown.listener.heard.clear();
+    QTest::mousePress(&shown.view, Qt::LeftButton, Qt::NoModifier, QPoint(53, 43));
+    QTest::mouseRelease(&shown.view, Qt::LeftButton, Qt::NoModifier, QPoint(53, 43));
+    QCOMPARE(shown.listener.count("mouse.down"), 1);
+    QCOMPARE(numberIn(shown.listener.last("mouse.down"), "win.x"), 53);
+}
+
+void TestViewerInput::overlayBorderMovesAndCornerSizes_data()
+{
+    QTest::addColumn<QPoint>("from");
+    QTest::addColumn<QPoint>("to");
+    QTest::addColumn<QRect>("rect");
+    // At scale 2 from the corner on, the rectangle 20, 30, 40 x 24 lies from 40, 60 to 120, 108.
+    QTest::newRow("left border moves") << QPoint(40, 80) << QPoint(60, 90) << QRect(30, 35, 40, 24);
+    QTest::newRow("bottom border moves") << QPoint(80, 108) << QPoint(70, 98) << QRect(15, 25, 40, 24);
+    QTest::newRow("moves stop at the image's edge")
+        << QPoint(80, 108) << QPoint(-400, -500) << QRect(0, 0, 40, 24);
+    QTest::newRow("lower right corner sizes")
+        << QPoint(120, 108) << QPoint(140, 118) << QRect(20, 30, 50, 29);
+    QTest::newRow("upper left corner sizes") << QPoint(40, 60) << QPoint(30, 80) << QRect(15, 40, 45, 14);
+    QTest::newRow("upper right corner sizes") << QPoint(120, 60) << QPoint(100, 40) << QRect(20, 20, 30, 34);
+    QTest::newRow("a corner stops at one pixel") << QPoint(120, 108) << QPoint(0, 0) << QRect(20, 30, 1, 1);
+}
+
+void TestViewerInput::overlayBorderMovesAndCornerSizes()
+{
+    QFETCH(QPoint, from);
+    QFETCH(QPoint, to);
+    QFETCH(QRect, rect);
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    const double ratio = shown.view.devicePixelRatioF();
+    shown.setScale(2.0 * ratio);
+    shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
+    shown.run("cmd.display.overlay.rect.add", {{"objectID", "@dump"},
+                                               {"rect.x", "20"},
+                                               {"rect.y", "30"},
+                                               {"rect.w", "40"},
+                                               {"rect.h", "24"},
+                                               {"adjust", "1"}});
+    const QPointF centre = shown.centre();
+    shown.listener.heard.clear();
+    QTest::mousePress(shown.surface(), Qt::LeftButton, Qt::NoModifier, from);
+    shown.move((from + to) / 2, Qt::LeftButton);
+    shown.move(to, Qt::LeftButton);
+    QCOMPARE(shown.listener.count("view.changed"), 0);
+    QTest::mouseRelease(shown.surface(), Qt::LeftButton, Qt::NoModifier, to);
+    QCOMPARE(shown.listener.count("view.changed"), 1);
+    QCOMPARE(shown.centre(), centre);
+    const std::int64_t value = shown.viewer->stage()->find("@dump")->value();
+    QCOMPARE(QRect(value & 0xFFFF, value >> 16 & 0xFFFF, value >> 32 & 0xFFFF, value >> 48 & 0xFFFF), rect);
+}
+
+void TestViewerInput::aDragBesideTheOverlayPans()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    shown.setScale(2.0);
+    shown.lookAt(0.25, 0.25);
+    const ParameterMap rect{
+        {"objectID", "@inspect"}, {"rect.x", "120"}, {"rect.y", "90"}, {"rect.w", "80"}, {"rect.h", "60"}};
+    shown.run("cmd.display.overlay.rect.add", rect);
+    const QPointF before = shown.centre();
+    // Its border, but it can't be adjusted.
+    shown.drag(QPoint(80, 120), QPoint(100, 120));
+    QVERIFY(shown.centre() != before);
+    QCOMPARE(shown.viewer->stage()->find("@inspect")->value() & 0xFFFF, std::int64_t{120});
+}
+
+void TestViewerInput::menuEntriesWork()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(TestImage(ZorMono8, 640, 480, [](int, int, int) { return 51; }));
+    QMenu* menu = menuOf(shown);
+    const double fitted = shown.scale();
+    entry(menu, "Zoom in")->trigger();
+    QVERIFY(std::abs(shown.scale() - fitted * std::sqrt(2.0)) < 1e-9);
+    entry(menu, "1:1")->trigger();
+    QCOMPARE(shown.scale(), 1.0);
+    entry(menu, "Zoom out")->trigger();
+    QVERIFY(std::abs(shown.scale() - std::sqrt(0.5)) < 1e-9);
+    entry(menu, "Fit")->trigger();
+    QCOMPARE(shown.scale(), fitted);
+    entry(menu, "Coloration")->trigger();
+    QCOMPARE(shown.pixel(9, 9), QRgb(qRgb(0, 0, 255)));
+    QCOMPARE(shown.viewer->stage()->find("image.coloration")->value(), std::int64_t{1});
+    entry(menu, "Copy view")->trigger();
+    const QImage copied = QGuiApplication::clipboard()->image();
+    QCOMPARE(copied.size(), shown.surface()->size() * shown.view.devicePixelRatioF());
+    QCOMPARE(copied.pixel(9, 9), QRgb(qRgb(0, 0, 255)));
+    entry(menu, "Coloration")->trigger();
+    QCOMPARE(shown.pixel(9, 9), QRgb(qRgb(51, 51, 51)));
+}
+
+void TestViewerInput::menuIsMadeOnceAndDeleted()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    ParameterMap map;
+    QCOMPARE(shown.run("cmd.system.menu.create", &map), 1);
+    const std::string first = map["qmenu"];
+    void* widget = nullptr;
+    QCOMPARE(std::sscanf(map["qmenuWidget"].c_str(), "%p", &widget), 1);
+    QCOMPARE(static_cast<QWidget*>(widget), static_cast<QWidget*>(&shown.view));
+    QCOMPARE(shown.run("cmd.system.menu.create", &map), 1);
+    QCOMPARE(map["qmenu"], first);
+    QTimer::singleShot(50, [] {
+        if (QWidget* menu = QApplication::activePopupWidget())
+            menu->close();
+    });
+    QCOMPARE(shown.run("cmd.system.menu.exec", &map), 1);
+    QCOMPARE(shown.run("cmd.system.menu.delete", &map), 1);
+    QCOMPARE(map["qmenu"], std::string());
+    QCOMPARE(shown.run("cmd.system.menu.exec", &map), 0);
+    QCOMPARE(shown.run("cmd.system.menu.delete", &map), 0);
+}
+
+void TestViewerInput::saveViewWritesAPng()
+{
+    QTemporaryDir folder;
+    const QString name = folder.filePath("view");
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    const QImage before = shown.grab();
+    answerNext<QFileDialog>([name](QFileDialog* dialog) {
+        dialog->findChild<QLineEdit*>("fileNameEdit")->setText(name);
+        static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
+    });
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    entry(menuOf(shown), "Save view...")->trigger();
+    QCOMPARE(QImage(name + ".png").convertToFormat(QImage::Format_RGB32), before);
+}
+
+void TestViewerInput::saveViewTellsOfAFailure()
+{
+    QTemporaryDir folder;
+    const QString name = folder.filePath("absent/view.png");
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    QString told;
+    answerNext<QFileDialog>([&](QFileDialog* dialog) {
+        answerNext<QMessageBox>([&](QMessageBox* box) {
+            told = box->text();
+            box->accept();
+        });
+        dialog->findChild<QLineEdit*>("fileNameEdit")->setText(name);
+        static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
+    });
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    entry(menuOf(shown), "Save view...")->trigger();
+    QVERIFY2(told.contains("view.png"), qPrintable(told));
+}
+
+QTEST_MAIN(TestViewerInput)
+#include "tst_viewer_input.moc"
