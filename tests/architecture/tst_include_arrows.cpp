@@ -85,6 +85,10 @@ void TestIncludeArrows::includesAreJudged_data()
     good("platform/imageapi/A.cpp", "platform/Export.h");
     bad("platform/converter/A.cpp", "platform/imageapi/B.h");
     bad("platform/imageapi/A.cpp", "engine/B.h");
+    good("platform/viewer/A.cpp", "image/B.h");
+    good("platform/viewer/A.cpp", "display/ZorDisplayProcessor.h");
+    bad("platform/viewer/A.cpp", "display/DisplayAdapterQT.h");
+    bad("platform/viewer/A.cpp", "platform/converter/B.h");
     bad("platform/records/A.cpp", "platform/converter/B.h");
     good("host/frames/A.cpp", "image/B.h");
     good("host/quality/A.cpp", "engine/B.h");
