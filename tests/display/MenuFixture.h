@@ -1,0 +1,78 @@
+#pragma once
+
+#include "display/ParameterText.h"
+#include "tests/display/AdapterTools.h"
+
+#include <QAction>
+#include <QMenu>
+
+#include <memory>
+
+/// A view, an adapter and a menu that the fake viewer offers as its own, for tests of the context menu.
+class MenuFixture
+{
+protected:
+    void setUp()
+    {
+        FakeViewer::reset();
+        FakeImageHeaders::reset();
+        view = std::make_unique<RecordingView>();
+        menu = std::make_unique<QMenu>();
+        FakeViewer::script().answers["cmd.system.menu.create"] = [this](ParameterMap* map) {
+            offerMenu(map);
+            return 1;
+        };
+    }
+
+    void tearDown()
+    {
+        adapter.reset();
+        menu.reset();
+        view.reset();
+    }
+
+    /// What a viewer answers to "cmd.system.menu.create".
+    void offerMenu(ParameterMap* map) const
+    {
+        paramSetText(map, "qmenu", textFromPointer(menu.get()).c_str());
+        paramSetText(map, "qmenuWidget", textFromPointer(view.get()).c_str());
+    }
+
+    /// Makes the adapter and starts its viewer.
+    void start(std::uint32_t features)
+    {
+        adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, features);
+        const _ZorImage image = imageOf(64, 48);
+        adapter->prepareImage(&image, false);
+    }
+
+    /// Asks the adapter for the menu with its own event. True when the adapter took it.
+    bool openMenu()
+    {
+        QEvent request(DisplayEvContextMenu);
+        return QCoreApplication::sendEvent(view.get(), &request);
+    }
+
+    /// The texts of the menu's entries, "---" for a separator.
+    QStringList entryTexts() const
+    {
+        QStringList texts;
+        for (const QAction* action : menu->actions())
+            texts << (action->isSeparator() ? QString("---") : action->text());
+        return texts;
+    }
+
+    /// True when a notification of the viewer reaches the view at the moment.
+    bool isHeard()
+    {
+        view->seen.clear();
+        ParameterMap parameters = {{"code", "view.changed"}};
+        FakeViewer::notify("notification.view", &parameters);
+        QCoreApplication::sendPostedEvents();
+        return !view->seen.empty();
+    }
+
+    std::unique_ptr<RecordingView> view;
+    std::unique_ptr<QMenu> menu;
+    std::unique_ptr<DisplayAdapterQT> adapter;
+};

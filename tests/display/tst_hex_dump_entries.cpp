@@ -1,0 +1,170 @@
+#include "tests/display/MenuFixture.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+class tst_hex_dump_entries : public QObject, private MenuFixture
+{
+    Q_OBJECT
+
+private slots:
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
+    void addsItsEntriesOnce();
+    void entriesFollowTheDump_data();
+    void entriesFollowTheDump();
+    void withoutItsFeatureTheDumpStays();
+    void aWishBeforeTheViewerIsNotKept();
+    void theToggleAsksTheView();
+    void thePlaceIsThatOfTheMenu();
+    void aPlaceThatCannotBeTranslatedIsNotSent_data();
+    void aPlaceThatCannotBeTranslatedIsNotSent();
+};
+
+void tst_hex_dump_entries::addsItsEntriesOnce()
+{
+    menu->addAction("Zoom in");
+    start(DisplayFeatureDump);
+    QVERIFY(openMenu());
+    const QStringList expected = {"Zoom in", "---", "Show HexPixelDump", "Set HexPixelDump Here"};
+    QCOMPARE(entryTexts(), expected);
+    QVERIFY(menu->actions().at(2)->isVisible());
+    QVERIFY(!menu->actions().at(3)->isVisible());
+    QCOMPARE(menu->actions().at(2)->parent(), menu.get());
+    QCOMPARE(menu->actions().at(3)->parent(), menu.get());
+    const QList<QAction*> first = menu->actions();
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions(), first);
+    QCOMPARE(entryTexts(), expected);
+    QCOMPARE(FakeViewer::callsOf("cmd.system.menu.create").size(), std::size_t(1));
+}
+
+void tst_hex_dump_entries::entriesFollowTheDump_data()
+{
+    QTest::addColumn<bool>("openedBefore");
+    QTest::addColumn<int>("answer");
+    QTest::newRow("at the first opening") << false << 1;
+    QTest::newRow("at the second opening") << true << 1;
+    QTest::newRow("a failed command counts as shown") << false << 0;
+    QTest::newRow("a failed command counts as shown at the second opening") << true << 0;
+}
+
+void tst_hex_dump_entries::entriesFollowTheDump()
+{
+    QFETCH(bool, openedBefore);
+    QFETCH(int, answer);
+    start(DisplayFeatureDump);
+    if (openedBefore)
+        QVERIFY(openMenu());
+    FakeViewer::script().answers["cmd.display.overlay.rect.add"] = [answer](ParameterMap*) { return answer; };
+    FakeViewer::script().answers["cmd.display.overlay.del"] = [answer](ParameterMap*) { return answer; };
+    QCOMPARE(adapter->showDumpOverlay(true), answer == 1);
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions().at(1)->text(), "Hide HexPixelDump");
+    QVERIFY(menu->actions().at(2)->isVisible());
+    QCOMPARE(adapter->showDumpOverlay(false), answer == 1);
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions().at(1)->text(), "Show HexPixelDump");
+    QVERIFY(!menu->actions().at(2)->isVisible());
+}
+
+void tst_hex_dump_entries::withoutItsFeatureTheDumpStays()
+{
+    start(DisplayFeatureDump);
+    QVERIFY(adapter->showDumpOverlay(true));
+    adapter->setFeatureFlags(0);
+    QVERIFY(!adapter->showDumpOverlay(false));
+    adapter->setFeatureFlags(DisplayFeatureDump);
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions().at(1)->text(), "Hide HexPixelDump");
+}
+
+void tst_hex_dump_entries::aWishBeforeTheViewerIsNotKept()
+{
+    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, std::uint32_t(DisplayFeatureDump));
+    QVERIFY(!adapter->showDumpOverlay(true));
+    QCOMPARE(adapter->lastError(), 8u);
+    startQuietly(*adapter);
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions().at(1)->text(), "Show HexPixelDump");
+}
+
+void tst_hex_dump_entries::theToggleAsksTheView()
+{
+    start(DisplayFeatureDump);
+    QVERIFY(openMenu());
+    QSignalSpy spy(view.get(), &DisplayView::sigHexDump);
+    menu->actions().at(1)->trigger();
+    QCOMPARE(spy.size(), 1);
+    QVERIFY(FakeViewer::callsOf("cmd.display.overlay.rect.add").empty());
+    // The listener decides; until then the text stays.
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions().at(1)->text(), "Show HexPixelDump");
+    connect(view.get(), &DisplayView::sigHexDump, view.get(), [this] { adapter->showDumpOverlay(true); });
+    menu->actions().at(1)->trigger();
+    QCOMPARE(spy.size(), 2);
+    QVERIFY(openMenu());
+    QCOMPARE(menu->actions().at(1)->text(), "Hide HexPixelDump");
+}
+
+void tst_hex_dump_entries::thePlaceIsThatOfTheMenu()
+{
+    start(DisplayFeatureDump);
+    QVERIFY(openMenu());
+    view->move(100, 50);
+    menu->move(130, 90);
+    const QPoint place = view->mapFromGlobal(menu->pos());
+    FakeViewer::script().answers["cmd.display.view.translate"] = [](ParameterMap* map) {
+        (*map)["pos.x"] = "512";
+        (*map)["pos.y"] = "-6";
+        (*map)["result"] = "1";
+        return 1;
+    };
+    QSignalSpy spy(view.get(), &DisplayView::sigHexDumpHere);
+    view->seen.clear();
+    menu->actions().at(2)->trigger();
+    const QStringList expected = {"cs.dst=img", "cs.src=win", QString("pos.x=%1").arg(place.x()),
+                                  QString("pos.y=%1").arg(place.y())};
+    QCOMPARE(textOf(FakeViewer::callsOf("cmd.display.view.translate").at(0).before), expected);
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(spy[0][0].toPoint(), QPoint(512, -6));
+    QCOMPARE(view->seen.size(), std::size_t(1));
+    QCOMPARE(view->seen[0].imagePos, QPoint(512, -6));
+    QCOMPARE(view->seen[0].windowPos, place);
+}
+
+void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<QString>("result");
+    QTest::addColumn<bool>("hasWidget");
+    QTest::newRow("the command fails") << 0 << "1" << true;
+    QTest::newRow("the point lies outside") << 1 << "0" << true;
+    QTest::newRow("the viewer told no widget") << 1 << "1" << false;
+}
+
+void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent()
+{
+    QFETCH(int, answer);
+    QFETCH(QString, result);
+    QFETCH(bool, hasWidget);
+    if (!hasWidget) {
+        FakeViewer::script().answers["cmd.system.menu.create"] = [this](ParameterMap* map) {
+            paramSetText(map, "qmenu", textFromPointer(menu.get()).c_str());
+            return 1;
+        };
+    }
+    start(DisplayFeatureDump);
+    QVERIFY(openMenu());
+    FakeViewer::script().answers["cmd.display.view.translate"] = [=](ParameterMap* map) {
+        (*map)["result"] = result.toStdString();
+        return answer;
+    };
+    QSignalSpy spy(view.get(), &DisplayView::sigHexDumpHere);
+    menu->actions().at(2)->trigger();
+    QCOMPARE(spy.size(), 0);
+    QCOMPARE(FakeViewer::callsOf("cmd.display.view.translate").size(), std::size_t(hasWidget ? 1 : 0));
+}
+
+ZOR_DISPLAY_TEST_MAIN(tst_hex_dump_entries)
+#include "tst_hex_dump_entries.moc"
