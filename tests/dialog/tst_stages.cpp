@@ -49,6 +49,8 @@ private slots:
     void linesAreCopiesOfTheMeans();
     void linesOfAChosenRowAndColumn();
     void unknownPassIsRefused();
+    void spareCellsOfTheResultAreBlack_data();
+    void spareCellsOfTheResultAreBlack();
     void secondPassOfLinesNeedsTheResult();
     void eachSelectorOfTheFrameStandsAlone_data();
     void eachSelectorOfTheFrameStandsAlone();
@@ -292,6 +294,30 @@ void Stages::unknownPassIsRefused()
     QVERIFY(d.RunCorrection());
     QVERIFY(!d.TakeProfileLines(2, -1, -1));
     QVERIFY(!d.TakeProfileLines(-1, -1, -1));
+}
+
+void Stages::spareCellsOfTheResultAreBlack_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::newRow("8 bits") << 8;
+    QTest::newRow("12 bits") << 12;
+    QTest::newRow("16 bits") << 16;
+}
+
+void Stages::spareCellsOfTheResultAreBlack()
+{
+    QFETCH(int, depth);
+    DialogProbe d;
+    d.take(TestFrame::even(3, 2, depth, 200));
+    QVERIFY(d.RunCorrection());
+    QCOMPARE(d.m_flatYStep, 8);
+    for (const int spare : {3, 7, 8, 9, 10, 11})
+        QCOMPARE(int(d.m_flatY[spare]), 0);
+    QVERIFY(d.m_flatY[2] != 0 && d.m_flatY[6] != 0);
+    if (depth == 8) {
+        for (const int spare : {3, 7, 8, 9, 10, 11})
+            QCOMPARE(int(d.m_flatX[spare]), 0);
+    }
 }
 
 void Stages::secondPassOfLinesNeedsTheResult()

@@ -152,12 +152,14 @@ int cellStep(int width)
 
 void fillCells(const Image& frame, Image& cells)
 {
-    const std::size_t rows = static_cast<std::size_t>(frame.height) * static_cast<std::size_t>(cells.step);
-    for (std::size_t i = rows; i < cells.bytes.size(); ++i)
-        cells.bytes.at(i) = 0;
+    std::fill(cells.bytes.begin(), cells.bytes.end(), std::uint8_t{0});
+    if (frame.depth > 16)
+        return;
     if (frame.depth != 8) {
-        for (std::size_t i = 0; i < rows; ++i)
-            cells.bytes.at(i) = i < frame.bytes.size() ? frame.bytes.at(i) : 0;
+        const std::size_t rows =
+            static_cast<std::size_t>(frame.height) * static_cast<std::size_t>(cells.step);
+        for (std::size_t i = 0; i < rows && i < frame.bytes.size(); ++i)
+            cells.bytes.at(i) = frame.bytes.at(i);
         return;
     }
     for (int x = 0; x < frame.width; ++x) {

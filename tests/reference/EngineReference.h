@@ -43,8 +43,7 @@ Gains rowGains(const Image& image, const Rule& rule);
 
 int cellStep(int width);
 
-/// The block of height + 1 rows of 16-bit cells that a frame is copied to. What no rule fills keeps its old
-/// content, which `cells` brings along.
+/// The block of height + 1 rows of 16-bit cells that a frame is copied to; zero where no pixel goes.
 void fillCells(const Image& frame, Image& cells);
 
 /// One code a column, codes.size() of them; 1.0 behind the last.
