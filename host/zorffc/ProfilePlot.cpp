@@ -41,14 +41,23 @@ public:
     QwtText label(double value) const override { return QString::number(value); }
 };
 
-/// Numbers of columns or rows: nothing stands between two of them.
+/// Numbers of columns or rows: nothing stands between two of them or beside them.
 class EntryScale : public PlainScale
 {
 public:
+    explicit EntryScale(std::size_t count)
+        : m_count(static_cast<double>(count))
+    {
+    }
+
     QwtText label(double value) const override
     {
-        return value == std::floor(value) ? PlainScale::label(value) : QwtText();
+        const bool isEntry = value == std::floor(value) && value >= 1.0 && value <= m_count;
+        return isEntry ? PlainScale::label(value) : QwtText();
     }
+
+private:
+    double m_count;
 };
 
 /// The plot owns its items. A single entry makes no line and shows as a dot of `dot` pixels.
@@ -88,17 +97,25 @@ ProfilePlot::ProfilePlot(const Profile& profile, const MeanRange& range)
     m_plot.insertLegend(new QwtLegend, QwtPlot::TopLegend);
     m_plot.setAxisTitle(QwtPlot::xBottom, text(profile.axis));
     m_plot.setAxisTitle(QwtPlot::yLeft, text(QStringLiteral("mean [DN]")));
-    m_plot.setAxisScaleDraw(QwtPlot::xBottom, new EntryScale);
+    m_plot.setAxisScaleDraw(QwtPlot::xBottom, new EntryScale(numbers.size()));
     m_plot.setAxisScaleDraw(QwtPlot::yLeft, new PlainScale);
     for (const int axis : {QwtPlot::xBottom, QwtPlot::yLeft})
         m_plot.setAxisFont(axis, pixelFont(15));
 
-    m_plot.setAxisScale(QwtPlot::xBottom, 1.0, std::max(2.0, static_cast<double>(numbers.size())));
+    // A single entry stands in the middle.
+    if (numbers.size() == 1)
+        m_plot.setAxisScale(QwtPlot::xBottom, 0.0, 2.0, 1.0);
+    else
+        m_plot.setAxisScale(QwtPlot::xBottom, 1.0, static_cast<double>(numbers.size()));
     constexpr int steps = 8;
     double low = range.low;
     double high = range.high;
     double step = 0.0;
-    QwtLinearScaleEngine().autoScale(steps, low, high, step);
+    // Some room, so that no curve runs along the edge.
+    const double margin = 0.03 * (high - low);
+    QwtLinearScaleEngine engine;
+    engine.setMargins(margin, margin);
+    engine.autoScale(steps, low, high, step);
     m_plot.setAxisScale(QwtPlot::yLeft, low, high, step);
     // Room for half of the last number, the same in every plot.
     constexpr int halfNumber = 30;
