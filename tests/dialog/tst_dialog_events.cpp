@@ -219,6 +219,7 @@ void DialogEvents::showingLeavesTheDialogInItsPlace()
 {
     // QDialog's own handler would move a dialog that nobody has placed to the middle of the screen.
     DialogProbe d;
+    d.resize(d.minimumSize());
     const QPoint place = d.pos();
     QShowEvent event;
     d.showEvent(&event);
