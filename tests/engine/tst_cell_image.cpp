@@ -180,7 +180,8 @@ void CellImageTest::spareCellsAreCleared()
     const int perRow = zor::cellStep(width) / 2;
     for (const int depth : {8, 12, 16}) {
         for (const std::uint8_t poison : enginetest::Poisons) {
-            std::vector<std::uint8_t> cells(zor::cellBlockBytes(width, height), poison);
+            // One byte more stands behind the block.
+            std::vector<std::uint8_t> cells(zor::cellBlockBytes(width, height) + 1, poison);
             zor::clearSpareCells({cells.data(), 2 * perRow, width, height, depth});
             Words expected;
             for (int y = 0; y <= height; ++y) {
@@ -188,6 +189,7 @@ void CellImageTest::spareCellsAreCleared()
                     expected.append(y < height && x < width ? poison + 256 * poison : 0);
             }
             QCOMPARE(wordsOf(cells), expected);
+            QCOMPARE(int{cells.back()}, int{poison});
         }
     }
 }
