@@ -110,8 +110,10 @@ function(zor_test target)
   zor_test_environment(${target})
 endfunction()
 
-# What every test runs under: no screen, sanitizers that stop at the first finding.
+# What every test runs under, and the programs that it starts: no screen, sanitizers that stop at the first
+# finding and look for lost blocks.
 function(zor_test_environment test)
+  set(leaks "suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0")
   set_tests_properties(${test} PROPERTIES TIMEOUT 300 ENVIRONMENT
-    "QT_QPA_PLATFORM=offscreen;UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1;ASAN_OPTIONS=detect_leaks=0")
+    "QT_QPA_PLATFORM=offscreen;UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1;ASAN_OPTIONS=detect_leaks=1;LSAN_OPTIONS=${leaks}")
 endfunction()

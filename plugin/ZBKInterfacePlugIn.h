@@ -3,6 +3,7 @@
 #include <QString>
 #include <QtPlugin>
 
+#include <cstddef>
 #include <cstdint>
 
 struct _ZorImage;
@@ -26,6 +27,9 @@ struct ZBKHostInfo
     std::uint32_t trailingWords[6] = {};
     QString text;
 };
+
+static_assert(offsetof(ZBKHostInfo, leadingWords) == 0 && offsetof(ZBKHostInfo, value) == 12);
+static_assert(offsetof(ZBKHostInfo, trailingWords) == 16 && offsetof(ZBKHostInfo, text) == 40);
 
 /// The interface between a host and a plug-in. A host calls by position, so the order of the virtual
 /// operations is binding. The few bodies are inline: hosts and tests link without the plug-in.

@@ -20,15 +20,20 @@ struct Header
     std::size_t count() const { return std::size_t{width} * height; }
 };
 
+[[noreturn]] void failPgm(const std::string& path, const std::string& what)
+{
+    failFrame(path, what + "; write or copy the file again");
+}
+
 Header readHeader(const std::string& path, PgmText& text)
 {
     const auto width = text.number();
     const auto height = width ? text.number() : std::nullopt;
     const auto maxval = height ? text.number() : std::nullopt;
     if (!maxval)
-        failFrame(path, "its PGM header ends or is garbled before width, height and maxval are complete");
+        failPgm(path, "its PGM header ends or is garbled before width, height and maxval are complete");
     if (*maxval < 1 || *maxval > 65535)
-        failFrame(path, "its maxval " + std::to_string(*maxval) + " is not 1 to 65535");
+        failPgm(path, "its maxval " + std::to_string(*maxval) + " is not 1 to 65535");
     checkFrameSize(path, *width, *height, *width * (*maxval > 255 ? 2 : 1));
     return {static_cast<std::uint32_t>(*width), static_cast<std::uint32_t>(*height),
             static_cast<std::uint32_t>(*maxval)};
@@ -38,22 +43,23 @@ void checkMaxval(const std::string& path, std::uint64_t sample, const Header& he
 {
     if (sample > header.maxval)
         failFrame(path, "the sample " + std::to_string(sample) + " at " + samplePlace(header.width, index) +
-                            " is above the file's maxval " + std::to_string(header.maxval));
+                            " is above the file's maxval " + std::to_string(header.maxval) +
+                            "; correct the maxval in the header or write the file again");
 }
 
 std::vector<std::uint16_t> readBinary(const std::string& path, const std::vector<std::uint8_t>& bytes,
                                       PgmText& text, const Header& header)
 {
     if (!text.endOfHeader())
-        failFrame(path, "its PGM header does not end with white space");
+        failPgm(path, "its PGM header does not end with white space");
     const std::size_t sampleBytes = header.maxval > 255 ? 2 : 1;
     const std::size_t expected = header.count() * sampleBytes;
     const std::size_t found = bytes.size() - text.position();
     const auto raster = bytes.begin() + static_cast<std::ptrdiff_t>(text.position());
     if (found < expected ||
         !std::all_of(raster + static_cast<std::ptrdiff_t>(expected), bytes.end(), isPgmSpace))
-        failFrame(path, "its header asks for " + std::to_string(expected) +
-                            " bytes of samples, the file has " + std::to_string(found));
+        failPgm(path, "its header asks for " + std::to_string(expected) + " bytes of samples, the file has " +
+                          std::to_string(found));
 
     std::vector<std::uint16_t> values(header.count());
     for (std::size_t i = 0; i < values.size(); ++i) {
@@ -70,21 +76,21 @@ std::vector<std::uint16_t> readDecimal(const std::string& path, const std::vecto
     // A digit and a blank a sample, the last blank may be missing.
     const std::size_t found = bytes.size() - text.position();
     if (found / 2 + 1 < header.count())
-        failFrame(path, "its header asks for " + std::to_string(header.count()) + " samples, the " +
-                            std::to_string(found) + " bytes behind it cannot hold as many");
+        failPgm(path, "its header asks for " + std::to_string(header.count()) + " samples, the " +
+                          std::to_string(found) + " bytes behind it cannot hold as many");
 
     std::vector<std::uint16_t> values(header.count());
     for (std::size_t i = 0; i < values.size(); ++i) {
         const auto value = text.number();
         if (!value)
-            failFrame(path, "its header asks for " + std::to_string(header.count()) + " samples, after " +
-                                std::to_string(i) + " of them the file ends or holds no number");
+            failPgm(path, "its header asks for " + std::to_string(header.count()) + " samples, after " +
+                              std::to_string(i) + " of them the file ends or holds no number");
         checkMaxval(path, *value, header, i);
         values[i] = static_cast<std::uint16_t>(*value);
     }
     if (!text.atEnd())
-        failFrame(path,
-                  "its header asks for " + std::to_string(header.count()) + " samples, the file holds more");
+        failPgm(path,
+                "its header asks for " + std::to_string(header.count()) + " samples, the file holds more");
     return values;
 }
 
@@ -94,7 +100,7 @@ StoredSamples readPgm(const std::string& path)
 {
     const std::vector<std::uint8_t> bytes = readBytes(path);
     if (bytes.size() < 3 || !(isPgmSpace(bytes[2]) || bytes[2] == '#'))
-        failFrame(path, "its PGM header ends or is garbled behind the first two letters");
+        failPgm(path, "its PGM header ends or is garbled behind the first two letters");
     PgmText text(bytes, 2);
     const Header header = readHeader(path, text);
 

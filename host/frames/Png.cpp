@@ -7,6 +7,7 @@
 
 #include <png.h>
 
+#include <algorithm>
 #include <csetjmp>
 #include <cstring>
 
@@ -88,7 +89,7 @@ void openPng(const std::string& path, PngFile& file)
 {
     failFrame(path, "the PNG data are broken (" + file.error + "); the file has " +
                         std::to_string(file.bytes.size()) + " bytes, reading stopped at byte " +
-                        std::to_string(file.position));
+                        std::to_string(file.position) + "; write or copy the file again");
 }
 
 void checkFormat(const std::string& path, const PngFile& file)
@@ -109,12 +110,19 @@ void checkPlausible(const std::string& path, const PngFile& file, std::uint64_t 
     if (file.bytes.size() < needed)
         failFrame(path, "its header asks for " + std::to_string(pixelBytes) +
                             " bytes of samples, which takes a file of at least " + std::to_string(needed) +
-                            " bytes; it has " + std::to_string(file.bytes.size()));
+                            " bytes; it has " + std::to_string(file.bytes.size()) +
+                            "; write or copy the file again");
+}
+
+bool fitInto(const std::vector<std::uint16_t>& values, std::uint32_t bits)
+{
+    return std::all_of(values.begin(), values.end(),
+                       [bits](std::uint16_t sample) { return std::uint32_t{sample} >> bits == 0; });
 }
 
 } // namespace
 
-StoredSamples readPng(const std::string& path)
+StoredSamples readPng(const std::string& path, std::optional<std::uint32_t> asked)
 {
     PngFile file;
     openPng(path, file);
@@ -143,7 +151,8 @@ StoredSamples readPng(const std::string& path)
         std::memcpy(samples.values.data(), file.pixels.data(), file.pixels.size());
     }
     png_color_8p significant = nullptr;
-    if (png_get_sBIT(file.png, file.info, &significant) != 0)
+    const bool taken = asked && fitInto(samples.values, *asked);
+    if (!taken && png_get_sBIT(file.png, file.info, &significant) != 0)
         applySignificantBits(samples, bits, significant->gray);
     return samples;
 }

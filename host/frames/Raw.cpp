@@ -3,6 +3,7 @@
 #include "host/frames/Fail.h"
 #include "host/frames/FileBytes.h"
 #include "host/frames/FrameSize.h"
+#include "host/frames/RawRange.h"
 #include "image/LineBytes.h"
 #include "image/ZorPixelTypeTable.h"
 
@@ -71,7 +72,7 @@ Frame readRaw(const std::string& path, const FrameOptions::RawLayout& layout)
     if (pitch < tight)
         failFrame(path, "a pitch of " + std::to_string(pitch) + " bytes is too small: a line of " +
                             std::to_string(frame.width) + " pixels in " + layout.format + " takes " +
-                            std::to_string(tight));
+                            std::to_string(tight) + "; give a larger --pitch or leave it out");
     frame.pitch = static_cast<std::uint32_t>(pitch);
 
     const std::uint64_t expected = pitch * frame.height;
@@ -79,11 +80,13 @@ Frame readRaw(const std::string& path, const FrameOptions::RawLayout& layout)
     if (found != expected)
         failFrame(path, std::to_string(frame.width) + "x" + std::to_string(frame.height) + " in " +
                             layout.format + " with a pitch of " + std::to_string(pitch) + " takes " +
-                            std::to_string(expected) + " bytes, the file has " + std::to_string(found));
+                            std::to_string(expected) + " bytes, the file has " + std::to_string(found) +
+                            "; check --size, --format and --pitch");
     frame.pixels = readBytes(path);
 
     if (pixelTypePackingClass(frame.pixelType) == PackingClass::Packed && !layout.packedOrderRecord)
         swapPackedOrder(frame);
+    checkRawRange(path, frame);
     return frame;
 }
 

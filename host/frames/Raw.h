@@ -6,7 +6,8 @@ namespace zor {
 
 /// Reads a dump of bare pixels. The file holds exactly pitch times height bytes. The low bits of the `Packed`
 /// formats come in the order of GigE Vision (even pixel in the middle byte's low nibble) and are brought into
-/// the record's order (high nibble), unless the layout says that they are in it already. Throws FrameError.
+/// the record's order (high nibble), unless the layout says that they are in it already. Throws FrameError,
+/// also for a sample above the format's depth.
 Frame readRaw(const std::string& path, const FrameOptions::RawLayout& layout);
 
 } // namespace zor

@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-StoredSamples readPicture(const std::string& path)
+StoredSamples readPicture(const std::string& path, std::optional<std::uint32_t> asked)
 {
     const std::vector<std::uint8_t> bytes = readStart(path, 8);
     const std::string_view start(reinterpret_cast<const char*>(bytes.data()), bytes.size());
@@ -26,12 +26,13 @@ StoredSamples readPicture(const std::string& path)
     if (startsWith("P2"sv) || startsWith("P5"sv))
         return readPgm(path);
     if (startsWith("\x89PNG\r\n\x1a\n"sv))
-        return readPng(path);
+        return readPng(path, asked);
     if (startsWith("II*\0"sv) || startsWith("MM\0*"sv) || startsWith("II+\0"sv) || startsWith("MM\0+"sv))
         return readTiff(path);
     if (start.size() >= 2 && start[0] == 'P' && start[1] >= '1' && start[1] <= '7')
         failFrame(path, "is a bitmap, colour or PAM file of the PNM family; save it as grey PGM (P2 or P5)");
-    failFrame(path, "is no PGM, PNG or TIFF file; a raw dump needs --format and --size");
+    failFrame(path,
+              "is no PGM, PNG or TIFF file; save it as one, or give --format and --size for a raw dump");
 }
 
 void checkOptions(const std::string& path, const FrameOptions& options)
@@ -41,7 +42,8 @@ void checkOptions(const std::string& path, const FrameOptions& options)
     if (options.raw)
         failFrame(path, "a raw dump's format tells its depth; leave --depth out");
     if (depthForBits(*options.depth) != *options.depth)
-        failFrame(path, "the depth " + std::to_string(*options.depth) + " is not one of 8, 10, 12, 16");
+        failFrame(path, "the depth " + std::to_string(*options.depth) +
+                            " is none that a frame can have; give 8, 10, 12 or 16");
 }
 
 } // namespace
@@ -52,9 +54,10 @@ Frame readFrame(const std::string& path, const FrameOptions& options)
     try {
         if (options.raw)
             return readRaw(path, *options.raw);
-        return frameFromSamples(path, readPicture(path), options.depth);
+        return frameFromSamples(path, readPicture(path, options.depth), options.depth);
     } catch (const std::bad_alloc&) {
-        failFrame(path, "there is not enough memory for a frame of this size");
+        failFrame(path, "there is not enough memory for a frame of this size; use a smaller frame or close "
+                        "other programs");
     }
 }
 

@@ -23,7 +23,7 @@ struct Layout
 [[noreturn]] void failTiff(const std::string& path, const TiffHandle& tiff)
 {
     failFrame(path, "the TIFF data are broken (" + tiff.error() + "); the file has " +
-                        std::to_string(fileSize(path)) + " bytes");
+                        std::to_string(fileSize(path)) + " bytes; write or copy the file again");
 }
 
 Layout readLayout(const std::string& path, const TiffHandle& tiff)

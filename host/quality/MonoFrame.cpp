@@ -1,5 +1,6 @@
 #include "host/quality/MonoFrame.h"
 
+#include "image/LineBytes.h"
 #include "image/MonoTarget.h"
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
@@ -11,6 +12,29 @@
 
 namespace zor {
 
+namespace {
+
+/// Why the converter refused; its answer alone does not tell.
+std::string conversionProblem(const _ZorImage& source, std::uint32_t target)
+{
+    const std::string formats =
+        std::string("from ") + pixelTypeName(source.pixelType) + " to " + pixelTypeName(target);
+    if (pixelTypeFamily(source.pixelType) != PixelFamily::Mono)
+        return "there is no conversion " + formats + "; use a frame in a mono format";
+
+    const std::string size =
+        "a frame of " + std::to_string(source.width) + " x " + std::to_string(source.height) + " pixels ";
+    // The converted lines may be padded.
+    constexpr std::uint64_t mostPadding = 3;
+    constexpr std::uint64_t mostBytes = std::numeric_limits<std::uint32_t>::max();
+    if (source.height * (tightPitch(target, source.width) + mostPadding) > mostBytes)
+        return size + "is too large to be brought " + formats + "; use a smaller frame";
+    return size + "could not be brought " + formats +
+           "; check its size and pitch, use a smaller frame or close other programs";
+}
+
+} // namespace
+
 void MonoFrame::Release::operator()(_ZorImage* record) const
 {
     ZorReleaseImage(&record);
@@ -21,9 +45,7 @@ MonoFrame::MonoFrame(const _ZorImage& source)
     _ZorImage* converted = nullptr;
     const std::uint32_t target = monoTargetForDepth(source.depth);
     if (ZimConvert(&source, target, &converted) != 0 || converted == nullptr)
-        throw std::runtime_error(std::string("frames of the format ") + pixelTypeName(source.pixelType) +
-                                 " cannot be brought to " + pixelTypeName(target) +
-                                 "; use a frame in a mono format");
+        throw std::runtime_error(conversionProblem(source, target));
     m_record.reset(converted);
 
     constexpr auto largest = static_cast<std::uint32_t>(std::numeric_limits<std::int32_t>::max());

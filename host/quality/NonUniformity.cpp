@@ -9,6 +9,27 @@
 
 namespace zor {
 
+namespace {
+
+bool isSaturated(const ConstImageView& image, std::int32_t x, std::int32_t y)
+{
+    const std::uint8_t* row = image.row(y);
+    return (image.depth == 8 ? row[x] : loadCell(row, x)) >= saturationLimit(image.depth);
+}
+
+/// Pixels for which `counts(x, y)` is true, as a share of all.
+template <typename Counts> double shareOf(const ConstImageView& image, Counts counts)
+{
+    std::uint64_t found = 0;
+    for (std::int32_t y = 0; y < image.height; ++y)
+        for (std::int32_t x = 0; x < image.width; ++x)
+            found += counts(x, y) ? 1 : 0;
+    const double pixels = static_cast<double>(image.width) * image.height;
+    return static_cast<double>(found) / pixels;
+}
+
+} // namespace
+
 std::vector<double> columnMeans(const ConstImageView& image)
 {
     std::vector<double> means(static_cast<std::size_t>(image.width));
@@ -49,17 +70,14 @@ NonUniformity nonUniformity(const ConstImageView& image)
 
 double saturatedShare(const ConstImageView& image)
 {
-    const std::int32_t limit = saturationLimit(image.depth);
-    std::uint64_t saturated = 0;
-    for (std::int32_t y = 0; y < image.height; ++y) {
-        const std::uint8_t* row = image.row(y);
-        for (std::int32_t x = 0; x < image.width; ++x) {
-            const std::int32_t pixel = image.depth == 8 ? row[x] : loadCell(row, x);
-            saturated += pixel >= limit ? 1 : 0;
-        }
-    }
-    const double pixels = static_cast<double>(image.width) * image.height;
-    return static_cast<double>(saturated) / pixels;
+    return shareOf(image, [&image](std::int32_t x, std::int32_t y) { return isSaturated(image, x, y); });
+}
+
+double newlySaturatedShare(const ConstImageView& before, const ConstImageView& after)
+{
+    return shareOf(after, [&](std::int32_t x, std::int32_t y) {
+        return isSaturated(after, x, y) && !isSaturated(before, x, y);
+    });
 }
 
 } // namespace zor

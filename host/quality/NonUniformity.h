@@ -27,4 +27,8 @@ NonUniformity nonUniformity(const ConstImageView& image);
 /// Pixels at the saturation limit of the image's depth, as a share of all, 0 to 1.
 double saturatedShare(const ConstImageView& image);
 
+/// Pixels that are at the saturation limit in `after` and were below it in `before`, an image of the same
+/// size and depth, as a share of all, 0 to 1.
+double newlySaturatedShare(const ConstImageView& before, const ConstImageView& after);
+
 } // namespace zor

@@ -17,7 +17,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The place that a path leads to behind its symbolic links, whether or not something is there.
+/// The place that a path leads to behind its symbolic links, whether or not something is there; still a link
+/// when they lead in a circle.
 fs::path behindLinks(fs::path path)
 {
     constexpr int longestChain = 40;
@@ -31,15 +32,23 @@ fs::path behindLinks(fs::path path)
     return path;
 }
 
-/// Makes a new file in the folder; -1 with errno set when that fails.
-int createTemporary(const fs::path& folder, fs::path& name)
+/// Makes a new file in the folder, guarded from its first moment; -1 with errno set when that fails.
+int createTemporary(const fs::path& folder, fs::path& name, std::optional<RemoveOnSignal>& guard)
 {
     constexpr int attempts = 1000;
     for (int i = 0; i < attempts; ++i) {
         name = folder / (".zorffc-" + std::to_string(::getpid()) + "-" + std::to_string(i) + ".tmp");
+        if (::faccessat(AT_FDCWD, name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0)
+            continue;
+        guard.emplace(name);
         const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (descriptor >= 0 || errno != EEXIST)
+        if (descriptor >= 0)
             return descriptor;
+        const int error = errno;
+        guard.reset();
+        errno = error;
+        if (error != EEXIST)
+            return -1;
     }
     return -1;
 }
@@ -53,6 +62,11 @@ AtomicFile::AtomicFile(const std::string& path)
     if (path.empty())
         throw CommandError("the output has no name; give --output a file name");
 
+    std::error_code error;
+    if (fs::is_symlink(fs::symlink_status(m_target, error)))
+        fail("is a link that leads to itself; remove it or give another file name");
+    m_folder = m_target.has_parent_path() ? m_target.parent_path() : fs::path(".");
+
     struct stat existing
     {
     };
@@ -64,19 +78,16 @@ AtomicFile::AtomicFile(const std::string& path)
     if (exists && ::access(m_target.c_str(), W_OK) != 0)
         fail("may not be written; change its permissions or give another file name");
 
-    const fs::path folder = m_target.has_parent_path() ? m_target.parent_path() : fs::path(".");
-    std::error_code error;
-    if (!fs::is_directory(folder, error))
-        fail("cannot be written: there is no folder " + folder.string() + "; make it first");
+    const fs::file_status folder = fs::status(m_folder, error);
+    if (!fs::status_known(folder))
+        fail("cannot be written: the folder " + m_folder.string() + " cannot be reached (" + error.message() +
+             "); choose another folder");
+    if (!fs::is_directory(folder))
+        fail("cannot be written: there is no folder " + m_folder.string() + "; make it first");
     if (m_target.filename().empty())
         fail("names no file; give a file name");
-
-    m_descriptor = createTemporary(folder, m_temporary);
-    if (m_descriptor < 0)
-        fail("cannot be written: " + std::string(std::strerror(errno)) + "; choose another folder");
     if (exists)
-        // The new file stands in for the old one, so it is as open to others as that was.
-        static_cast<void>(::fchmod(m_descriptor, existing.st_mode & 07777));
+        m_permissions = existing.st_mode & 07777;
 }
 
 AtomicFile::~AtomicFile()
@@ -87,8 +98,22 @@ AtomicFile::~AtomicFile()
         ::unlink(m_temporary.c_str());
 }
 
+void AtomicFile::open()
+{
+    m_descriptor = createTemporary(m_folder, m_temporary, m_guard);
+    if (m_descriptor < 0) {
+        const int error = errno;
+        m_temporary.clear();
+        fail("cannot be written: " + std::string(std::strerror(error)) + "; choose another folder");
+    }
+    if (m_permissions)
+        // The new file stands in for the old one, so it is as open to others as that was.
+        static_cast<void>(::fchmod(m_descriptor, *m_permissions));
+}
+
 void AtomicFile::write(std::string_view bytes)
 {
+    open();
     while (!bytes.empty()) {
         const ssize_t written = ::write(m_descriptor, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR)
@@ -113,6 +138,7 @@ void AtomicFile::commit()
     if (::rename(m_temporary.c_str(), m_target.c_str()) != 0)
         fail("cannot be replaced: " + std::string(std::strerror(errno)) + "; choose another file name");
     m_temporary.clear();
+    m_guard.reset();
 }
 
 void AtomicFile::fail(const std::string& problem) const

@@ -1,6 +1,7 @@
 #include "host/zorffc/CommandLine.h"
 
 #include "host/zorffc/Commands.h"
+#include "host/zorffc/OneLine.h"
 
 #include <CLI/CLI.hpp>
 
@@ -13,13 +14,9 @@ namespace zor {
 
 namespace {
 
-/// One line, also when a file name or a message holds line breaks.
-int reportError(std::string message)
+int reportError(const std::string& message)
 {
-    for (char& character : message)
-        if (static_cast<unsigned char>(character) < 0x20)
-            character = ' ';
-    std::cerr << "zorffc: " << message << std::endl;
+    std::cerr << "zorffc: " << oneLine(message) << std::endl;
     return ExitBadUse;
 }
 

@@ -5,6 +5,7 @@
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/FfcFile.h"
 #include "host/zorffc/FrameArguments.h"
+#include "host/zorffc/FrameWarnings.h"
 #include "host/zorffc/Options.h"
 #include "host/zorffc/Summary.h"
 
@@ -31,6 +32,7 @@ void compute(const ComputeArguments& arguments)
     checkHeaderText("--title", arguments.title);
     checkHeaderText("--camera", arguments.camera);
     refuseSameFile(arguments.frame.path, arguments.output);
+    AtomicFile output(arguments.output);
 
     const Frame frame = readFrame(arguments.frame);
     const MonoFrame mono = convertFrame(arguments.frame, frame);
@@ -43,7 +45,6 @@ void compute(const ComputeArguments& arguments)
     const CorrectedFrame corrected(mono.view(), coefficientTable(gains.columns, fractionBits),
                                    coefficientTable(gains.rows, fractionBits), fractionBits);
 
-    AtomicFile output(arguments.output);
     output.write(ffcFileText(arguments.title, arguments.camera, currentFfcDate(), gains.columns, gains.rows,
                              fractionBits));
 
@@ -55,8 +56,9 @@ void compute(const ComputeArguments& arguments)
                  " column and " + std::to_string(gains.rows.size()) + " row entries with " +
                  std::to_string(arguments.precision) + " fraction bits\n");
     output.commit();
-    for (const std::string& warning : frameWarnings(mono.view(), gains))
-        printWarning(arguments.frame.path + ": " + warning);
+    printWarnings(arguments.frame.path, frameWarnings(mono.view()));
+    printWarnings(arguments.frame.path, gainWarnings(mono.view(), gains, fractionBits));
+    printWarnings(arguments.frame.path, limitWarnings(mono.view(), corrected.view()));
 }
 
 } // namespace
@@ -78,7 +80,7 @@ void addComputeCommand(CLI::App& app)
     CLI::Option* normalize =
         addReal(*command, "--normalize", arguments->normalize, -largest, largest,
                 "Aim at this multiple of the brightest column's and row's mean (default 1)");
-    command->add_flag("--mean", arguments->mean, "Aim at the mean of the column and row means")
+    addFlag(*command, "--mean", arguments->mean, "Aim at the mean of the column and row means")
         ->excludes(normalize);
     command->callback([arguments] { compute(*arguments); });
 }

@@ -33,7 +33,7 @@ struct FfcFile
 /// ends may be those of another platform. Throws CommandError with `name` and the line's number.
 FfcFile parseFfcText(const std::string& name, const std::string& text);
 
-/// Reads a coefficient file. Throws CommandError.
+/// Reads a coefficient file. Throws CommandError or FrameError, the latter when there is no regular file.
 FfcFile readFfcFile(const std::string& path);
 
 } // namespace zor

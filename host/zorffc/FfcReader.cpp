@@ -1,10 +1,9 @@
 #include "host/zorffc/FfcFile.h"
 
+#include "host/frames/FileBytes.h"
 #include "host/zorffc/CommandError.h"
 #include "host/zorffc/Numbers.h"
 
-#include <filesystem>
-#include <fstream>
 #include <string_view>
 
 namespace zor {
@@ -12,7 +11,7 @@ namespace zor {
 namespace {
 
 /// Far above the tables of the largest frame (2 x 65535 lines), far below what would hurt to hold.
-constexpr std::size_t LargestFile = 16u << 20;
+constexpr std::uint64_t LargestFile = 16u << 20;
 
 class Reader
 {
@@ -55,7 +54,7 @@ private:
         if (line == ":Header,")
             enter(Section::None, Section::Header);
         else if (line == ":Table,")
-            enter(Section::Header, Section::Columns);
+            enterTable();
         else if (line == ":FFC_Y start,")
             enter(Section::Columns, Section::Rows);
         else if (m_section == Section::Header)
@@ -73,6 +72,14 @@ private:
         if (m_section != before)
             fail("a section out of its order; it goes :Header, then :Table, then :FFC_Y start");
         m_section = section;
+    }
+
+    void enterTable()
+    {
+        enter(Section::Header, Section::Columns);
+        if (m_headerLines != 3)
+            fail("the table behind " + std::to_string(m_headerLines) +
+                 " header lines; there are title, camera and date");
     }
 
     void takeHeader(std::string_view line)
@@ -129,21 +136,12 @@ FfcFile parseFfcText(const std::string& name, const std::string& text)
 
 FfcFile readFfcFile(const std::string& path)
 {
-    std::error_code error;
-    if (!std::filesystem::exists(path, error))
-        throw CommandError(path + ": there is no such file; check the name");
-    if (std::filesystem::is_directory(path, error))
-        throw CommandError(path + ": is a folder; give a coefficient file");
-
-    std::ifstream stream(path, std::ios::binary);
-    std::string text(LargestFile + 1, '\0');
-    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<std::size_t>(stream.gcount()));
-    if (!stream.is_open() || stream.bad())
-        throw CommandError(path + ": cannot be read; check its permissions");
-    if (text.size() > LargestFile)
+    if (path.empty())
+        throw CommandError("--ffc: the file name is empty; name a coefficient file");
+    if (fileSize(path) > LargestFile)
         throw CommandError(path + ": is larger than any coefficient file; check the name");
-    return parseFfcText(path, text);
+    const std::vector<std::uint8_t> bytes = readBytes(path);
+    return parseFfcText(path, std::string(bytes.begin(), bytes.end()));
 }
 
 } // namespace zor

@@ -1,5 +1,7 @@
 #include "host/zorffc/GreyPicture.h"
 
+#include "engine/CellImage.h"
+
 #include <algorithm>
 #include <new>
 #include <vector>
@@ -43,7 +45,11 @@ GreyRange commonGreyRange(const ConstImageView& first, const ConstImageView& sec
     const std::ptrdiff_t black = stepsPast(histogram.begin(), histogram.end(), pixels / outsideOneSide);
     const std::ptrdiff_t white =
         largest - stepsPast(histogram.rbegin(), histogram.rend(), pixels / outsideOneSide);
-    return {static_cast<std::int32_t>(black), static_cast<std::int32_t>(std::max(white, black + 1))};
+    if (black < white)
+        return {static_cast<std::int32_t>(black), static_cast<std::int32_t>(white)};
+    // One value nearly everywhere: a grey in the middle, 0 black, full scale white.
+    const auto value = static_cast<std::int32_t>(black);
+    return {std::max(value - 1, 0), std::min(value + 1, saturationLimit(first.depth))};
 }
 
 QImage greyPicture(const ConstImageView& image, const GreyRange& range)

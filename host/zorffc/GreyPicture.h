@@ -15,7 +15,8 @@ struct GreyRange
     std::int32_t white;
 };
 
-/// The range that leaves 0.5 % of the pixels of both images below and 0.5 % above it.
+/// The range that leaves 0.5 % of the pixels of both images below and 0.5 % above it. A single value gets a
+/// range around it, limited to the depth.
 GreyRange commonGreyRange(const ConstImageView& first, const ConstImageView& second);
 
 /// The image in 8-bit grey, the range spread over black to white.

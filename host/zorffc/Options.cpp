@@ -47,6 +47,17 @@ CLI::Option* addWhole(CLI::App& app, const std::string& name, std::optional<std:
     return app.add_option_function<std::string>(name, store, help)->type_name("COUNT");
 }
 
+CLI::Option* addFlag(CLI::App& app, const std::string& name, bool& target, const std::string& help)
+{
+    // The parser counts a flag, takes a number behind it for the count and "false" for -1.
+    const auto store = [&target, name](std::int64_t count) {
+        if (count != 1)
+            throw CLI::ValidationError(name, "takes no value; give it alone and once");
+        target = true;
+    };
+    return app.add_flag_function(name, store, help);
+}
+
 CLI::Option* addChoice(CLI::App& app, const std::string& name, std::uint32_t& target,
                        const std::vector<std::uint32_t>& choices, const std::string& help)
 {

@@ -20,6 +20,9 @@ CLI::Option* addReal(CLI::App& app, const std::string& name, double& target, dou
 CLI::Option* addWhole(CLI::App& app, const std::string& name, std::optional<std::uint64_t>& target,
                       const std::string& help);
 
+/// An option without a value: "--mean=false" is refused.
+CLI::Option* addFlag(CLI::App& app, const std::string& name, bool& target, const std::string& help);
+
 CLI::Option* addChoice(CLI::App& app, const std::string& name, std::uint32_t& target,
                        const std::vector<std::uint32_t>& choices, const std::string& help);
 

@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QRectF>
 #include <QString>
+#include <qwt_plot.h>
 
 #include <vector>
 
@@ -16,7 +17,31 @@ struct Profile
     std::vector<double> after;
 };
 
-/// Draws both curves over the entry numbers, from 1, with axes, grid and legend. Needs a QApplication.
-void drawProfile(QPainter& painter, const QRectF& area, const Profile& profile);
+/// The means that a plot's axis spans, in DN.
+struct MeanRange
+{
+    double low;
+    double high;
+};
+
+/// The range that holds all entries of both profiles, so that their plots can be compared.
+MeanRange commonMeanRange(const Profile& first, const Profile& second);
+
+/// Both curves of a profile over the entry numbers, from 1, with axes, grid and legend. The first entry
+/// stands at the canvas's left edge, the last one at its right, a single one in the middle. Needs a
+/// QApplication.
+class ProfilePlot
+{
+public:
+    ProfilePlot(const Profile& profile, const MeanRange& range);
+
+    /// Where the canvas lies when the plot is drawn into the area.
+    QRectF canvas(const QRectF& area);
+
+    void draw(QPainter& painter, const QRectF& area);
+
+private:
+    QwtPlot m_plot;
+};
 
 } // namespace zor

@@ -3,8 +3,11 @@
 #include "host/quality/CorrectedFrame.h"
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/CommandError.h"
+#include "host/zorffc/CommandLine.h"
 #include "host/zorffc/FfcFile.h"
 #include "host/zorffc/FrameArguments.h"
+#include "host/zorffc/FrameWarnings.h"
+#include "host/zorffc/OneLine.h"
 #include "host/zorffc/Options.h"
 #include "host/zorffc/ReportPicture.h"
 #include "host/zorffc/Summary.h"
@@ -14,6 +17,9 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <iostream>
 #include <memory>
 #include <string>
 
@@ -38,17 +44,19 @@ void checkCount(const ReportArguments& arguments, const char* table, std::size_t
 }
 
 /// The file does not tell its precision; gains far from 1 tell that the wrong one was given.
-void checkPrecision(const ReportArguments& arguments, std::vector<std::int32_t> columns)
+std::vector<std::string> precisionWarnings(const ReportArguments& arguments,
+                                           std::vector<std::int32_t> columns)
 {
     const auto middle = columns.begin() + static_cast<std::ptrdiff_t>(columns.size() / 2);
     std::nth_element(columns.begin(), middle, columns.end());
     const double gain = static_cast<double>(*middle) / static_cast<double>(1u << arguments.precision);
     if (arguments.precision == 8 && gain >= 8.0)
-        printWarning(arguments.ffc + ": half of the column gains are " + fixedText(gain, 1) +
-                     " or more; was the file written with --precision 12?");
+        return {"half of the column gains are " + fixedText(gain, 1) +
+                " or more; was the file written with --precision 12?"};
     if (arguments.precision == 12 && gain <= 0.125)
-        printWarning(arguments.ffc + ": half of the column gains are " + fixedText(gain, 3) +
-                     " or less; was the file written with --precision 8?");
+        return {"half of the column gains are " + fixedText(gain, 3) +
+                " or less; was the file written with --precision 8?"};
+    return {};
 }
 
 QString fileName(const std::string& path)
@@ -56,8 +64,39 @@ QString fileName(const std::string& path)
     return QFileInfo(QString::fromStdString(path)).fileName();
 }
 
-/// Qt's remarks on the desktop around it say nothing about the picture.
-void dropRemarks(QtMsgType, const QMessageLogContext&, const QString&) {}
+/// Qt's remarks on the desktop around it say nothing about the picture. What it cannot go on without ends the
+/// run as other errors do, and not by a core dump.
+void takeRemark(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (type != QtFatalMsg)
+        return;
+    std::cerr << "zorffc: " << oneLine(text.toStdString()) << std::endl;
+    std::_Exit(ExitBadUse);
+}
+
+/// The range of a table's gains.
+QString rangeOf(const std::vector<std::int32_t>& table, std::uint32_t fractionBits)
+{
+    std::list<double> gains;
+    for (const std::int32_t entry : table)
+        gains.push_back(std::ldexp(entry, -static_cast<int>(fractionBits)));
+    return QString::fromStdString(gainRange(gains));
+}
+
+/// The second line of the picture. The texts come from the user, so they are joined and never searched for
+/// place marks.
+QString details(const ReportArguments& arguments, const FfcFile& ffc, const MonoFrame& mono)
+{
+    const ConstImageView view = mono.view();
+    const QString separator = QStringLiteral("   ·   ");
+    return QStringLiteral("Camera ") + QString::fromStdString(ffc.camera) + separator +
+           QStringLiteral("frame ") + fileName(arguments.frame.path) + QStringLiteral(", ") +
+           QString::number(view.width) + QStringLiteral(" x ") + QString::number(view.height) +
+           QStringLiteral(" pixels, ") + pixelTypeName(mono.pixelType()) + separator +
+           QStringLiteral("gains ") + fileName(arguments.ffc) + QStringLiteral(", ") +
+           QString::fromStdString(ffc.date) + QStringLiteral(", ") + QString::number(arguments.precision) +
+           QStringLiteral(" fraction bits");
+}
 
 /// The picture as a PNG file. The application lives for the drawing alone and never looks for a screen.
 QByteArray reportPng(const ReportData& data)
@@ -67,7 +106,7 @@ QByteArray reportPng(const ReportData& data)
     char platform[] = "offscreen";
     char* arguments[] = {program, option, platform, nullptr};
     int count = 3;
-    qInstallMessageHandler(dropRemarks);
+    qInstallMessageHandler(takeRemark);
     const QApplication application(count, arguments);
 
     QByteArray png;
@@ -83,32 +122,27 @@ void report(const ReportArguments& arguments)
     refuseSameFile(arguments.frame.path, arguments.output);
     refuseSameFile(arguments.ffc, arguments.output);
     requireEnding(arguments.output, ".png");
+    AtomicFile output(arguments.output);
 
     const FfcFile ffc = readFfcFile(arguments.ffc);
     const Frame frame = readFrame(arguments.frame);
     const MonoFrame mono = convertFrame(arguments.frame, frame);
     checkCount(arguments, "column", ffc.columns.size(), mono.view().width);
     checkCount(arguments, "row", ffc.rows.size(), mono.view().height);
-    checkPrecision(arguments, ffc.columns);
     const CorrectedFrame corrected(mono.view(), ffc.columns, ffc.rows,
                                    static_cast<std::uint8_t>(arguments.precision));
 
-    AtomicFile output(arguments.output);
-    const QByteArray png = reportPng(
-        {QStringLiteral("Flat field correction: ") + QString::fromStdString(ffc.title),
-         QStringLiteral("Camera %1   ·   frame %2, %3 x %4 pixels, %5   ·   gains %6, %7, %8 fraction bits")
-             .arg(QString::fromStdString(ffc.camera), fileName(arguments.frame.path))
-             .arg(frame.width)
-             .arg(frame.height)
-             .arg(pixelTypeName(mono.pixelType()))
-             .arg(fileName(arguments.ffc), QString::fromStdString(ffc.date))
-             .arg(arguments.precision),
-         mono.view(), corrected.view()});
+    const QByteArray png =
+        reportPng({QStringLiteral("Flat field correction: ") + QString::fromStdString(ffc.title),
+                   details(arguments, ffc, mono), rangeOf(ffc.columns, arguments.precision),
+                   rangeOf(ffc.rows, arguments.precision), mono.view(), corrected.view()});
     output.write({png.constData(), static_cast<std::size_t>(png.size())});
     printSummary(frameSummary(frame, mono) +
                  nonUniformitySummary(nonUniformity(mono.view()), nonUniformity(corrected.view())) +
                  "Picture          " + arguments.output + "\n");
     output.commit();
+    printWarnings(arguments.ffc, precisionWarnings(arguments, ffc.columns));
+    printWarnings(arguments.frame.path, limitWarnings(mono.view(), corrected.view()));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "host/zorffc/ReportPicture.h"
 
+#include "engine/CellImage.h"
 #include "host/quality/NonUniformity.h"
 #include "host/zorffc/GreyPicture.h"
 #include "host/zorffc/ProfilePlot.h"
@@ -10,6 +11,7 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QScreen>
+#include <QStringList>
 
 #include <new>
 
@@ -58,19 +60,19 @@ void drawHeading(QPainter& painter, const ReportData& data)
     drawLine(painter, QRect(Margin, 74, width, 28), Qt::AlignLeft, data.details);
 }
 
-void drawPanel(QPainter& painter, int left, const QString& title, const ConstImageView& image,
+/// `place` is as wide as the plot's canvas below, so that columns stand above their means.
+void drawPanel(QPainter& painter, const QRect& place, const QString& title, const ConstImageView& image,
                const GreyRange& range)
 {
     setFont(painter, 20, true, Ink);
-    drawLine(painter, QRect(left, PictureTop - 36, PanelWidth, 30), Qt::AlignLeft, title);
+    drawLine(painter, QRect(place.left(), place.top() - 36, place.width(), 30), Qt::AlignLeft, title);
 
     const QImage picture = greyPicture(image, range);
-    const QSize size =
-        picture.size().scaled(PanelWidth, PictureHeight, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+    const QSize size = picture.size().scaled(place.size(), Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
     // Few pixels show as squares, many are averaged.
     const bool shrinks = size.width() < picture.width();
     const auto mode = shrinks ? Qt::SmoothTransformation : Qt::FastTransformation;
-    const QPoint corner(left, PictureTop + (PictureHeight - size.height()) / 2);
+    const QPoint corner(place.left(), place.top() + (place.height() - size.height()) / 2);
     painter.drawImage(corner, picture.scaled(size, Qt::IgnoreAspectRatio, mode));
     painter.setPen(PaleInk);
     painter.drawRect(QRect(corner, size).adjusted(-1, -1, 0, 0));
@@ -94,30 +96,64 @@ void drawGreyScale(QPainter& painter, const GreyRange& range)
     painter.drawRect(ramp.adjusted(-1, -1, 0, 0));
 }
 
-void drawMeans(QPainter& painter, int left, const QString& title, const Profile& profile)
+QRectF plotArea(int left)
+{
+    return QRectF(left, PlotTop, PanelWidth, PlotHeight);
+}
+
+/// Where a panel's picture goes: between the edges of the canvas of the plot below it.
+QRect pictureArea(int left, ProfilePlot& plot)
+{
+    const QRectF canvas = plot.canvas(plotArea(left));
+    const int canvasLeft = qRound(canvas.left());
+    return QRect(canvasLeft, PictureTop, qRound(canvas.right()) - canvasLeft, PictureHeight);
+}
+
+void drawMeans(QPainter& painter, int left, const QString& title, ProfilePlot& plot)
 {
     // The legend stands in the plot's first line; the title shares it.
     setFont(painter, 20, true, Ink);
     drawLine(painter, QRect(left, PlotTop - 6, PanelWidth / 2, 30), Qt::AlignLeft, title);
-    drawProfile(painter, QRectF(left, PlotTop, PanelWidth, PlotHeight), profile);
+    plot.draw(painter, plotArea(left));
 }
 
-void drawFigures(QPainter& painter, const NonUniformity& before, const NonUniformity& after)
+/// One line of the figures on either side. `valueWidth` pixels at each of the two right ends.
+void drawFigureLine(QPainter& painter, int left, int line, int valueWidth, const QStringList& words)
 {
-    const auto line = [&](int row, const QString& name, const QString& first, const QString& second) {
-        const int top = FiguresTop + 28 * row;
-        drawLine(painter, QRect(Margin, top, 480, 28), Qt::AlignLeft, name);
-        drawLine(painter, QRect(Margin + 480, top, 120, 28), Qt::AlignRight, first);
-        drawLine(painter, QRect(Margin + 600, top, 120, 28), Qt::AlignRight, second);
-    };
-    const auto percent = [](double value) { return QString::fromStdString(percentText(value)); };
+    const int top = FiguresTop + 28 * line;
+    const int right = left + PanelWidth - 20;
+    const int nameWidth = PanelWidth - 20 - 2 * valueWidth;
+    drawLine(painter, QRect(left, top, nameWidth, 28), Qt::AlignLeft, words[0]);
+    drawLine(painter, QRect(right - 2 * valueWidth, top, valueWidth, 28), Qt::AlignRight, words[1]);
+    drawLine(painter, QRect(right - valueWidth, top, valueWidth, 28), Qt::AlignRight, words[2]);
+}
 
+void drawFigures(QPainter& painter, const ReportData& data)
+{
+    const auto percent = [](double value) { return QString::fromStdString(percentText(value)); };
+    const NonUniformity before = nonUniformity(data.before);
+    const NonUniformity after = nonUniformity(data.after);
+    const QString limit = QString::number(saturationLimit(data.before.depth));
+
+    constexpr int valueWidth = 130;
+    const QStringList times{QStringLiteral("before"), QStringLiteral("after")};
     setFont(painter, 18, true, Ink);
-    line(0, QStringLiteral("Non-uniformity (standard deviation / mean)"), QStringLiteral("before"),
-         QStringLiteral("after"));
+    drawFigureLine(painter, LeftPanel, 0, valueWidth,
+                   QStringList(QStringLiteral("Non-uniformity (standard deviation / mean)")) + times);
+    drawFigureLine(painter, RightPanel, 0, valueWidth,
+                   QStringList(QStringLiteral("Pixels and gains")) + times);
     setFont(painter, 18, false, Ink);
-    line(1, QStringLiteral("of the column means"), percent(before.columns), percent(after.columns));
-    line(2, QStringLiteral("of the row means"), percent(before.rows), percent(after.rows));
+    drawFigureLine(painter, LeftPanel, 1, valueWidth,
+                   {QStringLiteral("of the column means"), percent(before.columns), percent(after.columns)});
+    drawFigureLine(painter, LeftPanel, 2, valueWidth,
+                   {QStringLiteral("of the row means"), percent(before.rows), percent(after.rows)});
+    drawFigureLine(painter, RightPanel, 1, valueWidth,
+                   {QStringLiteral("pixels at the limit of ") + limit + QStringLiteral(" DN"),
+                    percent(saturatedShare(data.before) * 100.0),
+                    percent(saturatedShare(data.after) * 100.0)});
+    drawLine(painter, QRect(RightPanel, FiguresTop + 56, PanelWidth - 20, 28), Qt::AlignLeft,
+             QStringLiteral("column gains ") + data.columnGains + QStringLiteral(", row gains ") +
+                 data.rowGains);
 }
 
 } // namespace
@@ -136,15 +172,22 @@ QImage drawReport(const ReportData& data)
     QPainter painter(&report);
     painter.setRenderHint(QPainter::TextAntialiasing);
     drawHeading(painter, data);
-    const GreyRange range = commonGreyRange(data.before, data.after);
-    drawPanel(painter, LeftPanel, QStringLiteral("Frame, before"), data.before, range);
-    drawPanel(painter, RightPanel, QStringLiteral("Corrected, after"), data.after, range);
-    drawGreyScale(painter, range);
-    drawMeans(painter, LeftPanel, QStringLiteral("Column means"),
-              {QStringLiteral("column"), columnMeans(data.before), columnMeans(data.after)});
-    drawMeans(painter, RightPanel, QStringLiteral("Row means"),
-              {QStringLiteral("row"), rowMeans(data.before), rowMeans(data.after)});
-    drawFigures(painter, nonUniformity(data.before), nonUniformity(data.after));
+
+    const Profile columns{QStringLiteral("column"), columnMeans(data.before), columnMeans(data.after)};
+    const Profile rows{QStringLiteral("row"), rowMeans(data.before), rowMeans(data.after)};
+    const MeanRange means = commonMeanRange(columns, rows);
+    ProfilePlot columnPlot(columns, means);
+    ProfilePlot rowPlot(rows, means);
+
+    const GreyRange greys = commonGreyRange(data.before, data.after);
+    drawPanel(painter, pictureArea(LeftPanel, columnPlot), QStringLiteral("Frame, before"), data.before,
+              greys);
+    drawPanel(painter, pictureArea(RightPanel, rowPlot), QStringLiteral("Corrected, after"), data.after,
+              greys);
+    drawGreyScale(painter, greys);
+    drawMeans(painter, LeftPanel, QStringLiteral("Column means"), columnPlot);
+    drawMeans(painter, RightPanel, QStringLiteral("Row means"), rowPlot);
+    drawFigures(painter, data);
     return report;
 }
 

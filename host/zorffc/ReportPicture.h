@@ -11,7 +11,9 @@ namespace zor {
 struct ReportData
 {
     QString heading;
-    QString details; ///< one line below the heading
+    QString details;     ///< one line below the heading
+    QString columnGains; ///< their range, as a person reads it
+    QString rowGains;
     ConstImageView before;
     ConstImageView after; ///< of the same size and depth
 };
@@ -19,7 +21,8 @@ struct ReportData
 constexpr int ReportWidth = 1600; ///< pixels
 constexpr int ReportHeight = 1240;
 
-/// Both images in one grey scale, both profiles, and the figures of non-uniformity. Needs a QApplication.
+/// Both images in one grey scale, both profiles in one range, each as wide as the image above it where the
+/// image is not too tall, and the figures. Needs a QApplication.
 QImage drawReport(const ReportData& data);
 
 } // namespace zor

@@ -20,12 +20,18 @@ enum Stream : std::uint64_t
     Dark
 };
 
-/// Gains of columns or rows around 1.
+/// A gain around 1. The tail of a large deviation ends at 0: no pixel takes light away.
+double patternGain(double deviationPercent, RandomStream& random)
+{
+    return std::max(0.0, 1.0 + deviationPercent / 100.0 * random.normal());
+}
+
+/// Gains of columns or rows.
 std::vector<double> patternGains(std::uint32_t count, double deviationPercent, RandomStream random)
 {
     std::vector<double> gains(count);
     for (double& gain : gains)
-        gain = 1.0 + deviationPercent / 100.0 * random.normal();
+        gain = patternGain(deviationPercent, random);
     return gains;
 }
 
@@ -62,8 +68,7 @@ std::vector<std::uint16_t> simulateFrame(const SensorModel& model)
         for (std::uint32_t x = 0; x < model.width; ++x) {
             double electrons = peak * vignettingAt(model, x, y) * columns[x] * rows[y];
             if (model.prnuPercent > 0.0)
-                electrons *= 1.0 + model.prnuPercent / 100.0 * pixelGain.normal();
-            electrons = std::max(0.0, electrons);
+                electrons *= patternGain(model.prnuPercent, pixelGain);
             if (model.shotNoise)
                 electrons = shot.poisson(electrons);
             if (model.dsnu > 0.0)

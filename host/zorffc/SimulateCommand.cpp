@@ -57,7 +57,7 @@ void simulate(const SimulateArguments& arguments)
     output.write(pgmText(model, simulateFrame(model)));
     printSummary("Frame            " + std::to_string(model.width) + " x " + std::to_string(model.height) +
                  " pixels, " + std::to_string(model.depth) + " bits\n" + "Sensor           full well " +
-                 fixedText(model.fullWell, 0) + " e-, system gain " + fixedText(model.systemGain(), 4) +
+                 fixedText(model.fullWell, 0) + " e-, system gain " + significantText(model.systemGain(), 5) +
                  " DN/e-, seed " + std::to_string(model.seed) + "\n" + "File             " +
                  arguments.output + "\n");
     output.commit();
@@ -94,7 +94,7 @@ void addSimulateCommand(CLI::App& app)
             "Temporal noise without light, electrons (default 8)");
     addReal(*command, "--black-level", model.blackLevel, 0.0, 65535.0,
             "Grey value without light, DN (default 0)");
-    command->add_flag("--no-shot-noise", arguments->noShotNoise, "Let electrons arrive evenly");
+    addFlag(*command, "--no-shot-noise", arguments->noShotNoise, "Let electrons arrive evenly");
     addWhole(*command, "--seed", arguments->seed, "Same seed, same frame (default 1)");
     command->callback([arguments] { simulate(*arguments); });
 }

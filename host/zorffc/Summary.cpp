@@ -2,6 +2,7 @@
 
 #include "host/zorffc/CommandError.h"
 #include "host/zorffc/Numbers.h"
+#include "host/zorffc/OneLine.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,17 +15,6 @@ namespace {
 std::string padded(const std::string& text, std::size_t width)
 {
     return text.size() < width ? std::string(width - text.size(), ' ') + text : text;
-}
-
-std::string counted(std::ptrdiff_t count, const char* noun)
-{
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
-
-/// Entries whose column or row has a mean of 0: the division leaves no finite gain.
-std::ptrdiff_t countDark(const std::list<double>& gains)
-{
-    return std::count_if(gains.begin(), gains.end(), [](double gain) { return !std::isfinite(gain); });
 }
 
 } // namespace
@@ -70,25 +60,6 @@ std::string nonUniformitySummary(const NonUniformity& before, const NonUniformit
            line("  row means      ", before.rows, after.rows);
 }
 
-std::vector<std::string> frameWarnings(const ConstImageView& frame, const FrameGains& gains)
-{
-    // A few stuck pixels are normal; more than this and the scene is too bright.
-    constexpr double tolerableSaturation = 0.001;
-    std::vector<std::string> warnings;
-    const double saturated = saturatedShare(frame);
-    if (saturated > tolerableSaturation)
-        warnings.push_back(fixedText(saturated * 100.0, 1) +
-                           " % of the pixels are saturated; take the frame with less light or exposure");
-
-    const std::ptrdiff_t columns = countDark(gains.columns);
-    const std::ptrdiff_t rows = countDark(gains.rows);
-    if (columns > 0)
-        warnings.push_back(counted(columns, "column") + " without light; the gain there is no finite number");
-    if (rows > 0)
-        warnings.push_back(counted(rows, "row") + " without light; the gain there is no finite number");
-    return warnings;
-}
-
 void printSummary(const std::string& text)
 {
     std::cout << text << std::flush;
@@ -96,9 +67,10 @@ void printSummary(const std::string& text)
         throw CommandError("standard output: the summary cannot be written; nothing was saved");
 }
 
-void printWarning(const std::string& text)
+void printWarnings(const std::string& file, const std::vector<std::string>& warnings)
 {
-    std::cerr << "zorffc: warning: " << text << "\n";
+    for (const std::string& warning : warnings)
+        std::cerr << "zorffc: warning: " << oneLine(file + ": " + warning) << "\n";
 }
 
 } // namespace zor

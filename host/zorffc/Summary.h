@@ -1,7 +1,6 @@
 #pragma once
 
 #include "host/frames/Frame.h"
-#include "host/quality/FrameGains.h"
 #include "host/quality/MonoFrame.h"
 #include "host/quality/NonUniformity.h"
 
@@ -25,14 +24,10 @@ std::string nonUniformitySummary(const NonUniformity& before, const NonUniformit
 /// A percentage with four decimals, or "nan" without one.
 std::string percentText(double percent);
 
-/// What makes a frame a poor base for gains: saturated pixels, columns or rows without light. One line each,
-/// without line ends.
-std::vector<std::string> frameWarnings(const ConstImageView& frame, const FrameGains& gains);
-
 /// Writes a summary to standard output and sees it through; throws CommandError when that fails.
 void printSummary(const std::string& text);
 
-/// Writes "zorffc: warning: ..." to standard error.
-void printWarning(const std::string& text);
+/// Writes a line "zorffc: warning: FILE: ..." for each warning to standard error.
+void printWarnings(const std::string& file, const std::vector<std::string>& warnings);
 
 } // namespace zor

@@ -1,3 +1,4 @@
+#include "support/Cursors.h"
 #include "support/DialogProbe.h"
 #include "support/ModalWatch.h"
 
@@ -5,6 +6,7 @@
 #include <QLineEdit>
 #include <QResizeEvent>
 #include <QShowEvent>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <qwt_plot.h>
@@ -44,6 +46,7 @@ class DialogEvents : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup();
     void firstShowNotifiesThenComputesThenMarks();
     void firstShowComputesTheFrameOfTheCallback();
     void firstShowWithoutAFrameMarksTheDialogShown();
@@ -53,6 +56,8 @@ private slots:
     void closeAndShowRunsAnew();
     void everyCloseEventNotifies();
     void eventsAreAccepted();
+    void closingIsNoRejection();
+    void showingLeavesTheDialogInItsPlace();
     void hostUpdateBeforeTheFirstShowComputes();
     void escapeHidesWithoutACloseEvent();
     void resizeArrangesTheTwoAreas_data();
@@ -61,6 +66,11 @@ private slots:
     void nullResizeEventChangesNothing();
     void panesFillTheUpperArea();
 };
+
+void DialogEvents::cleanup()
+{
+    restoreAllCursors();
+}
 
 void DialogEvents::firstShowNotifiesThenComputesThenMarks()
 {
@@ -190,6 +200,30 @@ void DialogEvents::eventsAreAccepted()
     close.ignore();
     d.closeEvent(&close);
     QVERIFY(close.isAccepted());
+}
+
+void DialogEvents::closingIsNoRejection()
+{
+    // QDialog's own handler would reject the dialog.
+    DialogProbe d;
+    d.show();
+    QSignalSpy rejected(&d, &QDialog::rejected);
+    QSignalSpy finished(&d, &QDialog::finished);
+    d.close();
+    QVERIFY(!d.isVisible());
+    QCOMPARE(rejected.size(), 0);
+    QCOMPARE(finished.size(), 0);
+}
+
+void DialogEvents::showingLeavesTheDialogInItsPlace()
+{
+    // QDialog's own handler would move a dialog that nobody has placed to the middle of the screen.
+    DialogProbe d;
+    d.resize(d.minimumSize());
+    const QPoint place = d.pos();
+    QShowEvent event;
+    d.showEvent(&event);
+    QCOMPARE(d.pos(), place);
 }
 
 void DialogEvents::hostUpdateBeforeTheFirstShowComputes()

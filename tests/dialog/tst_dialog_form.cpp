@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTranslator>
 
 #include <qwt_plot.h>
 
@@ -19,6 +20,17 @@ const char* const RowNames[] = {"lTitle",     "lETitle",       "lCamera",   "lEC
                                 "",           "chBHighlights", "",          "lblPrecision", "cBoxPrecision",
                                 "lECurColor", "lECurPos"};
 
+/// Marks every text of the dialog's context and no other.
+class Marker : public QTranslator
+{
+public:
+    QString translate(const char* context, const char* source, const char*, int) const override
+    {
+        return qstrcmp(context, "CFFCUtility") == 0 ? QStringLiteral("~") + QLatin1String(source) : QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
 } // namespace
 
 class DialogForm : public QObject
@@ -26,15 +38,16 @@ class DialogForm : public QObject
     Q_OBJECT
 
 private slots:
-    void hasTheToldWidgets_data();
-    void hasTheToldWidgets();
-    void showsTheToldText_data();
-    void showsTheToldText();
+    void everyWidgetIsThere_data();
+    void everyWidgetIsThere();
+    void everyWidgetHasItsText_data();
+    void everyWidgetHasItsText();
+    void textsAreTranslatedInTheDialogsContext();
     void dialogStartsWithItsSizeTitleAndIcon();
     void anObjectNameGivenBeforeStays();
     void stripHoldsItsRowInOrder();
     void stripStartsNarrowerThanTheDialog();
-    void boxesStartAsTold();
+    void boxesHaveTheirStartStates();
     void precisionOffersTwoItems();
     void readoutsAreHiddenDisabledAndBlack_data();
     void readoutsAreHiddenDisabledAndBlack();
@@ -44,7 +57,7 @@ private slots:
     void slotArgumentIsAMetaType();
 };
 
-void DialogForm::hasTheToldWidgets_data()
+void DialogForm::everyWidgetIsThere_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("className");
@@ -70,7 +83,7 @@ void DialogForm::hasTheToldWidgets_data()
         QTest::newRow(row.name) << QString(row.name) << QByteArray(row.className) << QString(row.parent);
 }
 
-void DialogForm::hasTheToldWidgets()
+void DialogForm::everyWidgetIsThere()
 {
     QFETCH(QString, name);
     QFETCH(QByteArray, className);
@@ -82,7 +95,7 @@ void DialogForm::hasTheToldWidgets()
     QCOMPARE(found[0]->parent()->objectName(), parent);
 }
 
-void DialogForm::showsTheToldText_data()
+void DialogForm::everyWidgetHasItsText_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("text");
@@ -114,7 +127,7 @@ void DialogForm::showsTheToldText_data()
                                                 << "";
 }
 
-void DialogForm::showsTheToldText()
+void DialogForm::everyWidgetHasItsText()
 {
     QFETCH(QString, name);
     QFETCH(QString, text);
@@ -122,6 +135,25 @@ void DialogForm::showsTheToldText()
     const auto* widget = dialog.findChild<QWidget*>(name);
     QVERIFY(widget);
     QCOMPARE(widget->property("text").toString(), text);
+}
+
+void DialogForm::textsAreTranslatedInTheDialogsContext()
+{
+    Marker marker;
+    QVERIFY(QCoreApplication::installTranslator(&marker));
+    DialogProbe dialog;
+    QCoreApplication::removeTranslator(&marker);
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("~ FFC Utility"));
+    QCOMPARE(dialog.ui.lTitle->text(), QStringLiteral("~Title:"));
+    QCOMPARE(dialog.ui.lCamera->text(), QStringLiteral("~Camera:"));
+    QCOMPARE(dialog.ui.pBSave->text(), QStringLiteral("~Save"));
+    QCOMPARE(dialog.ui.chBNormFFC->text(), QStringLiteral("~Normalize FFC to"));
+    QCOMPARE(dialog.ui.pBUpdate->text(), QStringLiteral("~Update"));
+    QCOMPARE(dialog.ui.chBShowY->text(), QStringLiteral("~Show Flat Y"));
+    QCOMPARE(dialog.ui.chBHighlights->text(), QStringLiteral("~Highlights"));
+    QCOMPARE(dialog.ui.lblPrecision->text(), QStringLiteral("~Precision:"));
+    QCOMPARE(dialog.ui.cBoxPrecision->itemText(0), QStringLiteral("~8 bit"));
+    QCOMPARE(dialog.ui.cBoxPrecision->itemText(1), QStringLiteral("~12 bit"));
 }
 
 void DialogForm::dialogStartsWithItsSizeTitleAndIcon()
@@ -189,7 +221,7 @@ void DialogForm::stripStartsNarrowerThanTheDialog()
     QCOMPARE(form.wSettings->geometry(), QRect(0, 680, 1131, 31));
 }
 
-void DialogForm::boxesStartAsTold()
+void DialogForm::boxesHaveTheirStartStates()
 {
     DialogProbe dialog;
     QVERIFY(dialog.ui.chBNormFFC->isChecked());

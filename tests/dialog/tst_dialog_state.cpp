@@ -1,3 +1,4 @@
+#include "support/Cursors.h"
 #include "support/DialogProbe.h"
 #include "support/ModalWatch.h"
 
@@ -5,12 +6,9 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QTest>
 
 #include <cmath>
-#include <future>
-#include <memory>
 
 namespace {
 
@@ -29,6 +27,19 @@ QVector<double> listed(const std::list<double>& gains)
     return QVector<double>(gains.begin(), gains.end());
 }
 
+/// Counts the calls that come through the virtual operation.
+class ResetCounter : public DialogProbe
+{
+public:
+    void ResetFrame() override
+    {
+        ++resets;
+        DialogProbe::ResetFrame();
+    }
+
+    int resets = 0;
+};
+
 } // namespace
 
 /// What the members hold after each operation.
@@ -37,10 +48,12 @@ class DialogState : public QObject
     Q_OBJECT
 
 private slots:
-    void membersStartAsTold();
+    void cleanup();
+    void membersHaveTheirStartValues();
     void frameIsHeldAfterIntake();
     void packedAndDeepFramesComeDown_data();
     void packedAndDeepFramesComeDown();
+    void frameThatTheConverterRefusesShowsItsBox();
     void nothingUsableKeepsTheHeldFrame_data();
     void nothingUsableKeepsTheHeldFrame();
     void updateWithoutAFrameReadsNoWidget();
@@ -49,21 +62,20 @@ private slots:
     void unreadableValueMakesEveryGainZero();
     void updateLeavesAResult();
     void updateCanRunAgainOnTheSameFrame();
-    void buttonRunsUpdate();
     void resetDropsTheFrameAndKeepsTheGains();
     void resetSetsRangesAndHistogramWordsToZero();
+    void resetCallsTheOverride();
     void newFrameDropsTheResultAndKeepsTheGains();
     void hostInfoIsCopied();
     void hasNoResultToGive();
-    void requestsDuringARefreshAreDropped();
-    void resetWaitsForARefreshOnAnotherThread();
-    void resetInsideARefreshRaises();
-    void viewChangesAreThrottled();
-    void viewChangeDuringARefreshIsDropped();
-    void refreshLeavesNoWaitCursorAndNoLock();
 };
 
-void DialogState::membersStartAsTold()
+void DialogState::cleanup()
+{
+    restoreAllCursors();
+}
+
+void DialogState::membersHaveTheirStartValues()
 {
     DialogProbe d;
     QVERIFY(!d.m_hostCallback && !d.m_hostContext && !d.m_plugIn);
@@ -154,6 +166,20 @@ void DialogState::packedAndDeepFramesComeDown()
     const bool bytes = heldDepth == 8;
     QCOMPARE(bytes ? int(d.m_image[0]) : d.m_image[0] + 256 * d.m_image[1], first);
     QCOMPARE(bytes ? int(d.m_image[1]) : d.m_image[2] + 256 * d.m_image[3], second);
+}
+
+void DialogState::frameThatTheConverterRefusesShowsItsBox()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    TestFrame frame = unevenFrame();
+    _ZorImage record = frame.record();
+    record.pixelType = 0;
+    ModalWatch watch;
+    d.SetFrame(&record);
+    QCOMPARE(watch.texts, QStringList("Converter error!"));
+    QVERIFY(!d.m_image);
+    QCOMPARE(d.m_width, 6);
 }
 
 void DialogState::nothingUsableKeepsTheHeldFrame_data()
@@ -282,14 +308,6 @@ void DialogState::updateCanRunAgainOnTheSameFrame()
              QByteArray(reinterpret_cast<const char*>(unevenFrame().bytes.data()), 48));
 }
 
-void DialogState::buttonRunsUpdate()
-{
-    DialogProbe d;
-    d.take(unevenFrame());
-    d.ui.pBUpdate->click();
-    QVERIFY(d.m_flatY);
-}
-
 void DialogState::resetDropsTheFrameAndKeepsTheGains()
 {
     DialogProbe d;
@@ -319,6 +337,18 @@ void DialogState::resetSetsRangesAndHistogramWordsToZero()
          {d.m_histogramLevels, d.m_histogramPeak, d.m_histogramReserved, d.m_histogramFloor, d.m_rangeXMax,
           d.m_rangeXMin, d.m_rangeYMax, d.m_rangeYMin, d.m_imageMax, d.m_imageMin, d.m_flatMax, d.m_flatMin})
         QCOMPARE(word, 0);
+}
+
+void DialogState::resetCallsTheOverride()
+{
+    ResetCounter d;
+    d.ResetData(false);
+    QCOMPARE(d.resets, 1);
+    d.take(unevenFrame());
+    QCOMPARE(d.resets, 2);
+    d.ResetData(true);
+    QCOMPARE(d.resets, 3);
+    QVERIFY(!d.m_image);
 }
 
 void DialogState::newFrameDropsTheResultAndKeepsTheGains()
@@ -358,97 +388,6 @@ void DialogState::hasNoResultToGive()
     void* result = &d;
     d.GetResult(&result);
     QVERIFY(!result);
-}
-
-void DialogState::requestsDuringARefreshAreDropped()
-{
-    DialogProbe d;
-    d.take(unevenFrame());
-    d.ui.lENormFFC->setText(QStringLiteral("0.5"));
-    d.m_viewLock.lock();
-    d.ui.pBUpdate->click();
-    d.take(TestFrame::even(3, 2, 8, 90));
-    d.ui.chBHighlights->click();
-    d.m_viewLock.unlock();
-    QCOMPARE(d.m_normalizeValue, 1.0);
-    QVERIFY(!d.m_flatY);
-    QCOMPARE(d.m_width, 6);
-    QVERIFY(d.m_image);
-}
-
-void DialogState::resetWaitsForARefreshOnAnotherThread()
-{
-    DialogProbe d;
-    d.take(unevenFrame());
-    bool refreshed = false;
-    std::promise<void> held;
-    auto refresh = std::async(std::launch::async, [&] {
-        const std::lock_guard<OwnedMutex> lock(d.m_viewLock);
-        held.set_value();
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        refreshed = d.m_image != nullptr;
-    });
-    held.get_future().wait();
-    d.ResetData(false);
-    QVERIFY(refreshed);
-    QVERIFY(!d.m_image);
-}
-
-void DialogState::resetInsideARefreshRaises()
-{
-    DialogProbe d;
-    d.take(unevenFrame());
-    d.m_viewLock.lock();
-    QVERIFY_EXCEPTION_THROWN(d.ResetData(false), std::system_error);
-    d.m_viewLock.unlock();
-    QVERIFY(d.m_image);
-    QVERIFY(d.m_dataLock.try_lock());
-    d.m_dataLock.unlock();
-}
-
-void DialogState::viewChangesAreThrottled()
-{
-    DialogProbe d;
-    const QTime longAgo = QTime::currentTime().addSecs(-10);
-    d.m_viewClock = longAgo;
-    emit d.ui.gVUp->sigViewChanged(d.ui.gVUp);
-    const QTime restarted = d.m_viewClock;
-    QVERIFY(restarted != longAgo);
-    // One try that is itself done within the 50 ms decides.
-    QTime before;
-    QTime after;
-    do {
-        before = QTime::currentTime();
-        d.m_viewClock = before;
-        emit d.ui.gVDown->sigViewChanged(d.ui.gVDown);
-        after = QTime::currentTime();
-    } while (before.msecsTo(after) < 0 || before.msecsTo(after) >= 50);
-    QCOMPARE(d.m_viewClock, before);
-}
-
-void DialogState::viewChangeDuringARefreshIsDropped()
-{
-    DialogProbe d;
-    const QTime longAgo = QTime::currentTime().addSecs(-10);
-    d.m_viewClock = longAgo;
-    d.m_viewLock.lock();
-    emit d.ui.gVUp->sigViewChanged(d.ui.gVUp);
-    QVERIFY(d.m_viewLock.heldByThisThread());
-    d.m_viewLock.unlock();
-    // The change is lost, and the clock runs anew all the same.
-    QVERIFY(d.m_viewClock != longAgo);
-    QVERIFY(d.m_dataLock.try_lock());
-    d.m_dataLock.unlock();
-}
-
-void DialogState::refreshLeavesNoWaitCursorAndNoLock()
-{
-    DialogProbe d;
-    d.take(unevenFrame());
-    d.Update();
-    QVERIFY(!QGuiApplication::overrideCursor());
-    QVERIFY(d.m_viewLock.try_lock());
-    d.m_viewLock.unlock();
 }
 
 QTEST_MAIN(DialogState)

@@ -1,21 +1,23 @@
 #include "fakes/FakeConverter.h"
 #include "image/PixelTypeCode.h"
+#include "support/Cursors.h"
 #include "support/DialogProbe.h"
 #include "support/ModalWatch.h"
 
 #include <QMessageBox>
 #include <QTest>
 
-/// What intake asks of the converter and what it takes over, against a converter that delivers what it is
-/// told.
+/// What intake asks of the converter and what it takes over.
 class FrameIntake : public QObject
 {
     Q_OBJECT
 
 private slots:
     void init();
+    void cleanup();
     void targetFollowsTheDepth_data();
     void targetFollowsTheDepth();
+    void colourFrameGoesToTheMonoFormatOfItsDepth_data();
     void colourFrameGoesToTheMonoFormatOfItsDepth();
     void frameOfTheTargetFormatIsConvertedToo();
     void sizeIsTheHostsAndTheRestTheConverters();
@@ -45,8 +47,7 @@ _ZorImage hostRecord(std::uint32_t depth, std::uint32_t pixelType = ZorMono8)
 
 void deliver(TestFrame frame)
 {
-    fakeConverter.record = frame.record();
-    fakeConverter.pixels = frame.bytes;
+    fakeConverter.deliver(frame.record(), frame.bytes);
 }
 
 } // namespace
@@ -55,6 +56,11 @@ void FrameIntake::init()
 {
     fakeConverter = FakeConverter();
     deliver(TestFrame::even(4, 2, 12, 1000));
+}
+
+void FrameIntake::cleanup()
+{
+    restoreAllCursors();
 }
 
 void FrameIntake::targetFollowsTheDepth_data()
@@ -83,16 +89,31 @@ void FrameIntake::targetFollowsTheDepth()
     QCOMPARE(fakeConverter.askedSource, static_cast<const _ZorImage*>(&record));
 }
 
+void FrameIntake::colourFrameGoesToTheMonoFormatOfItsDepth_data()
+{
+    QTest::addColumn<unsigned>("pixelType");
+    QTest::addColumn<unsigned>("depth");
+    QTest::addColumn<unsigned>("target");
+    QTest::newRow("BayerRG8") << 0x0308010EU << 8U << ZorMono8;
+    QTest::newRow("YUV422_10") << 0x05200282U << 10U << ZorMono10;
+    QTest::newRow("RGB12") << 0x02300377U << 12U << ZorMono12;
+    QTest::newRow("BayerBG16") << 0x03100530U << 16U << ZorMono16;
+}
+
 void FrameIntake::colourFrameGoesToTheMonoFormatOfItsDepth()
 {
-    constexpr std::uint32_t bayerRG8 = 0x0308010E;
+    QFETCH(unsigned, pixelType);
+    QFETCH(unsigned, depth);
+    QFETCH(unsigned, target);
     DialogProbe d;
-    deliver(TestFrame::even(4, 2, 8, 77));
-    _ZorImage record = hostRecord(8, bayerRG8);
+    deliver(TestFrame::even(4, 2, static_cast<int>(depth), 77));
+    _ZorImage record = hostRecord(depth, pixelType);
+    record.channels = 3;
     d.SetFrame(&record);
-    QCOMPARE(fakeConverter.askedType, static_cast<unsigned long>(ZorMono8));
-    QCOMPARE(d.m_pixelFormat, ZorMono8);
-    QCOMPARE(d.m_imageBytes, std::uint64_t{8});
+    QCOMPARE(fakeConverter.askedType, static_cast<unsigned long>(target));
+    QCOMPARE(d.m_pixelFormat, target);
+    QCOMPARE(d.m_depth, static_cast<std::int32_t>(depth));
+    QCOMPARE(d.m_imageBytes, std::uint64_t{depth == 8 ? 8U : 16U});
 }
 
 void FrameIntake::frameOfTheTargetFormatIsConvertedToo()
@@ -125,17 +146,19 @@ void FrameIntake::convertedRecordIsGivenBack()
     DialogProbe d;
     _ZorImage record = hostRecord(12);
     d.SetFrame(&record);
-    QCOMPARE(fakeConverter.live, 0);
+    QCOMPARE(fakeConverter.live(), 0);
     QVERIFY(d.m_image);
 }
 
 void FrameIntake::hostsRecordIsFreeAfterIntake()
 {
     DialogProbe d;
-    _ZorImage record = hostRecord(12);
+    fakeConverter = FakeConverter();
+    TestFrame frame = TestFrame::even(4, 2, 12, 1000);
+    _ZorImage record = frame.record();
     d.SetFrame(&record);
     record = _ZorImage{};
-    fakeConverter.pixels.assign(fakeConverter.pixels.size(), 0);
+    frame.bytes.assign(frame.bytes.size(), 0);
     QCOMPARE(d.m_width, 4);
     QCOMPARE(int(d.m_image[0]) + 256 * int(d.m_image[1]), 1000);
 }

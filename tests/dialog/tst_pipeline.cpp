@@ -1,4 +1,3 @@
-#include "fakes/FakeConverter.h"
 #include "reference/EngineReference.h"
 #include "support/DialogProbe.h"
 
@@ -15,14 +14,16 @@ struct Setting
     bool normalize;
     double value;
     bool showRows;
+    bool pairs;
+    int peak; ///< that the last run has left
 };
 
 /// One frame's whole run, once more from the definitions alone.
 struct Expected
 {
     Expected(const reference::Image& frame, const Setting& setting)
-        : columns(reference::columnGains(frame, {setting.normalize, setting.value, false}))
-        , rowsOfFrame(reference::rowGains(frame, {setting.normalize, setting.value, false}))
+        : columns(reference::columnGains(frame, {setting.normalize, setting.value, setting.pairs}))
+        , rowsOfFrame(reference::rowGains(frame, {setting.normalize, setting.value, setting.pairs}))
         , flatX(cellsOf(frame))
         , flatY(flatX)
     {
@@ -30,13 +31,18 @@ struct Expected
         reference::columnPass(flatX, frame.step, codesOf(columns.gains));
         reference::Image asCells = flatX;
         asCells.depth = 16;
-        rows = reference::rowGains(asCells, {setting.normalize, setting.value, false});
+        rows = reference::rowGains(asCells, {setting.normalize, setting.value, setting.pairs});
         reference::rowPass(flatX, flatY, codesOf(rows.gains));
         reference::Image result = flatY;
         result.depth = 16;
         flatRowMeans = reference::rowGains(result, {true, 1.0, false}).means;
         flatColumnMeans =
             reference::columnGains(setting.showRows ? result : asCells, {true, 1.0, false}).means;
+        bins = reference::frameHistogram(frame);
+        peak = reference::histogramPeak(setting.peak, 0, bins);
+        ofImage = reference::extremes(frame, frame.depth != 8);
+        ofFlat = reference::extremes(frame.depth == 8 ? asCells : result, true);
+        range = reference::plotRange(ofImage, ofFlat);
     }
 
     static reference::Image cellsOf(const reference::Image& frame)
@@ -61,6 +67,11 @@ struct Expected
     reference::Image flatY;
     std::vector<std::uint16_t> flatColumnMeans;
     std::vector<std::uint16_t> flatRowMeans;
+    std::vector<int> bins;
+    int peak;
+    reference::Extremes ofImage;
+    reference::Extremes ofFlat;
+    reference::Extremes range;
 };
 
 /// Empty when equal, else the first difference with both values.
@@ -82,10 +93,20 @@ QString gainDifference(const char* what, const std::list<double>& actual, const 
     return QString();
 }
 
-QString lineDifference(const char* what, const std::uint16_t* actual,
-                       const std::vector<std::uint16_t>& expected)
+/// Of an array that the dialog holds.
+template <typename Item>
+QString lineDifference(const char* what, const Item* actual, const std::vector<Item>& expected)
 {
     for (std::size_t i = 0; i < expected.size(); ++i) {
+        if (actual[i] != expected[i])
+            return QStringLiteral("%1[%2]: %3, expected %4").arg(what).arg(i).arg(actual[i]).arg(expected[i]);
+    }
+    return QString();
+}
+
+QString difference(const char* what, const QVector<int>& actual, const QVector<int>& expected)
+{
+    for (int i = 0; i < expected.size(); ++i) {
         if (actual[i] != expected[i])
             return QStringLiteral("%1[%2]: %3, expected %4").arg(what).arg(i).arg(actual[i]).arg(expected[i]);
     }
@@ -114,11 +135,11 @@ QString cellDifference(const char* what, const std::uint16_t* cells, std::int32_
     return QString();
 }
 
-reference::Image randomFrame(std::mt19937& random, int width, int height, int depth, int step)
+TestFrame randomFrame(std::mt19937& random, int width, int height, int depth, int step)
 {
     const int kind = static_cast<int>(random() % 4);
     const unsigned top = (1U << depth) - 1;
-    TestFrame frame(
+    return TestFrame(
         width, height, depth,
         [&](int x, int) -> unsigned {
             if (kind == 0)
@@ -130,7 +151,6 @@ reference::Image randomFrame(std::mt19937& random, int width, int height, int de
             return top / 2 + static_cast<unsigned>(random() % (top / 8)); // a flat
         },
         step);
-    return {frame.bytes, step, width, height, depth};
 }
 
 } // namespace
@@ -164,26 +184,26 @@ void Pipeline::membersEqualTheReference()
     QFETCH(int, depth);
     QFETCH(int, spare);
     std::mt19937 random(static_cast<unsigned>(depth * 100 + spare));
-    const Setting settings[] = {{true, 1.0, false},  {true, 1.0, true},   {false, 1.0, true},
-                                {true, 0.5, false},  {true, -1.25, true}, {true, 0.0, false},
-                                {true, 20.0, false}, {false, 3.0, false}};
+    const Setting settings[] = {{true, 1.0, false, false, 0},   {true, 1.0, true, false, 500},
+                                {false, 1.0, true, true, 3},    {true, 0.5, false, false, 20},
+                                {true, -1.25, true, false, 40}, {true, 0.0, false, true, 0},
+                                {true, 20.0, false, true, 100}, {false, 3.0, false, false, 10}};
     DialogProbe d;
     for (int round = 0; round < 200; ++round) {
         const int width = 1 + static_cast<int>(random() % 19);
         const int height = 1 + static_cast<int>(random() % 13);
         const int tight = width * (depth == 8 ? 1 : 2);
         const int step = spare == -1 ? (tight + 3) / 4 * 4 : spare == -2 ? 2 * tight : tight + spare;
-        const reference::Image frame = randomFrame(random, width, height, depth, step);
+        const TestFrame taken = randomFrame(random, width, height, depth, step);
+        const reference::Image frame{taken.bytes, step, width, height, depth};
         const Setting& setting = settings[round % 8];
-        fakeConverter.record = TestFrame(
-                                   width, height, depth, [](int, int) { return 0U; }, step)
-                                   .record();
-        fakeConverter.pixels = frame.bytes;
 
         d.ui.chBShowY->setChecked(setting.showRows);
-        d.take(TestFrame::even(width, height, depth, 0));
+        d.take(taken);
         d.m_normalize = setting.normalize;
         d.m_normalizeValue = setting.value;
+        d.m_pairSmoothing = setting.pairs;
+        d.m_histogramPeak = setting.peak;
         QVERIFY(d.RunCorrection());
         const Expected expected(frame, setting);
 
@@ -197,7 +217,17 @@ void Pipeline::membersEqualTheReference()
             lineDifference("flat column mean", d.m_flatColumnMean, expected.flatColumnMeans),
             lineDifference("flat row mean", d.m_flatRowMean, expected.flatRowMeans),
             lineDifference("column line", d.m_columnLine, expected.columns.means),
-            lineDifference("flat row line", d.m_flatRowLine, expected.flatRowMeans)};
+            lineDifference("row line", d.m_rowLine, expected.rowsOfFrame.means),
+            lineDifference("flat column line", d.m_flatColumnLine, expected.flatColumnMeans),
+            lineDifference("flat row line", d.m_flatRowLine, expected.flatRowMeans),
+            lineDifference("bin", d.m_histogram, expected.bins),
+            difference("levels, peak", {d.m_histogramLevels, d.m_histogramPeak},
+                       {static_cast<int>(expected.bins.size()), expected.peak}),
+            difference("extremes", {d.m_imageMin, d.m_imageMax, d.m_flatMin, d.m_flatMax},
+                       {expected.ofImage.least, expected.ofImage.greatest, expected.ofFlat.least,
+                        expected.ofFlat.greatest}),
+            difference("ranges", {d.m_rangeXMin, d.m_rangeXMax, d.m_rangeYMin, d.m_rangeYMax},
+                       {0, width, expected.range.least, expected.range.greatest})};
         differences.removeAll(QString());
         QVERIFY2(differences.isEmpty(), qPrintable(QStringLiteral("%1x%2, step %3, round %4: %5")
                                                        .arg(width)
@@ -213,8 +243,6 @@ void Pipeline::unpaddedOddWidthSkewsTheRows()
     // Three pixels a row in 6 bytes, while the working image has rows of 8: each later row starts one cell
     // further on, and the last cells are those that the frame does not fill.
     TestFrame delivered(3, 3, 12, [](int x, int y) { return static_cast<unsigned>(100 * (y + 1) + x); });
-    fakeConverter.record = delivered.record();
-    fakeConverter.pixels = delivered.bytes;
     DialogProbe d;
     d.take(delivered);
     d.m_columnGains = {1.0, 1.0, 1.0};

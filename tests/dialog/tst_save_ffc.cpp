@@ -1,3 +1,4 @@
+#include "support/Cursors.h"
 #include "support/DialogProbe.h"
 #include "support/ModalWatch.h"
 
@@ -10,6 +11,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextCodec>
 
 #include <limits>
 
@@ -45,6 +47,7 @@ class SaveFfc : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup();
     void initTestCase();
     void init();
     void fileHasItsLinesInOrder();
@@ -52,15 +55,20 @@ private slots:
     void gainsAreWrittenWithTheChosenPrecision();
     void listsAreWrittenAsTheyStand_data();
     void listsAreWrittenAsTheyStand();
+    void everyOtherPrecisionIsTwelveBits();
+    void headerTextsAreNotEscaped_data();
     void headerTextsAreNotEscaped();
+    void headerTextsFollowTheLocalesCodec_data();
+    void headerTextsFollowTheLocalesCodec();
     void dateIsTodays();
     void missingTextStopsBeforeTheFileDialog_data();
     void missingTextStopsBeforeTheFileDialog();
     void textsAreStoredBeforeTheyAreTested();
-    void fileDialogIsAskedAsTold();
+    void fileDialogProposesTheCamera();
     void cancelWritesNothing();
     void existingFileIsOverwritten();
     void unwritableFileGivesNoMessage();
+    void fullDeviceGivesNoMessage();
     void saveBeforeTheNextRunWritesTheOldGains();
     void saveAfterAResetWritesTheLastGains();
 
@@ -75,6 +83,11 @@ private:
 void SaveFfc::initTestCase()
 {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+}
+
+void SaveFfc::cleanup()
+{
+    restoreAllCursors();
 }
 
 void SaveFfc::init()
@@ -168,15 +181,72 @@ void SaveFfc::listsAreWrittenAsTheyStand()
     QCOMPARE(text, header("Lab 3", "ZC-4", d.m_date.toLatin1()) + tables);
 }
 
+void SaveFfc::everyOtherPrecisionIsTwelveBits()
+{
+    DialogProbe d;
+    d.m_columnGains = {1.5};
+    d.ui.cBoxPrecision->setCurrentIndex(-1);
+    const QByteArray none = save(d);
+    QVERIFY2(none.endsWith("HEX Value\n1,6144\n" + RowHeading), none);
+    d.ui.cBoxPrecision->addItem(QStringLiteral("16 bit"));
+    d.ui.cBoxPrecision->setCurrentIndex(2);
+    QFile::remove(m_path);
+    const QByteArray third = save(d);
+    QVERIFY2(third.endsWith("HEX Value\n1,6144\n" + RowHeading), third);
+}
+
+void SaveFfc::headerTextsAreNotEscaped_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("camera");
+    QTest::newRow("commas and dashes") << "a, b -- c"
+                                       << "x,y";
+    QTest::newRow("a newline") << "first\n:Table,"
+                               << "ZC-4";
+    QTest::newRow("blanks") << "  "
+                            << " ZC ";
+}
+
 void SaveFfc::headerTextsAreNotEscaped()
 {
+    QFETCH(QString, title);
+    QFETCH(QString, camera);
     DialogProbe d;
     ModalWatch watch;
     watch.chosenFile = m_path;
-    d.ui.lETitle->setText(QStringLiteral("a, b -- c"));
-    d.ui.lECamera->setText(QStringLiteral("x,y"));
+    d.ui.lETitle->setText(title);
+    d.ui.lECamera->setText(camera);
     d.DoSaveFFC();
-    QCOMPARE(contentOf(m_path), header("a, b -- c", "x,y", d.m_date.toLatin1()) + RowHeading);
+    QCOMPARE(contentOf(m_path),
+             header(title.toLatin1(), camera.toLatin1(), d.m_date.toLatin1()) + RowHeading);
+}
+
+void SaveFfc::headerTextsFollowTheLocalesCodec_data()
+{
+    QTest::addColumn<QByteArray>("codec");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("UTF-8") << QByteArray("UTF-8")
+                           << QByteArray("Pr\xC3\xBC"
+                                         "fung");
+    QTest::newRow("Latin-1") << QByteArray("ISO-8859-1")
+                             << QByteArray("Pr\xFC"
+                                           "fung");
+}
+
+void SaveFfc::headerTextsFollowTheLocalesCodec()
+{
+    QFETCH(QByteArray, codec);
+    QFETCH(QByteArray, bytes);
+    DialogProbe d;
+    ModalWatch watch;
+    watch.chosenFile = m_path;
+    d.ui.lETitle->setText(QStringLiteral("Pr\u00FCfung"));
+    d.ui.lECamera->setText(QStringLiteral("ZC-4"));
+    QTextCodec* const before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName(codec));
+    d.DoSaveFFC();
+    QTextCodec::setCodecForLocale(before);
+    QCOMPARE(contentOf(m_path), header(bytes, "ZC-4", d.m_date.toLatin1()) + RowHeading);
 }
 
 void SaveFfc::dateIsTodays()
@@ -243,7 +313,7 @@ void SaveFfc::textsAreStoredBeforeTheyAreTested()
     QVERIFY(d.m_date.isEmpty());
 }
 
-void SaveFfc::fileDialogIsAskedAsTold()
+void SaveFfc::fileDialogProposesTheCamera()
 {
     DialogProbe d;
     ModalWatch watch;
@@ -316,6 +386,24 @@ void SaveFfc::unwritableFileGivesNoMessage()
     d.DoSaveFFC();
     QVERIFY(QFileInfo(m_path).isDir());
     QVERIFY(watch.texts.isEmpty());
+    QVERIFY(!d.m_date.isEmpty());
+}
+
+void SaveFfc::fullDeviceGivesNoMessage()
+{
+    if (!QFile::exists(QStringLiteral("/dev/full")))
+        QSKIP("this system has no device that is always full");
+    QVERIFY(QFile::link(QStringLiteral("/dev/full"), m_path));
+    DialogProbe d;
+    // More than any buffer of the stream holds.
+    d.m_columnGains.assign(100000, 1.0);
+    ModalWatch watch;
+    watch.chosenFile = m_path;
+    d.ui.lETitle->setText(QStringLiteral("T"));
+    d.ui.lECamera->setText(QStringLiteral("C"));
+    d.DoSaveFFC();
+    // The one question is the file dialog's own.
+    QCOMPARE(watch.texts.size(), 1);
     QVERIFY(!d.m_date.isEmpty());
 }
 

@@ -5,9 +5,9 @@
 #include <QLineEdit>
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numeric>
 
 namespace {
 
@@ -49,15 +49,14 @@ private slots:
     void linesAreCopiesOfTheMeans();
     void linesOfAChosenRowAndColumn();
     void unknownPassIsRefused();
-    void histogramCountsWithoutTheTopLevel();
-    void histogramPeakFollowsTheLargestBin_data();
-    void histogramPeakFollowsTheLargestBin();
-    void histogramIgnoresTheEnds_data();
-    void histogramIgnoresTheEnds();
-    void rangesAreMultiplesOfTwenty_data();
-    void rangesAreMultiplesOfTwenty();
-    void rangeOfTheResultFollowsTheDepth_data();
-    void rangeOfTheResultFollowsTheDepth();
+    void spareCellsOfTheResultAreBlack_data();
+    void spareCellsOfTheResultAreBlack();
+    void secondPassOfLinesNeedsTheResult();
+    void eachSelectorOfTheFrameStandsAlone_data();
+    void eachSelectorOfTheFrameStandsAlone();
+    void depthsAbove16HaveNoColumnGains();
+    void everyPixelGoesToBlackUnderAGainOfZero_data();
+    void everyPixelGoesToBlackUnderAGainOfZero();
     void emptyRegionsPassEveryStage_data();
     void emptyRegionsPassEveryStage();
 };
@@ -231,10 +230,13 @@ void Stages::oneCellUnderBothPasses()
 void Stages::shortGainListLeavesTheRestAsItIs()
 {
     DialogProbe d;
-    d.take(TestFrame::even(4, 1, 12, 100));
+    d.take(TestFrame::even(4, 3, 12, 100));
     d.m_columnGains = {2.0};
+    d.m_rowGains = {3.0, 0.5};
     QVERIFY(d.ApplyColumnGains(true));
     QCOMPARE(items(d.m_flatX, 4), QVector<int>({200, 100, 100, 100}));
+    QVERIFY(d.ApplyRowGains());
+    QCOMPARE(items(d.m_flatY, 12), QVector<int>({600, 300, 300, 300, 100, 50, 50, 50, 200, 100, 100, 100}));
 }
 
 void Stages::columnMeansFollowTheRowBox_data()
@@ -294,144 +296,110 @@ void Stages::unknownPassIsRefused()
     QVERIFY(!d.TakeProfileLines(-1, -1, -1));
 }
 
-void Stages::histogramCountsWithoutTheTopLevel()
+void Stages::spareCellsOfTheResultAreBlack_data()
 {
+    QTest::addColumn<int>("depth");
+    QTest::newRow("8 bits") << 8;
+    QTest::newRow("12 bits") << 12;
+    QTest::newRow("16 bits") << 16;
+}
+
+void Stages::spareCellsOfTheResultAreBlack()
+{
+    QFETCH(int, depth);
     DialogProbe d;
-    d.take(TestFrame(4, 1, 8, [](int x, int) { return x == 0 ? 0U : x == 1 ? 254U : 255U; }));
-    QVERIFY(d.ComputeHistogram());
-    QCOMPARE(d.m_histogramLevels, 256);
-    QCOMPARE(d.m_histogram[0], 1);
-    QCOMPARE(d.m_histogram[254], 1);
-    QCOMPARE(d.m_histogram[255], 0);
-
-    d.take(TestFrame(3, 1, 16, [](int x, int) { return x == 0 ? 0x8000U : x == 1 ? 0xFFFFU : 0x7FFFU; }));
-    QVERIFY(d.ComputeHistogram());
-    QCOMPARE(d.m_histogramLevels, 65536);
-    QCOMPARE(std::accumulate(d.m_histogram, d.m_histogram + 65536, 0), 1);
-    QCOMPARE(d.m_histogram[0x7FFF], 1);
-}
-
-void Stages::histogramPeakFollowsTheLargestBin_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("height");
-    QTest::addColumn<int>("before");
-    QTest::addColumn<int>("after");
-    QTest::newRow("100 from 0 rises by a grain of 20") << 10 << 10 << 0 << 120;
-    QTest::newRow("100 again leaves 120") << 10 << 10 << 120 << 120;
-    QTest::newRow("50 on 120 falls and rounds up to 60") << 10 << 5 << 120 << 60;
-    QTest::newRow("15000 takes a grain of 10000") << 150 << 100 << 0 << 20000;
-    QTest::newRow("2000 takes a grain of 500") << 50 << 40 << 0 << 2500;
-    QTest::newRow("500 takes a grain of 100") << 25 << 20 << 0 << 600;
-}
-
-void Stages::histogramPeakFollowsTheLargestBin()
-{
-    QFETCH(int, width);
-    QFETCH(int, height);
-    QFETCH(int, before);
-    QFETCH(int, after);
-    for (const int depth : {8, 12}) {
-        DialogProbe d;
-        d.take(TestFrame::even(width, height, depth, 77));
-        QCOMPARE(d.m_histogramFloor, 0);
-        d.m_histogramPeak = before;
-        QVERIFY(d.ComputeHistogram());
-        QCOMPARE(d.m_histogram[77], width * height);
-        QCOMPARE(d.m_histogramPeak, after);
+    d.take(TestFrame::even(3, 2, depth, 200));
+    QVERIFY(d.RunCorrection());
+    QCOMPARE(d.m_flatYStep, 8);
+    for (const int spare : {3, 7, 8, 9, 10, 11})
+        QCOMPARE(int(d.m_flatY[spare]), 0);
+    QVERIFY(d.m_flatY[2] != 0 && d.m_flatY[6] != 0);
+    if (depth == 8) {
+        for (const int spare : {3, 7, 8, 9, 10, 11})
+            QCOMPARE(int(d.m_flatX[spare]), 0);
     }
 }
 
-void Stages::histogramIgnoresTheEnds_data()
+void Stages::secondPassOfLinesNeedsTheResult()
+{
+    DialogProbe d;
+    d.take(TestFrame::even(3, 2, 12, 100));
+    QVERIFY(d.ComputeColumnGains());
+    QVERIFY(d.ApplyColumnGains(true));
+    QVERIFY(d.m_flatX && !d.m_flatY);
+    QVERIFY(!d.TakeProfileLines(1, -1, -1));
+    QVERIFY(!d.m_flatColumnLine && !d.m_flatRowLine);
+    QVERIFY(d.TakeProfileLines(0, -1, -1));
+}
+
+void Stages::eachSelectorOfTheFrameStandsAlone_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QVector<int>>("columnLine");
+    QTest::addColumn<QVector<int>>("rowLine");
+    QTest::newRow("both means") << -1 << -1 << QVector<int>({101, 111, 121}) << QVector<int>({110, 111, 112});
+    QTest::newRow("a row, and the means of the rows")
+        << 2 << -1 << QVector<int>({102, 112, 122}) << QVector<int>({110, 111, 112});
+    QTest::newRow("a column, and the means of the columns")
+        << -1 << 0 << QVector<int>({101, 111, 121}) << QVector<int>({100, 101, 102});
+}
+
+void Stages::eachSelectorOfTheFrameStandsAlone()
+{
+    QFETCH(int, row);
+    QFETCH(int, column);
+    QFETCH(QVector<int>, columnLine);
+    QFETCH(QVector<int>, rowLine);
+    DialogProbe d;
+    d.take(TestFrame(3, 3, 12, [](int x, int y) { return static_cast<unsigned>(100 + 10 * x + y); }));
+    QVERIFY(d.ComputeColumnGains());
+    QVERIFY(d.TakeProfileLines(0, row, column));
+    QCOMPARE(items(d.m_columnLine, 3), columnLine);
+    QCOMPARE(items(d.m_rowLine, 3), rowLine);
+}
+
+void Stages::depthsAbove16HaveNoColumnGains()
+{
+    DialogProbe d;
+    d.take(TestFrame::even(3, 2, 16, 100));
+    d.m_columnGains = {2.0};
+    d.m_depth = 17;
+    QVERIFY(d.ComputeColumnGains());
+    QVERIFY(d.m_columnGains.empty());
+    QVERIFY(d.m_columnMean && d.m_rowMean);
+}
+
+void Stages::everyPixelGoesToBlackUnderAGainOfZero_data()
 {
     QTest::addColumn<int>("depth");
-    QTest::addColumn<unsigned>("value");
-    QTest::newRow("8 bits, all black") << 8 << 0U;
-    QTest::newRow("8 bits, all white") << 8 << 255U;
-    QTest::newRow("12 bits, all black") << 12 << 0U;
-    QTest::newRow("16 bits, all with bit 15 set") << 16 << 0x8000U;
+    QTest::addColumn<int>("pixel");
+    QTest::addColumn<int>("result");
+    QTest::newRow("8 bits") << 8 << 100 << 0;
+    QTest::newRow("8 bits, white too: the column pass exempts nothing") << 8 << 255 << 0;
+    QTest::newRow("12 bits") << 12 << 1000 << 0;
+    QTest::newRow("12 bits, but for white") << 12 << 4095 << 4095;
+    QTest::newRow("16 bits: black comes out white") << 16 << 1000 << 65535;
 }
 
-void Stages::histogramIgnoresTheEnds()
+void Stages::everyPixelGoesToBlackUnderAGainOfZero()
 {
     QFETCH(int, depth);
-    QFETCH(unsigned, value);
+    QFETCH(int, pixel);
+    QFETCH(int, result);
     DialogProbe d;
-    d.take(TestFrame::even(10, 10, depth, value));
-    QVERIFY(d.ComputeHistogram());
-    QCOMPARE(d.m_histogramPeak, 0);
-}
-
-void Stages::rangesAreMultiplesOfTwenty_data()
-{
-    QTest::addColumn<QVector<int>>("extremes"); // image min, image max, flat min, flat max
-    QTest::addColumn<int>("minimum");
-    QTest::addColumn<int>("maximum");
-    QTest::newRow("37 to 241") << QVector<int>({37, 200, 50, 241}) << 20 << 260;
-    QTest::newRow("exact multiples stay") << QVector<int>({0, 100, 20, 240}) << 0 << 240;
-    QTest::newRow("a negative minimum") << QVector<int>({10, 100, -5, 90}) << -20 << 100;
-    QTest::newRow("one value, a multiple: no span") << QVector<int>({40, 40, 40, 40}) << 40 << 40;
-}
-
-void Stages::rangesAreMultiplesOfTwenty()
-{
-    QFETCH(QVector<int>, extremes);
-    QFETCH(int, minimum);
-    QFETCH(int, maximum);
-    // Without images the extremes keep what they hold.
-    DialogProbe d;
-    d.m_imageMin = extremes[0];
-    d.m_imageMax = extremes[1];
-    d.m_flatMin = extremes[2];
-    d.m_flatMax = extremes[3];
-    d.m_width = 9;
-    d.ComputeRanges();
-    QCOMPARE(QVector<int>({d.m_imageMin, d.m_imageMax, d.m_flatMin, d.m_flatMax}), extremes);
-    QCOMPARE(d.m_rangeYMin, minimum);
-    QCOMPARE(d.m_rangeYMax, maximum);
-    QCOMPARE(d.m_rangeXMin, 0);
-    QCOMPARE(d.m_rangeXMax, 9);
-}
-
-void Stages::rangeOfTheResultFollowsTheDepth_data()
-{
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<int>("flatMin");
-    QTest::addColumn<int>("flatMax");
-    QTest::addColumn<int>("rangeMin");
-    QTest::addColumn<int>("rangeMax");
-    QTest::newRow("8 bits: above 255, from the column pass") << 8 << 300 << 300 << 200 << 300;
-    QTest::newRow("10 bits: from both passes") << 10 << 150 << 150 << 140 << 200;
-    QTest::newRow("12 bits: from both passes") << 12 << 150 << 150 << 140 << 200;
-    QTest::newRow("16 bits: white reads as -1") << 16 << -1 << -1 << -20 << 200;
-}
-
-void Stages::rangeOfTheResultFollowsTheDepth()
-{
-    QFETCH(int, depth);
-    QFETCH(int, flatMin);
-    QFETCH(int, flatMax);
-    QFETCH(int, rangeMin);
-    QFETCH(int, rangeMax);
-    DialogProbe d;
-    d.take(TestFrame::even(2, 2, depth, 200));
-    d.m_columnGains = {1.5, 1.5};
-    d.m_rowGains = {0.5, 0.5};
-    QVERIFY(d.ApplyRowGains());
-    d.ComputeRanges();
-    QCOMPARE(d.m_imageMin, 200);
-    QCOMPARE(d.m_imageMax, 200);
-    QCOMPARE(d.m_flatMin, flatMin);
-    QCOMPARE(d.m_flatMax, flatMax);
-    QCOMPARE(d.m_rangeYMin, rangeMin);
-    QCOMPARE(d.m_rangeYMax, rangeMax);
+    d.take(TestFrame::even(2, 2, depth, static_cast<unsigned>(pixel)));
+    d.m_normalizeValue = 0.0;
+    QVERIFY(d.RunCorrection());
+    QCOMPARE(listed(d.m_columnGains), QVector<double>({0.0, 0.0}));
+    QCOMPARE(items(d.m_flatY, 4), QVector<int>(4, result));
 }
 
 void Stages::emptyRegionsPassEveryStage_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<bool>("noColumns");
-    for (const int depth : {8, 12}) {
+    for (const int depth : {8, 10, 12, 16}) {
         QTest::addRow("%d bits, width 0", depth) << depth << true;
         QTest::addRow("%d bits, height 0", depth) << depth << false;
     }
@@ -444,11 +412,29 @@ void Stages::emptyRegionsPassEveryStage()
     DialogProbe d;
     d.take(TestFrame::even(2, 2, depth, 100));
     (noColumns ? d.m_width : d.m_height) = 0;
+    d.m_imageMin = 33;
+    d.m_imageMax = 61;
+    d.m_flatMin = 41;
+    d.m_flatMax = 99;
     QVERIFY(d.RunCorrection());
     QCOMPARE(int(d.m_columnGains.size()), noColumns ? 0 : 2);
     QCOMPARE(int(d.m_rowGains.size()), noColumns ? 2 : 0);
     for (const double gain : noColumns ? d.m_rowGains : d.m_columnGains)
         QVERIFY(std::isnan(gain));
+    // Means that are no number are stored as 0, and lines copy them.
+    const QVector<int> black(2, 0);
+    QCOMPARE(items(noColumns ? d.m_rowMean : d.m_columnMean, 2), black);
+    QCOMPARE(items(noColumns ? d.m_flatRowMean : d.m_flatColumnMean, 2), black);
+    QCOMPARE(items(noColumns ? d.m_rowLine : d.m_columnLine, 2), black);
+    QCOMPARE(items(noColumns ? d.m_flatRowLine : d.m_flatColumnLine, 2), black);
+    // The primitives refuse the region: no pixel is counted, and the extremes stay.
+    QCOMPARE(std::count(d.m_histogram, d.m_histogram + d.m_histogramLevels, 0),
+             std::ptrdiff_t{d.m_histogramLevels});
+    QCOMPARE(d.m_histogramPeak, 0);
+    QCOMPARE(QVector<int>({d.m_imageMin, d.m_imageMax, d.m_flatMin, d.m_flatMax}),
+             QVector<int>({33, 61, 41, 99}));
+    QCOMPARE(QVector<int>({d.m_rangeXMax, d.m_rangeYMin, d.m_rangeYMax}),
+             QVector<int>({noColumns ? 0 : 2, 20, 100}));
 }
 
 QTEST_MAIN(Stages)

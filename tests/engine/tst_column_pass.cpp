@@ -36,14 +36,7 @@ class ColumnPassTest : public QObject
     Q_OBJECT
 
 private slots:
-    void workingImagesHaveOneRowMore_data();
-    void workingImagesHaveOneRowMore();
-    void saturationLimitsFollowTheDepth_data();
-    void saturationLimitsFollowTheDepth();
-    void eightBitFramesAreWidened();
-    void widerFramesAreCopiedFlat_data();
-    void widerFramesAreCopiedFlat();
-    void depthsAbove16AreNotFilled();
+    void depthsAbove16AreLeftAlone();
     void capacityCoversTheStep_data();
     void capacityCoversTheStep();
     void cellsAreMultiplied_data();
@@ -52,98 +45,9 @@ private slots:
     void walkIgnoresTheRowsOfTheBlock();
 };
 
-void ColumnPassTest::workingImagesHaveOneRowMore_data()
+void ColumnPassTest::depthsAbove16AreLeftAlone()
 {
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("height");
-    QTest::addColumn<int>("step");
-    QTest::addColumn<int>("bytes");
-    QTest::newRow("one pixel is padded to 4 bytes") << 1 << 1 << 4 << 8;
-    QTest::newRow("an even width needs no padding") << 6 << 4 << 12 << 60;
-    QTest::newRow("an odd width is padded by 2 bytes") << 7 << 4 << 16 << 80;
-    QTest::newRow("a camera frame") << 1392 << 1040 << 2784 << 2784 * 1041;
-    QTest::newRow("no columns") << 0 << 5 << 0 << 0;
-    QTest::newRow("no rows leave the spare one") << 5 << 0 << 12 << 12;
-}
-
-void ColumnPassTest::workingImagesHaveOneRowMore()
-{
-    QFETCH(int, width);
-    QFETCH(int, height);
-    QFETCH(int, step);
-    QFETCH(int, bytes);
-    QCOMPARE(zor::cellStep(width), step);
-    QCOMPARE(zor::cellBlockBytes(width, height), static_cast<std::size_t>(bytes));
-    // A block beyond 2 GiB keeps its size.
-    QCOMPARE(zor::cellBlockBytes(40000, 40000), std::size_t{80000} * 40001);
-}
-
-void ColumnPassTest::saturationLimitsFollowTheDepth_data()
-{
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<int>("limit");
-    QTest::newRow("depth 8") << 8 << 255;
-    QTest::newRow("depth 10") << 10 << 1023;
-    QTest::newRow("depth 12") << 12 << 4095;
-    QTest::newRow("depth 16") << 16 << 65535;
-}
-
-void ColumnPassTest::saturationLimitsFollowTheDepth()
-{
-    QFETCH(int, depth);
-    QFETCH(int, limit);
-    QCOMPARE(zor::saturationLimit(depth), limit);
-}
-
-void ColumnPassTest::eightBitFramesAreWidened()
-{
-    const std::uint8_t frame[] = {1, 2, 255, 0xEE, 4, 5, 6};
-    for (const std::uint8_t poison : enginetest::Poisons) {
-        const int pad = poison + 256 * poison;
-        std::vector<std::uint8_t> cells(zor::cellBlockBytes(3, 2), poison);
-        zor::fillCells({frame, 4, 3, 2, 8}, sizeof frame, {cells.data(), 8, 3, 2, 8});
-        QCOMPARE(wordsOf(cells), (Words{1, 2, 255, pad, 4, 5, 6, pad, 0, 0, 0, 0}));
-    }
-}
-
-void ColumnPassTest::widerFramesAreCopiedFlat_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("step");
-    QTest::addColumn<Words>("frame");
-    QTest::addColumn<Words>("cells");
-    QTest::newRow("even width, unpadded") << 2 << 4 << Words{1, 2, 3, 4} << Words{1, 2, 3, 4, 0, 0};
-    QTest::newRow("odd width, padded") << 1 << 4 << Words{1, 9, 2, 8} << Words{1, 9, 2, 8, 0, 0};
-    QTest::newRow("odd width, unpadded: rows are skewed and the frame ends early")
-        << 3 << 6 << Words{1, 2, 3, 4, 5, 6} << Words{1, 2, 3, 4, 5, 6, 0, 0, 0, 0, 0, 0};
-    QTest::newRow("a larger step: the padding comes along, the last row does not")
-        << 2 << 8 << Words{1, 2, 7, 7, 3, 4, 7, 7} << Words{1, 2, 7, 7, 0, 0};
-    QTest::newRow("the last row without its padding") << 1 << 4 << Words{1, 9, 2} << Words{1, 9, 2, 0, 0, 0};
-}
-
-void ColumnPassTest::widerFramesAreCopiedFlat()
-{
-    QFETCH(int, width);
-    QFETCH(int, step);
-    QFETCH(Words, frame);
-    QFETCH(Words, cells);
-    const std::vector<std::uint8_t> bytes = bytesOf(frame);
-    for (const int depth : {9, 10, 12, 16}) {
-        for (const std::uint8_t poison : enginetest::Poisons) {
-            std::vector<std::uint8_t> actual(zor::cellBlockBytes(width, 2), poison);
-            zor::fillCells({bytes.data(), step, width, 2, depth}, bytes.size(),
-                           {actual.data(), zor::cellStep(width), width, 2, depth});
-            QCOMPARE(wordsOf(actual), cells);
-        }
-    }
-}
-
-void ColumnPassTest::depthsAbove16AreNotFilled()
-{
-    const std::uint8_t frame[] = {1, 2, 3, 4};
     std::vector<std::uint8_t> cells(8, 0xA5);
-    zor::fillCells({frame, 4, 2, 1, 17}, sizeof frame, {cells.data(), 4, 2, 1, 17});
-    QCOMPARE(cells, std::vector<std::uint8_t>(8, 0xA5));
     const std::uint16_t codes[] = {0x200, 0x200};
     zor::applyColumnCodes({cells.data(), 4, 2, 1, 17}, 4, codes);
     QCOMPARE(cells, std::vector<std::uint8_t>(8, 0xA5));

@@ -3,31 +3,49 @@
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
 
-#include <cstring>
+#include <algorithm>
+#include <utility>
 
 FakeConverter fakeConverter;
 
+void FakeConverter::deliver(const _ZorImage& record, std::vector<std::uint8_t> pixels)
+{
+    m_echoes = false;
+    m_record = record;
+    m_pixels = std::move(pixels);
+}
+
+int FakeConverter::convert(const _ZorImage* source, unsigned long targetPixelType, _ZorImage** result)
+{
+    ++conversions;
+    askedSource = source;
+    askedType = targetPixelType;
+    if (answer != 0)
+        return answer;
+    const std::size_t size = m_echoes ? source->imageSize : m_pixels.size();
+    const std::uint8_t* from = m_echoes ? source->data : m_pixels.data();
+    m_delivered.push_back({m_echoes ? *source : m_record, std::make_unique<std::uint8_t[]>(size)});
+    Delivered& made = m_delivered.back();
+    std::copy_n(from, size, made.pixels.get());
+    made.record.imageSize = static_cast<std::uint32_t>(size);
+    made.record.data = made.pixels.get();
+    *result = &made.record;
+    return 0;
+}
+
+void FakeConverter::release(_ZorImage** slot)
+{
+    m_delivered.remove_if([&](const Delivered& made) { return &made.record == *slot; });
+    *slot = nullptr;
+}
+
 extern "C" int ZimConvert(const _ZorImage* source, unsigned long targetPixelType, _ZorImage** result)
 {
-    ++fakeConverter.conversions;
-    fakeConverter.askedSource = source;
-    fakeConverter.askedType = targetPixelType;
-    if (fakeConverter.answer != 0)
-        return fakeConverter.answer;
-    auto* record = new _ZorImage(fakeConverter.record);
-    record->imageSize = static_cast<std::uint32_t>(fakeConverter.pixels.size());
-    record->data = new std::uint8_t[fakeConverter.pixels.size()];
-    std::memcpy(record->data, fakeConverter.pixels.data(), fakeConverter.pixels.size());
-    *result = record;
-    ++fakeConverter.live;
-    return 0;
+    return fakeConverter.convert(source, targetPixelType, result);
 }
 
 extern "C" int ZorReleaseImage(_ZorImage** slot)
 {
-    delete[](*slot)->data;
-    delete *slot;
-    *slot = nullptr;
-    --fakeConverter.live;
+    fakeConverter.release(slot);
     return 0;
 }

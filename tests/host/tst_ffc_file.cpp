@@ -134,6 +134,10 @@ void tst_ffc_file::refusesBadText_data()
                                 << "f: line 7: a section out of its order";
     QTest::newRow("four header lines") << header + "more,\n"
                                        << "f: line 5: a fourth header line";
+    QTest::newRow("two header lines") << ":Header,\nTitle,\nCamera,\n:Table,\n1,256\n:FFC_Y start,\n1,256\n"
+                                      << "f: line 4: the table behind 2 header lines";
+    QTest::newRow("no header lines") << ":Header,\n:Table,\n1,256\n:FFC_Y start,\n1,256\n"
+                                     << "f: line 2: the table behind 0 header lines";
     QTest::newRow("no rows section") << header + ":Table,\n1,256\n"
                                      << "f: has no";
     QTest::newRow("no column entries") << header + ":Table,\n:FFC_Y start,\n1,256\n"

@@ -70,6 +70,7 @@ private slots:
     void meansAreExactAndSkipPadding();
     void nonUniformityOfColumnsAndRows();
     void saturatedPixelsAreThoseAtTheLimit();
+    void newlySaturatedPixelsWereBelowTheLimitBefore();
     void gainsFollowTheColumnPass();
     void correctedFrameAppliesBothTables();
     void monoFrameBringsARecordToItsTarget_data();
@@ -125,6 +126,15 @@ void tst_quality::saturatedPixelsAreThoseAtTheLimit()
     QCOMPARE(saturatedShare(Samples(8, 2, 2, {255, 254, 0, 255}).view()), 0.5);
     QCOMPARE(saturatedShare(Samples(10, 2, 2, {1023, 1022, 255, 0}).view()), 0.25);
     QCOMPARE(saturatedShare(Samples(16, 1, 2, {65534, 0}).view()), 0.0);
+}
+
+void tst_quality::newlySaturatedPixelsWereBelowTheLimitBefore()
+{
+    const Samples before(8, 2, 2, {255, 254, 0, 255});
+    QCOMPARE(newlySaturatedShare(before.view(), Samples(8, 2, 2, {255, 255, 254, 100}).view()), 0.25);
+    QCOMPARE(newlySaturatedShare(before.view(), before.view()), 0.0);
+    QCOMPARE(newlySaturatedShare(Samples(12, 2, 1, {1, 4094}).view(), Samples(12, 2, 1, {4095, 4095}).view()),
+             1.0);
 }
 
 void tst_quality::gainsFollowTheColumnPass()
@@ -184,8 +194,25 @@ void tst_quality::monoFrameBringsARecordToItsTarget()
 void tst_quality::monoFrameRefusesWhatCannotBeConverted()
 {
     std::vector<std::uint8_t> pixels(2, 0);
-    // Three pixels in two bytes.
-    QVERIFY_EXCEPTION_THROWN(MonoFrame(record(pixels, ZorMono8, 3, 1, 3)), std::runtime_error);
+    const auto problem = [&pixels](std::uint32_t type, std::uint32_t width, std::uint32_t height,
+                                   std::uint32_t pitch) {
+        try {
+            MonoFrame(record(pixels, type, width, height, pitch));
+            return QString("none");
+        } catch (const std::runtime_error& error) {
+            return QString(error.what());
+        }
+    };
+    constexpr std::uint32_t rgb8 = 0x02180171;
+    QVERIFY2(problem(rgb8, 1, 1, 3).startsWith("there is no conversion from "),
+             qPrintable(problem(rgb8, 1, 1, 3)));
+    QCOMPARE(problem(ZorMono8, 3, 1, 3), QString("a frame of 3 x 1 pixels could not be brought from Mono8 to "
+                                                 "Mono8; check its size and pitch, use a smaller frame or "
+                                                 "close other programs"));
+    QCOMPARE(
+        problem(ZorMono12, 65535, 32769, 131070),
+        QString("a frame of 65535 x 32769 pixels is too large to be brought from Mono12 to Mono12; use a "
+                "smaller frame"));
     QCOMPARE(QString(pixelTypeName(ZorMono12)), QString("Mono12"));
     QCOMPARE(QString(pixelTypeName(0)), QString("unknown format"));
     QCOMPARE(QString(pixelTypeName(0x010801FF)), QString("unknown format"));

@@ -23,7 +23,8 @@ class tst_report_parts : public QObject
 
 private slots:
     void greyRangeLeavesHalfAPercentOnEachSide();
-    void greyRangeOfAnEvenImageIsNotEmpty();
+    void greyRangeOfAnEvenImageIsAroundIt_data();
+    void greyRangeOfAnEvenImageIsAroundIt();
     void greyPictureSpreadsItsRange();
     void sizesAreRead_data();
     void sizesAreRead();
@@ -31,6 +32,8 @@ private slots:
     void realNumbersAreRead();
     void fixedTextIsTheSameEverywhere_data();
     void fixedTextIsTheSameEverywhere();
+    void significantTextKeepsSmallNumbers_data();
+    void significantTextKeepsSmallNumbers();
 };
 
 void tst_report_parts::greyRangeLeavesHalfAPercentOnEachSide()
@@ -50,14 +53,25 @@ void tst_report_parts::greyRangeLeavesHalfAPercentOnEachSide()
     QCOMPARE(range.white, 250);
 }
 
-void tst_report_parts::greyRangeOfAnEvenImageIsNotEmpty()
+void tst_report_parts::greyRangeOfAnEvenImageIsAroundIt_data()
 {
-    for (const std::uint8_t value : {std::uint8_t{0}, std::uint8_t{7}, std::uint8_t{255}}) {
-        const std::vector<std::uint8_t> pixels(6, value);
-        const GreyRange range = commonGreyRange(view8(pixels, 3), view8(pixels, 3));
-        QCOMPARE(range.black, int(value));
-        QCOMPARE(range.white, value + 1);
-    }
+    QTest::addColumn<int>("value");
+    QTest::addColumn<int>("black");
+    QTest::addColumn<int>("white");
+    QTest::addColumn<int>("grey");
+    QTest::newRow("0 is black") << 0 << 0 << 1 << 0;
+    QTest::newRow("a value is grey") << 7 << 6 << 8 << 128;
+    QTest::newRow("full scale is white, and nothing lies beyond it") << 255 << 254 << 255 << 255;
+}
+
+void tst_report_parts::greyRangeOfAnEvenImageIsAroundIt()
+{
+    QFETCH(int, value);
+    const std::vector<std::uint8_t> pixels(6, static_cast<std::uint8_t>(value));
+    const GreyRange range = commonGreyRange(view8(pixels, 3), view8(pixels, 3));
+    QTEST(range.black, "black");
+    QTEST(range.white, "white");
+    QTEST(qGray(greyPicture(view8(pixels, 3), range).pixel(0, 0)), "grey");
 }
 
 void tst_report_parts::greyPictureSpreadsItsRange()
@@ -144,6 +158,23 @@ void tst_report_parts::fixedTextIsTheSameEverywhere()
     QFETCH(double, value);
     QFETCH(QByteArray, text);
     QCOMPARE(QByteArray::fromStdString(fixedText(value, 4)), text);
+}
+
+void tst_report_parts::significantTextKeepsSmallNumbers_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("a system gain") << 0.20475 << QByteArray("0.20475");
+    QTest::newRow("a small one") << 4.095e-6 << QByteArray("4.095e-06");
+    QTest::newRow("a whole number") << 4095.0 << QByteArray("4095");
+    QTest::newRow("more digits than asked for") << 1.0 / 3 << QByteArray("0.33333");
+}
+
+void tst_report_parts::significantTextKeepsSmallNumbers()
+{
+    QFETCH(double, value);
+    QFETCH(QByteArray, text);
+    QCOMPARE(QByteArray::fromStdString(significantText(value, 5)), text);
 }
 
 QTEST_GUILESS_MAIN(tst_report_parts)

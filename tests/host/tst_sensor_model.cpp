@@ -3,6 +3,7 @@
 
 #include <QtTest>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace zor;
@@ -77,6 +78,7 @@ private slots:
     void columnPatternIsInTheColumns();
     void rowPatternIsInTheRows();
     void greyValuesStayInRange();
+    void aGainOf0TakesAllLight();
 };
 
 void tst_sensor_model::randomNumbersDependOnTheSeedAlone()
@@ -261,6 +263,33 @@ void tst_sensor_model::greyValuesStayInRange()
     model.levelPercent = 98.0;
     const auto bright = simulateFrame(model);
     QCOMPARE(int(*std::max_element(bright.begin(), bright.end())), 1023);
+}
+
+void tst_sensor_model::aGainOf0TakesAllLight()
+{
+    // Deviations so large that many gains end at 0. A row without light and a column without light must not
+    // make light where they cross, as two negative gains would.
+    SensorModel model = evenSensor();
+    model.width = 40;
+    model.height = 30;
+    model.depth = 16;
+    model.columnFpnPercent = 100.0;
+    model.rowFpnPercent = 100.0;
+    const std::vector<std::uint16_t> frame = simulateFrame(model);
+    std::vector<bool> columnLit(model.width);
+    std::vector<bool> rowLit(model.height);
+    std::ptrdiff_t lit = 0;
+    for (std::size_t i = 0; i < frame.size(); ++i) {
+        if (frame[i] == 0)
+            continue;
+        columnLit[i % model.width] = true;
+        rowLit[i / model.width] = true;
+        ++lit;
+    }
+    const auto columns = std::count(columnLit.begin(), columnLit.end(), true);
+    const auto rows = std::count(rowLit.begin(), rowLit.end(), true);
+    QVERIFY2(columns > 0 && columns < 40 && rows > 0 && rows < 30, "the seed gives gains of both kinds");
+    QCOMPARE(lit, columns * rows);
 }
 
 QTEST_GUILESS_MAIN(tst_sensor_model)

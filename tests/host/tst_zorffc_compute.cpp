@@ -197,27 +197,65 @@ void tst_zorffc_compute::summaryOfAFrameWithoutLight()
 void tst_zorffc_compute::warnsOfAPoorFrame_data()
 {
     QTest::addColumn<QByteArray>("frame");
-    QTest::addColumn<QString>("warning");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QStringList>("warnings");
+    const QString limited =
+        " of the pixels are limited to %1 by the correction, which hides what is left of the "
+        "pattern; aim lower with compute --normalize or take the frame with less light";
+    const QString endless =
+        " no finite number although there is light in the frame; choose another target with "
+        "--normalize or --mean";
+    const QString wrapped = " or more, which wrap in the file's 32-bit values; choose a lower target with "
+                            "--normalize or --mean";
+    const QByteArray flat = pgm(2, 2, 255, {100, 200, 100, 200});
+
+    QTest::newRow("a good frame") << flat << QStringList{} << QStringList{};
     QTest::newRow("saturated pixels")
-        << pgm(2, 2, 255, {255, 200, 190, 180})
-        << "zorffc: warning: f.pgm: 25.0 % of the pixels are saturated; take the frame "
-           "with less light or exposure\n";
-    QTest::newRow("a black column")
-        << pgm(2, 1, 255, {0, 90})
-        << "zorffc: warning: f.pgm: 1 column without light; the gain there is no finite "
-           "number\n";
-    QTest::newRow("black rows")
-        << pgm(1, 3, 255, {90, 0, 0})
-        << "zorffc: warning: f.pgm: 2 rows without light; the gain there is no finite number\n";
+        << pgm(2, 2, 255, {255, 255, 190, 190}) << QStringList{"--mean"}
+        << QStringList{"50.0 % of the pixels are saturated; take the frame with "
+                       "less light or exposure"};
+    QTest::newRow("a black column") << pgm(2, 1, 255, {0, 90}) << QStringList{}
+                                    << QStringList{
+                                           "1 column without light, where no gain helps; light the whole "
+                                           "frame"};
+    QTest::newRow("black rows") << pgm(1, 3, 255, {90, 0, 0}) << QStringList{}
+                                << QStringList{
+                                       "2 rows without light, where no gain helps; light the whole frame"};
+    QTest::newRow("a target that limits three pixels of four: 1.3 x 1.3 x 200 is above 255")
+        << pgm(2, 2, 255, {100, 200, 100, 200}) << QStringList{"--normalize", "1.3"}
+        << QStringList{"100.0 %" + limited.arg(255)};
+    QTest::newRow("saturated before is not limited by the correction")
+        << pgm(2, 2, 255, {255, 255, 255, 255}) << QStringList{}
+        << QStringList{"100.0 % of the pixels are saturated; take the frame with less light or exposure"};
+    QTest::newRow("a target of 0 leaves the rows without a gain")
+        << flat << QStringList{"--normalize", "0"} << QStringList{"2 row gains" + endless};
+    QTest::newRow("a target beyond all numbers")
+        << flat << QStringList{"--normalize", "1e308"}
+        << QStringList{"2 column gains" + endless, "2 row gains" + endless};
+    QTest::newRow("gains that wrap at 8 fraction bits")
+        << pgm(1, 1, 255, {100}) << QStringList{"--normalize", "8388608"}
+        << QStringList{"1 column gain of 8388608" + wrapped, "1 row gain of 8388608" + wrapped,
+                       "100.0 %" + limited.arg(255)};
+    QTest::newRow("gains just below do not wrap, and limit the frame")
+        << pgm(1, 1, 255, {100}) << QStringList{"--normalize", "8388607"}
+        << QStringList{"100.0 %" + limited.arg(255)};
+    QTest::newRow("gains that wrap at 12 fraction bits")
+        << pgm(1, 1, 255, {100}) << QStringList{"--normalize", "524288", "--precision", "12"}
+        << QStringList{"1 column gain of 524288" + wrapped, "1 row gain of 524288" + wrapped,
+                       "100.0 %" + limited.arg(255)};
 }
 
 void tst_zorffc_compute::warnsOfAPoorFrame()
 {
     QFETCH(QByteArray, frame);
-    QFETCH(QString, warning);
+    QFETCH(QStringList, options);
+    QFETCH(QStringList, warnings);
     writeFile(path("f.pgm"), frame);
-    const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header);
-    QCOMPARE(run.err, warning);
+    const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header + options);
+    QString lines;
+    for (const QString& warning : warnings)
+        lines += "zorffc: warning: f.pgm: " + warning + "\n";
+    QCOMPARE(run.err, lines);
     QCOMPARE(run.exitCode, 0);
 }
 

@@ -4,6 +4,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/stat.h>
+
 namespace {
 
 const QStringList Header{"--title", "Title", "--camera", "Camera"};
@@ -52,6 +54,12 @@ void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget_data()
 
     QTest::newRow("no such file") << QStringList{"absent.pgm"} + Header << "absent.pgm";
     QTest::newRow("an empty file name") << QStringList{""} + Header << "FRAME";
+    QTest::newRow("a pipe for a frame") << QStringList{"pipe"} + Header << "pipe: is not a regular file";
+    QTest::newRow("a link to itself for a frame")
+        << QStringList{"loop.pgm"} + Header << "loop.pgm: cannot be reached (Too many levels";
+    QTest::newRow("a raw dump with more bits than its format")
+        << QStringList{"f.raw", "--format", "Mono12", "--size", "2x1"} + Header
+        << "f.raw: the sample 65535 at column 1, row 0 (from 0) is above 4095, the limit of Mono12";
     QTest::newRow("a folder for a frame") << QStringList{"."} + Header << ".: ";
     QTest::newRow("an empty file") << QStringList{"empty.pgm"} + Header << "empty.pgm";
     QTest::newRow("a truncated file") << QStringList{"short.pgm"} + Header << "short.pgm";
@@ -61,8 +69,8 @@ void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget_data()
     QTest::newRow("an unknown format")
         << good + QStringList{"--format", "Mono99", "--size", "2x2"} << "Mono99";
     QTest::newRow("an empty format") << good + QStringList{"--format", "", "--size", "2x2"} << "format";
-    QTest::newRow("a format that is not mono")
-        << good + QStringList{"--format", "RGB8", "--size", "5x1"} << "f.pgm: frames of the format RGB8";
+    QTest::newRow("a format that is not mono") << good + QStringList{"--format", "RGB8", "--size", "5x1"}
+                                               << "f.pgm: there is no conversion from RGB8";
     QTest::newRow("a format without a size") << good + QStringList{"--format", "Mono8"} << "--size";
     QTest::newRow("a size without a format") << good + QStringList{"--size", "2x2"} << "--format";
     QTest::newRow("a size that is none")
@@ -104,6 +112,9 @@ void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget_data()
     QTest::newRow("a target beyond all numbers")
         << good + QStringList{"--normalize", "1e999"} << "--normalize";
     QTest::newRow("an empty target") << good + QStringList{"--normalize", ""} << "--normalize";
+    QTest::newRow("a number for a switch") << good + QStringList{"--mean=5"} << "--mean: takes no value";
+    QTest::newRow("a switch that is switched off")
+        << good + QStringList{"--mean=false"} << "--mean: takes no value";
     QTest::newRow("a precision that is none") << good + QStringList{"--precision", "9"} << "--precision";
     QTest::newRow("an unknown option") << good + QStringList{"--bits", "9"} << "--bits";
 }
@@ -117,6 +128,9 @@ void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget()
     writeFile(path("empty.pgm"), {});
     writeFile(path("short.pgm"), smallFrame().chopped(1));
     writeFile(path("text.pgm"), "not a frame\n");
+    writeFile(path("f.raw"), QByteArray("\x01\x02\xFF\xFF", 4));
+    QCOMPARE(::mkfifo(qPrintable(path("pipe")), 0600), 0);
+    QVERIFY(QFile::link("loop.pgm", path("loop.pgm")));
     writeFile(path("target.ffc"), "what was there");
     const QStringList before = namesIn(m_folder->path());
 
@@ -142,6 +156,10 @@ void tst_zorffc_compute_errors::refusesBadTargets_data()
                                               << "there is no folder absent";
     QTest::newRow("a file for a folder") << "f.pgm/f.ffc"
                                          << "there is no folder f.pgm";
+    QTest::newRow("a link to itself") << "loop"
+                                      << "loop: is a link that leads to itself";
+    QTest::newRow("a folder that cannot be reached") << "loop/f.ffc"
+                                                     << "the folder loop cannot be reached (Too many levels";
     QTest::newRow("a device") << "/dev/full"
                               << "/dev/full: is not a regular file";
     QTest::newRow("a folder that takes no files") << "/proc/f.ffc"
@@ -161,13 +179,15 @@ void tst_zorffc_compute_errors::refusesBadTargets()
     QFETCH(QString, problem);
     writeFile(path("f.pgm"), smallFrame());
     QVERIFY(QDir(m_folder->path()).mkdir("folder"));
+    QVERIFY(QFile::link("loop", path("loop")));
 
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", target} + Header);
     QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
     QVERIFY2(run.err.startsWith("zorffc: ") && run.err.count('\n') == 1, qPrintable(run.told()));
     QVERIFY2(run.err.contains(problem), qPrintable(run.told()));
     QCOMPARE(readFile(path("f.pgm")), smallFrame());
-    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.pgm", "folder"}));
+    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.pgm", "folder", "loop"}));
+    QVERIFY(QFileInfo(path("loop")).isSymLink());
     QCOMPARE(namesIn(path("folder")), QStringList());
 }
 

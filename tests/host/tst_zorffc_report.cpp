@@ -4,6 +4,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/stat.h>
+
 namespace {
 
 const QByteArray Header = ":Header,\nTitle,\nCamera,\ndate 1/02/26,\n";
@@ -49,6 +51,10 @@ private slots:
     void drawsFramesOfAnySize_data();
     void drawsFramesOfAnySize();
     void figuresAreThoseOfCompute();
+    void userTextsAreDrawnAsTheyStand();
+    void anEvenFrameIsDrawnInGrey();
+    void warnsOfLimitedPixels();
+    void warningsWaitForTheEnd();
     void warnsOfAnotherPrecision_data();
     void warnsOfAnotherPrecision();
     void refusesBadFiles_data();
@@ -88,8 +94,8 @@ void tst_zorffc_report::drawsFrameCorrectedFrameAndProfiles()
     const QImage picture(path("f.png"));
     QCOMPARE(picture.size(), QSize(1600, 1240));
     // The images stand side by side below the heading, well inside these parts.
-    const auto before = greyRange(picture, QRect(60, 320, 680, 200));
-    const auto after = greyRange(picture, QRect(840, 320, 680, 200));
+    const auto before = greyRange(picture, QRect(140, 320, 580, 200));
+    const auto after = greyRange(picture, QRect(920, 320, 580, 200));
     QVERIFY2(before.second - before.first > 200, qPrintable(QString::number(before.second - before.first)));
     QVERIFY2(after.second - after.first < 5, qPrintable(QString::number(after.second - after.first)));
     // Both curves run through both plots below.
@@ -103,6 +109,7 @@ void tst_zorffc_report::drawsFrameCorrectedFrameAndProfiles()
     QCOMPARE(greyRange(picture, QRect(40, 26, 600, 44)).second, 255);
     QVERIFY(greyRange(picture, QRect(40, 26, 600, 44)).first < 80);
     QVERIFY(greyRange(picture, QRect(520, 1150, 240, 70)).first < 80);
+    QVERIFY(greyRange(picture, QRect(1300, 1150, 240, 70)).first < 80);
 }
 
 void tst_zorffc_report::drawsFramesOfAnySize_data()
@@ -126,7 +133,17 @@ void tst_zorffc_report::drawsFramesOfAnySize()
     QCOMPARE(run({"compute", "f.pgm", "--title", "T", "--camera", "C", "-o", "f.ffc"}).exitCode, 0);
     const ZorffcRun report = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
     QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
-    QCOMPARE(QImage(path("f.png")).size(), QSize(1600, 1240));
+    const QImage picture(path("f.png"));
+    QCOMPARE(picture.size(), QSize(1600, 1240));
+    // Even frames: the second curve lies on the first one, and a single entry shows as a dot on a larger one.
+    const QRect columnPlot(120, 790, 660, 270);
+    const QRect rowPlot(900, 790, 660, 270);
+    for (const auto& [plot, entries] : {std::make_pair(columnPlot, width), std::make_pair(rowPlot, height)}) {
+        const int corrected = countColor(picture, plot, QColor(0x00, 0x72, 0xb2));
+        const int frame = countColor(picture, plot, QColor(0xd5, 0x5e, 0x00));
+        QVERIFY2(corrected > 30 && (entries > 1 || frame > 100),
+                 qPrintable(QString::number(corrected) + " " + QString::number(frame)));
+    }
 }
 
 void tst_zorffc_report::figuresAreThoseOfCompute()
@@ -142,6 +159,61 @@ void tst_zorffc_report::figuresAreThoseOfCompute()
     };
     QVERIFY2(figures(report.out).contains("row means"), qPrintable(report.out));
     QCOMPARE(figures(report.out), figures(compute.out));
+}
+
+void tst_zorffc_report::userTextsAreDrawnAsTheyStand()
+{
+    // Names that hold place marks are drawn letter by letter: two that differ behind a mark differ in the
+    // picture, and a mark is not replaced by one of the other texts.
+    writeFile(path("f.pgm"), pgm(2, 1, 255, {100, 200}));
+    const auto detailsOf = [this](const QString& camera) {
+        run({"compute", "f.pgm", "--title", "T", "--camera", camera, "-o", "f.ffc"});
+        run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
+        return QImage(path("f.png")).copy(0, 74, 1600, 28);
+    };
+    const QImage marked = detailsOf("%1");
+    QCOMPARE(marked.size(), QSize(1600, 28));
+    QVERIFY(marked != detailsOf("%2"));
+    QVERIFY(marked != detailsOf("f.pgm"));
+    QVERIFY(detailsOf("%2") != detailsOf("2"));
+    QVERIFY(detailsOf("%3") != detailsOf("2"));
+}
+
+void tst_zorffc_report::anEvenFrameIsDrawnInGrey()
+{
+    writeFile(path("f.pgm"), pgm(4, 2, 255, std::vector<std::uint16_t>(8, 255)));
+    QCOMPARE(run({"compute", "f.pgm", "--title", "T", "--camera", "C", "-o", "f.ffc"}).exitCode, 0);
+    QCOMPARE(run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "white.png"}).exitCode, 0);
+    writeFile(path("f.pgm"), pgm(4, 2, 255, std::vector<std::uint16_t>(8, 120)));
+    QCOMPARE(run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "grey.png"}).exitCode, 0);
+    const QRect inside(140, 320, 580, 200);
+    QCOMPARE(greyRange(QImage(path("white.png")), inside), std::make_pair(255, 255));
+    QCOMPARE(greyRange(QImage(path("grey.png")), inside), std::make_pair(128, 128));
+}
+
+void tst_zorffc_report::warnsOfLimitedPixels()
+{
+    writeFile(path("f.pgm"), pgm(2, 1, 255, {100, 200}));
+    writeFile(path("f.ffc"), Header + ":Table,\n1,256\n2,512\n:FFC_Y start,\n1,256\n");
+    const ZorffcRun report = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
+    QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
+    QVERIFY2(report.err.startsWith("zorffc: warning: f.pgm: 50.0 % of the pixels are limited to 255 by the "
+                                   "correction"),
+             qPrintable(report.told()));
+    QCOMPARE(report.err.count('\n'), 1);
+}
+
+void tst_zorffc_report::warningsWaitForTheEnd()
+{
+    // 12 fraction bits read as 8 bring a warning, but not to a run that fails.
+    writeFile(path("f.pgm"), pgm(2, 1, 255, {100, 200}));
+    writeFile(path("f.ffc"), Header + ":Table,\n1,4096\n2,4096\n:FFC_Y start,\n1,4096\n");
+    const ZorffcRun report = runShell(m_folder->path(), "exec \"$@\" >/dev/full",
+                                      {"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
+    QVERIFY2(report.exitCode == 2, qPrintable(report.told()));
+    QVERIFY2(report.err.startsWith("zorffc: standard output") && report.err.count('\n') == 1,
+             qPrintable(report.told()));
+    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
 
 void tst_zorffc_report::warnsOfAnotherPrecision_data()
@@ -170,8 +242,10 @@ void tst_zorffc_report::warnsOfAnotherPrecision()
              0);
     const ZorffcRun report = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png", "--precision", read});
     QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
-    QVERIFY2(report.err.contains("--precision " + written) == warns, qPrintable(report.told()));
-    QCOMPARE(report.err.isEmpty(), !warns);
+    QVERIFY2(report.err.contains("f.ffc: half of the column gains are ") == warns, qPrintable(report.told()));
+    QVERIFY2(report.err.contains("--precision " + written + "?") == warns, qPrintable(report.told()));
+    // Gains 16 times too large limit the frame as well.
+    QCOMPARE(report.err.count('\n'), !warns ? 0 : written == "12" ? 2 : 1);
 }
 
 void tst_zorffc_report::refusesBadFiles_data()
@@ -186,7 +260,14 @@ void tst_zorffc_report::refusesBadFiles_data()
                                    << "absent.pgm";
     QTest::newRow("no such coefficient file")
         << good << QStringList{"f.pgm", "--ffc", "absent.ffc", "-o", "f.png"}
-        << "absent.ffc: there is no such file";
+        << "absent.ffc: there is no such file; check the name";
+    QTest::newRow("an empty name for a coefficient file")
+        << good << QStringList{"f.pgm", "--ffc", "", "-o", "f.png"} << "--ffc: the file name is empty";
+    QTest::newRow("a pipe for a coefficient file")
+        << good << QStringList{"f.pgm", "--ffc", "pipe", "-o", "f.png"} << "pipe: is not a regular file";
+    QTest::newRow("a header without its lines")
+        << QByteArray(":Header,\n:Table,\n1,256\n2,256\n:FFC_Y start,\n1,256\n") << usual
+        << "f.ffc: line 2: ";
     QTest::newRow("a folder for a coefficient file")
         << good << QStringList{"f.pgm", "--ffc", ".", "-o", "f.png"} << "is a folder";
     QTest::newRow("the frame for a coefficient file")
@@ -216,6 +297,7 @@ void tst_zorffc_report::refusesBadFiles()
     writeFile(path("f.pgm"), pgm(2, 1, 255, {100, 200}));
     writeFile(path("f.ffc"), ffc);
     writeFile(path("f.png"), "what was there");
+    QCOMPARE(::mkfifo(qPrintable(path("pipe")), 0600), 0);
 
     const ZorffcRun report = run(QStringList{"report"} + arguments);
     QVERIFY2(report.exitCode == 2, qPrintable(report.told()));
@@ -224,7 +306,7 @@ void tst_zorffc_report::refusesBadFiles()
     QCOMPARE(report.out, QString());
     QCOMPARE(readFile(path("f.png")), QByteArray("what was there"));
     QCOMPARE(readFile(path("f.ffc")), ffc);
-    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm", "f.png"}));
+    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm", "f.png", "pipe"}));
 }
 
 QTEST_GUILESS_MAIN(tst_zorffc_report)

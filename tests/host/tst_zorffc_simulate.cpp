@@ -21,6 +21,7 @@ private slots:
     void aFrameWithoutNoiseIsTheModelsNumber();
     void theSeedDecidesTheFrame();
     void computeMakesASampleFlat();
+    void theSystemGainIsToldWithItsDigits();
     void refusesBadSettings_data();
     void refusesBadSettings();
 
@@ -103,6 +104,13 @@ void tst_zorffc_simulate::computeMakesASampleFlat()
         QVERIFY2(match.captured(after).toDouble() < 0.05, qPrintable(run.out));
 }
 
+void tst_zorffc_simulate::theSystemGainIsToldWithItsDigits()
+{
+    const ZorffcRun run = simulate("f.pgm", {"--size", "2x2", "--full-well", "1000000000"});
+    QVERIFY2(run.out.contains("full well 1000000000 e-, system gain 4.095e-06 DN/e-, seed 1"),
+             qPrintable(run.told()));
+}
+
 void tst_zorffc_simulate::refusesBadSettings_data()
 {
     QTest::addColumn<QString>("target");
@@ -122,6 +130,8 @@ void tst_zorffc_simulate::refusesBadSettings_data()
     QTest::newRow("a deviation that is no number")
         << "f.pgm" << QStringList{"--row-fpn", "nan"} << "--row-fpn";
     QTest::newRow("a full well of 0") << "f.pgm" << QStringList{"--full-well", "0"} << "--full-well";
+    QTest::newRow("a value for a switch")
+        << "f.pgm" << QStringList{"--no-shot-noise=false"} << "--no-shot-noise: takes no value";
     QTest::newRow("a negative seed") << "f.pgm" << QStringList{"--seed=-1"} << "--seed";
     QTest::newRow("a seed of 2^64") << "f.pgm" << QStringList{"--seed", "18446744073709551616"} << "--seed";
     QTest::newRow("a black level at full scale")

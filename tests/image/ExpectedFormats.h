@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-/// One pixel format as the camera makers' format lists tell it, put together by hand and by their naming
-/// rules, never from the product's table.
+/// One pixel format as the product has to know it, put together by hand and by the naming rules, never from
+/// the product's table. It follows the camera makers' lists but for `Mono12p`, which has depth 10 here.
 struct ExpectedFormat
 {
     std::string name;

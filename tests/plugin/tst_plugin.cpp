@@ -5,16 +5,11 @@
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
-#include <QJsonArray>
-#include <QJsonObject>
 #include <QLineEdit>
 #include <QPluginLoader>
-#include <QProcess>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QtEndian>
 
 #include <functional>
 
@@ -40,6 +35,17 @@ struct Host
     }
 };
 
+/// Another host's function.
+int noteCode(void* context, std::uint32_t code, ZBKInterfacePlugIn*)
+{
+    static_cast<QVector<std::uint32_t>*>(context)->append(code);
+    return 0;
+}
+
+// Qt adds the title and the system menu to what was set.
+constexpr unsigned InitFlags =
+    0x0800C003U | unsigned(Qt::WindowTitleHint) | unsigned(Qt::WindowSystemMenuHint);
+
 /// The utility's dialog, as anybody in the process finds it.
 QDialog* utilityDialog()
 {
@@ -62,11 +68,8 @@ private slots:
     void initTestCase();
     void cleanup();
 
-    void metadataHasItsFiveEntries();
-    void metadataStandsInTheToldOrder();
-    void libraryExportsItsTwoFunctions();
-    void objectIsCastByTheToldNames_data();
-    void objectIsCastByTheToldNames();
+    void objectIsCastByItsNames_data();
+    void objectIsCastByItsNames();
     void classNameAndMembersOfTheObject();
     void nameHasNoLeadingBlank();
     void everythingBeforeInitDoesNothing();
@@ -80,11 +83,12 @@ private slots:
     void operatorsCloseNotifies();
     void nullCallbackWorks();
     void secondInitKeepsTheDialogAndReplacesTheHost();
+    void closingAHiddenDialogNotifies();
     void secondInitSetsTheFlagsAnewAndHides();
     void resetKeepsTheDialog();
     void releaseAndNewInit();
     void releaseTwice();
-    void hostInfoIsTakenWithAndWithoutADialog();
+    void hostInfoIsKeptByADialogAlone();
     void resultSlotStaysAsItWas();
     void deletionReleasesTheDialogAndTheNextObjectIsNew();
 
@@ -124,55 +128,7 @@ QByteArray PlugIn::savedFile()
     return text.mid(text.indexOf("HEX Value\n") + 10);
 }
 
-void PlugIn::metadataHasItsFiveEntries()
-{
-    const QJsonObject data = m_loader.metaData();
-    QCOMPARE(data.keys(), QStringList({"IID", "MetaData", "className", "debug", "version"}));
-    QCOMPARE(data["IID"].toString(), QString(InterfaceId));
-    QCOMPARE(data["className"].toString(), QStringLiteral("ZorFFCUtility"));
-    QCOMPARE(data["version"].toInt(), 329987);
-    QVERIFY(data["debug"].isBool() && !data["debug"].toBool());
-    QVERIFY(data["MetaData"].isObject() && data["MetaData"].toObject().isEmpty());
-}
-
-void PlugIn::metadataStandsInTheToldOrder()
-{
-    QFile file(QStringLiteral(ZOR_PLUGIN_FILE));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray library = file.readAll();
-    const int start = library.indexOf("QTMETADATA  qbjs");
-    QVERIFY(start > 0);
-    // The block that the exported function answers is the one in the file.
-    const auto query = reinterpret_cast<QtPluginMetaDataFunction>(
-        QLibrary::resolve(QStringLiteral(ZOR_PLUGIN_FILE), "qt_plugin_query_metadata"));
-    QVERIFY(query);
-    const int size = 12 + 8 + int(qFromLittleEndian<quint32>(library.constData() + start + 20));
-    QCOMPARE(QByteArray(query(), size), library.mid(start, size));
-
-    const QByteArray block = library.mid(start, size);
-    int last = 0;
-    for (const char* key : {"IID", "className", "version", "debug", "MetaData"}) {
-        const int place = block.indexOf(key, 12);
-        QVERIFY2(place > last, key);
-        last = place;
-    }
-}
-
-void PlugIn::libraryExportsItsTwoFunctions()
-{
-    QProcess nm;
-    nm.start(QStringLiteral(ZOR_NM), {"-D", "--defined-only", "--format=posix", ZOR_PLUGIN_FILE});
-    QVERIFY(nm.waitForFinished());
-    QCOMPARE(nm.exitCode(), 0);
-    QStringList symbols;
-    const QStringList lines = QString(nm.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
-    for (const QString& line : lines)
-        symbols.append(line.section(' ', 0, 0));
-    symbols.sort();
-    QCOMPARE(symbols, QStringList({"qt_plugin_instance", "qt_plugin_query_metadata"}));
-}
-
-void PlugIn::objectIsCastByTheToldNames_data()
+void PlugIn::objectIsCastByItsNames_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QString>("result");
@@ -187,7 +143,7 @@ void PlugIn::objectIsCastByTheToldNames_data()
     QTest::newRow("a null name gives null") << QByteArray() << "null";
 }
 
-void PlugIn::objectIsCastByTheToldNames()
+void PlugIn::objectIsCastByItsNames()
 {
     QFETCH(QByteArray, name);
     QFETCH(QString, result);
@@ -242,9 +198,11 @@ void PlugIn::initSetsTheWindowFlags()
     QVERIFY(dialog);
     QVERIFY(!dialog->parent());
     QVERIFY(!dialog->isVisible());
-    // Qt adds the title and the system menu to what was set.
-    const auto flags = static_cast<unsigned>(dialog->windowFlags());
-    QCOMPARE(flags, 0x0800C003U | unsigned(Qt::WindowTitleHint) | unsigned(Qt::WindowSystemMenuHint));
+    QCOMPARE(static_cast<unsigned>(dialog->windowFlags()), InitFlags);
+    for (const auto hint :
+         {Qt::WindowMinimizeButtonHint, Qt::WindowMaximizeButtonHint, Qt::WindowCloseButtonHint})
+        QVERIFY(dialog->windowFlags().testFlag(hint));
+    QCOMPARE(dialog->windowType(), Qt::Dialog);
 }
 
 void PlugIn::showNotifiesWithContextAndPlugIn()
@@ -358,6 +316,29 @@ void PlugIn::secondInitKeepsTheDialogAndReplacesTheHost()
     m_plugIn->Show(true);
     QVERIFY(first.codes.isEmpty());
     QCOMPARE(second.codes, QVector<std::uint32_t>({16387}));
+
+    QVector<std::uint32_t> third;
+    m_plugIn->Init(noteCode, &third);
+    m_plugIn->Show(false);
+    QCOMPARE(second.codes.size(), 1);
+    QCOMPARE(third, QVector<std::uint32_t>({16386}));
+
+    m_plugIn->Init(nullptr, &third);
+    m_plugIn->Show(true);
+    m_plugIn->Show(false);
+    QCOMPARE(third.size(), 1);
+    QCOMPARE(utilityDialog(), dialog);
+}
+
+void PlugIn::closingAHiddenDialogNotifies()
+{
+    Host host;
+    m_plugIn->Init(Host::call, &host);
+    QCOMPARE(m_plugIn->Show(false), 0);
+    QVERIFY(!utilityDialog()->isVisible());
+    QCOMPARE(host.codes, QVector<std::uint32_t>({16386}));
+    QCOMPARE(m_plugIn->Show(true), 0);
+    QCOMPARE(host.codes, QVector<std::uint32_t>({16386, 16387}));
 }
 
 void PlugIn::secondInitSetsTheFlagsAnewAndHides()
@@ -368,7 +349,7 @@ void PlugIn::secondInitSetsTheFlagsAnewAndHides()
     dialog->setWindowFlags(Qt::Tool);
     dialog->show();
     m_plugIn->Init(nullptr, nullptr);
-    QCOMPARE(dialog->windowFlags() & Qt::WindowType_Mask, Qt::WindowFlags(Qt::Dialog));
+    QCOMPARE(static_cast<unsigned>(dialog->windowFlags()), InitFlags);
     QVERIFY(!dialog->isVisible());
 }
 
@@ -382,6 +363,8 @@ void PlugIn::resetKeepsTheDialog()
     m_plugIn->Update();
     m_plugIn->Reset();
     QVERIFY(utilityDialog()->isVisible());
+    // Were the frame still there, its gains would be halved now.
+    utilityDialog()->findChild<QLineEdit*>(QStringLiteral("lENormFFC"))->setText(QStringLiteral("0.5"));
     m_plugIn->Update();
     // The gains are the last ones still, and a save writes them.
     QCOMPARE(savedFile(), QByteArray("1,512\n2,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n"));
@@ -407,15 +390,22 @@ void PlugIn::releaseTwice()
     QCOMPARE(m_plugIn->Release(), 0);
 }
 
-void PlugIn::hostInfoIsTakenWithAndWithoutADialog()
+void PlugIn::hostInfoIsKeptByADialogAlone()
 {
+    // The dialog's copy shares the text's characters.
     ZBKHostInfo info;
-    info.text = QStringLiteral("bench");
+    info.text = QString(9, QLatin1Char('x'));
     m_plugIn->SetHostInfo(info);
+    QVERIFY(info.text.isDetached());
     m_plugIn->Init(nullptr, nullptr);
+    QVERIFY(info.text.isDetached());
     m_plugIn->SetHostInfo(info);
-    QCOMPARE(info.text, QStringLiteral("bench"));
-    QCOMPARE(m_plugIn->Show(true), 0);
+    QVERIFY(!info.text.isDetached());
+    m_plugIn->SetHostInfo(ZBKHostInfo());
+    QVERIFY(info.text.isDetached());
+    m_plugIn->SetHostInfo(info);
+    m_plugIn->Release();
+    QVERIFY(info.text.isDetached());
 }
 
 void PlugIn::resultSlotStaysAsItWas()

@@ -1,5 +1,6 @@
 #include "reference/EngineReference.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -151,12 +152,14 @@ int cellStep(int width)
 
 void fillCells(const Image& frame, Image& cells)
 {
-    const std::size_t rows = static_cast<std::size_t>(frame.height) * static_cast<std::size_t>(cells.step);
-    for (std::size_t i = rows; i < cells.bytes.size(); ++i)
-        cells.bytes.at(i) = 0;
+    std::fill(cells.bytes.begin(), cells.bytes.end(), std::uint8_t{0});
+    if (frame.depth > 16)
+        return;
     if (frame.depth != 8) {
-        for (std::size_t i = 0; i < rows; ++i)
-            cells.bytes.at(i) = i < frame.bytes.size() ? frame.bytes.at(i) : 0;
+        const std::size_t rows =
+            static_cast<std::size_t>(frame.height) * static_cast<std::size_t>(cells.step);
+        for (std::size_t i = 0; i < rows && i < frame.bytes.size(); ++i)
+            cells.bytes.at(i) = frame.bytes.at(i);
         return;
     }
     for (int x = 0; x < frame.width; ++x) {
@@ -245,6 +248,51 @@ std::vector<int> histogram(const std::vector<int>& values, const std::vector<int
         }
     }
     return bins;
+}
+
+std::vector<int> frameHistogram(const Image& image)
+{
+    std::vector<int> bins(static_cast<std::size_t>(fullScale(image.depth) + 1), 0);
+    for (int x = 0; x < image.width; ++x) {
+        for (int y = 0; y < image.height; ++y) {
+            const unsigned pixel = image.pixel(x, y);
+            if (pixel < fullScale(image.depth) && pixel < 32768)
+                ++bins[pixel];
+        }
+    }
+    return bins;
+}
+
+int histogramPeak(int peak, int floor, const std::vector<int>& bins)
+{
+    const int largest = *std::max_element(bins.begin() + 1, bins.end() - 1);
+    if (largest <= peak && largest >= peak * 0.6)
+        return peak;
+    const int span = largest - floor;
+    const int grain = span > 10000 ? 10000 : span > 1000 ? 500 : span > 100 ? 100 : 20;
+    return largest == 0 ? 0 : (largest / grain + 1) * grain;
+}
+
+Extremes extremes(const Image& image, bool withSign)
+{
+    std::vector<int> values;
+    for (int x = 0; x < image.width; ++x) {
+        for (int y = 0; y < image.height; ++y)
+            values.push_back(withSign ? asSigned(image.pixel(x, y)) : static_cast<int>(image.pixel(x, y)));
+    }
+    std::sort(values.begin(), values.end());
+    return {values.front(), values.back()};
+}
+
+Extremes plotRange(const Extremes& first, const Extremes& second)
+{
+    int least = std::min(first.least, second.least);
+    int greatest = std::max(first.greatest, second.greatest);
+    while (least % 20 != 0)
+        --least;
+    while (greatest % 20 != 0)
+        ++greatest;
+    return {least, greatest};
 }
 
 } // namespace reference

@@ -43,8 +43,7 @@ Gains rowGains(const Image& image, const Rule& rule);
 
 int cellStep(int width);
 
-/// The block of height + 1 rows of 16-bit cells that a frame is copied to. What no rule fills keeps its old
-/// content, which `cells` brings along.
+/// The block of height + 1 rows of 16-bit cells that a frame is copied to; zero where no pixel goes.
 void fillCells(const Image& frame, Image& cells);
 
 /// One code a column, codes.size() of them; 1.0 behind the last.
@@ -62,5 +61,26 @@ std::vector<int> uniformLevels(float lower, float upper, int count);
 
 /// How many values lie from one level up to the next.
 std::vector<int> histogram(const std::vector<int>& values, const std::vector<int>& levels);
+
+/// As many bins as a pixel of the depth has values: how often each occurs among the pixels, which are read as
+/// signed numbers above depth 8. The last value is not counted.
+std::vector<int> frameHistogram(const Image& image);
+
+/// The axis limit that `peak` becomes: lowered when the largest bin is under 60 % of it, raised
+/// when that is above it, then rounded up to the grain of its height above `floor`. The first and the last
+/// bin don't count.
+int histogramPeak(int peak, int floor, const std::vector<int>& bins);
+
+struct Extremes
+{
+    int least;
+    int greatest;
+};
+
+/// Of all pixels; `withSign` reads two bytes as a signed number.
+Extremes extremes(const Image& image, bool withSign);
+
+/// Both spans, widened to multiples of 20.
+Extremes plotRange(const Extremes& first, const Extremes& second);
 
 } // namespace reference

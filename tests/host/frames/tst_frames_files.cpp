@@ -2,6 +2,8 @@
 
 #include <QtTest>
 
+#include <sys/stat.h>
+
 /// What is told about files that are no frame at all, and about options that nobody can mean.
 class TestFramesFiles : public QObject
 {
@@ -10,6 +12,10 @@ class TestFramesFiles : public QObject
 private slots:
     void aMissingFileIsNamed();
     void aFolderIsNoFile();
+    void aLinkToItselfIsNotAMissingFile();
+    void aPipeIsNotWaitedFor();
+    void everyTextTellsWhatToDo_data();
+    void everyTextTellsWhatToDo();
     void otherContentIsRefused_data();
     void otherContentIsRefused();
     void theContentTellsTheFormatNotTheName();
@@ -28,7 +34,8 @@ void TestFramesFiles::aMissingFileIsNamed()
         zor::readFrame(m_files.path("nowhere"), {});
         QFAIL("no error");
     } catch (const zor::FrameError& error) {
-        QCOMPARE(QString(error.what()), QString::fromStdString(m_files.path("nowhere")) + ": no such file");
+        QCOMPARE(QString(error.what()),
+                 QString::fromStdString(m_files.path("nowhere")) + ": there is no such file; check the name");
     }
 }
 
@@ -38,8 +45,60 @@ void TestFramesFiles::aFolderIsNoFile()
         zor::readFrame(m_files.path("."), {});
         QFAIL("no error");
     } catch (const zor::FrameError& error) {
-        QVERIFY(QString(error.what()).endsWith("is not a regular file"));
+        QVERIFY(QString(error.what()).endsWith("is a folder; name a file"));
     }
+}
+
+void TestFramesFiles::aLinkToItselfIsNotAMissingFile()
+{
+    QVERIFY(QFile::link("loop", QString::fromStdString(m_files.path("loop"))));
+    try {
+        zor::readFrame(m_files.path("loop"), {});
+        QFAIL("no error");
+    } catch (const zor::FrameError& error) {
+        QVERIFY2(QString(error.what()).contains(": cannot be reached (Too many levels of symbolic links); "),
+                 error.what());
+    }
+}
+
+void TestFramesFiles::aPipeIsNotWaitedFor()
+{
+    QCOMPARE(::mkfifo(m_files.path("pipe").c_str(), 0600), 0);
+    try {
+        zor::readFrame(m_files.path("pipe"), {});
+        QFAIL("no error");
+    } catch (const zor::FrameError& error) {
+        QVERIFY2(QString(error.what()).contains(": is not a regular file; "), error.what());
+    }
+}
+
+void TestFramesFiles::everyTextTellsWhatToDo_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("an empty file") << QByteArray();
+    QTest::newRow("another kind") << QByteArray("hello");
+    QTest::newRow("a colour file") << QByteArray("P6 1 1 255 ABC");
+    QTest::newRow("a PGM of letters") << QByteArray("P5 a b");
+    QTest::newRow("a PGM with a maxval of 0") << QByteArray("P5 1 1 0 A");
+    QTest::newRow("a PGM of no width") << QByteArray("P5 0 1 255 A");
+    QTest::newRow("a PGM that is too large") << QByteArray("P5 65535 65535 65535 A");
+    QTest::newRow("a PGM that is cut") << QByteArray("P5 2 1 255 A");
+    QTest::newRow("a decimal PGM that is cut") << QByteArray("P2 2 1 255 1");
+    QTest::newRow("a decimal PGM with more") << QByteArray("P2 2 1 255 1 2 3");
+    QTest::newRow("a sample above the maxval") << QByteArray("P2 2 1 5 6 7");
+    QTest::newRow("a PNG that is cut") << QByteArray("\x89PNG\r\n\x1a\n");
+    QTest::newRow("a TIFF that is cut") << QByteArray("II*\0", 4);
+}
+
+void TestFramesFiles::everyTextTellsWhatToDo()
+{
+    QFETCH(QByteArray, bytes);
+    const QString text = m_files.error(bytes);
+    const QString advice = text.section("; ", -1);
+    QVERIFY2(text.contains("; ") &&
+                 QRegularExpression("^(check|write|copy|save|use|correct) ").match(advice).hasMatch(),
+             qPrintable(text));
+    QVERIFY2(!text.contains('\n'), qPrintable(text));
 }
 
 void TestFramesFiles::otherContentIsRefused_data()
@@ -48,7 +107,7 @@ void TestFramesFiles::otherContentIsRefused_data()
     QTest::addColumn<QString>("says");
     QTest::newRow("an empty file") << QByteArray() << "is empty";
     QTest::newRow("one letter") << QByteArray("P") << "no PGM, PNG or TIFF";
-    QTest::newRow("text") << QByteArray("hello") << "a raw dump needs --format and --size";
+    QTest::newRow("text") << QByteArray("hello") << "give --format and --size for a raw dump";
     QTest::newRow("P8") << QByteArray("P8 1 1 255 A") << "no PGM, PNG or TIFF";
     QTest::newRow("half a PNG signature") << QByteArray("\x89PNG") << "no PGM, PNG or TIFF";
     QTest::newRow("a TIFF's first letters alone") << QByteArray("II") << "no PGM, PNG or TIFF";
@@ -91,7 +150,7 @@ void TestFramesFiles::onlyTheFourDepthsCanBeAsked()
     options.depth = depth;
     const QString text = m_files.error("P5 2 1 255 AB", options);
     QCOMPARE(text.isEmpty(), possible);
-    QCOMPARE(text.contains("is not one of 8, 10, 12, 16"), !possible);
+    QCOMPARE(text.contains("is none that a frame can have; give 8, 10, 12 or 16"), !possible);
 }
 
 void TestFramesFiles::aSampleAboveTheAskedDepthIsNamed()

@@ -176,7 +176,7 @@ void TestFramesPgm::brokenFilesAreRefused_data()
     add("no white space behind the maxval", "P5\n1 1\n255A", "does not end with white space");
     add("no white space behind the first letters", "P51 1 255 A", "first two letters");
     add("a sample above the maxval", "P5\n2 2\n100\n\x01\x02\x03\x65",
-        "the sample 101 at column 1, row 1 (from 0) is above the file's maxval 100");
+        "the sample 101 at column 1, row 1 (from 0) is above the file's maxval 100; correct the maxval");
     add("a decimal sample above the maxval", "P2\n2 1\n1000\n5 1001",
         "the sample 1001 at column 1, row 0 (from 0) is above the file's maxval 1000");
     add("a decimal sample above 16 bits", "P2\n2 1\n65535\n5 65536",

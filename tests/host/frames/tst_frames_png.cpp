@@ -17,6 +17,7 @@ private slots:
     void significantBitsTellTheDepth();
     void theLargestSampleTellsTheDepth_data();
     void theLargestSampleTellsTheDepth();
+    void anAskedDepthOverrides_data();
     void anAskedDepthOverrides();
     void aSampleAboveTheSignificantBitsIsNamed();
     void otherKindsAreRefused_data();
@@ -154,14 +155,30 @@ void TestFramesPng::theLargestSampleTellsTheDepth()
     QCOMPARE(QString::fromStdString(frame.depthSource), QString("largest sample %1").arg(largest));
 }
 
+void TestFramesPng::anAskedDepthOverrides_data()
+{
+    QTest::addColumn<quint32>("depth");
+    QTest::addColumn<QList<int>>("stored");
+    QTest::addColumn<QList<int>>("samples");
+    QTest::addColumn<quint32>("pixelType");
+    QTest::newRow("small samples at depth 16")
+        << 16U << QList<int>{0, 4095} << QList<int>{0, 4095} << 0x0110050BU;
+    QTest::newRow("brought up samples stay as they stand at depth 16")
+        << 16U << QList<int>{0, 0xABCA, 0xFFFF} << QList<int>{0, 0xABCA, 0xFFFF} << 0x0110050BU;
+    QTest::newRow("brought up samples come down when the depth does not hold them")
+        << 12U << QList<int>{0, 0xABCA, 0xFFFF} << QList<int>{0, 0xABC, 0xFFF} << 0x01100306U;
+}
+
 void TestFramesPng::anAskedDepthOverrides()
 {
+    QFETCH(quint32, depth);
+    QFETCH(QList<int>, stored);
     zor::FrameOptions options;
-    options.depth = 16;
-    const zor::Frame frame = m_files.read(makePng(grey(16, {0, 4095}, 2, 12)), options);
-    QCOMPARE(frame.pixelType, 0x0110050BU);
-    QCOMPARE(samplesOf(frame), (QList<int>{0, 4095}));
-    QCOMPARE(QString::fromStdString(frame.depthSource), QString("--depth 16"));
+    options.depth = depth;
+    const zor::Frame frame = m_files.read(makePng(grey(16, stored, quint32(stored.size()), 12)), options);
+    QTEST(frame.pixelType, "pixelType");
+    QTEST(samplesOf(frame), "samples");
+    QCOMPARE(QString::fromStdString(frame.depthSource), QString("--depth %1").arg(depth));
 }
 
 void TestFramesPng::aSampleAboveTheSignificantBitsIsNamed()

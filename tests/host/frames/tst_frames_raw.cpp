@@ -12,6 +12,8 @@ private slots:
     void theFileHoldsExactlyItsLines();
     void packedLowBitsComeIntoTheRecordsOrder_data();
     void packedLowBitsComeIntoTheRecordsOrder();
+    void samplesAboveTheFormatAreNamed_data();
+    void samplesAboveTheFormatAreNamed();
     void wrongLayoutsAreRefused_data();
     void wrongLayoutsAreRefused();
     void everyTruncationIsAnError();
@@ -78,8 +80,10 @@ void TestFramesRaw::theFileHoldsExactlyItsLines()
     QFETCH(int, bytesPerLine);
     QFETCH(quint32, pixelType);
     QByteArray bytes;
+    // Formats with unused bits above their samples have zeros there.
+    const bool unusedBits = format == "Mono10" || format == "Mono14" || format == "Mono10_FLExPacked";
     for (int i = 0; i < 3 * bytesPerLine; ++i)
-        bytes.append(char(i * 37 + 11));
+        bytes.append(char((i * 37 + 11) & (unusedBits ? 0x03 : 0xFF)));
     const zor::FrameOptions options = rawOptions(format, width, 3, pitch, true);
 
     const zor::Frame frame = m_files.read(bytes, options);
@@ -132,6 +136,50 @@ void TestFramesRaw::packedLowBitsComeIntoTheRecordsOrder()
     const zor::Frame frame = m_files.read(file, rawOptions(format, width, height, pitch, recordOrder));
     QCOMPARE(QByteArray(reinterpret_cast<const char*>(frame.pixels.data()), int(frame.pixels.size())),
              pixels);
+}
+
+void TestFramesRaw::samplesAboveTheFormatAreNamed_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<quint32>("width");
+    QTest::addColumn<int>("pitch");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("says"); // empty: a frame
+    const auto add = [](const char* name, const char* format, quint32 width, int pitch, const char* hex,
+                        const char* says) {
+        QTest::newRow(name) << format << width << pitch << QByteArray::fromHex(hex) << says;
+    };
+    add("Mono10 at its limit", "Mono10", 2, -1, "FF03 0000", "");
+    add("Mono10 above it", "Mono10", 2, -1, "FF03 0004",
+        "the sample 1024 at column 1, row 0 (from 0) is above 1023, the limit of Mono10; check --format");
+    add("Mono12 at its limit", "Mono12", 1, -1, "FF0F", "");
+    add("Mono12 with the high byte first", "Mono12", 1, -1, "0FFF", "the sample 65295 at column 0, row 0");
+    add("Mono14 at its limit", "Mono14", 1, -1, "FF3F", "");
+    add("Mono14 above it, in the second line", "Mono14", 1, 2, "FF3F 0040",
+        "the sample 16384 at column 0, row 1 (from 0) is above 16383, the limit of Mono14");
+    add("padding is not looked at", "Mono10", 1, 4, "FF03FFFF", "");
+    add("Mono16 has no unused bits", "Mono16", 1, -1, "FFFF", "");
+    add("Mono10_FLExPacked at its limit", "Mono10_FLExPacked", 2, -1, "FFF33F", "");
+    add("Mono10_FLExPacked above it, even pixel", "Mono10_FLExPacked", 2, -1, "000400",
+        "the sample 1024 at column 0, row 0");
+    add("Mono10_FLExPacked above it, odd pixel", "Mono10_FLExPacked", 2, -1, "000040",
+        "the sample 1024 at column 1, row 0");
+    add("Mono10_FLExPacked, an odd last pixel above it", "Mono10_FLExPacked", 3, -1, "000000 0008",
+        "the sample 2048 at column 2, row 0");
+    add("Mono12_FLExPacked has no unused bits", "Mono12_FLExPacked", 2, -1, "FFFFFF", "");
+    add("Mono10p has no unused bits", "Mono10p", 4, -1, "FFFFFFFFFF", "");
+}
+
+void TestFramesRaw::samplesAboveTheFormatAreNamed()
+{
+    QFETCH(QString, format);
+    QFETCH(quint32, width);
+    QFETCH(int, pitch);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, says);
+    const quint32 height = pitch < 0 ? 1 : quint32(bytes.size() / pitch);
+    const QString text = m_files.error(bytes, rawOptions(format, width, height, pitch));
+    QVERIFY2(text.contains(says) && text.isEmpty() == says.isEmpty(), qPrintable("got '" + text + "'"));
 }
 
 void TestFramesRaw::wrongLayoutsAreRefused_data()

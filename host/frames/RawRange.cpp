@@ -1,0 +1,57 @@
+#include "host/frames/RawRange.h"
+
+#include "host/frames/DepthRule.h"
+#include "host/frames/Fail.h"
+#include "image/PixelTypeCode.h"
+#include "image/ZorPixelTypeTable.h"
+
+namespace zor {
+
+namespace {
+
+std::uint32_t plainSample(const std::uint8_t* line, std::uint32_t x)
+{
+    const std::uint8_t* sample = line + 2 * std::size_t{x};
+    return static_cast<std::uint32_t>(sample[0] | sample[1] << 8);
+}
+
+/// Two fields of 12 bits in three bytes, the low bits first.
+std::uint32_t flexSample(const std::uint8_t* line, std::uint32_t x)
+{
+    const std::uint8_t* pair = line + std::size_t{x} / 2 * 3;
+    return static_cast<std::uint32_t>(x % 2 == 0 ? pair[0] | (pair[1] & 0x0F) << 8
+                                                 : pair[1] >> 4 | pair[2] << 4);
+}
+
+template <typename Sample> void check(const std::string& path, const Frame& frame, Sample sample)
+{
+    const std::uint32_t limit = (1U << pixelTypeSampleBits(frame.pixelType)) - 1;
+    for (std::uint32_t y = 0; y < frame.height; ++y) {
+        const std::uint8_t* line = frame.pixels.data() + std::size_t{y} * frame.pitch;
+        for (std::uint32_t x = 0; x < frame.width; ++x) {
+            const std::uint32_t value = sample(line, x);
+            if (value > limit)
+                failFrame(path, "the sample " + std::to_string(value) + " at " +
+                                    samplePlace(frame.width, std::size_t{y} * frame.width + x) +
+                                    " is above " + std::to_string(limit) + ", the limit of " +
+                                    ZorPixelTypeTable[pixelTypeRow(frame.pixelType) - 1].name +
+                                    "; check --format, --size and --pitch");
+        }
+    }
+}
+
+} // namespace
+
+void checkRawRange(const std::string& path, const Frame& frame)
+{
+    const std::uint32_t type = frame.pixelType;
+    const std::uint32_t fieldBits = pixelTypeBits(type);
+    if (pixelTypeFamily(type) != PixelFamily::Mono || pixelTypeSampleBits(type) == fieldBits)
+        return;
+    if (pixelTypePackingClass(type) == PackingClass::Plain && fieldBits == 16)
+        check(path, frame, plainSample);
+    if (pixelTypePackingClass(type) == PackingClass::Flex && fieldBits == 12)
+        check(path, frame, flexSample);
+}
+
+} // namespace zor

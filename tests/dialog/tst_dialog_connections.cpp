@@ -1,0 +1,86 @@
+#include "support/Cursors.h"
+#include "support/DialogProbe.h"
+#include "support/ModalWatch.h"
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <QTest>
+
+#include <atomic>
+#include <future>
+
+/// Which widget sets which slot going.
+class DialogConnections : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void updateButtonComputes();
+    void saveButtonAsksForTheTitle();
+    void highlightBoxRefreshes();
+    void eachViewIsFollowed_data();
+    void eachViewIsFollowed();
+};
+
+void DialogConnections::cleanup()
+{
+    restoreAllCursors();
+}
+
+void DialogConnections::updateButtonComputes()
+{
+    DialogProbe d;
+    d.take(TestFrame::even(3, 2, 12, 500));
+    d.ui.pBUpdate->click();
+    QVERIFY(d.m_flatY);
+}
+
+void DialogConnections::saveButtonAsksForTheTitle()
+{
+    DialogProbe d;
+    ModalWatch watch;
+    d.ui.pBSave->click();
+    QCOMPARE(watch.texts, QStringList("Define Title of file"));
+}
+
+void DialogConnections::highlightBoxRefreshes()
+{
+    // A refresh waits for the view lock, which another thread holds for a while.
+    DialogProbe d;
+    d.take(TestFrame::even(3, 2, 12, 500));
+    QVERIFY(d.RunCorrection());
+    std::atomic<bool> released{false};
+    std::promise<void> held;
+    auto holder = std::async(std::launch::async, [&] {
+        const std::lock_guard<OwnedMutex> lock(d.m_viewLock);
+        held.set_value();
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        released = true;
+    });
+    held.get_future().wait();
+    d.ui.chBHighlights->click();
+    QVERIFY(released);
+}
+
+void DialogConnections::eachViewIsFollowed_data()
+{
+    QTest::addColumn<bool>("upper");
+    QTest::newRow("the upper view") << true;
+    QTest::newRow("the lower view") << false;
+}
+
+void DialogConnections::eachViewIsFollowed()
+{
+    QFETCH(bool, upper);
+    DialogProbe d;
+    DisplayView* view = upper ? d.ui.gVUp : d.ui.gVDown;
+    const QTime longAgo = QTime::currentTime().addSecs(-10);
+    d.m_viewClock = longAgo;
+    emit view->sigViewChanged(view);
+    // The slot has restarted the clock.
+    QVERIFY(d.m_viewClock != longAgo);
+}
+
+QTEST_MAIN(DialogConnections)
+#include "tst_dialog_connections.moc"

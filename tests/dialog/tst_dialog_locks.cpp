@@ -1,0 +1,203 @@
+#include "support/Cursors.h"
+#include "support/DialogProbe.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include <atomic>
+#include <future>
+#include <utility>
+
+namespace {
+
+TestFrame unevenFrame()
+{
+    return TestFrame(6, 4, 12, [](int x, int y) { return static_cast<unsigned>(1000 + 37 * x + 11 * y); });
+}
+
+/// Whether anybody can have the lock.
+bool isFree(OwnedMutex& lock)
+{
+    return std::async(std::launch::async,
+                      [&lock] {
+                          const bool had = lock.try_lock();
+                          if (had)
+                              lock.unlock();
+                          return had;
+                      })
+        .get();
+}
+
+/// Notes who holds the locks while the frame is dropped.
+class LockWatcher : public DialogProbe
+{
+public:
+    void ResetFrame() override
+    {
+        bothHeld = m_viewLock.heldByThisThread() && m_dataLock.heldByThisThread();
+        DialogProbe::ResetFrame();
+    }
+
+    bool bothHeld = false;
+};
+
+} // namespace
+
+/// The two locks and what gives way to whom.
+class DialogLocks : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void requestsDuringARefreshAreDropped();
+    void resetHoldsBothLocks();
+    void resetWaitsForARefreshOnAnotherThread();
+    void resetInsideARefreshRaises();
+    void resetThatCannotHaveTheDataRaises();
+    void resetTakesTheViewsFirst();
+    void viewChangesAreThrottled();
+    void viewChangeDuringARefreshIsDropped();
+    void refreshLeavesNoLock();
+};
+
+void DialogLocks::cleanup()
+{
+    restoreAllCursors();
+}
+
+void DialogLocks::requestsDuringARefreshAreDropped()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.ui.lENormFFC->setText(QStringLiteral("0.5"));
+    d.m_viewLock.lock();
+    d.ui.pBUpdate->click();
+    d.take(TestFrame::even(3, 2, 8, 90));
+    d.ui.chBHighlights->click();
+    d.m_viewLock.unlock();
+    QCOMPARE(d.m_normalizeValue, 1.0);
+    QVERIFY(!d.m_flatY);
+    QCOMPARE(d.m_width, 6);
+    QVERIFY(d.m_image);
+}
+
+void DialogLocks::resetHoldsBothLocks()
+{
+    LockWatcher d;
+    d.ResetData(false);
+    QVERIFY(d.bothHeld);
+    QVERIFY(isFree(d.m_viewLock));
+    QVERIFY(isFree(d.m_dataLock));
+}
+
+void DialogLocks::resetWaitsForARefreshOnAnotherThread()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    std::atomic<bool> refreshed{false};
+    std::promise<void> held;
+    auto refresh = std::async(std::launch::async, [&] {
+        const std::lock_guard<OwnedMutex> lock(d.m_viewLock);
+        held.set_value();
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        refreshed = d.m_image != nullptr;
+    });
+    held.get_future().wait();
+    d.ResetData(false);
+    QVERIFY(refreshed);
+    QVERIFY(!d.m_image);
+}
+
+void DialogLocks::resetInsideARefreshRaises()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.m_viewLock.lock();
+    QVERIFY_EXCEPTION_THROWN(d.ResetData(false), std::system_error);
+    d.m_viewLock.unlock();
+    QVERIFY(d.m_image);
+    QVERIFY(d.m_dataLock.try_lock());
+    d.m_dataLock.unlock();
+}
+
+void DialogLocks::resetThatCannotHaveTheDataRaises()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.m_dataLock.lock();
+    QVERIFY_EXCEPTION_THROWN(d.ResetData(false), std::system_error);
+    QVERIFY(isFree(d.m_viewLock));
+    QVERIFY(d.m_dataLock.heldByThisThread());
+    d.m_dataLock.unlock();
+    QVERIFY(d.m_image);
+    d.ResetData(false);
+    QVERIFY(!d.m_image);
+}
+
+void DialogLocks::resetTakesTheViewsFirst()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.m_dataLock.lock();
+    auto reset = std::async(std::launch::async, [&d] { d.ResetData(false); });
+    // The other thread gets the lock of the views and then waits for the data. In the other order the views'
+    // lock would stay free.
+    const auto viewsTaken = [&d] { return !isFree(d.m_viewLock); };
+    const bool taken = QTest::qWaitFor(viewsTaken);
+    const bool held = d.m_image != nullptr;
+    d.m_dataLock.unlock();
+    reset.get();
+    QVERIFY(taken);
+    QVERIFY(held);
+    QVERIFY(!d.m_image);
+}
+
+void DialogLocks::viewChangesAreThrottled()
+{
+    DialogProbe d;
+    const QTime longAgo = QTime::currentTime().addSecs(-10);
+    d.m_viewClock = longAgo;
+    emit d.ui.gVUp->sigViewChanged(d.ui.gVUp);
+    const QTime restarted = d.m_viewClock;
+    QVERIFY(restarted != longAgo);
+    // One try that is itself done within the 50 ms decides.
+    QTime before;
+    QTime after;
+    do {
+        before = QTime::currentTime();
+        d.m_viewClock = before;
+        emit d.ui.gVDown->sigViewChanged(d.ui.gVDown);
+        after = QTime::currentTime();
+    } while (before.msecsTo(after) < 0 || before.msecsTo(after) >= 50);
+    QCOMPARE(d.m_viewClock, before);
+}
+
+void DialogLocks::viewChangeDuringARefreshIsDropped()
+{
+    DialogProbe d;
+    const QTime longAgo = QTime::currentTime().addSecs(-10);
+    d.m_viewClock = longAgo;
+    d.m_viewLock.lock();
+    emit d.ui.gVUp->sigViewChanged(d.ui.gVUp);
+    QVERIFY(d.m_viewLock.heldByThisThread());
+    d.m_viewLock.unlock();
+    // The change is lost, and the clock runs anew all the same.
+    QVERIFY(d.m_viewClock != longAgo);
+    QVERIFY(d.m_dataLock.try_lock());
+    d.m_dataLock.unlock();
+}
+
+void DialogLocks::refreshLeavesNoLock()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    d.Update();
+    QVERIFY(isFree(d.m_viewLock));
+    QVERIFY(isFree(d.m_dataLock));
+}
+
+QTEST_MAIN(DialogLocks)
+#include "tst_dialog_locks.moc"

@@ -1,0 +1,106 @@
+#include "fakes/FakeConverter.h"
+#include "support/Cursors.h"
+#include "support/DialogProbe.h"
+
+#include <QCheckBox>
+#include <QTest>
+
+namespace {
+
+constexpr int HostWidth = 7;
+constexpr int HostHeight = 5;
+
+} // namespace
+
+/// Converted records that do not cover the size that the host tells. No stage reads past the frame's block,
+/// which the address sanitizer watches, and what the record lacks counts as black.
+class FrameBlock : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void runTakesTheMissingPixelsAsBlack_data();
+    void runTakesTheMissingPixelsAsBlack();
+};
+
+void FrameBlock::cleanup()
+{
+    fakeConverter = FakeConverter();
+    restoreAllCursors();
+}
+
+void FrameBlock::runTakesTheMissingPixelsAsBlack_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("pitch"); // in pixels
+    QTest::addColumn<int>("size");  // in pixels
+    for (const int depth : {8, 10, 12, 16}) {
+        QTest::addRow("%d bits, the host's size", depth) << depth << 7 << 35;
+        QTest::addRow("%d bits, 4x2 pixels", depth) << depth << 4 << 8;
+        QTest::addRow("%d bits, no pixels", depth) << depth << 7 << 0;
+        QTest::addRow("%d bits, last row without padding", depth) << depth << 8 << 39;
+        QTest::addRow("%d bits, last row cut off", depth) << depth << 8 << 33;
+        QTest::addRow("%d bits, larger than the host's", depth) << depth << 12 << 96;
+        QTest::addRow("%d bits, pitch 0", depth) << depth << 0 << 7;
+        QTest::addRow("%d bits, pitch 0, one pixel", depth) << depth << 0 << 1;
+    }
+}
+
+void FrameBlock::runTakesTheMissingPixelsAsBlack()
+{
+    QFETCH(int, depth);
+    QFETCH(int, pitch);
+    QFETCH(int, size);
+    const int pixelBytes = depth == 8 ? 1 : 2;
+    const auto value = [](int pixel) { return 40 + 3 * pixel; };
+    std::vector<std::uint8_t> pixels;
+    for (int pixel = 0; pixel < size; ++pixel) {
+        pixels.push_back(static_cast<std::uint8_t>(value(pixel) & 0xFF));
+        if (depth != 8)
+            pixels.push_back(static_cast<std::uint8_t>(value(pixel) >> 8));
+    }
+    TestFrame host = TestFrame::even(HostWidth, HostHeight, depth, 1);
+    _ZorImage record = host.record();
+    record.width = static_cast<std::uint32_t>(pitch);
+    record.pitch = static_cast<std::uint32_t>(pitch * pixelBytes);
+    fakeConverter.deliver(record, pixels);
+    DialogProbe d;
+    d.ui.chBShowY->setChecked(true);
+    d.take(host);
+
+    QCOMPARE(d.m_width, HostWidth);
+    QCOMPARE(d.m_height, HostHeight);
+    QCOMPARE(d.m_depth, depth);
+    QCOMPARE(d.m_step, pitch * pixelBytes);
+    QCOMPARE(d.m_imageBytes, static_cast<std::uint64_t>(size * pixelBytes));
+    for (int y = 0; y < HostHeight; ++y) {
+        for (int x = 0; x < HostWidth; ++x) {
+            const int pixel = y * pitch + x;
+            const std::uint8_t* bytes = d.m_image + pixel * pixelBytes;
+            const int expected = pixel < size ? value(pixel) & (depth == 8 ? 0xFF : 0xFFFF) : 0;
+            const int actual = depth == 8 ? bytes[0] : bytes[0] + 256 * bytes[1];
+            QVERIFY2(actual == expected, qPrintable(QStringLiteral("pixel (%1, %2): %3, expected %4")
+                                                        .arg(x)
+                                                        .arg(y)
+                                                        .arg(actual)
+                                                        .arg(expected)));
+        }
+    }
+
+    QVERIFY(d.RunCorrection());
+    for (int x = 0; x < HostWidth; ++x) {
+        int sum = 0;
+        for (int y = 0; y < HostHeight; ++y) {
+            const int pixel = y * pitch + x;
+            sum += pixel < size ? value(pixel) & (depth == 8 ? 0xFF : 0xFFFF) : 0;
+        }
+        QCOMPARE(int(d.m_columnMean[x]), sum / HostHeight);
+        QCOMPARE(int(d.m_columnLine[x]), sum / HostHeight);
+    }
+    QVERIFY(d.m_flatY && d.m_flatRowLine);
+    QCOMPARE(d.m_rangeXMax, HostWidth);
+}
+
+QTEST_MAIN(FrameBlock)
+#include "tst_frame_block.moc"

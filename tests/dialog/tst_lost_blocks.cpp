@@ -1,0 +1,144 @@
+#include "dialog/FailingAllocations.h"
+#include "dialog/RunAllocations.h"
+#include "fakes/FakeConverter.h"
+#include "support/Cursors.h"
+#include "support/DialogProbe.h"
+#include "support/ModalWatch.h"
+
+#include <QCheckBox>
+#include <QTest>
+
+namespace {
+
+TestFrame unevenFrame()
+{
+    return TestFrame(6, 5, 12, [](int x, int y) { return static_cast<unsigned>(60 + 20 * x + 3 * y); });
+}
+
+/// The frame, both corrected images, the histogram, four means and four lines.
+constexpr int MemberBlocks = 12;
+
+} // namespace
+
+/// Which blocks and records are still there after a run, a failure, the end of the dialog.
+class LostBlocks : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void goodRunKeepsItsMembersAlone_data();
+    void goodRunKeepsItsMembersAlone();
+    void endOfTheDialogGivesEverythingBack();
+    void failedPassLosesItsCodesAlone_data();
+    void failedPassLosesItsCodesAlone();
+    void goodIntakeGivesTheConvertedRecordBack();
+    void failedFrameBlockLosesTheConvertedRecord();
+};
+
+void LostBlocks::init()
+{
+    fakeConverter = FakeConverter();
+    failAllocation(0);
+}
+
+void LostBlocks::cleanup()
+{
+    restoreAllCursors();
+}
+
+void LostBlocks::goodRunKeepsItsMembersAlone_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<bool>("showRows");
+    for (const int depth : {8, 10, 12, 16}) {
+        QTest::addRow("%d bits, row box clear", depth) << depth << false;
+        QTest::addRow("%d bits, row box ticked", depth) << depth << true;
+    }
+}
+
+void LostBlocks::goodRunKeepsItsMembersAlone()
+{
+    QFETCH(int, depth);
+    QFETCH(bool, showRows);
+    const int before = liveBlocks();
+    DialogProbe d;
+    d.ui.chBShowY->setChecked(showRows);
+    d.take(TestFrame::even(5, 4, depth, 100));
+    QCOMPARE(liveBlocks() - before, 1);
+    for (int run = 0; run < 3; ++run) {
+        QVERIFY(d.RunCorrection());
+        QCOMPARE(liveBlocks() - before, MemberBlocks);
+    }
+    d.ResetData(false);
+    QCOMPARE(liveBlocks() - before, 0);
+}
+
+void LostBlocks::endOfTheDialogGivesEverythingBack()
+{
+    const int before = liveBlocks();
+    {
+        DialogProbe d;
+        d.take(unevenFrame());
+        d.take(unevenFrame());
+        QVERIFY(d.RunCorrection());
+        QCOMPARE(liveBlocks() - before, MemberBlocks);
+    }
+    QCOMPARE(liveBlocks() - before, 0);
+}
+
+void LostBlocks::failedPassLosesItsCodesAlone_data()
+{
+    QTest::addColumn<int>("place");
+    QTest::addColumn<int>("lost");
+    for (std::size_t place = Image + 1; place < PlaceCount; ++place) {
+        const bool loses =
+            place == FlatX1 || place == Offset1 || place == FlatX2 || place == Offset2 || place == FlatY;
+        QTest::addRow("%s fails", PlaceNames[place]) << int(place) << (loses ? 1 : 0);
+    }
+}
+
+void LostBlocks::failedPassLosesItsCodesAlone()
+{
+    QFETCH(int, place);
+    QFETCH(int, lost);
+    ModalWatch watch;
+    const int before = liveBlocks();
+    {
+        DialogProbe d;
+        d.ui.chBShowY->setChecked(true);
+        d.take(unevenFrame());
+        failAllocation(place);
+        d.RunCorrection();
+        failAllocation(0);
+        QVERIFY(d.RunCorrection());
+        QCOMPARE(liveBlocks() - before, MemberBlocks + lost);
+    }
+    QCOMPARE(liveBlocks() - before, lost);
+}
+
+void LostBlocks::goodIntakeGivesTheConvertedRecordBack()
+{
+    DialogProbe d;
+    d.take(unevenFrame());
+    QVERIFY(d.m_image);
+    QCOMPARE(fakeConverter.conversions, 1);
+    QCOMPARE(fakeConverter.live(), 0);
+}
+
+void LostBlocks::failedFrameBlockLosesTheConvertedRecord()
+{
+    ModalWatch watch;
+    const int before = liveBlocks();
+    DialogProbe d;
+    failAllocation(1);
+    d.take(unevenFrame());
+    QVERIFY(!d.m_image);
+    QCOMPARE(watch.texts, QStringList("Not enough memory for the operation!"));
+    QCOMPARE(fakeConverter.live(), 1);
+    QCOMPARE(liveBlocks() - before, 0);
+}
+
+QTEST_MAIN(LostBlocks)
+#include "tst_lost_blocks.moc"

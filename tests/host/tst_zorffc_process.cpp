@@ -1,0 +1,198 @@
+#include "ZorffcRun.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+const QStringList Compute{"compute", "f.pgm", "--title", "Title", "--camera", "Camera", "--output", "f.ffc"};
+
+/// A pipe that takes no byte more: whoever writes to it waits.
+class FullPipe
+{
+public:
+    FullPipe()
+    {
+        if (::pipe(m_ends) != 0)
+            qFatal("no pipe");
+        const int flags = ::fcntl(m_ends[1], F_GETFL);
+        ::fcntl(m_ends[1], F_SETFL, flags | O_NONBLOCK);
+        const char byte = 0;
+        while (::write(m_ends[1], &byte, 1) == 1) {
+        }
+        ::fcntl(m_ends[1], F_SETFL, flags);
+    }
+    ~FullPipe()
+    {
+        ::close(m_ends[0]);
+        ::close(m_ends[1]);
+    }
+
+    int end() const { return m_ends[1]; }
+
+    /// Takes everything out, so that who waits goes on.
+    void empty() const
+    {
+        char bytes[4096];
+        ::fcntl(m_ends[0], F_SETFL, ::fcntl(m_ends[0], F_GETFL) | O_NONBLOCK);
+        while (::read(m_ends[0], bytes, sizeof bytes) > 0) {
+        }
+    }
+
+private:
+    int m_ends[2];
+};
+
+/// A run that waits when it comes to tell its summary. It may be started with a signal ignored.
+class WaitingRun : public QProcess
+{
+public:
+    explicit WaitingRun(int output, int ignored = 0)
+        : m_output(output)
+        , m_ignored(ignored)
+    {
+    }
+
+protected:
+    void setupChildProcess() override
+    {
+        ::dup2(m_output, STDOUT_FILENO);
+        if (m_ignored != 0)
+            std::signal(m_ignored, SIG_IGN);
+    }
+
+private:
+    int m_output;
+    int m_ignored;
+};
+
+} // namespace
+
+/// How zorffc lives with what surrounds its process: streams, signals, a missing piece of Qt.
+class tst_zorffc_process : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void aClosedStreamDoesNotEndInTheFile_data();
+    void aClosedStreamDoesNotEndInTheFile();
+    void aSignalLeavesNoTemporaryFile_data();
+    void aSignalLeavesNoTemporaryFile();
+    void anIgnoredSignalStaysIgnored();
+    void aMissingPieceOfQtIsTold();
+
+private:
+    QString path(const QString& name) const { return m_folder->filePath(name); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_zorffc_process::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+    writeFile(path("f.pgm"), pgm(2, 2, 255, {0, 200, 0, 200}));
+    writeFile(path("f.ffc"), "what was there");
+}
+
+void tst_zorffc_process::aClosedStreamDoesNotEndInTheFile_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("exitCode");
+    QTest::newRow("input") << "exec \"$@\" <&-" << 0;
+    QTest::newRow("output: the summary cannot be told") << "exec \"$@\" >&-" << 2;
+    QTest::newRow("errors") << "exec \"$@\" 2>&-" << 0;
+    QTest::newRow("output and errors") << "exec \"$@\" >&- 2>&-" << 2;
+    QTest::newRow("all") << "exec \"$@\" <&- >&- 2>&-" << 2;
+}
+
+void tst_zorffc_process::aClosedStreamDoesNotEndInTheFile()
+{
+    QFETCH(QString, line);
+    QFETCH(int, exitCode);
+    QCOMPARE(runZorffc(m_folder->path(), Compute).exitCode, 0);
+    const QByteArray expected = exitCode == 0 ? readFile(path("f.ffc")) : QByteArray("what was there");
+    writeFile(path("f.ffc"), "what was there");
+
+    // The frame has a black column, so that a run which ends well has something to say on standard error.
+    const ZorffcRun run = runShell(m_folder->path(), line, Compute);
+    QVERIFY2(run.exitCode == exitCode, qPrintable(run.told()));
+    QCOMPARE(readFile(path("f.ffc")), expected);
+    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
+}
+
+void tst_zorffc_process::aSignalLeavesNoTemporaryFile_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("an interrupt from the keyboard") << SIGINT;
+    QTest::newRow("a request to end") << SIGTERM;
+    QTest::newRow("a terminal that is gone") << SIGHUP;
+}
+
+void tst_zorffc_process::aSignalLeavesNoTemporaryFile()
+{
+    QFETCH(int, signal);
+    const FullPipe pipe;
+    WaitingRun run(pipe.end());
+    run.setWorkingDirectory(m_folder->path());
+    run.start(ZORFFC_PROGRAM, Compute);
+    QVERIFY(run.waitForStarted());
+    const auto names = [this] { return namesIn(m_folder->path()); };
+    QTRY_COMPARE_WITH_TIMEOUT(names().size(), 3, 60000);
+    QVERIFY2(names().first().startsWith(".zorffc-"), qPrintable(names().join(' ')));
+
+    QCOMPARE(::kill(static_cast<pid_t>(run.processId()), signal), 0);
+    QVERIFY(run.waitForFinished(60000));
+    QCOMPARE(run.exitStatus(), QProcess::CrashExit);
+    QCOMPARE(run.exitCode(), signal);
+    QCOMPARE(names(), (QStringList{"f.ffc", "f.pgm"}));
+    QCOMPARE(readFile(path("f.ffc")), QByteArray("what was there"));
+}
+
+void tst_zorffc_process::anIgnoredSignalStaysIgnored()
+{
+    const FullPipe pipe;
+    WaitingRun run(pipe.end(), SIGHUP);
+    run.setWorkingDirectory(m_folder->path());
+    run.start(ZORFFC_PROGRAM, Compute);
+    QVERIFY(run.waitForStarted());
+    const auto names = [this] { return namesIn(m_folder->path()); };
+    QTRY_COMPARE_WITH_TIMEOUT(names().size(), 3, 60000);
+
+    QCOMPARE(::kill(static_cast<pid_t>(run.processId()), SIGHUP), 0);
+    pipe.empty();
+    QVERIFY(run.waitForFinished(60000));
+    QCOMPARE(run.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(run.exitCode(), 0);
+    QCOMPARE(names(), (QStringList{"f.ffc", "f.pgm"}));
+    QVERIFY(readFile(path("f.ffc")) != QByteArray("what was there"));
+}
+
+void tst_zorffc_process::aMissingPieceOfQtIsTold()
+{
+    // A copy of the program that looks for Qt's plug-ins where there are none.
+    QVERIFY(QFile::copy(ZORFFC_PROGRAM, path("zorffc")));
+    writeFile(path("qt.conf"), "[Paths]\nPlugins=nowhere\n");
+    QCOMPARE(runZorffc(m_folder->path(), Compute).exitCode, 0);
+    const QStringList before = namesIn(m_folder->path());
+
+    QProcess run;
+    run.setWorkingDirectory(m_folder->path());
+    run.start(path("zorffc"), {"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
+    QVERIFY(run.waitForFinished(60000));
+    const QByteArray told = run.readAllStandardError();
+    QVERIFY2(run.exitStatus() == QProcess::NormalExit && run.exitCode() == 2, told.constData());
+    QVERIFY2(told.startsWith("zorffc: ") && told.contains("platform plugin") && told.count('\n') == 1,
+             told.constData());
+    QCOMPARE(namesIn(m_folder->path()), before);
+}
+
+QTEST_GUILESS_MAIN(tst_zorffc_process)
+#include "tst_zorffc_process.moc"
