@@ -12,7 +12,7 @@
 #include <thread>
 #include <vector>
 
-/// An image record of that shape with one byte of pixels told and none there.
+/// An image record of that shape. It claims one byte of pixels and has none.
 inline _ZorImage imageOf(std::uint32_t width, std::uint32_t height, std::uint32_t pixelType = ZorMono8)
 {
     _ZorImage image = {};
@@ -103,7 +103,7 @@ protected:
     }
 };
 
-/// Starts the viewer of the adapter and forgets how.
+/// Starts the viewer of the adapter and forgets the calls that this took.
 inline void startQuietly(DisplayAdapterQT& adapter)
 {
     const _ZorImage image = imageOf(64, 48);

@@ -18,6 +18,7 @@ private slots:
     void theSeenRectangleIsRead();
     void displayGivesTheLowStatusWord_data();
     void displayGivesTheLowStatusWord();
+    void aNullImageIsTheViewersMatter();
     void aPairIsShown_data();
     void aPairIsShown();
     void colorationNeedsItsItem_data();
@@ -167,6 +168,19 @@ void tst_adapter_answers::displayGivesTheLowStatusWord()
     QCOMPARE(adapter->lastError(), std::uint32_t(error));
     QCOMPARE(calledNames(), QStringList{"display"});
     QCOMPARE(FakeViewer::calls().at(0).argument, static_cast<const void*>(&image));
+}
+
+void tst_adapter_answers::aNullImageIsTheViewersMatter()
+{
+    startQuietly(*adapter);
+    for (const int status : {0, 6}) {
+        FakeViewer::calls().clear();
+        FakeViewer::script().displayStatus = status;
+        QCOMPARE(adapter->displayImage(nullptr), status == 0);
+        QCOMPARE(adapter->lastError(), std::uint32_t(status));
+        QCOMPARE(calledNames(), QStringList{"display"});
+        QVERIFY(!FakeViewer::calls().at(0).argument);
+    }
 }
 
 void tst_adapter_answers::aPairIsShown_data()

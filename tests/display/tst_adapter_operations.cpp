@@ -1,6 +1,7 @@
 #include "display/ParameterText.h"
 #include "tests/display/AdapterTools.h"
 
+#include <QPoint>
 #include <QRect>
 #include <QtTest>
 
@@ -28,11 +29,14 @@ class Listener : public ZorDisplayCommand
 {
 } listener;
 
+/// The point that the rows translate, set before each.
+const QPoint givenPoint(-3, 44);
+int pointX = 0;
+int pointY = 0;
+
 bool translate(DisplayAdapterQT& adapter)
 {
-    int x = -3;
-    int y = 44;
-    return adapter.translatePoint(&x, &y, "win", "img");
+    return adapter.translatePoint(&pointX, &pointY, "win", "img");
 }
 
 bool readRect(DisplayAdapterQT& adapter)
@@ -70,6 +74,8 @@ void tst_adapter_operations::init()
     FakeImageHeaders::reset();
     view = std::make_unique<RecordingView>();
     adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 15);
+    pointX = givenPoint.x();
+    pointY = givenPoint.y();
 }
 
 void tst_adapter_operations::cleanup()
@@ -177,6 +183,7 @@ void tst_adapter_operations::nothingGoesOutWithoutAViewer()
     QCOMPARE(adapter->lastError(), std::uint32_t(DisplayErrNoViewer));
     QCOMPARE(std::uint32_t(DisplayErrNoViewer), 8u);
     QCOMPARE(calledNames(), QStringList());
+    QCOMPARE(QPoint(pointX, pointY), givenPoint);
 }
 
 void tst_adapter_operations::nullArgumentsAreRefused_data()
@@ -191,13 +198,12 @@ void tst_adapter_operations::nullArgumentsAreRefused_data()
         [](A& a) { return a.displayImagePair(&emptyPairImage, &pairImage); });
     row("a pair whose second image has size 0",
         [](A& a) { return a.displayImagePair(&pairImage, &emptyPairImage); });
-    static int place = 0;
-    row("translatePoint without x", [](A& a) { return a.translatePoint(nullptr, &place, "win", "img"); });
-    row("translatePoint without y", [](A& a) { return a.translatePoint(&place, nullptr, "win", "img"); });
+    row("translatePoint without x", [](A& a) { return a.translatePoint(nullptr, &pointY, "win", "img"); });
+    row("translatePoint without y", [](A& a) { return a.translatePoint(&pointX, nullptr, "win", "img"); });
     row("translatePoint without a source",
-        [](A& a) { return a.translatePoint(&place, &place, nullptr, "img"); });
+        [](A& a) { return a.translatePoint(&pointX, &pointY, nullptr, "img"); });
     row("translatePoint without a destination",
-        [](A& a) { return a.translatePoint(&place, &place, "win", nullptr); });
+        [](A& a) { return a.translatePoint(&pointX, &pointY, "win", nullptr); });
     row("addNotification of null", [](A& a) { return a.addNotification(nullptr); });
     row("viewImageRect into null", [](A& a) { return a.viewImageRect(nullptr); });
 }
@@ -211,6 +217,7 @@ void tst_adapter_operations::nullArgumentsAreRefused()
     QCOMPARE(adapter->lastError(), std::uint32_t(DisplayErrArgument));
     QCOMPARE(std::uint32_t(DisplayErrArgument), 7u);
     QCOMPARE(calledNames(), QStringList());
+    QCOMPARE(QPoint(pointX, pointY), givenPoint);
 }
 
 void tst_adapter_operations::theErrorCodeIsLeftAlone_data()

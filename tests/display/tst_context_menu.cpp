@@ -14,6 +14,9 @@ private slots:
     void opensTheViewersMenuAlone();
     void theMapGoesWithEveryCommand();
     void opensByNotification();
+    void theViewersAnswersAreIgnored_data();
+    void theViewersAnswersAreIgnored();
+    void notificationsDuringTheMenuAreLost_data();
     void notificationsDuringTheMenuAreLost();
     void theViewerSpeaksWhileTheMenuOpens();
     void aFailedMenuSilencesTheViewer_data();
@@ -77,11 +80,48 @@ void tst_context_menu::opensByNotification()
     QVERIFY(view->seen.empty());
 }
 
+void tst_context_menu::theViewersAnswersAreIgnored_data()
+{
+    QTest::addColumn<int>("creation");
+    QTest::addColumn<int>("execution");
+    QTest::newRow("creation answers 0") << 0 << 1;
+    QTest::newRow("creation answers 2") << 2 << 1;
+    QTest::newRow("creation answers -1") << -1 << 1;
+    QTest::newRow("execution answers 0") << 1 << 0;
+    QTest::newRow("execution answers 2") << 1 << 2;
+    QTest::newRow("execution answers -1") << 1 << -1;
+}
+
+void tst_context_menu::theViewersAnswersAreIgnored()
+{
+    QFETCH(int, creation);
+    QFETCH(int, execution);
+    FakeViewer::script().answers["cmd.system.menu.create"] = [this, creation](ParameterMap* map) {
+        offerMenu(map);
+        return creation;
+    };
+    FakeViewer::script().answers["cmd.system.menu.exec"] = [execution](ParameterMap*) { return execution; };
+    start(13);
+    QVERIFY(openMenu());
+    const QStringList expected = {"cmd.system.menu.create", "cmd.system.menu.exec"};
+    QCOMPARE(calledNames().filter("cmd.system.menu."), expected);
+    QVERIFY(isHeard());
+}
+
+void tst_context_menu::notificationsDuringTheMenuAreLost_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::newRow("while the viewer makes the menu") << "cmd.system.menu.create";
+    QTest::newRow("while the menu is open") << "cmd.system.menu.exec";
+}
+
 void tst_context_menu::notificationsDuringTheMenuAreLost()
 {
+    QFETCH(QString, command);
     start(13);
     std::vector<std::int64_t> answers;
-    FakeViewer::script().answers["cmd.system.menu.exec"] = [&](ParameterMap*) {
+    FakeViewer::script().answers[command.toStdString()] = [&](ParameterMap* map) {
+        offerMenu(map);
         view->pressResult = 5;
         for (const char* code : {"mouse.down", "mouse.move", "mouse.up", "view.changed"}) {
             ParameterMap parameters = {{"code", code}, {"left", "1"}};
@@ -107,28 +147,56 @@ void tst_context_menu::theViewerSpeaksWhileTheMenuOpens()
 {
     start(13);
     ZorDisplayCommand* const listener = FakeViewer::listener();
-    std::atomic<bool> done{false};
+    std::atomic<bool> markWanted{false};
+    std::atomic<int> marks{0};
+    std::atomic<bool> sent{false};
+    std::atomic<bool> stop{false};
+    // A menu stays open until the viewer has spoken once more: that move, marked by its y, is surely lost.
+    FakeViewer::script().answers["cmd.system.menu.exec"] = [&](ParameterMap*) {
+        const int before = marks;
+        markWanted = true;
+        while (marks == before)
+            std::this_thread::yield();
+        return 1;
+    };
+    const auto markWhenWanted = [&] {
+        if (!markWanted.exchange(false))
+            return;
+        ParameterMap mark = {{"code", "mouse.move"}, {"img.x", "1000"}, {"img.y", "1"}};
+        listener->notify("notification.view", &mark);
+        ++marks;
+    };
     std::thread viewer([&] {
         for (int i = 1; i <= 500; ++i) {
+            markWhenWanted();
             ParameterMap move = {{"code", "mouse.move"}, {"img.x", std::to_string(i)}};
             listener->notify("notification.view", &move);
             ParameterMap press = {{"code", "mouse.down"}, {"left", "0"}};
             if (i % 50 == 1)
                 listener->notify("notification.view", &press);
         }
-        done = true;
+        sent = true;
+        // The last press may open its menu only now.
+        while (!stop) {
+            markWhenWanted();
+            std::this_thread::yield();
+        }
     });
-    while (!done)
+    while (!sent)
         QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents();
+    stop = true;
     viewer.join();
     QCoreApplication::sendPostedEvents();
 
     // A press that falls into an open menu opens no other; the first one always opens it.
     const std::size_t opened = FakeViewer::callsOf("cmd.system.menu.exec").size();
     QVERIFY2(opened >= 1 && opened <= 10, qPrintable(QString::number(opened)));
+    QCOMPARE(marks.load(), int(opened));
     // Moves may be lost, but none comes twice or late.
     int last = 0;
     for (const SeenEvent& event : view->seen) {
+        QVERIFY2(event.imagePos.y() == 0, "a move that came during an open menu was delivered");
         QVERIFY2(event.imagePos.x() > last, qPrintable(QString::number(last)));
         last = event.imagePos.x();
     }

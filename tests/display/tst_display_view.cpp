@@ -12,7 +12,7 @@ class tst_display_view : public QObject
     Q_OBJECT
 
 private slots:
-    void hasTheToldSignals();
+    void declaresItsSignalsInOrder();
     void eventsBecomeSignals_data();
     void eventsBecomeSignals();
     void otherEventsGoToTheBase_data();
@@ -27,7 +27,7 @@ private slots:
     void onlyTheButtonEscapes();
 };
 
-void tst_display_view::hasTheToldSignals()
+void tst_display_view::declaresItsSignalsInOrder()
 {
     const QMetaObject& meta = DisplayView::staticMetaObject;
     QStringList own;
@@ -83,7 +83,7 @@ void tst_display_view::otherEventsGoToTheBase_data()
     QTest::newRow("message") << int(DisplayEvMessage);
     QTest::newRow("image processed") << int(DisplayEvImageProcessed);
     QTest::newRow("language change") << int(QEvent::LanguageChange);
-    QTest::newRow("hover") << int(QEvent::NonClientAreaMouseMove);
+    QTest::newRow("mouse move over the window frame") << int(QEvent::NonClientAreaMouseMove);
 }
 
 void tst_display_view::otherEventsGoToTheBase()

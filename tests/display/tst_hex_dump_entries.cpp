@@ -13,12 +13,15 @@ private slots:
     void addsItsEntriesOnce();
     void entriesFollowTheDump_data();
     void entriesFollowTheDump();
+    void theDumpChangesBeforeItsCommand_data();
+    void theDumpChangesBeforeItsCommand();
     void withoutItsFeatureTheDumpStays();
     void aWishBeforeTheViewerIsNotKept();
     void theToggleAsksTheView();
     void thePlaceIsThatOfTheMenu();
     void aPlaceThatCannotBeTranslatedIsNotSent_data();
     void aPlaceThatCannotBeTranslatedIsNotSent();
+    void withoutAViewNothingIsSent();
 };
 
 void tst_hex_dump_entries::addsItsEntriesOnce()
@@ -66,6 +69,37 @@ void tst_hex_dump_entries::entriesFollowTheDump()
     QVERIFY(openMenu());
     QCOMPARE(menu->actions().at(1)->text(), "Show HexPixelDump");
     QVERIFY(!menu->actions().at(2)->isVisible());
+}
+
+void tst_hex_dump_entries::theDumpChangesBeforeItsCommand_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<bool>("on");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("shown before it is added")
+        << "cmd.display.overlay.rect.add" << true << "Hide HexPixelDump";
+    QTest::newRow("hidden before it is deleted") << "cmd.display.overlay.del" << false << "Show HexPixelDump";
+}
+
+void tst_hex_dump_entries::theDumpChangesBeforeItsCommand()
+{
+    QFETCH(QString, command);
+    QFETCH(bool, on);
+    QFETCH(QString, text);
+    start(DisplayFeatureDump);
+    QVERIFY(adapter->showDumpOverlay(!on));
+    // The viewer opens its menu in the middle of the command.
+    QString textInside;
+    bool placeInside = !on;
+    FakeViewer::script().answers[command.toStdString()] = [&](ParameterMap*) {
+        openMenu();
+        textInside = menu->actions().at(1)->text();
+        placeInside = menu->actions().at(2)->isVisible();
+        return 1;
+    };
+    QVERIFY(adapter->showDumpOverlay(on));
+    QCOMPARE(textInside, text);
+    QCOMPARE(placeInside, on);
 }
 
 void tst_hex_dump_entries::withoutItsFeatureTheDumpStays()
@@ -140,7 +174,7 @@ void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent_data()
     QTest::addColumn<bool>("hasWidget");
     QTest::newRow("the command fails") << 0 << "1" << true;
     QTest::newRow("the point lies outside") << 1 << "0" << true;
-    QTest::newRow("the viewer told no widget") << 1 << "1" << false;
+    QTest::newRow("the viewer names no widget") << 1 << "1" << false;
 }
 
 void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent()
@@ -164,6 +198,26 @@ void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent()
     menu->actions().at(2)->trigger();
     QCOMPARE(spy.size(), 0);
     QCOMPARE(FakeViewer::callsOf("cmd.display.view.translate").size(), std::size_t(hasWidget ? 1 : 0));
+}
+
+void tst_hex_dump_entries::withoutAViewNothingIsSent()
+{
+    adapter = std::make_unique<DisplayAdapterQT>(nullptr, false, std::uint32_t(DisplayFeatureDump));
+    QEvent start(DisplayEvStart);
+    QEvent request(DisplayEvContextMenu);
+    QVERIFY(adapter->handleDisplayEvent(&start));
+    QVERIFY(adapter->handleDisplayEvent(&request));
+    FakeViewer::script().answers["cmd.display.view.translate"] = [](ParameterMap* map) {
+        (*map)["result"] = "1";
+        return 1;
+    };
+    menu->actions().at(1)->trigger();
+    QVERIFY(FakeViewer::callsOf("cmd.display.view.translate").empty());
+    menu->actions().at(2)->trigger();
+    // The place is translated, and then there is nobody to tell.
+    QCOMPARE(FakeViewer::callsOf("cmd.display.view.translate").size(), std::size_t(1));
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(view->seen.empty());
 }
 
 ZOR_DISPLAY_TEST_MAIN(tst_hex_dump_entries)

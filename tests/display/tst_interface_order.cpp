@@ -1,9 +1,26 @@
 #include "display/DisplayAdapterQT.h"
 #include "display/ZorDisplayProcessor.h"
+#include "image/ZorImgProcessor.h"
 #include "tests/display/AdapterTools.h"
 #include "tests/support/VirtualPlace.h"
 
 #include <QtTest>
+
+Q_DECLARE_METATYPE(const QMetaObject*)
+
+namespace {
+
+/// An image processor that adds nothing to the base.
+class PlainProcessor final : public ZorImgProcessor
+{
+public:
+    int processImage(const _ZorImage*) override { return 0; }
+    void noOperation() override {}
+    int constantZero() override { return 0; }
+    _ZorImage* outputImage() override { return nullptr; }
+};
+
+} // namespace
 
 // The operations are called by their place in the class, by libraries that were built elsewhere.
 class tst_interface_order : public QObject
@@ -11,25 +28,22 @@ class tst_interface_order : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void operationsStandAtTheirPlaces_data();
     void operationsStandAtTheirPlaces();
     void eventTypesAreTheirHints_data();
     void eventTypesAreTheirHints();
-    void plainEventsHaveTheirStartValues();
+    void mouseEventsStartEmpty();
+    void thePlainListenerIgnoresNotifications();
+    void theImageProcessorsBaseAnswers();
+    void adaptersHaveNoSignalsOrSlots_data();
+    void adaptersHaveNoSignalsOrSlots();
 };
-
-void tst_interface_order::initTestCase()
-{
-    if (!ZOR_HAS_VIRTUAL_PLACE)
-        QSKIP("this ABI does not tell the place of a virtual operation");
-}
 
 static void adapterRows()
 {
-    // The last operation that QObject adds is the protected disconnectNotify, which eventFilter and seven
-    // others stand before: metaObject, qt_metacast, qt_metacall, destructor (2), event, eventFilter,
-    // timerEvent, childEvent, customEvent, connectNotify, disconnectNotify.
+    // QObject's own operations take the first twelve places: metaObject, qt_metacast, qt_metacall, the
+    // destructor (two places), event, eventFilter, timerEvent, childEvent, customEvent, connectNotify,
+    // disconnectNotify.
     std::size_t place = 12;
     const auto add = [&place](const char* name, auto function) {
         QTest::addRow("adapter: %s", name) << virtualPlace(function) << place++;
@@ -86,12 +100,23 @@ void tst_interface_order::operationsStandAtTheirPlaces_data()
     row("stage: image", virtualPlace(&DisplayStage::image), 11);
     row("item: value", virtualPlace(&DisplayStageItem::value), 5);
     row("item: setValue", virtualPlace(&DisplayStageItem::setValue), 7);
+    row("image processor: constantOne, behind the destructor", virtualPlace(&ZorImgProcessor::constantOne),
+        2);
+    row("image processor: processImage", virtualPlace(&ZorImgProcessor::processImage), 3);
+    row("image processor: noOperation", virtualPlace(&ZorImgProcessor::noOperation), 4);
+    row("image processor: constantZero", virtualPlace(&ZorImgProcessor::constantZero), 5);
+    row("image processor: outputImage", virtualPlace(&ZorImgProcessor::outputImage), 6);
+    row("image processor: baseZero", virtualPlace(&ZorImgProcessor::baseZero), 7);
+    row("image processor: baseTrue", virtualPlace(&ZorImgProcessor::baseTrue), 8);
+    row("image processor: baseTrueToo", virtualPlace(&ZorImgProcessor::baseTrueToo), 9);
     row("listener: object, behind the destructor", virtualPlace(&ZorDisplayCommand::object), 2);
     row("listener: notify", virtualPlace(&ZorDisplayCommand::notify), 3);
 }
 
 void tst_interface_order::operationsStandAtTheirPlaces()
 {
+    if (!ZOR_HAS_VIRTUAL_PLACE)
+        QSKIP("in this ABI the place of a virtual operation cannot be read");
     QFETCH(std::size_t, place);
     QFETCH(std::size_t, expected);
     QCOMPARE(place, expected);
@@ -123,18 +148,49 @@ void tst_interface_order::eventTypesAreTheirHints()
     QVERIFY(QEvent::registerEventType(hint) != hint);
 }
 
-void tst_interface_order::plainEventsHaveTheirStartValues()
+void tst_interface_order::mouseEventsStartEmpty()
 {
     const DisplayAdapterQT::DisplayMouseEv mouse(DisplayEvMouseMove);
     QCOMPARE(mouse.result, 0);
     QCOMPARE(mouse.imagePos, QPoint());
     QCOMPARE(mouse.windowPos, QPoint());
+}
 
+void tst_interface_order::thePlainListenerIgnoresNotifications()
+{
     ZorDisplayCommand listener;
     ParameterMap map;
     QCOMPARE(listener.object(), &listener);
     QCOMPARE(listener.notify("notification.view", &map), std::int64_t(0));
     QVERIFY(map.empty());
+}
+
+void tst_interface_order::theImageProcessorsBaseAnswers()
+{
+    PlainProcessor processor;
+    ZorImgProcessor& base = processor;
+    QCOMPARE(base.constantOne(), 1);
+    QCOMPARE(base.baseZero(), 0);
+    QCOMPARE(base.baseTrue(), true);
+    QCOMPARE(base.baseTrueToo(), true);
+}
+
+void tst_interface_order::adaptersHaveNoSignalsOrSlots_data()
+{
+    QTest::addColumn<const QMetaObject*>("meta");
+    QTest::addColumn<const QMetaObject*>("base");
+    QTest::newRow("DisplayAdapter") << &DisplayAdapter::staticMetaObject << &QObject::staticMetaObject;
+    QTest::newRow("DisplayAdapterQT")
+        << DisplayAdapterQT(nullptr, false, 0).metaObject() << &DisplayAdapter::staticMetaObject;
+}
+
+void tst_interface_order::adaptersHaveNoSignalsOrSlots()
+{
+    QFETCH(const QMetaObject*, meta);
+    QFETCH(const QMetaObject*, base);
+    QCOMPARE(meta->className(), QTest::currentDataTag());
+    QCOMPARE(meta->superClass(), base);
+    QCOMPARE(meta->methodCount(), meta->methodOffset());
 }
 
 ZOR_DISPLAY_TEST_MAIN(tst_interface_order)

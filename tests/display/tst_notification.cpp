@@ -1,5 +1,7 @@
+#include "display/ParameterText.h"
 #include "tests/display/AdapterTools.h"
 
+#include <QMenu>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -22,6 +24,7 @@ private slots:
     void postedEventsKeepTheirOrder();
     void anotherThreadIsHeard_data();
     void anotherThreadIsHeard();
+    void aRightPressOfAnotherThreadOpensTheMenuOnTheViews();
     void aPressAndItsReleaseCrossWhileTheViewWaits();
     void aListenerMayHaveAPressQueued();
     void withoutAViewNothingIsDelivered();
@@ -257,6 +260,34 @@ void tst_notification::anotherThreadIsHeard()
     QCOMPARE(view->seen.size(), std::size_t(1));
     QCOMPARE(view->seen[0].type, type);
     QVERIFY(view->seen[0].thread == (posted ? std::this_thread::get_id() : viewerThread));
+}
+
+void tst_notification::aRightPressOfAnotherThreadOpensTheMenuOnTheViews()
+{
+    QMenu menu;
+    std::vector<std::thread::id> threads;
+    FakeViewer::script().answers["cmd.system.menu.create"] = [&](ParameterMap* map) {
+        threads.push_back(std::this_thread::get_id());
+        paramSetText(map, "qmenu", textFromPointer(&menu).c_str());
+        return 1;
+    };
+    FakeViewer::script().answers["cmd.system.menu.exec"] = [&](ParameterMap*) {
+        threads.push_back(std::this_thread::get_id());
+        return 1;
+    };
+    std::int64_t answer = -1;
+    std::thread viewer([&answer] {
+        ParameterMap press = {{"code", "mouse.down"}, {"left", "0"}};
+        answer = FakeViewer::notify("notification.view", &press);
+    });
+    viewer.join();
+    QCOMPARE(answer, std::int64_t(0));
+    QCOMPARE(calledNames().filter("cmd.system.menu."), QStringList());
+    QCoreApplication::sendPostedEvents();
+    const QStringList expected = {"cmd.system.menu.create", "cmd.system.menu.exec"};
+    QCOMPARE(calledNames().filter("cmd.system.menu."), expected);
+    QVERIFY(threads == std::vector<std::thread::id>(2, std::this_thread::get_id()));
+    QVERIFY(view->seen.empty());
 }
 
 void tst_notification::aPressAndItsReleaseCrossWhileTheViewWaits()

@@ -12,6 +12,8 @@ private slots:
     void cleanup();
     void startsCommandByCommand_data();
     void startsCommandByCommand();
+    void theViewersAnswersAreIgnored_data();
+    void theViewersAnswersAreIgnored();
     void theMapIsNeverCleared();
     void parametersGoOutInKeyOrder();
     void flagsThatChangeLaterCountAtTheNextStart();
@@ -24,9 +26,11 @@ private slots:
     void aChangedImageStartsAgain();
     void anEmptyImageStartsAtEveryFrame_data();
     void anEmptyImageStartsAtEveryFrame();
+    void anEmptyFirstImageStartsTheViewer();
     void aHeaderThatCannotBeMadeStaysNull();
     void forceKeepsTheHeader();
     void withoutAViewTheGeometryIsRemembered();
+    void overlayDefaultsAreRestored_data();
     void overlayDefaultsAreRestored();
 
 private:
@@ -126,6 +130,38 @@ void tst_viewer_startup::startsCommandByCommand()
     QCOMPARE(adapter->hasViewer(), canCreate);
     // The start event ends at the adapter.
     QVERIFY(view->seen.empty());
+}
+
+void tst_viewer_startup::theViewersAnswersAreIgnored_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::newRow("0") << 0;
+    QTest::newRow("2") << 2;
+    QTest::newRow("-1") << -1;
+}
+
+void tst_viewer_startup::theViewersAnswersAreIgnored()
+{
+    QFETCH(int, answer);
+    for (const char* command :
+         {"cmd.parameter.set", "cmd.system.notification.add", "cmd.display.view.nofication"})
+        FakeViewer::script().answers[command] = [answer](ParameterMap*) { return answer; };
+    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 13);
+    adapter->setParameter("gamma", "2");
+    QVERIFY(prepare(imageOf(64, 48)));
+    const QStringList expected = {"create CPU",
+                                  "message Initializing CPU viewer...",
+                                  "cmd.parameter.set",
+                                  "configure",
+                                  "cmd.system.notification.add",
+                                  "cmd.display.view.nofication",
+                                  "cmd.parameter.set",
+                                  "message "};
+    QCOMPARE(calledNames(), expected);
+    QCOMPARE(adapter->lastError(), 0u);
+    ParameterMap press = {{"code", "mouse.down"}, {"left", "1"}};
+    FakeViewer::notify("notification.view", &press);
+    QCOMPARE(view->seenTypes(), std::vector<int>{DisplayEvMouseDown});
 }
 
 void tst_viewer_startup::theMapIsNeverCleared()
@@ -334,6 +370,29 @@ void tst_viewer_startup::anEmptyImageStartsAtEveryFrame()
     QCOMPARE(FakeImageHeaders::created(), 1);
 }
 
+void tst_viewer_startup::anEmptyFirstImageStartsTheViewer()
+{
+    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 13);
+    QStringList expected = {"create CPU",
+                            "message Initializing CPU viewer...",
+                            "configure",
+                            "cmd.system.notification.add",
+                            "cmd.display.view.nofication",
+                            "cmd.parameter.set",
+                            "message "};
+    for (int frame = 0; frame < 3; ++frame) {
+        FakeViewer::calls().clear();
+        QVERIFY(prepare(imageOf(0, 48)));
+        QCOMPARE(calledNames(), expected);
+        QVERIFY(!FakeViewer::callsOf("configure").at(0).argument);
+        QCOMPARE(adapter->lastError(), 0u);
+        // The one viewer stays.
+        expected.removeAll("create CPU");
+    }
+    QCOMPARE(FakeImageHeaders::created(), 0);
+    QCOMPARE(FakeImageHeaders::released(), 0);
+}
+
 void tst_viewer_startup::aHeaderThatCannotBeMadeStaysNull()
 {
     FakeImageHeaders::failFromNowOn();
@@ -371,10 +430,28 @@ void tst_viewer_startup::withoutAViewTheGeometryIsRemembered()
     QCOMPARE(adapter->lastError(), 0u);
 }
 
+void tst_viewer_startup::overlayDefaultsAreRestored_data()
+{
+    QTest::addColumn<bool>("dump");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("dump") << true << QStringList{"adjust=1",     "cs=base",        "line.clr=50372",
+                                                 "line.width=1", "objectID=@dump", "rect.h=4",
+                                                 "rect.w=3",     "rect.x=1",       "rect.y=2"};
+    // The viewer's own key stays: only the defaults are written.
+    QTest::newRow("inspect") << false << QStringList{"adjust=0",     "cs=base",           "line.clr=16419840",
+                                                     "line.width=1", "objectID=@inspect", "rect.h=4",
+                                                     "rect.w=3",     "rect.x=1",          "rect.y=2"};
+}
+
 void tst_viewer_startup::overlayDefaultsAreRestored()
 {
-    start(false, DisplayFeatureDump);
-    QVERIFY(adapter->setDumpRect(1, 2, 3, 4, "base"));
+    QFETCH(bool, dump);
+    QFETCH(QStringList, expected);
+    start(false, DisplayFeatureDump | DisplayFeatureInspect);
+    const auto show = [&] {
+        return dump ? adapter->showDumpOverlay(true) : adapter->showInspectOverlay(true);
+    };
+    QVERIFY(dump ? adapter->setDumpRect(1, 2, 3, 4, "base") : adapter->setInspectRect(1, 2, 3, 4, "base"));
     // A viewer may write into the overlay's map.
     FakeViewer::script().answers["cmd.display.overlay.rect.add"] = [](ParameterMap* map) {
         (*map)["line.clr"] = "1";
@@ -383,11 +460,9 @@ void tst_viewer_startup::overlayDefaultsAreRestored()
         (*map)["adjust"] = "0";
         return 1;
     };
-    QVERIFY(adapter->showDumpOverlay(true));
+    QVERIFY(show());
     prepare(imageOf(64, 48), true);
-    QVERIFY(adapter->showDumpOverlay(true));
-    const QStringList expected = {"adjust=1", "cs=base",  "line.clr=50372", "line.width=1", "objectID=@dump",
-                                  "rect.h=4", "rect.w=3", "rect.x=1",       "rect.y=2"};
+    QVERIFY(show());
     QCOMPARE(textOf(FakeViewer::callsOf("cmd.display.overlay.rect.add").at(1).before), expected);
 }
 
