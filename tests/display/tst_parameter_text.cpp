@@ -107,7 +107,7 @@ void tst_parameter_text::realNumbersHaveAPointInEveryLocale()
     QProcess localedef;
     localedef.setProcessChannelMode(QProcess::MergedChannels);
     localedef.start("localedef", {"-i", "de_DE", "-f", "UTF-8", folder.filePath("de_DE.UTF-8")});
-    QVERIFY2(localedef.waitForFinished(), "localedef cannot be run");
+    QVERIFY2(localedef.waitForFinished(-1), "localedef cannot be run");
     qputenv("LOCPATH", folder.path().toLocal8Bit());
     const std::string before = std::setlocale(LC_NUMERIC, nullptr);
     const bool german = std::setlocale(LC_NUMERIC, "de_DE.UTF-8") != nullptr;
