@@ -1,35 +1,12 @@
 #include "engine/CellImage.h"
 #include "engine/ColumnPass.h"
 #include "engine/EngineTesting.h"
+#include "engine/Words.h"
 #include "reference/EngineReference.h"
 
 #include <QtTest>
 
 using enginetest::Random;
-
-namespace {
-
-using Words = QVector<int>;
-
-std::vector<std::uint8_t> bytesOf(const Words& words)
-{
-    std::vector<std::uint8_t> bytes;
-    for (const int word : words) {
-        bytes.push_back(static_cast<std::uint8_t>(word & 0xFF));
-        bytes.push_back(static_cast<std::uint8_t>((word >> 8) & 0xFF));
-    }
-    return bytes;
-}
-
-Words wordsOf(const std::vector<std::uint8_t>& bytes)
-{
-    Words words;
-    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
-        words.push_back(bytes[i] + 256 * bytes[i + 1]);
-    return words;
-}
-
-} // namespace
 
 class ColumnPassTest : public QObject
 {
