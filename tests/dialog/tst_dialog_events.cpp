@@ -1,3 +1,4 @@
+#include "splitter/CGridSplitter.h"
 #include "support/Cursors.h"
 #include "support/DialogProbe.h"
 #include "support/ModalWatch.h"
@@ -11,6 +12,7 @@
 
 #include <qwt_plot.h>
 
+#include <algorithm>
 #include <functional>
 
 namespace {
@@ -270,15 +272,15 @@ void DialogEvents::resizeArrangesTheTwoAreas()
     QFETCH(bool, arranged);
     DialogProbe d;
     const QRect strip = d.ui.wSettings->geometry();
-    const QRect view = d.ui.gVUp->geometry();
+    const QRect grid = d.m_grid->geometry();
     QResizeEvent event(QSize(width, height), d.size());
     d.resizeEvent(&event);
     if (arranged) {
         QCOMPARE(d.ui.wSettings->geometry(), QRect(0, height - strip.height(), width, strip.height()));
-        QVERIFY(d.ui.gVUp->geometry() != view);
+        QCOMPARE(d.m_grid->geometry(), QRect(0, 0, width, std::max(0, height - strip.height())));
     } else {
         QCOMPARE(d.ui.wSettings->geometry(), strip);
-        QCOMPARE(d.ui.gVUp->geometry(), view);
+        QCOMPARE(d.m_grid->geometry(), grid);
     }
 }
 
@@ -303,8 +305,9 @@ void DialogEvents::nullResizeEventChangesNothing()
 void DialogEvents::panesFillTheUpperArea()
 {
     DialogProbe d;
-    QResizeEvent event(QSize(1005, 805 + d.ui.wSettings->height()), d.size());
-    d.resizeEvent(&event);
+    d.resize(1005, 805 + d.ui.wSettings->height());
+    d.show();
+    QCOMPARE(d.ui.gVUp->parentWidget(), static_cast<QWidget*>(d.m_grid));
     QCOMPARE(d.ui.gVUp->geometry(), QRect(0, 0, 500, 400));
     QCOMPARE(d.ui.PlotUp->geometry(), QRect(505, 0, 500, 400));
     QCOMPARE(d.ui.gVDown->geometry(), QRect(0, 405, 500, 400));

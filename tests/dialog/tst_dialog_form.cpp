@@ -88,7 +88,9 @@ void DialogForm::everyWidgetIsThere()
     QFETCH(QString, name);
     QFETCH(QByteArray, className);
     QFETCH(QString, parent);
-    DialogProbe dialog;
+    QDialog dialog;
+    Ui_CFFCUtility ui;
+    ui.setupUi(&dialog);
     const QList<QObject*> found = dialog.findChildren<QObject*>(name);
     QCOMPARE(found.size(), 1);
     QCOMPARE(QByteArray(found[0]->metaObject()->className()), className);

@@ -33,6 +33,7 @@ public:
     using CFFCUtility::m_adapterDown;
     using CFFCUtility::m_adapterUp;
     using CFFCUtility::m_dataLock;
+    using CFFCUtility::m_grid;
     using CFFCUtility::m_highLight;
     using CFFCUtility::m_hostCallback;
     using CFFCUtility::m_hostContext;
