@@ -91,14 +91,19 @@ ShownViewer::~ShownViewer()
     ZorDisplayCPU::DeleteComponent(viewer);
 }
 
+std::string decimals(double value)
+{
+    return QByteArray::number(value, 'f', 6).toStdString();
+}
+
 void ShownViewer::setScale(double scale)
 {
-    run("cmd.display.view.scale", {{"scale", std::to_string(scale)}, {"cs", "base"}});
+    run("cmd.display.view.scale", {{"scale", decimals(scale)}, {"cs", "base"}});
 }
 
 void ShownViewer::lookAt(double x, double y)
 {
-    run("cmd.display.view.at", {{"pos.x", std::to_string(x)}, {"pos.y", std::to_string(y)}, {"cs", "base"}});
+    run("cmd.display.view.at", {{"pos.x", decimals(x)}, {"pos.y", decimals(y)}, {"cs", "base"}});
 }
 
 double ShownViewer::scale() const

@@ -117,5 +117,8 @@ private:
     ShownViewer(const QSize& size, bool isGpu, QObject* host);
 };
 
+/// Six decimals behind a point, whatever the program's locale is.
+std::string decimals(double value);
+
 /// The number that a command returned under a key; -99999 without one.
 int numberIn(const ParameterMap& map, const char* key);
