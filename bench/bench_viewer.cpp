@@ -38,10 +38,22 @@ double percentile(std::vector<double> values, double part)
     return values[static_cast<std::size_t>(rank) - 1];
 }
 
+// With a point, whatever the program's locale is.
+std::string decimals(double value)
+{
+    return QByteArray::number(value, 'f', 6).toStdString();
+}
+
+QByteArray padded(double value)
+{
+    return QByteArray::number(value, 'f', 2).rightJustified(7);
+}
+
 void print(const char* what, const std::vector<double>& values)
 {
-    std::printf("%-38s median %7.2f ms   99th percentile %7.2f ms   longest %7.2f ms\n", what,
-                percentile(values, 0.5), percentile(values, 0.99), percentile(values, 1.0));
+    std::printf("%-38s median %s ms   99th percentile %s ms   longest %s ms\n", what,
+                padded(percentile(values, 0.5)).constData(), padded(percentile(values, 0.99)).constData(),
+                padded(percentile(values, 1.0)).constData());
 }
 
 class Bench
@@ -72,7 +84,8 @@ public:
         for (std::uint32_t image = 0; image <= NewImages; ++image) {
             fill(image);
             const double time = milliseconds([this] {
-                m_viewer.display(&m_record);
+                if (m_viewer.display(&m_record) != 0)
+                    qFatal("bench_viewer: the image was refused");
                 paint();
             });
             if (image > 0)
@@ -121,16 +134,21 @@ private:
                     static_cast<std::uint16_t>(x * 7 + y * 5 + image * 4099 + ((x ^ y) & 63) * 97);
     }
 
+    // A refused command would leave the time of a view that stands still.
+    void run(const char* name, ParameterMap parameters)
+    {
+        if (m_viewer.command(name, &parameters) != 1)
+            qFatal("bench_viewer: %s was refused", name);
+    }
+
     void setScale(double scale)
     {
-        ParameterMap parameters{{"scale", std::to_string(scale)}, {"cs", "base"}};
-        m_viewer.command("cmd.display.view.scale", &parameters);
+        run("cmd.display.view.scale", {{"scale", decimals(scale)}, {"cs", "base"}});
     }
 
     void moveTo(double x, double y)
     {
-        ParameterMap parameters{{"pos.x", std::to_string(x)}, {"pos.y", std::to_string(y)}, {"cs", "base"}};
-        m_viewer.command("cmd.display.view.at", &parameters);
+        run("cmd.display.view.at", {{"pos.x", decimals(x)}, {"pos.y", decimals(y)}, {"cs", "base"}});
     }
 
     void paint()

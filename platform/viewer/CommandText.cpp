@@ -2,7 +2,9 @@
 
 #include <QByteArray>
 
+#include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 
 namespace zorview {
@@ -29,8 +31,14 @@ std::optional<double> realOf(const ParameterMap& map, const char* key)
 
 void* pointerFromText(const std::string& text)
 {
-    void* address = nullptr;
-    return std::sscanf(text.c_str(), "%p", &address) == 1 ? address : nullptr;
+    constexpr std::size_t Prefix = 2;
+    constexpr std::size_t MostDigits = 2 * sizeof(std::uintptr_t);
+    if (text.compare(0, Prefix, "0x") != 0 || text.size() == Prefix || text.size() > Prefix + MostDigits)
+        return nullptr;
+    std::uintptr_t address = 0;
+    const char* end = text.data() + text.size();
+    const std::from_chars_result read = std::from_chars(text.data() + Prefix, end, address, 16);
+    return read.ec == std::errc() && read.ptr == end ? reinterpret_cast<void*>(address) : nullptr;
 }
 
 std::string textFromAddress(const void* address)

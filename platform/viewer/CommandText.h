@@ -18,7 +18,7 @@ std::optional<int> intOf(const ParameterMap& map, const char* key);
 /// A finite real number with a decimal point.
 std::optional<double> realOf(const ParameterMap& map, const char* key);
 
-/// What printf's "%p" wrote; null when it can't be read.
+/// What printf's "%p" wrote: "0x" and hexadecimal digits, and nothing else; null when it can't be read.
 void* pointerFromText(const std::string& text);
 
 std::string textFromAddress(const void* address);

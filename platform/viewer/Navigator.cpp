@@ -4,13 +4,19 @@
 
 namespace zorview {
 namespace {
-// Positions come as fractions with six decimals.
-constexpr double FractionStep = 1e-6;
+// Scales and positions come as texts with six decimals, positions as fractions.
+constexpr double TextStep = 1e-6;
 
 bool isRequestFor(const QPointF& centre, const QPointF& reported, const QSize& image)
 {
-    return std::abs(centre.x() - reported.x()) <= image.width() * FractionStep &&
-           std::abs(centre.y() - reported.y()) <= image.height() * FractionStep;
+    return std::abs(centre.x() - reported.x()) <= image.width() * TextStep &&
+           std::abs(centre.y() - reported.y()) <= image.height() * TextStep;
+}
+
+bool isWithinHalfAPixel(const QPointF& a, const QPointF& b, double scale)
+{
+    const QPointF off = (a - b) * scale;
+    return std::abs(off.x()) <= 0.5 && std::abs(off.y()) <= 0.5;
 }
 } // namespace
 
@@ -82,10 +88,9 @@ bool Navigator::setScale(double scale)
 {
     if (!m_geometry.hasImage() || !std::isfinite(scale) || scale <= 0.0)
         return false;
-    ViewGeometry wanted = m_geometry;
-    wanted.setScale(scale, wanted.middle());
-    if (wanted.isElsewhere(m_geometry)) {
-        m_geometry = wanted;
+    const bool isFitted = m_geometry.fitMode() != ViewGeometry::NoFit;
+    if (!isFitted || std::abs(scale - m_geometry.scale()) > TextStep) {
+        m_geometry.setScale(scale, m_geometry.middle());
         settle();
     }
     return true;
@@ -95,12 +100,13 @@ bool Navigator::setCentre(const QPointF& centre)
 {
     if (!m_geometry.hasImage() || !std::isfinite(centre.x()) || !std::isfinite(centre.y()))
         return false;
-    if (isRequestFor(centre, m_geometry.reportedCentre(), m_geometry.imageSize()))
-        return true;
-    ViewGeometry wanted = m_geometry;
-    wanted.setCentre(centre);
-    if (wanted.isElsewhere(m_geometry)) {
-        m_geometry = wanted;
+    const QPointF reported = m_geometry.reportedCentre();
+    const bool isFitted = m_geometry.fitMode() != ViewGeometry::NoFit;
+    const bool isThere = isRequestFor(centre, reported, m_geometry.imageSize()) ||
+                         (isFitted && (isWithinHalfAPixel(centre, reported, m_geometry.scale()) ||
+                                       isWithinHalfAPixel(centre, m_geometry.centre(), m_geometry.scale())));
+    if (!isThere) {
+        m_geometry.setCentre(centre);
         settle();
     }
     return true;

@@ -32,9 +32,13 @@ QRect Scene::paneRect(int pane) const
     return {pane * (m_device.width() - width), 0, width, m_device.height()};
 }
 
-QPointF Scene::inPane(const QPointF& device) const
+int Scene::paneAt(const QPointF& device) const
 {
-    const bool isSecond = paneCount() == 2 && device.x() >= paneRect(1).x();
-    return device - QPointF(paneRect(isSecond ? 1 : 0).topLeft());
+    return paneCount() == 2 && device.x() >= paneRect(1).x() ? 1 : 0;
+}
+
+QPointF Scene::inPane(const QPointF& device, int pane) const
+{
+    return device - QPointF(paneRect(std::min(pane, paneCount() - 1)).topLeft());
 }
 } // namespace zorview

@@ -26,8 +26,11 @@ public:
     const Picture& picture(int pane) const { return pane == 0 ? first : second; }
     /// In device pixels of the view.
     QRect paneRect(int pane) const;
-    /// A point of the view relative to the pane that it lies in.
-    QPointF inPane(const QPointF& device) const;
+    /// The pane that a point of the view lies in.
+    int paneAt(const QPointF& device) const;
+    /// A point of the view relative to a pane, or to the one that it lies in.
+    QPointF inPane(const QPointF& device, int pane) const;
+    QPointF inPane(const QPointF& device) const { return inPane(device, paneAt(device)); }
     Tone tone(int pane) const { return makeTone(picture(pane).pyramid().shape(), coloration); }
 
 private:

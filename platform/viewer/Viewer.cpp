@@ -106,15 +106,24 @@ double Viewer::pixelRatio() const
     return m_canvasWidget ? m_canvasWidget->devicePixelRatioF() : 1.0;
 }
 
+QPointF Viewer::onSurface(const QWidget* receiver, const QPointF& position) const
+{
+    if (m_surface && receiver && receiver != m_surface)
+        return position + m_surface->mapFrom(receiver, QPoint(0, 0));
+    return position;
+}
+
 QPointF Viewer::deviceAt(const QWidget* receiver, const QPointF& pixel) const
 {
-    QPointF onSurface = pixel;
-    if (m_surface && receiver && receiver != m_surface)
-        onSurface += m_surface->mapFrom(receiver, QPoint(0, 0));
-    const auto middle = [ratio = pixelRatio()](double place) {
-        return std::floor((place + 0.5) * ratio) + 0.5;
-    };
-    return {middle(onSurface.x()), middle(onSurface.y())};
+    return deviceUnder(receiver, pixel + QPointF(0.5, 0.5));
+}
+
+QPointF Viewer::deviceUnder(const QWidget* receiver, const QPointF& position) const
+{
+    // A position is a device pixel's place divided by the ratio: the way back must not fall short of it.
+    constexpr double Rounding = 1e-6;
+    const QPointF device = onSurface(receiver, position) * pixelRatio();
+    return {std::floor(device.x() + Rounding) + 0.5, std::floor(device.y() + Rounding) + 0.5};
 }
 
 // The nearest one, of two that are as near the first: the way back by deviceAt then meets the same image

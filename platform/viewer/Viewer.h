@@ -44,6 +44,9 @@ public:
     /// The middle of the device pixel at the middle of a pixel of the view widget or its surface; device
     /// pixels of the canvas.
     QPointF deviceAt(const QWidget* receiver, const QPointF& pixel) const;
+    /// The middle of the device pixel that holds a position on one of the two widgets, which on a screen of
+    /// many device pixels may be a fraction.
+    QPointF deviceUnder(const QWidget* receiver, const QPointF& position) const;
     /// The widget pixel of `view` that holds a device point.
     QPoint windowAt(const QPointF& device) const;
 
@@ -58,6 +61,7 @@ public:
 
 private:
     void makeCanvas(Painting painting);
+    QPointF onSurface(const QWidget* receiver, const QPointF& position) const;
 
     QPointer<QWidget> m_view;
     QPointer<QWidget> m_surface;

@@ -80,11 +80,14 @@ bool ViewerInput::mouse(QWidget* receiver, QMouseEvent* event)
         return false;
     if (receiver == m_viewer.surface())
         isSecondSight(event);
-    const QPointF device = m_viewer.deviceAt(receiver, event->pos());
+    const QPointF device = m_viewer.deviceUnder(receiver, event->localPos());
+    // What lies below the pointer is told as it was seen at the click; a double click moves the picture.
+    NotificationHub::Pointer pointer = pointerOf(receiver, event, device);
     bool isTaken = false;
     switch (event->type()) {
     case QEvent::MouseMove:
         isTaken = move(event, device);
+        pointer = pointerOf(receiver, event, device);
         break;
     case QEvent::MouseButtonRelease:
         isTaken = release(event);
@@ -93,7 +96,7 @@ bool ViewerInput::mouse(QWidget* receiver, QMouseEvent* event)
         isTaken = press(event, device);
     }
     // Last, since a listener may do anything.
-    notify(receiver, event, device);
+    notify(event->type(), pointer);
     return isTaken;
 }
 
@@ -106,7 +109,8 @@ bool ViewerInput::press(QMouseEvent* event, const QPointF& device)
 {
     if (event->button() != Qt::LeftButton || (event->modifiers() & Qt::ShiftModifier))
         return false;
-    const QPointF point = m_viewer.scene.inPane(device);
+    m_dragPane = m_viewer.scene.paneAt(device);
+    const QPointF point = m_viewer.scene.inPane(device, m_dragPane);
     if (event->type() == QEvent::MouseButtonDblClick) {
         m_viewer.navigator.toggleFit(point);
         return true;
@@ -126,7 +130,8 @@ bool ViewerInput::move(QMouseEvent* event, const QPointF& device)
         return false;
     }
     if (m_overlayDrag.isActive()) {
-        m_overlayDrag.moveTo(m_viewer.scene.overlays, m_viewer.scene.geometry, m_viewer.scene.inPane(device));
+        m_overlayDrag.moveTo(m_viewer.scene.overlays, m_viewer.scene.geometry,
+                             m_viewer.scene.inPane(device, m_dragPane));
         m_viewer.repaint();
         return true;
     }
@@ -154,17 +159,24 @@ void ViewerInput::endDrag()
         m_viewer.hub.viewChanged();
 }
 
-void ViewerInput::notify(const QWidget* receiver, const QMouseEvent* event, const QPointF& device)
+NotificationHub::Pointer ViewerInput::pointerOf(const QWidget* receiver, const QMouseEvent* event,
+                                                const QPointF& device) const
 {
+    const QPointF place = event->localPos();
+    const QPoint pixel(static_cast<int>(std::floor(place.x())), static_cast<int>(std::floor(place.y())));
     const QPointF image = m_viewer.scene.geometry.toImage(m_viewer.scene.inPane(device));
     NotificationHub::Pointer pointer;
     pointer.isLeft = event->button() == Qt::LeftButton;
     pointer.image = pointInSpace(m_viewer, image, "img").value_or(QPoint(-1, -1));
-    pointer.window =
-        receiver == m_viewer.view() ? event->pos() : receiver->mapTo(m_viewer.view(), event->pos());
-    if (event->type() == QEvent::MouseMove)
+    pointer.window = receiver == m_viewer.view() ? pixel : receiver->mapTo(m_viewer.view(), pixel);
+    return pointer;
+}
+
+void ViewerInput::notify(QEvent::Type type, const NotificationHub::Pointer& pointer)
+{
+    if (type == QEvent::MouseMove)
         m_viewer.hub.mouseMove(pointer);
-    else if (event->type() == QEvent::MouseButtonRelease)
+    else if (type == QEvent::MouseButtonRelease)
         m_viewer.hub.mouseUp(pointer);
     else
         m_viewer.hub.mouseDown(pointer);
@@ -187,7 +199,7 @@ bool ViewerInput::wheel(QWidget* receiver, QWheelEvent* event)
     const int turned = event->angleDelta().y();
     if (turned == 0)
         return false;
-    const QPointF device = m_viewer.deviceAt(receiver, event->position().toPoint());
+    const QPointF device = m_viewer.deviceUnder(receiver, event->position());
     return m_viewer.navigator.zoom(std::exp2(turned / WheelUnitsPerDoubling), m_viewer.scene.inPane(device));
 }
 

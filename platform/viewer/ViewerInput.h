@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/viewer/NotificationHub.h"
 #include "platform/viewer/OverlayDrag.h"
 
+#include <QEvent>
 #include <QObject>
 #include <QPointF>
 
@@ -30,13 +32,16 @@ private:
     bool wheel(QWidget* receiver, QWheelEvent* event);
     bool key(QKeyEvent* event);
     bool isSecondSight(const QMouseEvent* event);
-    void notify(const QWidget* receiver, const QMouseEvent* event, const QPointF& device);
+    NotificationHub::Pointer pointerOf(const QWidget* receiver, const QMouseEvent* event,
+                                       const QPointF& device) const;
+    void notify(QEvent::Type type, const NotificationHub::Pointer& pointer);
     void endDrag();
     void showCursor(const QPointF& device);
     double reach() const;
 
     Viewer& m_viewer;
     OverlayDrag m_overlayDrag;
+    int m_dragPane = 0; ///< of the overlay drag, also while the pointer is over the other one
     bool m_isPanning = false;
     QPointF m_last;           ///< where the pan stands, device pixels
     bool m_hasCursor = false; ///< an overlay's cursor is set on the surface

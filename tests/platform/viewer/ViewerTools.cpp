@@ -91,14 +91,19 @@ ShownViewer::~ShownViewer()
     ZorDisplayCPU::DeleteComponent(viewer);
 }
 
+std::string decimals(double value)
+{
+    return QByteArray::number(value, 'f', 6).toStdString();
+}
+
 void ShownViewer::setScale(double scale)
 {
-    run("cmd.display.view.scale", {{"scale", std::to_string(scale)}, {"cs", "base"}});
+    run("cmd.display.view.scale", {{"scale", decimals(scale)}, {"cs", "base"}});
 }
 
 void ShownViewer::lookAt(double x, double y)
 {
-    run("cmd.display.view.at", {{"pos.x", std::to_string(x)}, {"pos.y", std::to_string(y)}, {"cs", "base"}});
+    run("cmd.display.view.at", {{"pos.x", decimals(x)}, {"pos.y", decimals(y)}, {"cs", "base"}});
 }
 
 double ShownViewer::scale() const
@@ -129,17 +134,38 @@ QImage ShownViewer::grab()
     return image;
 }
 
-void ShownViewer::wheel(const QPoint& where, int units)
+namespace {
+QPointF globalPlace(QWidget* surface, const QPointF& where)
 {
-    QWheelEvent event(where, surface()->mapToGlobal(where), QPoint(), QPoint(0, units), Qt::NoButton,
+    return where + surface->mapToGlobal(QPoint(0, 0));
+}
+} // namespace
+
+void ShownViewer::wheel(const QPointF& where, int units)
+{
+    QWheelEvent event(where, globalPlace(surface(), where), QPoint(), QPoint(0, units), Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(surface(), &event);
 }
 
-void ShownViewer::move(const QPoint& where, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers)
+void ShownViewer::move(const QPointF& where, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers)
 {
-    QMouseEvent event(QEvent::MouseMove, where, surface()->mapToGlobal(where), Qt::NoButton, buttons,
+    QMouseEvent event(QEvent::MouseMove, where, globalPlace(surface(), where), Qt::NoButton, buttons,
                       modifiers);
+    QCoreApplication::sendEvent(surface(), &event);
+}
+
+void ShownViewer::press(const QPointF& where, QEvent::Type type)
+{
+    QMouseEvent event(type, where, globalPlace(surface(), where), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(surface(), &event);
+}
+
+void ShownViewer::release(const QPointF& where)
+{
+    QMouseEvent event(QEvent::MouseButtonRelease, where, globalPlace(surface(), where), Qt::LeftButton,
+                      Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(surface(), &event);
 }
 

@@ -4,6 +4,7 @@
 #include "display/ZorDisplayProcessor.h"
 #include "image/ZorImage.h"
 
+#include <QEvent>
 #include <QGraphicsView>
 #include <QImage>
 #include <QStringList>
@@ -104,14 +105,20 @@ public:
     QImage grab();
     QRgb pixel(int x, int y) { return grab().pixel(x, y); }
     QWidget* surface() { return view.viewport(); }
-    void wheel(const QPoint& where, int units);
+    void wheel(const QPointF& where, int units);
     void drag(const QPoint& from, const QPoint& to, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    void move(const QPoint& where, Qt::MouseButtons buttons,
+    void move(const QPointF& where, Qt::MouseButtons buttons,
               Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// The left button goes down or up at a place that may be a fraction.
+    void press(const QPointF& where, QEvent::Type type = QEvent::MouseButtonPress);
+    void release(const QPointF& where);
 
 private:
     ShownViewer(const QSize& size, bool isGpu, QObject* host);
 };
+
+/// Six decimals behind a point, whatever the program's locale is.
+std::string decimals(double value);
 
 /// The number that a command returned under a key; -99999 without one.
 int numberIn(const ParameterMap& map, const char* key);

@@ -20,6 +20,9 @@ private slots:
     void comeToRest();
     void theHandIsNotPulledBack();
     void aFitSurvivesTheEcho();
+    void nearRequestsAreTakenExactly_data();
+    void nearRequestsAreTakenExactly();
+    void aFitSurvivesARequestForItsOwnPlace();
 };
 
 namespace {
@@ -156,6 +159,51 @@ void TestLinkedViews::aFitSurvivesTheEcho()
     a.view.resize(a.view.size() + QSize(400, 300));
     QCoreApplication::processEvents();
     QVERIFY(std::abs(a.scale() - fitted * 2.0) < 1e-9);
+}
+
+void TestLinkedViews::nearRequestsAreTakenExactly_data()
+{
+    QTest::addColumn<bool>("isFitted");
+    QTest::newRow("after a zoom") << false;
+    QTest::newRow("from a fit") << true;
+}
+
+// The scale is a quarter of a device pixel off in the whole view: nobody has to be told, but a half is asked
+// for.
+void TestLinkedViews::nearRequestsAreTakenExactly()
+{
+    QFETCH(bool, isFitted);
+    ShownViewer shown(QSize(400, 300));
+    const double ratio = shown.view.devicePixelRatioF();
+    const int width = static_cast<int>(800 * ratio) - 1;
+    shown.show({ZorMono8, width, 200, [](int x, int y, int) { return (x + y) & 255; }});
+    if (!isFitted)
+        shown.setScale(0.5004);
+    shown.listener.heard.clear();
+    QVERIFY(shown.scale() > 0.5002 && shown.scale() < 0.5007);
+    shown.setScale(0.5);
+    QCOMPARE(shown.scale(), 0.5);
+    QCOMPARE(shown.listener.count("view.changed"), 0);
+    // A third of a device pixel, after which further steps of the same kind are told when they add up.
+    shown.setScale(0.8);
+    shown.run("cmd.display.view.at", {{"pos.x", "100"}, {"pos.y", "50"}, {"cs", "img"}});
+    shown.listener.heard.clear();
+    shown.lookAt((100.5 + 0.4) / width, 50.5 / 200);
+    QCOMPARE(shown.listener.count("view.changed"), 0);
+    shown.lookAt((100.5 + 0.8) / width, 50.5 / 200);
+    QCOMPARE(shown.listener.count("view.changed"), 1);
+}
+
+void TestLinkedViews::aFitSurvivesARequestForItsOwnPlace()
+{
+    ShownViewer shown(QSize(400, 300));
+    shown.show(picture());
+    const double fitted = shown.scale();
+    shown.setScale(fitted);
+    shown.lookAt(0.5, 0.5);
+    QCOMPARE(shown.scale(), fitted);
+    shown.view.resize(shown.view.size() + QSize(400, 300));
+    QVERIFY(std::abs(shown.scale() - fitted * 2.0) < 1e-9);
 }
 
 QTEST_MAIN(TestLinkedViews)

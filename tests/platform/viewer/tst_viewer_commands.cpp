@@ -71,6 +71,17 @@ void TestViewerCommands::goodAndBadInput_data()
     row("tile edge of 0", "cmd.parameter.set", {{"name", "canvas.tile.edge"}, {"value", "0"}}, 0);
     row("notification without an address", "cmd.system.notification.add", {}, 0);
     row("notification at null", "cmd.system.notification.add", {{"proc", "(nil)"}}, 0);
+    row("notification at zero", "cmd.system.notification.add", {{"proc", "0x0"}}, 0);
+    row("notification at a word", "cmd.system.notification.add", {{"proc", "address"}}, 0);
+    row("notification at a word of hexadecimal digits", "cmd.system.notification.add", {{"proc", "face"}}, 0);
+    row("notification with a tail", "cmd.system.notification.add", {{"proc", "0x10zz"}}, 0);
+    row("notification without digits", "cmd.system.notification.add", {{"proc", "0x"}}, 0);
+    row("notification with a sign", "cmd.system.notification.add", {{"proc", "0x-10"}}, 0);
+    row("notification behind a blank", "cmd.system.notification.add", {{"proc", " 0x10"}}, 0);
+    row("notification before a blank", "cmd.system.notification.add", {{"proc", "0x10 "}}, 0);
+    row("notification of two prefixes", "cmd.system.notification.add", {{"proc", "0x0x10"}}, 0);
+    row("notification beyond all memory", "cmd.system.notification.add", {{"proc", "0x1ffffffffffffffff"}},
+        0);
     row("view flags", "cmd.display.view.nofication", {{"flags", "7"}}, 1);
     row("view flags of 0", "cmd.display.view.nofication", {{"flags", "0"}}, 1);
     row("no view flags", "cmd.display.view.nofication", {}, 0);
@@ -210,6 +221,10 @@ void TestViewerCommands::settingsKeepTexts()
     QCOMPARE(settings->setText(nullptr, "x"), 0);
     QCOMPARE(settings->run(nullptr), 0);
     QCOMPARE(settings->run("processing.proc.mul"), 0);
+    for (const char* text : {"address", "face", "0x10zz", "0x", "0x0", "", " 0x10", "0x10 "}) {
+        settings->setText("processor", text);
+        QCOMPARE(settings->run("processing.proc.add"), 0);
+    }
 }
 
 void TestViewerCommands::fitModes()
