@@ -34,10 +34,20 @@ ViewerInput::ViewerInput(Viewer& viewer)
     : m_viewer(viewer)
 {
     for (QWidget* widget : {viewer.view(), viewer.surface()}) {
+        if (!widget->hasMouseTracking())
+            m_untracked.emplace_back(widget);
         widget->setMouseTracking(true);
         widget->removeEventFilter(this);
         widget->installEventFilter(this);
     }
+}
+
+ViewerInput::~ViewerInput()
+{
+    giveCursorBack();
+    for (const QPointer<QWidget>& widget : m_untracked)
+        if (widget)
+            widget->setMouseTracking(false);
 }
 
 bool ViewerInput::eventFilter(QObject* object, QEvent* event)
@@ -187,11 +197,28 @@ void ViewerInput::showCursor(const QPointF& device)
     std::string id;
     const int part = OverlayDrag::partAt(m_viewer.scene.overlays, m_viewer.scene.geometry,
                                          m_viewer.scene.inPane(device), reach(), &id);
-    if (part != OverlayDrag::Nothing)
-        m_viewer.surface()->setCursor(cursorFor(part));
-    else if (m_hasCursor)
-        m_viewer.surface()->unsetCursor();
-    m_hasCursor = part != OverlayDrag::Nothing;
+    if (part == OverlayDrag::Nothing) {
+        giveCursorBack();
+        return;
+    }
+    QWidget* surface = m_viewer.surface();
+    if (!m_hasCursor && surface->testAttribute(Qt::WA_SetCursor))
+        m_hostCursor = surface->cursor();
+    surface->setCursor(cursorFor(part));
+    m_hasCursor = true;
+}
+
+void ViewerInput::giveCursorBack()
+{
+    QWidget* surface = m_viewer.surface();
+    if (m_hasCursor && surface) {
+        if (m_hostCursor)
+            surface->setCursor(*m_hostCursor);
+        else
+            surface->unsetCursor();
+    }
+    m_hasCursor = false;
+    m_hostCursor.reset();
 }
 
 bool ViewerInput::wheel(QWidget* receiver, QWheelEvent* event)
