@@ -8,6 +8,8 @@
 #include <QWheelEvent>
 
 #include <cmath>
+#include <memory>
+#include <utility>
 
 namespace zorview {
 namespace {
@@ -93,11 +95,13 @@ bool ViewerInput::mouse(QWidget* receiver, QMouseEvent* event)
     const QPointF device = m_viewer.deviceUnder(receiver, event->localPos());
     // What lies below the pointer is told as it was seen at the click; a double click moves the picture.
     NotificationHub::Pointer pointer = pointerOf(receiver, event, device);
+    const std::weak_ptr<const int> alive = m_viewer.hub.life();
     bool isTaken = false;
     switch (event->type()) {
     case QEvent::MouseMove:
         isTaken = move(event, device);
-        pointer = pointerOf(receiver, event, device);
+        if (!alive.expired())
+            pointer = pointerOf(receiver, event, device);
         break;
     case QEvent::MouseButtonRelease:
         isTaken = release(event);
@@ -106,7 +110,8 @@ bool ViewerInput::mouse(QWidget* receiver, QMouseEvent* event)
         isTaken = press(event, device);
     }
     // Last, since a listener may do anything.
-    notify(event->type(), pointer);
+    if (!alive.expired())
+        notify(event->type(), pointer);
     return isTaken;
 }
 
@@ -135,8 +140,10 @@ bool ViewerInput::press(QMouseEvent* event, const QPointF& device)
 bool ViewerInput::move(QMouseEvent* event, const QPointF& device)
 {
     if (!(event->buttons() & Qt::LeftButton)) {
+        const std::weak_ptr<const int> alive = m_viewer.hub.life();
         endDrag();
-        showCursor(device);
+        if (!alive.expired())
+            showCursor(device);
         return false;
     }
     if (m_overlayDrag.isActive()) {
@@ -147,8 +154,9 @@ bool ViewerInput::move(QMouseEvent* event, const QPointF& device)
     }
     if (!m_isPanning)
         return false;
-    m_viewer.navigator.pan(device - m_last);
-    m_last = device;
+    const QPointF from = std::exchange(m_last, device);
+    // Last, since a listener may delete the viewer.
+    m_viewer.navigator.pan(device - from);
     return true;
 }
 

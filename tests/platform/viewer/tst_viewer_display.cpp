@@ -31,10 +31,13 @@ private slots:
     void configureJudgesHeaders();
     void colorationChangesMonoOnly();
     void pairsStandSideBySide();
+    void aPairOfTwoSizesIsShownWhole();
     void aBadPairChangesNothing();
     void displayFromAnotherThread();
     void nullsAndCrossedDeletion();
     void theHostMayDestroyItsWidgetFirst();
+    void aListenerMayDeleteTheViewer_data();
+    void aListenerMayDeleteTheViewer();
 };
 
 namespace {
@@ -323,6 +326,22 @@ void TestViewerDisplay::pairsStandSideBySide()
     QVERIFY(!shown.viewer->stage()->image(1));
 }
 
+void TestViewerDisplay::aPairOfTwoSizesIsShownWhole()
+{
+    ShownViewer shown(QSize(202, 160));
+    const TestImage wide = flat(200, 100, 80);
+    const TestImage high = flat(90, 50, 160);
+    QCOMPARE(shown.viewer->displayPair(wide.record(), high.record()), 1);
+    const int ratio = static_cast<int>(shown.view.devicePixelRatioF());
+    QCOMPARE(shown.scale(), 1.0 * ratio);
+    const QImage picture = shown.grab();
+    const auto grey = [&](int x, int y) { return qRed(picture.pixel(x * ratio, y * ratio)); };
+    const QList<int> first{grey(0, 0), grey(99, 79), grey(0, 80), grey(99, 159)};
+    QCOMPARE(first, (QList<int>{200, 200, Grey, Grey}));
+    const QList<int> second{grey(102, 0), grey(151, 159), grey(152, 0), grey(201, 159)};
+    QCOMPARE(second, (QList<int>{90, 90, Grey, Grey}));
+}
+
 void TestViewerDisplay::aBadPairChangesNothing()
 {
     ShownViewer shown(QSize(202, 100));
@@ -394,6 +413,65 @@ void TestViewerDisplay::theHostMayDestroyItsWidgetFirst()
     QCOMPARE(viewer->command("cmd.system.menu.exec", &map), 0);
     QCOMPARE(viewer->command("cmd.system.menu.create", &map), 0);
     ZorDisplayCPU::DeleteComponent(viewer);
+}
+
+void TestViewerDisplay::aListenerMayDeleteTheViewer_data()
+{
+    QTest::addColumn<QByteArray>("code");
+    QTest::addColumn<QByteArray>("deed");
+    QTest::newRow("while an image is shown") << QByteArray("view.changed") << QByteArray("display");
+    QTest::newRow("after an image was shown") << QByteArray("processed") << QByteArray("display");
+    QTest::newRow("while a command moves") << QByteArray("view.changed") << QByteArray("command");
+    QTest::newRow("while a key moves") << QByteArray("view.changed") << QByteArray("key");
+    QTest::newRow("while the wheel turns") << QByteArray("view.changed") << QByteArray("wheel");
+    QTest::newRow("while the hand drags") << QByteArray("view.changed") << QByteArray("drag");
+    QTest::newRow("while the window grows") << QByteArray("view.changed") << QByteArray("resize");
+    QTest::newRow("at a click") << QByteArray("mouse.down") << QByteArray("drag");
+    QTest::newRow("at a move") << QByteArray("mouse.move") << QByteArray("drag");
+    QTest::newRow("at a release") << QByteArray("mouse.up") << QByteArray("drag");
+}
+
+// Two listeners: neither hears anything more, the second not even that which the first deleted in.
+void TestViewerDisplay::aListenerMayDeleteTheViewer()
+{
+    QFETCH(QByteArray, code);
+    QFETCH(QByteArray, deed);
+    ShownViewer shown(QSize(200, 160));
+    shown.show(flat(7));
+    Listener second;
+    char address[64] = {};
+    std::snprintf(address, sizeof address, "%p",
+                  static_cast<void*>(static_cast<ZorDisplayCommand*>(&second)));
+    QCOMPARE(shown.run("cmd.system.notification.add", {{"proc", address}}), 1);
+    int heardSince = -1;
+    shown.listener.act = [&](const Listener::Heard& heard) {
+        if (heardSince >= 0)
+            ++heardSince;
+        if (heardSince >= 0 || heard.parameters.at("code") != code.toStdString())
+            return;
+        heardSince = 0;
+        second.heard.clear();
+        ZorDisplayCPU::DeleteComponent(shown.viewer);
+        shown.viewer = nullptr;
+    };
+    const TestImage image = flat(9, 80, 50);
+    if (deed == "display")
+        shown.show(image);
+    else if (deed == "command")
+        QCOMPARE(shown.run("cmd.display.view.zoom.in"), 1);
+    else if (deed == "key")
+        QTest::keyClick(&shown.view, Qt::Key_Plus);
+    else if (deed == "wheel")
+        shown.wheel(QPoint(50, 50), 120);
+    else if (deed == "resize")
+        shown.view.resize(400, 400);
+    else
+        shown.drag(QPoint(50, 50), QPoint(90, 80));
+    QVERIFY2(!shown.viewer, "nothing was told");
+    shown.move(QPoint(30, 30), Qt::NoButton);
+    QCoreApplication::processEvents();
+    QCOMPARE(heardSince, 0);
+    QVERIFY(second.heard.empty());
 }
 
 QTEST_MAIN(TestViewerDisplay)
