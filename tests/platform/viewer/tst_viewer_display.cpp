@@ -41,8 +41,6 @@ private slots:
     void displayFromAnotherThread();
     void nullsAndCrossedDeletion();
     void theHostMayDestroyItsWidgetFirst();
-    void aListenerMayDeleteTheViewer_data();
-    void aListenerMayDeleteTheViewer();
 };
 
 namespace {
@@ -457,65 +455,6 @@ void TestViewerDisplay::theHostMayDestroyItsWidgetFirst()
     QCOMPARE(viewer->command("cmd.system.menu.exec", &map), 0);
     QCOMPARE(viewer->command("cmd.system.menu.create", &map), 0);
     ZorDisplayCPU::DeleteComponent(viewer);
-}
-
-void TestViewerDisplay::aListenerMayDeleteTheViewer_data()
-{
-    QTest::addColumn<QByteArray>("code");
-    QTest::addColumn<QByteArray>("deed");
-    QTest::newRow("while an image is shown") << QByteArray("view.changed") << QByteArray("display");
-    QTest::newRow("after an image was shown") << QByteArray("processed") << QByteArray("display");
-    QTest::newRow("while a command moves") << QByteArray("view.changed") << QByteArray("command");
-    QTest::newRow("while a key moves") << QByteArray("view.changed") << QByteArray("key");
-    QTest::newRow("while the wheel turns") << QByteArray("view.changed") << QByteArray("wheel");
-    QTest::newRow("while the hand drags") << QByteArray("view.changed") << QByteArray("drag");
-    QTest::newRow("while the window grows") << QByteArray("view.changed") << QByteArray("resize");
-    QTest::newRow("at a click") << QByteArray("mouse.down") << QByteArray("drag");
-    QTest::newRow("at a move") << QByteArray("mouse.move") << QByteArray("drag");
-    QTest::newRow("at a release") << QByteArray("mouse.up") << QByteArray("drag");
-}
-
-// Two listeners: neither hears anything more, the second not even that which the first deleted in.
-void TestViewerDisplay::aListenerMayDeleteTheViewer()
-{
-    QFETCH(QByteArray, code);
-    QFETCH(QByteArray, deed);
-    ShownViewer shown(QSize(200, 160));
-    shown.show(flat(7));
-    Listener second;
-    char address[64] = {};
-    std::snprintf(address, sizeof address, "%p",
-                  static_cast<void*>(static_cast<ZorDisplayCommand*>(&second)));
-    QCOMPARE(shown.run("cmd.system.notification.add", {{"proc", address}}), 1);
-    int heardSince = -1;
-    shown.listener.act = [&](const Listener::Heard& heard) {
-        if (heardSince >= 0)
-            ++heardSince;
-        if (heardSince >= 0 || heard.parameters.at("code") != code.toStdString())
-            return;
-        heardSince = 0;
-        second.heard.clear();
-        ZorDisplayCPU::DeleteComponent(shown.viewer);
-        shown.viewer = nullptr;
-    };
-    const TestImage image = flat(9, 80, 50);
-    if (deed == "display")
-        shown.show(image);
-    else if (deed == "command")
-        QCOMPARE(shown.run("cmd.display.view.zoom.in"), 1);
-    else if (deed == "key")
-        QTest::keyClick(&shown.view, Qt::Key_Plus);
-    else if (deed == "wheel")
-        shown.wheel(QPoint(50, 50), 120);
-    else if (deed == "resize")
-        shown.view.resize(400, 400);
-    else
-        shown.drag(QPoint(50, 50), QPoint(90, 80));
-    QVERIFY2(!shown.viewer, "nothing was told");
-    shown.move(QPoint(30, 30), Qt::NoButton);
-    QCoreApplication::processEvents();
-    QCOMPARE(heardSince, 0);
-    QVERIFY(second.heard.empty());
 }
 
 QTEST_MAIN(TestViewerDisplay)

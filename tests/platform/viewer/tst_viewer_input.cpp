@@ -1,5 +1,4 @@
 #include "display/DisplayStage.h"
-#include "display/ZorDisplayQt.h"
 #include "image/PixelTypeCode.h"
 #include "tests/platform/viewer/ViewerTools.h"
 
@@ -37,8 +36,6 @@ private slots:
     void overlayBorderMovesAndCornerSizes();
     void smallOverlaysCanBeMoved_data();
     void smallOverlaysCanBeMoved();
-    void theHostGetsItsCursorAndTrackingBack_data();
-    void theHostGetsItsCursorAndTrackingBack();
     void aDragBesideTheOverlayPans();
 
 private:
@@ -478,46 +475,6 @@ void TestViewerInput::smallOverlaysCanBeMoved()
     const std::int64_t value = shown.viewer->stage()->find("@dump")->value();
     QCOMPARE(QRect(value & 0xFFFF, value >> 16 & 0xFFFF, value >> 32 & 0xFFFF, value >> 48 & 0xFFFF),
              QRect(40, 40, side, side));
-}
-
-void TestViewerInput::theHostGetsItsCursorAndTrackingBack_data()
-{
-    QTest::addColumn<bool>("isDeleted");
-    QTest::newRow("tracking and cursor after the viewer's end") << true;
-    QTest::newRow("the cursor beside the overlay") << false;
-}
-
-void TestViewerInput::theHostGetsItsCursorAndTrackingBack()
-{
-    QFETCH(bool, isDeleted);
-    QWidget view;
-    view.resize(320, 240);
-    view.show();
-    view.setCursor(Qt::CrossCursor);
-    ZorDisplayProcessor* viewer = ZorDisplayCPU::CreateComponent(&view);
-    QVERIFY(view.hasMouseTracking());
-    const TestImage image = places();
-    QCOMPARE(viewer->display(image.record()), 0);
-    ParameterMap scale{{"scale", decimals(0.5 * view.devicePixelRatioF())}};
-    QCOMPARE(viewer->command("cmd.display.view.scale", &scale), 1);
-    ParameterMap rect{{"objectID", "@dump"}, {"rect.x", "0"},   {"rect.y", "0"},
-                      {"rect.w", "640"},     {"rect.h", "480"}, {"adjust", "1"}};
-    QCOMPARE(viewer->command("cmd.display.overlay.rect.add", &rect), 1);
-    const auto moveTo = [&view](const QPoint& where) {
-        QMouseEvent event(QEvent::MouseMove, where, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&view, &event);
-    };
-    moveTo(QPoint(100, 239));
-    QCOMPARE(view.cursor().shape(), Qt::SizeAllCursor);
-    if (isDeleted) {
-        ZorDisplayCPU::DeleteComponent(viewer);
-        QVERIFY(!view.hasMouseTracking());
-        QCOMPARE(view.cursor().shape(), Qt::CrossCursor);
-        return;
-    }
-    moveTo(QPoint(100, 100));
-    QCOMPARE(view.cursor().shape(), Qt::CrossCursor);
-    ZorDisplayCPU::DeleteComponent(viewer);
 }
 
 void TestViewerInput::aDragBesideTheOverlayPans()
