@@ -10,8 +10,8 @@
 
 namespace zorview {
 namespace {
-// Seen on black and on white.
-const QColor GridColour(128, 128, 128, 140);
+const QColor GridOnDark(255, 255, 255, 110);
+const QColor GridOnBright(0, 0, 0, 110);
 
 QRect visiblePixels(const ViewGeometry& geometry)
 {
@@ -30,18 +30,25 @@ int edgeOf(double device)
     return static_cast<int>(std::ceil(std::clamp(device, -Farthest, Farthest) - 0.5));
 }
 
-void paintGrid(QPainter& painter, const ViewGeometry& geometry, const QRect& pixels)
+// Each pixel draws its left and its upper line, in a colour that stands out on its own; the last ones draw
+// those behind them too.
+void paintGrid(QPainter& painter, const Scene& scene, int pane, const QRect& pixels)
 {
-    const QPointF from = geometry.toDevice(pixels.topLeft());
-    const QPointF to = geometry.toDevice(pixels.bottomRight() + QPoint(1, 1));
-    const int left = edgeOf(from.x());
-    const int top = edgeOf(from.y());
-    const int width = edgeOf(to.x()) - left + 1;
-    const int height = edgeOf(to.y()) - top + 1;
-    for (int x = pixels.left(); x <= pixels.right() + 1; ++x)
-        painter.fillRect(edgeOf(geometry.toDevice(QPointF(x, 0.0)).x()), top, 1, height, GridColour);
-    for (int y = pixels.top(); y <= pixels.bottom() + 1; ++y)
-        painter.fillRect(left, edgeOf(geometry.toDevice(QPointF(0.0, y)).y()), width, 1, GridColour);
+    const ImagePyramid& pyramid = scene.picture(pane).pyramid();
+    const Tone tone = scene.tone(pane);
+    const auto across = [&](int x) { return edgeOf(scene.geometry.toDevice(QPointF(x, 0.0)).x()); };
+    const auto down = [&](int y) { return edgeOf(scene.geometry.toDevice(QPointF(0.0, y)).y()); };
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y)
+        for (int x = pixels.left(); x <= pixels.right(); ++x) {
+            const QColor& colour = isBright(tone, pyramid, x, y) ? GridOnBright : GridOnDark;
+            const QRect area(QPoint(across(x), down(y)), QPoint(across(x + 1) - 1, down(y + 1) - 1));
+            painter.fillRect(area.x(), area.y(), area.width(), 1, colour);
+            painter.fillRect(area.x(), area.y() + 1, 1, area.height() - 1, colour);
+            if (x == pixels.right())
+                painter.fillRect(area.right() + 1, area.y(), 1, area.height(), colour);
+            if (y == pixels.bottom())
+                painter.fillRect(area.x(), area.bottom() + 1, area.width(), 1, colour);
+        }
 }
 
 // The border runs just outside the rectangle's own pixels, so that it hides none of them from the inside.
@@ -81,7 +88,7 @@ void paintDecorations(QPainter& painter, const Scene& scene)
             const QRect pixels = visiblePixels(geometry).intersected(shown);
             if (!pixels.isEmpty()) {
                 paintSampleValues(painter, scene, pane, pixels);
-                paintGrid(painter, geometry, pixels);
+                paintGrid(painter, scene, pane, pixels);
             }
         }
         for (const Overlay& overlay : scene.overlays.all())

@@ -122,6 +122,8 @@ void GlCanvas::paintGL()
         m_vertices->bind();
         for (int pane = 0; pane < m_scene.paneCount(); ++pane)
             paintPane(pane);
+        if (m_scene.paneCount() == 1)
+            m_tiles[1].release(gl);
         m_vertices->release();
         m_program->release();
         gl.glActiveTexture(GL_TEXTURE0);

@@ -1,9 +1,21 @@
 #include "platform/viewer/GlContext.h"
 
+#include "platform/viewer/GlShaders.h"
+
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
+#include <QOpenGLShaderProgram>
 
 namespace zorview {
+namespace {
+bool canLink(const QByteArray& vertex, const QByteArray& fragment)
+{
+    QOpenGLShaderProgram program;
+    return program.addShaderFromSourceCode(QOpenGLShader::Vertex, vertex) &&
+           program.addShaderFromSourceCode(QOpenGLShader::Fragment, fragment) && program.link();
+}
+} // namespace
+
 QSurfaceFormat glFormat()
 {
     QSurfaceFormat format;
@@ -32,7 +44,10 @@ bool hasGlContext()
     surface.create();
     if (!surface.isValid() || !context.makeCurrent(&surface))
         return false;
+    const bool isEs = context.isOpenGLES();
+    const bool hasShaders =
+        canLink(vertexShader(isEs), fragmentShader(isEs)) && canLink(vertexShader(isEs), layerShader(isEs));
     context.doneCurrent();
-    return true;
+    return hasShaders;
 }
 } // namespace zorview

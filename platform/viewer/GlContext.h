@@ -6,6 +6,7 @@ namespace zorview {
 /// OpenGL 3.3 core, or OpenGL ES 3.0 where Qt was built for ES.
 QSurfaceFormat glFormat();
 
-/// Tries whether a context of glFormat can be had and made current, without any widget.
+/// Tries whether a context of glFormat can be had and made current, and whether its driver takes the
+/// shaders, without any widget.
 bool hasGlContext();
 } // namespace zorview

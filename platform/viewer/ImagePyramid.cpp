@@ -84,6 +84,7 @@ void ImagePyramid::build(const Samples& image, const PixelShape& shape)
 void ImagePyramid::clear()
 {
     m_levels.clear();
+    m_memory = std::vector<std::uint16_t>();
 }
 
 int ImagePyramid::sample(int x, int y, int channel) const

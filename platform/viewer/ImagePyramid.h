@@ -18,6 +18,7 @@ public:
     /// Computes the levels of the image that `reserve` was called for. Rows of 2-byte samples that start at
     /// an odd address are copied.
     void build(const Samples& image, const PixelShape& shape);
+    /// Gives the memory back.
     void clear();
 
     bool isEmpty() const { return m_levels.empty(); }

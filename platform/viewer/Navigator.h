@@ -13,7 +13,8 @@ public:
     static constexpr double ZoomStep = 1.41421356237309505;
 
     /// `moved` runs after every change that has to be painted, with true when the view stands more than half
-    /// a device pixel from where the last true told.
+    /// a device pixel from where the last true told. It comes last in all that is done here and may delete
+    /// the navigator.
     Navigator(ViewGeometry& geometry, std::function<void(bool)> moved);
 
     /// All answer false, and do nothing, without an image or for a value that makes no sense.

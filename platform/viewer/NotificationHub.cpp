@@ -15,7 +15,10 @@ void NotificationHub::add(ZorDisplayCommand* listener)
 void NotificationHub::send(const char* name, const ParameterMap& parameters)
 {
     const std::vector<ZorDisplayCommand*> listeners = m_listeners;
+    const std::weak_ptr<const int> alive = life();
     for (ZorDisplayCommand* listener : listeners) {
+        if (alive.expired())
+            return;
         ParameterMap own = parameters;
         listener->notify(name, &own);
     }

@@ -4,6 +4,7 @@
 
 #include <QPoint>
 
+#include <memory>
 #include <vector>
 
 class ZorDisplayCommand;
@@ -23,6 +24,10 @@ public:
     {
         Processed = 1
     };
+
+    /// Expired when the hub is gone: a listener may have deleted the viewer in a notification, after which
+    /// its sender must not touch anything any more.
+    std::weak_ptr<const int> life() const { return m_life; }
 
     /// A second registration of the same address changes nothing.
     void add(ZorDisplayCommand* listener);
@@ -49,6 +54,7 @@ private:
     void send(const char* name, const ParameterMap& parameters);
 
     std::vector<ZorDisplayCommand*> m_listeners;
+    std::shared_ptr<const int> m_life = std::make_shared<const int>(0);
     int m_viewFlags = MouseButtons | MouseMoves;
     int m_imageFlags = 0;
 };

@@ -7,18 +7,21 @@ namespace zorview {
 namespace {
 int partOf(const QRectF& border, const QPointF& device, double reach)
 {
-    const auto isNear = [reach](double a, double b) { return std::abs(a - b) <= reach; };
-    if (!border.adjusted(-reach, -reach, reach, reach).contains(device))
+    const QRectF inside = border.adjusted(reach, reach, -reach, -reach);
+    if (!border.adjusted(-reach, -reach, reach, reach).contains(device) ||
+        (inside.isValid() && inside.contains(device)))
         return OverlayDrag::Nothing;
-    const int across = isNear(device.x(), border.right())  ? OverlayDrag::Right
-                       : isNear(device.x(), border.left()) ? OverlayDrag::Left
+    // Corners reach less far inwards on a small rectangle, so that there is room to take its border.
+    const auto inwards = [reach](double length) { return std::clamp(length * 0.5 - reach, 0.0, reach); };
+    const double across = inwards(border.width());
+    const double down = inwards(border.height());
+    const int side = device.x() > border.right() - across  ? OverlayDrag::Right
+                     : device.x() < border.left() + across ? OverlayDrag::Left
                                                            : OverlayDrag::Nothing;
-    const int down = isNear(device.y(), border.bottom()) ? OverlayDrag::Bottom
-                     : isNear(device.y(), border.top())  ? OverlayDrag::Top
-                                                         : OverlayDrag::Nothing;
-    if (across != 0 && down != 0)
-        return across | down;
-    return across != 0 || down != 0 ? OverlayDrag::Border : OverlayDrag::Nothing;
+    const int level = device.y() > border.bottom() - down ? OverlayDrag::Bottom
+                      : device.y() < border.top() + down  ? OverlayDrag::Top
+                                                          : OverlayDrag::Nothing;
+    return side != 0 && level != 0 ? side | level : OverlayDrag::Border;
 }
 
 // One axis: where a span of `length` that shall begin at `begin` ends up on an image of `limit` pixels.

@@ -39,19 +39,6 @@ QFont valueFont(double scale, const PixelShape& shape)
     return font;
 }
 
-bool isBright(const Tone& tone, const ImagePyramid& pyramid, int x, int y)
-{
-    const auto level = [&](int channel) {
-        return static_cast<int>(
-            toneLevel(static_cast<std::uint32_t>(pyramid.sample(x, y, channel)), tone.shift));
-    };
-    if (tone.isColour) {
-        const int red = tone.blueFirst ? 2 : 0;
-        return qGray(level(red), level(1), level(2 - red)) >= 128;
-    }
-    return qGray(tone.table[static_cast<std::size_t>(level(0))]) >= 128;
-}
-
 /// The digits of many numbers, drawn in one go: laying out each number as a text takes longer than all else
 /// of a paint.
 class DigitRun
@@ -97,6 +84,19 @@ private:
     QVector<QPointF> m_positions;
 };
 } // namespace
+
+bool isBright(const Tone& tone, const ImagePyramid& pyramid, int x, int y)
+{
+    const auto level = [&](int channel) {
+        return static_cast<int>(
+            toneLevel(static_cast<std::uint32_t>(pyramid.sample(x, y, channel)), tone.shift));
+    };
+    if (tone.isColour) {
+        const int red = tone.blueFirst ? 2 : 0;
+        return qGray(level(red), level(1), level(2 - red)) >= 128;
+    }
+    return qGray(tone.table[static_cast<std::size_t>(level(0))]) >= 128;
+}
 
 void paintSampleValues(QPainter& painter, const Scene& scene, int pane, const QRect& pixels)
 {

@@ -4,7 +4,12 @@ class QPainter;
 class QRect;
 
 namespace zorview {
+class ImagePyramid;
 class Scene;
+struct Tone;
+
+/// Whether black stands out better than white on an image pixel.
+bool isBright(const Tone& tone, const ImagePyramid& pyramid, int x, int y);
 
 /// Writes the native values of the samples into the image pixels `pixels` of a pane: one line for mono, three
 /// (red, green, blue) for colour, in black or white, whichever stands out.

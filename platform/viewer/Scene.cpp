@@ -21,7 +21,7 @@ void Scene::arrange()
     if (first.isEmpty())
         second.clear();
     geometry.setViewSize(paneRect(0).size());
-    geometry.setImageSize(first.size());
+    geometry.setImageSize(first.size().expandedTo(second.size()));
 }
 
 QRect Scene::paneRect(int pane) const

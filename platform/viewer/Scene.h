@@ -7,7 +7,8 @@
 
 namespace zorview {
 /// Everything that a canvas paints, and nothing of how. One picture fills the view; a pair stands side by
-/// side in two panes of the same size, scale and centre.
+/// side in two panes of the same size, scale and centre; where their sizes differ, both begin in the upper
+/// left corner of an area of the larger sides, which counts as the image.
 class Scene
 {
 public:

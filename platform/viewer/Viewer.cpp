@@ -14,6 +14,27 @@ namespace zorview {
 namespace {
 constexpr double FarthestPixel = 1e9;
 
+// A position is a device pixel's place divided by the ratio: the way back must not fall short of it.
+double deviceMiddle(double position, double ratio)
+{
+    constexpr double Rounding = 1e-6;
+    return std::floor(position * ratio + Rounding) + 0.5;
+}
+
+// The middle device pixel of a widget's pixel, from the pixel's place on. Being the same for all of them it
+// keeps their distances even, so that each place is found again where the ratio is a fraction.
+double innerMiddle(double ratio)
+{
+    return std::floor(ratio * 0.5) + 0.5;
+}
+
+// Of two that are as near the first, since the middle of the second is already the next image pixel's.
+int nearestPixel(double device, double ratio)
+{
+    const double place = (device - innerMiddle(ratio)) / ratio;
+    return static_cast<int>(std::ceil(std::clamp(place - 0.5, -FarthestPixel, FarthestPixel)));
+}
+
 QWidget* surfaceOf(QWidget* view)
 {
     const auto* area = qobject_cast<QAbstractScrollArea*>(view);
@@ -65,8 +86,9 @@ ViewerStatus Viewer::display(const _ZorImage* image)
     if (status == ViewerStatus::Ok)
         scene.second.clear();
     scene.arrange();
+    const std::weak_ptr<const int> alive = hub.life();
     navigator.settle();
-    if (status == ViewerStatus::Ok)
+    if (status == ViewerStatus::Ok && !alive.expired())
         hub.processed(processed);
     return status;
 }
@@ -82,8 +104,9 @@ ViewerStatus Viewer::displayPair(const _ZorImage* first, const _ZorImage* second
     if (status == ViewerStatus::Ok)
         scene.second.swap(beside);
     scene.arrange();
+    const std::weak_ptr<const int> alive = hub.life();
     navigator.settle();
-    if (status == ViewerStatus::Ok)
+    if (status == ViewerStatus::Ok && !alive.expired())
         hub.processed(processed);
     return status;
 }
@@ -115,27 +138,23 @@ QPointF Viewer::onSurface(const QWidget* receiver, const QPointF& position) cons
 
 QPointF Viewer::deviceAt(const QWidget* receiver, const QPointF& pixel) const
 {
-    return deviceUnder(receiver, pixel + QPointF(0.5, 0.5));
+    const double middle = innerMiddle(pixelRatio());
+    return onSurface(receiver, pixel) * pixelRatio() + QPointF(middle, middle);
 }
 
 QPointF Viewer::deviceUnder(const QWidget* receiver, const QPointF& position) const
 {
-    // A position is a device pixel's place divided by the ratio: the way back must not fall short of it.
-    constexpr double Rounding = 1e-6;
-    const QPointF device = onSurface(receiver, position) * pixelRatio();
-    return {std::floor(device.x() + Rounding) + 0.5, std::floor(device.y() + Rounding) + 0.5};
+    const QPointF place = onSurface(receiver, position);
+    const double ratio = pixelRatio();
+    return {deviceMiddle(place.x(), ratio), deviceMiddle(place.y(), ratio)};
 }
 
-// The nearest one, of two that are as near the first: the way back by deviceAt then meets the same image
-// pixel, for image pixels of at least the size of a widget pixel.
+// The way back by deviceAt meets the same image pixel, for image pixels of at least the size of a widget
+// pixel.
 QPoint Viewer::windowAt(const QPointF& device) const
 {
     const double ratio = pixelRatio();
-    const QPointF origin = deviceAt(m_surface, QPointF(0.0, 0.0));
-    const auto pixel = [ratio](double place) {
-        return static_cast<int>(std::ceil(std::clamp(place / ratio - 0.5, -FarthestPixel, FarthestPixel)));
-    };
-    const QPoint onSurface(pixel(device.x() - origin.x()), pixel(device.y() - origin.y()));
+    const QPoint onSurface(nearestPixel(device.x(), ratio), nearestPixel(device.y(), ratio));
     return m_surface && m_view && m_surface != m_view ? m_surface->mapTo(m_view, onSurface) : onSurface;
 }
 

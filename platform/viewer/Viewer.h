@@ -41,8 +41,8 @@ public:
 
     /// Device pixels per widget pixel.
     double pixelRatio() const;
-    /// The middle of the device pixel at the middle of a pixel of the view widget or its surface; device
-    /// pixels of the canvas.
+    /// The middle device pixel of a pixel of the view widget or its surface, by its middle where the pixel
+    /// ratio is whole; device pixels of the canvas.
     QPointF deviceAt(const QWidget* receiver, const QPointF& pixel) const;
     /// The middle of the device pixel that holds a position on one of the two widgets, which on a screen of
     /// many device pixels may be a fraction.

@@ -8,6 +8,8 @@
 #include <QWheelEvent>
 
 #include <cmath>
+#include <memory>
+#include <utility>
 
 namespace zorview {
 namespace {
@@ -34,10 +36,20 @@ ViewerInput::ViewerInput(Viewer& viewer)
     : m_viewer(viewer)
 {
     for (QWidget* widget : {viewer.view(), viewer.surface()}) {
+        if (!widget->hasMouseTracking())
+            m_untracked.emplace_back(widget);
         widget->setMouseTracking(true);
         widget->removeEventFilter(this);
         widget->installEventFilter(this);
     }
+}
+
+ViewerInput::~ViewerInput()
+{
+    giveCursorBack();
+    for (const QPointer<QWidget>& widget : m_untracked)
+        if (widget)
+            widget->setMouseTracking(false);
 }
 
 bool ViewerInput::eventFilter(QObject* object, QEvent* event)
@@ -83,11 +95,13 @@ bool ViewerInput::mouse(QWidget* receiver, QMouseEvent* event)
     const QPointF device = m_viewer.deviceUnder(receiver, event->localPos());
     // What lies below the pointer is told as it was seen at the click; a double click moves the picture.
     NotificationHub::Pointer pointer = pointerOf(receiver, event, device);
+    const std::weak_ptr<const int> alive = m_viewer.hub.life();
     bool isTaken = false;
     switch (event->type()) {
     case QEvent::MouseMove:
         isTaken = move(event, device);
-        pointer = pointerOf(receiver, event, device);
+        if (!alive.expired())
+            pointer = pointerOf(receiver, event, device);
         break;
     case QEvent::MouseButtonRelease:
         isTaken = release(event);
@@ -96,7 +110,8 @@ bool ViewerInput::mouse(QWidget* receiver, QMouseEvent* event)
         isTaken = press(event, device);
     }
     // Last, since a listener may do anything.
-    notify(event->type(), pointer);
+    if (!alive.expired())
+        notify(event->type(), pointer);
     return isTaken;
 }
 
@@ -125,8 +140,10 @@ bool ViewerInput::press(QMouseEvent* event, const QPointF& device)
 bool ViewerInput::move(QMouseEvent* event, const QPointF& device)
 {
     if (!(event->buttons() & Qt::LeftButton)) {
+        const std::weak_ptr<const int> alive = m_viewer.hub.life();
         endDrag();
-        showCursor(device);
+        if (!alive.expired())
+            showCursor(device);
         return false;
     }
     if (m_overlayDrag.isActive()) {
@@ -137,8 +154,9 @@ bool ViewerInput::move(QMouseEvent* event, const QPointF& device)
     }
     if (!m_isPanning)
         return false;
-    m_viewer.navigator.pan(device - m_last);
-    m_last = device;
+    const QPointF from = std::exchange(m_last, device);
+    // Last, since a listener may delete the viewer.
+    m_viewer.navigator.pan(device - from);
     return true;
 }
 
@@ -187,11 +205,28 @@ void ViewerInput::showCursor(const QPointF& device)
     std::string id;
     const int part = OverlayDrag::partAt(m_viewer.scene.overlays, m_viewer.scene.geometry,
                                          m_viewer.scene.inPane(device), reach(), &id);
-    if (part != OverlayDrag::Nothing)
-        m_viewer.surface()->setCursor(cursorFor(part));
-    else if (m_hasCursor)
-        m_viewer.surface()->unsetCursor();
-    m_hasCursor = part != OverlayDrag::Nothing;
+    if (part == OverlayDrag::Nothing) {
+        giveCursorBack();
+        return;
+    }
+    QWidget* surface = m_viewer.surface();
+    if (!m_hasCursor && surface->testAttribute(Qt::WA_SetCursor))
+        m_hostCursor = surface->cursor();
+    surface->setCursor(cursorFor(part));
+    m_hasCursor = true;
+}
+
+void ViewerInput::giveCursorBack()
+{
+    QWidget* surface = m_viewer.surface();
+    if (m_hasCursor && surface) {
+        if (m_hostCursor)
+            surface->setCursor(*m_hostCursor);
+        else
+            surface->unsetCursor();
+    }
+    m_hasCursor = false;
+    m_hostCursor.reset();
 }
 
 bool ViewerInput::wheel(QWidget* receiver, QWheelEvent* event)

@@ -3,14 +3,19 @@
 #include "platform/viewer/NotificationHub.h"
 #include "platform/viewer/OverlayDrag.h"
 
+#include <QCursor>
 #include <QEvent>
 #include <QObject>
 #include <QPointF>
+#include <QPointer>
+#include <QWidget>
+
+#include <optional>
+#include <vector>
 
 class QKeyEvent;
 class QMouseEvent;
 class QWheelEvent;
-class QWidget;
 
 namespace zorview {
 class Viewer;
@@ -21,6 +26,8 @@ class ViewerInput : public QObject
 {
 public:
     explicit ViewerInput(Viewer& viewer);
+    /// Gives the widgets back as they were, with the host's cursor and mouse tracking.
+    ~ViewerInput() override;
 
     bool eventFilter(QObject* object, QEvent* event) override;
 
@@ -37,15 +44,18 @@ private:
     void notify(QEvent::Type type, const NotificationHub::Pointer& pointer);
     void endDrag();
     void showCursor(const QPointF& device);
+    void giveCursorBack();
     double reach() const;
 
     Viewer& m_viewer;
     OverlayDrag m_overlayDrag;
     int m_dragPane = 0; ///< of the overlay drag, also while the pointer is over the other one
     bool m_isPanning = false;
-    QPointF m_last;           ///< where the pan stands, device pixels
-    bool m_hasCursor = false; ///< an overlay's cursor is set on the surface
-    ulong m_seenTime = 0;     ///< of the last mouse event that went on to the host
+    QPointF m_last;                             ///< where the pan stands, device pixels
+    bool m_hasCursor = false;                   ///< an overlay's cursor is set on the surface
+    std::optional<QCursor> m_hostCursor;        ///< what it took the place of
+    std::vector<QPointer<QWidget>> m_untracked; ///< widgets whose mouse tracking was off
+    ulong m_seenTime = 0;                       ///< of the last mouse event that went on to the host
     int m_seenType = 0;
 };
 } // namespace zorview

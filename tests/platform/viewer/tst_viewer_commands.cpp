@@ -26,6 +26,8 @@ private slots:
     void zoomStepsAreInverse();
     void placeAndScaleComeBack();
     void translateFindsThePaintedPixel();
+    void translateFindsTheWayBack_data();
+    void translateFindsTheWayBack();
     void translateBetweenAllSpaces();
     void overlaysOnTheStage();
     void aSecondOverlayOfTheSameNameReplaces();
@@ -291,6 +293,32 @@ void TestViewerCommands::translateFindsThePaintedPixel()
             QCOMPARE(shown.run("cmd.display.view.translate", &map), 1);
             QCOMPARE(QPoint(numberIn(map, "pos.x"), numberIn(map, "pos.y")), pixel);
         }
+    }
+}
+
+void TestViewerCommands::translateFindsTheWayBack_data()
+{
+    QTest::addColumn<double>("scale");
+    for (const double scale : {1.0, 1.03, 1.3, 1.7, 2.0, 3.37})
+        QTest::addRow("%.2f widget pixels for each of the image", scale) << scale;
+}
+
+// From an image pixel to a widget pixel and back to the same one.
+void TestViewerCommands::translateFindsTheWayBack()
+{
+    QFETCH(double, scale);
+    ShownViewer shown(QSize(203, 161));
+    shown.show(ramp(60, 50));
+    shown.setScale(scale * shown.view.devicePixelRatioF());
+    const auto translated = [&](int x, const char* from, const char* to) {
+        ParameterMap map{{"pos.x", std::to_string(x)}, {"pos.y", "20"}, {"cs.src", from}, {"cs.dst", to}};
+        if (shown.run("cmd.display.view.translate", &map) != 1)
+            qFatal("translation failed");
+        return numberIn(map, "pos.x");
+    };
+    for (int x = 0; x < 60; ++x) {
+        const int window = translated(x, "img", "win");
+        QVERIFY2(translated(window, "win", "img") == x, qPrintable(QString("image pixel %1").arg(x)));
     }
 }
 

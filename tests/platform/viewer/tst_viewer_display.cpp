@@ -1,7 +1,10 @@
 #include "display/DisplayStage.h"
 #include "display/ZorDisplayQt.h"
 #include "image/PixelTypeCode.h"
+#include "image/ZorFormatFromCode.h"
 #include "image/ZorImageApi.h"
+#include "image/ZorImageConverter.h"
+#include "image/ZorPixelTypeTable.h"
 #include "tests/platform/viewer/ViewerTools.h"
 
 #include <QTest>
@@ -22,6 +25,8 @@ private slots:
     void packedMonoKeepsItsNativeValues();
     void refusedFormats_data();
     void refusedFormats();
+    void everyFormatIsJudgedAsTheConverterDoes_data();
+    void everyFormatIsJudgedAsTheConverterDoes();
     void badRecordsLeaveThePicture_data();
     void badRecordsLeaveThePicture();
     void nothingOfTheCallersBufferIsReadLater();
@@ -31,6 +36,7 @@ private slots:
     void configureJudgesHeaders();
     void colorationChangesMonoOnly();
     void pairsStandSideBySide();
+    void aPairOfTwoSizesIsShownWhole();
     void aBadPairChangesNothing();
     void displayFromAnotherThread();
     void nullsAndCrossedDeletion();
@@ -156,6 +162,45 @@ void TestViewerDisplay::refusedFormats()
     const QImage before = shown.grab();
     QVERIFY((shown.viewer->display(&record) & 0xFFFF) != 0);
     QCOMPARE(shown.grab(), before);
+}
+
+void TestViewerDisplay::everyFormatIsJudgedAsTheConverterDoes_data()
+{
+    QTest::addColumn<int>("row");
+    for (int row = 0; row < static_cast<int>(ZorPixelTypeCount); ++row)
+        QTest::newRow(ZorPixelTypeTable[row].name) << row;
+}
+
+// The viewer takes what can be converted to mono, and the plain colours besides.
+void TestViewerDisplay::everyFormatIsJudgedAsTheConverterDoes()
+{
+    QFETCH(int, row);
+    const std::uint32_t pixelType = ZorPixelTypeTable[row].code;
+    const QStringList colours{"RGB8", "RGB10", "RGB12", "RGB14", "RGB16",
+                              "BGR8", "BGR10", "BGR12", "BGR14", "BGR16"};
+    constexpr std::uint32_t Width = 48;
+    constexpr std::uint32_t Height = 4;
+    std::vector<std::uint8_t> pixels(std::size_t{Width} * Height * 8, std::uint8_t{0x11});
+    _ZorImage record{};
+    static_cast<ZorFormatBlock&>(record) = ZorFormatFromCode(pixelType);
+    record.recordSize = ZorImageRecordSize;
+    record.recordVersion = ZorImageRecordVersion;
+    record.width = Width;
+    record.height = Height;
+    record.pitch = Width * pixelTypeBits(pixelType) / 8;
+    record.imageSize = record.pitch * Height;
+    record.data = pixels.data();
+    bool isTaken = colours.contains(ZorPixelTypeTable[row].name);
+    for (const std::uint32_t target : {ZorMono8, ZorMono10, ZorMono12, ZorMono16}) {
+        _ZorImage* converted = nullptr;
+        if (ZimConvert(&record, target, &converted) == 0) {
+            isTaken = true;
+            ZorReleaseImage(&converted);
+        }
+    }
+    ShownViewer shown(QSize(40, 30));
+    QCOMPARE((shown.viewer->display(&record) & 0xFFFF) == 0, isTaken);
+    QCOMPARE(shown.viewer->stage()->image(0) != nullptr, isTaken);
 }
 
 void TestViewerDisplay::badRecordsLeaveThePicture_data()
@@ -321,6 +366,22 @@ void TestViewerDisplay::pairsStandSideBySide()
     picture = shown.grab();
     QCOMPARE(qRed(picture.pixel(picture.width() / 2, 50)), 90);
     QVERIFY(!shown.viewer->stage()->image(1));
+}
+
+void TestViewerDisplay::aPairOfTwoSizesIsShownWhole()
+{
+    ShownViewer shown(QSize(202, 160));
+    const TestImage wide = flat(200, 100, 80);
+    const TestImage high = flat(90, 50, 160);
+    QCOMPARE(shown.viewer->displayPair(wide.record(), high.record()), 1);
+    const int ratio = static_cast<int>(shown.view.devicePixelRatioF());
+    QCOMPARE(shown.scale(), 1.0 * ratio);
+    const QImage picture = shown.grab();
+    const auto grey = [&](int x, int y) { return qRed(picture.pixel(x * ratio, y * ratio)); };
+    const QList<int> first{grey(0, 0), grey(99, 79), grey(0, 80), grey(99, 159)};
+    QCOMPARE(first, (QList<int>{200, 200, Grey, Grey}));
+    const QList<int> second{grey(102, 0), grey(151, 159), grey(152, 0), grey(201, 159)};
+    QCOMPARE(second, (QList<int>{90, 90, Grey, Grey}));
 }
 
 void TestViewerDisplay::aBadPairChangesNothing()

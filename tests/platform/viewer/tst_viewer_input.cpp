@@ -34,6 +34,8 @@ private slots:
     void aMoveIsToldOnce();
     void overlayBorderMovesAndCornerSizes_data();
     void overlayBorderMovesAndCornerSizes();
+    void smallOverlaysCanBeMoved_data();
+    void smallOverlaysCanBeMoved();
     void aDragBesideTheOverlayPans();
 
 private:
@@ -441,6 +443,38 @@ void TestViewerInput::overlayBorderMovesAndCornerSizes()
     QCOMPARE(shown.centre(), centre);
     const std::int64_t value = shown.viewer->stage()->find("@dump")->value();
     QCOMPARE(QRect(value & 0xFFFF, value >> 16 & 0xFFFF, value >> 32 & 0xFFFF, value >> 48 & 0xFFFF), rect);
+}
+
+void TestViewerInput::smallOverlaysCanBeMoved_data()
+{
+    QTest::addColumn<int>("side");
+    QTest::newRow("a pixel") << 1;
+    QTest::newRow("the grip's reach across") << 2;
+    QTest::newRow("twice the grip's reach") << 4;
+}
+
+// At scale 2, taken in the middle of the left border.
+void TestViewerInput::smallOverlaysCanBeMoved()
+{
+    QFETCH(int, side);
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    shown.setScale(2.0 * shown.view.devicePixelRatioF());
+    shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
+    const std::string length = std::to_string(side);
+    shown.run("cmd.display.overlay.rect.add", {{"objectID", "@dump"},
+                                               {"rect.x", "20"},
+                                               {"rect.y", "30"},
+                                               {"rect.w", length},
+                                               {"rect.h", length},
+                                               {"adjust", "1"}});
+    const QPoint from(40, 60 + side);
+    shown.move(from, Qt::NoButton);
+    QCOMPARE(shown.surface()->cursor().shape(), Qt::SizeAllCursor);
+    shown.drag(from, from + QPoint(40, 20));
+    const std::int64_t value = shown.viewer->stage()->find("@dump")->value();
+    QCOMPARE(QRect(value & 0xFFFF, value >> 16 & 0xFFFF, value >> 32 & 0xFFFF, value >> 48 & 0xFFFF),
+             QRect(40, 40, side, side));
 }
 
 void TestViewerInput::aDragBesideTheOverlayPans()

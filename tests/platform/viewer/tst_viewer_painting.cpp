@@ -4,6 +4,8 @@
 
 #include <QTest>
 
+#include <cstdlib>
+
 /// What is seen: pixels grabbed from the widget.
 class TestViewerPainting : public QObject
 {
@@ -16,6 +18,8 @@ private slots:
     void fitHoldsThroughResizesAndImages();
     void sameSizeKeepsScaleAndCentre();
     void gridAndValuesFromScaleForty();
+    void theGridIsSeenOnEveryTone_data();
+    void theGridIsSeenOnEveryTone();
     void valuesAreNativeCodes();
     void overlaysAreDrawnAroundTheirPixels();
     void theCanvasStaysBelowOtherChildren();
@@ -147,6 +151,29 @@ void TestViewerPainting::gridAndValuesFromScaleForty()
     const QPoint middle(picture.width() / 2, picture.height() / 2);
     QVERIFY2(picture.pixel(middle) != grey(200), "a grid line runs between pixels 7 and 8");
     QCOMPARE(picture.pixel(middle + QPoint(5, 5)), grey(200));
+}
+
+void TestViewerPainting::theGridIsSeenOnEveryTone_data()
+{
+    QTest::addColumn<int>("level");
+    for (const int level : {0, 64, 127, 128, 192, 255})
+        QTest::addRow("grey %d", level) << level;
+}
+
+void TestViewerPainting::theGridIsSeenOnEveryTone()
+{
+    QFETCH(int, level);
+    ShownViewer shown(QSize(240, 160));
+    shown.show(TestImage(ZorMono8, 16, 16, [level](int, int, int) { return level; }));
+    shown.setScale(64.0);
+    shown.lookAt(0.5, 0.5);
+    const QImage picture = shown.grab();
+    const QPoint middle(picture.width() / 2, picture.height() / 2);
+    for (const QPoint& off : {QPoint(0, 0), QPoint(5, 0), QPoint(0, 5), QPoint(-5, 0), QPoint(0, -5)}) {
+        const int line = qRed(picture.pixel(middle + off));
+        QVERIFY2(std::abs(line - level) >= 40, qPrintable(QString("%1 on %2").arg(line).arg(level)));
+    }
+    QCOMPARE(picture.pixel(middle + QPoint(5, 5)), grey(level));
 }
 
 // Digits differ where the native values do, although both are the same on the screen.
