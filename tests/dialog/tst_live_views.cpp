@@ -1,6 +1,7 @@
 #include "display/DisplayAdapter.h"
 #include "fakes/FakeConverter.h"
 #include "fakes/FakeViewer.h"
+#include "support/Cursors.h"
 #include "support/DialogProbe.h"
 #include "support/ModalWatch.h"
 
@@ -23,32 +24,9 @@ std::vector<ViewerCall> shownIn(QWidget* view)
     return found;
 }
 
-/// Lets the converter answer the frame as it is.
-void deliver(TestFrame& frame)
-{
-    fakeConverter.record = frame.record();
-    fakeConverter.pixels = frame.bytes;
-}
-
-/// Hands a frame over that the converter leaves alone.
-void take(DialogProbe& dialog, TestFrame frame)
-{
-    deliver(frame);
-    dialog.take(frame);
-}
-
 unsigned sloped(int x, int y)
 {
     return static_cast<unsigned>(60 + 5 * x + 3 * y);
-}
-
-/// Takes back every override cursor and tells how many there were.
-int takeCursors()
-{
-    int count = 0;
-    for (; QGuiApplication::overrideCursor(); ++count)
-        QGuiApplication::restoreOverrideCursor();
-    return count;
 }
 
 } // namespace
@@ -85,12 +63,12 @@ private slots:
 void tst_live_views::init()
 {
     FakeViewer::reset();
-    fakeConverter = {};
+    fakeConverter = FakeConverter();
 }
 
 void tst_live_views::cleanup()
 {
-    takeCursors();
+    restoreAllCursors();
 }
 
 void tst_live_views::firstShowMakesBothAdapters()
@@ -105,7 +83,7 @@ void tst_live_views::firstShowMakesBothAdapters()
         QVERIFY(!adapter->hasViewer());
     }
 
-    take(d, TestFrame(4, 3, 8, sloped));
+    d.take(TestFrame(4, 3, 8, sloped));
     d.Update();
     QCOMPARE(FakeViewer::callsOf("create CPU").size(), std::size_t{2});
     QCOMPARE(FakeViewer::callsOf("create CPU").at(0).argument, static_cast<const void*>(d.ui.gVUp));
@@ -150,7 +128,7 @@ void tst_live_views::upperViewGetsTheFrame()
     DialogProbe d;
     d.show();
     const TestFrame frame(6, 4, depth, sloped);
-    take(d, frame);
+    d.take(frame);
     d.Update();
 
     const std::vector<ViewerCall> shown = shownIn(d.ui.gVUp);
@@ -186,7 +164,7 @@ void tst_live_views::lowerViewGetsTheChosenImage()
     DialogProbe d;
     d.ui.chBShowY->setChecked(both);
     d.show();
-    take(d, TestFrame(6, 4, depth, sloped));
+    d.take(TestFrame(6, 4, depth, sloped));
     d.Update();
 
     const std::vector<ViewerCall> shown = shownIn(d.ui.gVDown);
@@ -219,7 +197,7 @@ void tst_live_views::boxTickedAloneChangesNothing()
 {
     DialogProbe d;
     d.show();
-    take(d, TestFrame(6, 4, 12, sloped));
+    d.take(TestFrame(6, 4, 12, sloped));
     d.Update();
     QTest::mouseClick(d.ui.chBShowY, Qt::LeftButton, {}, QPoint(8, d.ui.chBShowY->height() / 2));
     QVERIFY(d.ui.chBShowY->isChecked());
@@ -235,7 +213,7 @@ void tst_live_views::lowerImageAboveEightBitsIsOneBlock()
     DialogProbe d;
     d.show();
     const TestFrame frame(5, 3, 12, sloped);
-    take(d, frame);
+    d.take(frame);
     QCOMPARE(d.m_step, 10);
     d.Update();
     const ViewerCall lower = shownIn(d.ui.gVDown).at(0);
@@ -244,7 +222,7 @@ void tst_live_views::lowerImageAboveEightBitsIsOneBlock()
 
     // A frame with long lines gets black behind the cells.
     const TestFrame longLines(5, 3, 12, sloped, 40);
-    take(d, longLines);
+    d.take(longLines);
     d.Update();
     const ViewerCall padded = shownIn(d.ui.gVDown).at(1);
     QCOMPARE(padded.pixels.size(), std::size_t{120});
@@ -257,7 +235,7 @@ void tst_live_views::upperImageIsDoneBeforeTheLowerStarts()
 {
     DialogProbe d;
     d.show();
-    take(d, TestFrame(6, 4, 12, sloped));
+    d.take(TestFrame(6, 4, 12, sloped));
     d.Update();
     std::vector<std::string> order;
     for (const ViewerCall& call : FakeViewer::calls()) {
@@ -271,7 +249,7 @@ void tst_live_views::recordsBelongToTheRefresh()
 {
     DialogProbe d;
     d.show();
-    take(d, TestFrame(6, 4, 12, sloped));
+    d.take(TestFrame(6, 4, 12, sloped));
     d.Update();
     QVERIFY(shownIn(d.ui.gVUp).at(0).record.data != d.m_image);
     const void* lower = shownIn(d.ui.gVDown).at(0).record.data;
@@ -291,22 +269,22 @@ void tst_live_views::withoutResultNothingIsShown()
     DialogProbe d;
     d.show();
     if (frame)
-        take(d, TestFrame(6, 4, 12, sloped));
+        d.take(TestFrame(6, 4, 12, sloped));
     d.ShowAll();
     QVERIFY(FakeViewer::calls().empty());
-    QCOMPARE(takeCursors(), 0);
+    QCOMPARE(restoreAllCursors(), 0);
     QVERIFY(!d.m_viewLock.heldByThisThread());
 }
 
 void tst_live_views::withoutAdaptersTheWaitCursorStays()
 {
     DialogProbe d;
-    take(d, TestFrame(6, 4, 12, sloped));
+    d.take(TestFrame(6, 4, 12, sloped));
     d.Update();
     QVERIFY(d.m_flatY);
     QVERIFY(QGuiApplication::overrideCursor());
     QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
-    QCOMPARE(takeCursors(), 1);
+    QCOMPARE(restoreAllCursors(), 1);
     QVERIFY(!d.m_viewLock.heldByThisThread());
     QVERIFY(FakeViewer::calls().empty());
 }
@@ -315,7 +293,7 @@ void tst_live_views::refreshGivesCursorAndLockBack()
 {
     DialogProbe d;
     d.show();
-    take(d, TestFrame(6, 4, 12, sloped));
+    d.take(TestFrame(6, 4, 12, sloped));
     bool held = false;
     Qt::CursorShape shape = Qt::ArrowCursor;
     FakeViewer::script().onConfigure = [&](QWidget*) {
@@ -326,7 +304,7 @@ void tst_live_views::refreshGivesCursorAndLockBack()
     QVERIFY(held);
     QCOMPARE(shape, Qt::WaitCursor);
     QVERIFY(!d.m_viewLock.heldByThisThread());
-    QCOMPARE(takeCursors(), 0);
+    QCOMPARE(restoreAllCursors(), 0);
 }
 
 void tst_live_views::viewerThatFailsIsNotAsked()
@@ -334,11 +312,11 @@ void tst_live_views::viewerThatFailsIsNotAsked()
     FakeViewer::script().canCreate = false;
     DialogProbe d;
     d.show();
-    take(d, TestFrame(6, 4, 12, sloped));
+    d.take(TestFrame(6, 4, 12, sloped));
     d.Update();
     QVERIFY(FakeViewer::callsOf("display").empty());
     QCOMPARE(FakeViewer::callsOf("create CPU").size(), std::size_t{2});
-    QCOMPARE(takeCursors(), 0);
+    QCOMPARE(restoreAllCursors(), 0);
 }
 
 void tst_live_views::failedImageIsIgnored()
@@ -346,7 +324,7 @@ void tst_live_views::failedImageIsIgnored()
     FakeViewer::script().displayStatus = 5;
     DialogProbe d;
     d.show();
-    take(d, TestFrame(6, 4, 12, sloped));
+    d.take(TestFrame(6, 4, 12, sloped));
     ModalWatch watch;
     d.Update();
     QCOMPARE(shownIn(d.ui.gVUp).size(), std::size_t{1});
@@ -359,14 +337,14 @@ void tst_live_views::requestsFromWithinARefreshAreDropped()
 {
     DialogProbe d;
     d.show();
-    take(d, TestFrame(6, 4, 12, sloped));
+    d.take(TestFrame(6, 4, 12, sloped));
     int calls = 0;
     FakeViewer::script().onConfigure = [&](QWidget* view) {
         ++calls;
         const std::uint8_t* before = d.m_image;
         d.Update();
         d.highLightSlot();
-        take(d, TestFrame(3, 2, 8, sloped));
+        d.take(TestFrame(3, 2, 8, sloped));
         QCOMPARE(static_cast<const std::uint8_t*>(d.m_image), before);
         QTest::qWait(60);
         d.onViewChanged(view == d.ui.gVUp ? d.ui.gVUp : d.ui.gVDown);
@@ -384,7 +362,7 @@ void tst_live_views::untickedHighlightsTakeTheProcessorOut()
 {
     DialogProbe d;
     d.show();
-    take(d, TestFrame(6, 4, 12, sloped));
+    d.take(TestFrame(6, 4, 12, sloped));
     d.Update();
     d.ui.chBHighlights->setChecked(true);
     QTest::mouseClick(d.ui.chBHighlights, Qt::LeftButton, {}, QPoint(8, d.ui.chBHighlights->height() / 2));
@@ -398,7 +376,7 @@ void tst_live_views::untickedHighlightsTakeTheProcessorOut()
     d.highLightSlot();
     QCOMPARE(FakeViewer::callsOf("run").size(), std::size_t{2});
     QCOMPARE(shownIn(d.ui.gVUp).size(), std::size_t{2});
-    QCOMPARE(takeCursors(), 0);
+    QCOMPARE(restoreAllCursors(), 0);
 }
 
 void tst_live_views::highlightsBeforeTheFirstImageSendNothing()
@@ -408,7 +386,7 @@ void tst_live_views::highlightsBeforeTheFirstImageSendNothing()
     d.show();
     d.highLightSlot();
     QVERIFY(FakeViewer::calls().empty());
-    QCOMPARE(takeCursors(), 0);
+    QCOMPARE(restoreAllCursors(), 0);
 }
 
 QTEST_MAIN(tst_live_views)
