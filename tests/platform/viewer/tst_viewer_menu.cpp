@@ -21,6 +21,7 @@ class TestViewerMenu : public QObject
 
 private slots:
     void menuEntriesWork();
+    void entriesAreChosenWithMouseAndKeys();
     void menuIsMadeOnceAndDeleted();
     void saveViewWritesAPng();
     void saveViewTellsOfAFailure();
@@ -89,6 +90,34 @@ void TestViewerMenu::menuEntriesWork()
     QCOMPARE(copied.pixel(9, 9), QRgb(qRgb(0, 0, 255)));
     entry(menu, "Coloration")->trigger();
     QCOMPARE(shown.pixel(9, 9), QRgb(qRgb(51, 51, 51)));
+}
+
+void TestViewerMenu::entriesAreChosenWithMouseAndKeys()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(ramp());
+    QMenu* menu = menuOf(shown);
+    ParameterMap map;
+    QCOMPARE(shown.run("cmd.system.menu.create", &map), 1);
+    const double fitted = shown.scale();
+
+    QTimer::singleShot(50, menu, [menu] {
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry(menu, "1:1")).center());
+    });
+    QCOMPARE(shown.run("cmd.system.menu.exec", &map), 1);
+    QCOMPARE(shown.scale(), 1.0);
+
+    QTimer::singleShot(50, menu, [menu] {
+        menu->setActiveAction(entry(menu, "1:1"));
+        QTest::keyClick(menu, Qt::Key_Up);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    QCOMPARE(shown.run("cmd.system.menu.exec", &map), 1);
+    QCOMPARE(shown.scale(), fitted);
+
+    QTimer::singleShot(50, menu, [menu] { QTest::keyClick(menu, Qt::Key_Escape); });
+    QCOMPARE(shown.run("cmd.system.menu.exec", &map), 1);
+    QCOMPARE(shown.scale(), fitted);
 }
 
 void TestViewerMenu::menuIsMadeOnceAndDeleted()
