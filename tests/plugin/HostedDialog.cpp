@@ -1,0 +1,104 @@
+#include "plugin/HostedDialog.h"
+
+#include <QAbstractScrollArea>
+#include <QApplication>
+#include <QCheckBox>
+#include <QTest>
+#include <QWheelEvent>
+#include <QWindow>
+
+namespace {
+
+/// The utility's dialog, as anybody in the process finds it.
+QDialog* utilityDialog()
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget* widget : widgets) {
+        if (widget->objectName() == QLatin1String("CFFCUtility"))
+            return qobject_cast<QDialog*>(widget);
+    }
+    return nullptr;
+}
+
+/// A place of the view's viewport in the window's pixels.
+QPoint inWindow(const QWidget* view, const QPoint& place)
+{
+    return static_cast<const QAbstractScrollArea*>(view)->viewport()->mapTo(view->window(), place);
+}
+
+} // namespace
+
+HostedDialog::HostedDialog()
+    : m_loader(QStringLiteral(ZOR_PLUGIN_FILE))
+{
+    m_plugIn = qobject_cast<ZBKInterfacePlugIn*>(m_loader.instance());
+    if (!m_plugIn)
+        qFatal("%s", qPrintable(m_loader.errorString()));
+    m_plugIn->Init(notify, this);
+    m_plugIn->Show(true);
+    m_dialog = utilityDialog();
+    if (!m_dialog || !QTest::qWaitForWindowExposed(m_dialog))
+        qFatal("the dialog does not open");
+}
+
+HostedDialog::~HostedDialog()
+{
+    m_plugIn->Release();
+}
+
+QWidget* HostedDialog::find(const char* name)
+{
+    auto* widget = m_dialog->findChild<QWidget*>(QLatin1String(name));
+    if (!widget)
+        qFatal("the dialog has no %s", name);
+    return widget;
+}
+
+void HostedDialog::hand(TestFrame frame)
+{
+    _ZorImage record = frame.record();
+    m_plugIn->SetImage(&record);
+}
+
+void HostedDialog::show(const TestFrame& frame)
+{
+    hand(frame);
+    m_plugIn->Update();
+    QCoreApplication::processEvents();
+}
+
+void HostedDialog::click(const char* name)
+{
+    QWidget* control = find(name);
+    const QPoint place =
+        qobject_cast<QCheckBox*>(control) ? QPoint(8, control->height() / 2) : control->rect().center();
+    QTest::mouseClick(m_dialog->windowHandle(), Qt::LeftButton, {}, control->mapTo(m_dialog, place));
+}
+
+void HostedDialog::wait(int milliseconds)
+{
+    QTest::qWait(milliseconds);
+}
+
+void HostedDialog::wheel(QWidget* view, const QPoint& where, int units)
+{
+    const QPoint place = inWindow(view, where);
+    QWheelEvent event(place, view->window()->mapToGlobal(place), {}, QPoint(0, units), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(view->window()->windowHandle(), &event);
+}
+
+void HostedDialog::drag(QWidget* view, const QPoint& from, const QPoint& to)
+{
+    QWindow* window = view->window()->windowHandle();
+    QTest::mousePress(window, Qt::LeftButton, {}, inWindow(view, from));
+    QTest::mouseMove(window, inWindow(view, (from + to) / 2));
+    QTest::mouseMove(window, inWindow(view, to));
+    QTest::mouseRelease(window, Qt::LeftButton, {}, inWindow(view, to));
+}
+
+int HostedDialog::notify(void* context, std::uint32_t code, ZBKInterfacePlugIn*)
+{
+    static_cast<HostedDialog*>(context)->m_codes.append(code);
+    return 0;
+}

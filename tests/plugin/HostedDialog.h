@@ -1,0 +1,62 @@
+#pragma once
+
+#include "plugin/ViewerTap.h"
+#include "plugin/ZBKInterfacePlugIn.h"
+#include "support/TestFrame.h"
+
+#include <QDialog>
+#include <QPluginLoader>
+#include <QVector>
+
+#include <cstdint>
+
+/// The utility as a host has it: the built plug-in from its file, through the loader and the interface alone,
+/// its dialog open and empty, its widgets by their names. The viewer is the real one. Everything is given
+/// back at the end.
+///
+/// A program that uses it is linked with the objects of zor_hosted_dialog, zor_test_support and zor_image.
+class HostedDialog
+{
+public:
+    /// Ends the program with a message when the plug-in can't be loaded.
+    HostedDialog();
+    ~HostedDialog();
+
+    ZBKInterfacePlugIn& plugIn() { return *m_plugIn; }
+    QDialog& dialog() { return *m_dialog; }
+    /// Codes that the host was told, the last one last.
+    const QVector<std::uint32_t>& codes() const { return m_codes; }
+
+    /// A widget of the dialog; ends the program when there is none of that name.
+    QWidget* find(const char* name);
+    /// The same as the class that it is.
+    template <typename Widget> Widget* find(const char* name) { return static_cast<Widget*>(find(name)); }
+
+    /// Hands a frame over; nothing is computed.
+    void hand(TestFrame frame);
+    /// Hands a frame over and has it computed and shown.
+    void show(const TestFrame& frame);
+
+    /// Clicks a control with the mouse: a check box on its box, anything else in the middle.
+    void click(const char* name);
+
+    /// Lets what was posted arrive, for as many milliseconds.
+    static void wait(int milliseconds);
+    /// Longer than the views' throttle.
+    static void pause() { wait(70); }
+
+    // The operator's hands on a view: events arrive at the window, which finds the receiver. Places are in
+    // pixels of the view's viewport.
+    /// One notch is 120 units.
+    static void wheel(QWidget* view, const QPoint& where, int units);
+    /// The left button goes down at `from` and up at `to`.
+    static void drag(QWidget* view, const QPoint& from, const QPoint& to);
+
+private:
+    static int notify(void* context, std::uint32_t code, ZBKInterfacePlugIn* plugIn);
+
+    QPluginLoader m_loader;
+    ZBKInterfacePlugIn* m_plugIn = nullptr;
+    QDialog* m_dialog = nullptr;
+    QVector<std::uint32_t> m_codes;
+};
