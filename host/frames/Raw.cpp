@@ -3,6 +3,7 @@
 #include "host/frames/Fail.h"
 #include "host/frames/FileBytes.h"
 #include "host/frames/FrameSize.h"
+#include "host/frames/PackedOrder.h"
 #include "host/frames/RawRange.h"
 #include "image/LineBytes.h"
 #include "image/ZorPixelTypeTable.h"
@@ -45,17 +46,6 @@ std::uint32_t formatCode(const std::string& path, const std::string& name)
     return row->code;
 }
 
-/// Exchanges the two halves of every middle byte. An odd last pixel has its middle byte as well.
-void swapPackedOrder(Frame& frame)
-{
-    const std::size_t lineBytes = tightPitch(frame.pixelType, frame.width);
-    for (std::size_t y = 0; y < frame.height; ++y) {
-        std::uint8_t* line = frame.pixels.data() + y * frame.pitch;
-        for (std::size_t middle = 1; middle < lineBytes; middle += 3)
-            line[middle] = static_cast<std::uint8_t>(line[middle] << 4 | line[middle] >> 4);
-    }
-}
-
 } // namespace
 
 Frame readRaw(const std::string& path, const FrameOptions::RawLayout& layout)
@@ -84,7 +74,7 @@ Frame readRaw(const std::string& path, const FrameOptions::RawLayout& layout)
                             "; check --size, --format and --pitch");
     frame.pixels = readBytes(path);
 
-    if (pixelTypePackingClass(frame.pixelType) == PackingClass::Packed && !layout.packedOrderRecord)
+    if (!layout.packedOrderRecord)
         swapPackedOrder(frame);
     checkRawRange(path, frame);
     return frame;
