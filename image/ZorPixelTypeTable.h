@@ -25,3 +25,12 @@ constexpr std::uint32_t ZorPixelTypeCount = 133;
 
 /// Every pixel format that the system knows. Row n (from 1) has n in the low byte of its code.
 extern const ZorPixelTypeRow ZorPixelTypeTable[ZorPixelTypeCount];
+
+/// The row whose code is exactly this one; null when the table has none, also when only the upper bytes
+/// differ from those of the row that the low byte names.
+inline const ZorPixelTypeRow* pixelTypeTableRow(std::uint32_t code)
+{
+    const std::uint32_t index = (code & 0xFF) - 1;
+    return index < ZorPixelTypeCount && ZorPixelTypeTable[index].code == code ? &ZorPixelTypeTable[index]
+                                                                              : nullptr;
+}

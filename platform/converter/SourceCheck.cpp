@@ -10,9 +10,7 @@ namespace {
 
 bool isKnownMono(std::uint32_t code)
 {
-    const std::uint32_t index = pixelTypeRow(code) - 1;
-    return index < ZorPixelTypeCount && ZorPixelTypeTable[index].code == code &&
-           pixelTypeFamily(code) == PixelFamily::Mono;
+    return pixelTypeTableRow(code) && pixelTypeFamily(code) == PixelFamily::Mono;
 }
 
 } // namespace

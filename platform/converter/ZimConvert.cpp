@@ -2,10 +2,10 @@
 
 #include "image/LineBytes.h"
 #include "image/PixelTypeCode.h"
+#include "image/UnpackRow.h"
 #include "platform/Export.h"
 #include "platform/converter/DepthChange.h"
 #include "platform/converter/SourceCheck.h"
-#include "platform/converter/UnpackRow.h"
 #include "platform/records/Records.h"
 
 #include <algorithm>
@@ -46,7 +46,7 @@ void convertLine(const std::uint8_t* source, std::uint32_t sourceType, std::uint
 {
     constexpr std::uint32_t Piece = 1024;
     std::array<std::uint16_t, Piece> samples;
-    const auto unpack = zor::platform::unpackRowFor(sourceType);
+    const auto unpack = zor::unpackRowFor(sourceType);
     const auto store = pixelTypeBits(target) == 8 ? zor::platform::storeBytes : zor::platform::storeWords;
     for (std::uint32_t left = width; left > 0;) {
         const std::uint32_t count = std::min(left, Piece);

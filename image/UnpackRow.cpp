@@ -1,0 +1,97 @@
+#include "image/UnpackRow.h"
+
+#include "image/PixelTypeCode.h"
+#include "image/ZorPixelTypeTable.h"
+#include "image/unpack/PairRows.h"
+#include "image/unpack/PlainRows.h"
+#include "image/unpack/StreamRows.h"
+
+namespace zor {
+
+namespace {
+
+/// The row function of samples for pixels of several samples.
+template <UnpackRow Samples, std::size_t Count>
+void pixelsOf(const std::uint8_t* source, std::uint16_t* destination, std::size_t width)
+{
+    Samples(source, destination, width * Count);
+}
+
+template <UnpackRow Samples> UnpackRow pixelsOf(std::uint32_t count)
+{
+    switch (count) {
+    case 1:
+        return Samples;
+    case 2:
+        return pixelsOf<Samples, 2>;
+    case 3:
+        return pixelsOf<Samples, 3>;
+    default:
+        return pixelsOf<Samples, 4>;
+    }
+}
+
+/// Three samples of 10 bits in a word of 32 are the one shape whose pixels are no plain sequence of samples.
+bool hasWordsOfThree(std::uint32_t pixelType)
+{
+    return pixelTypePacking(pixelType) == 0x3200 && pixelTypeBits(pixelType) == 32;
+}
+
+/// The mono formats put samples of 10 bits in fields of 12, the YUV format puts them one behind the other.
+UnpackRow tenBitsInSequence(std::uint32_t pixelType, std::uint32_t samples)
+{
+    if (hasWordsOfThree(pixelType))
+        return unpack::wordsOfThree10;
+    return pixelTypeBits(pixelType) == 10 * samples ? pixelsOf<unpack::stream10>(samples)
+                                                    : pixelsOf<unpack::stream10In12>(samples);
+}
+
+/// By packing byte: depth class and packing class.
+UnpackRow byPacking(std::uint32_t pixelType, std::uint32_t samples)
+{
+    switch (pixelTypePacking(pixelType)) {
+    case 0x0100:
+    case 0x3100:
+        return pixelsOf<unpack::bytes>(samples);
+    case 0x0200:
+        return pixelsOf<unpack::words10>(samples);
+    case 0x0300:
+        return pixelsOf<unpack::words12>(samples);
+    case 0x0400:
+        return pixelsOf<unpack::words14>(samples);
+    case 0x0500:
+        return pixelsOf<unpack::words16>(samples);
+    case 0x1200:
+        return unpack::pairs10;
+    case 0x1300:
+        return unpack::pairs12;
+    case 0x2200:
+        return pixelsOf<unpack::stream10>(samples);
+    case 0x2300:
+    case 0x3300:
+        return pixelsOf<unpack::stream12>(samples);
+    case 0x3200:
+        return tenBitsInSequence(pixelType, samples);
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
+
+std::uint32_t samplesPerPixel(std::uint32_t pixelType)
+{
+    const ZorPixelTypeRow* row = pixelTypeTableRow(pixelType);
+    if (!row)
+        return 0;
+    const bool shared = pixelTypeFamily(pixelType) == PixelFamily::Yuv && row->channels == 3;
+    return shared ? 2 : row->channels;
+}
+
+UnpackRow unpackRowFor(std::uint32_t pixelType)
+{
+    const std::uint32_t samples = samplesPerPixel(pixelType);
+    return samples > 0 ? byPacking(pixelType, samples) : nullptr;
+}
+
+} // namespace zor

@@ -1,0 +1,208 @@
+#include "image/LineBytes.h"
+#include "image/UnpackRow.h"
+#include "image/ZorPixelTypeTable.h"
+#include "platform/GuardedBytes.h"
+
+#include <QRegularExpression>
+#include <QtTest>
+
+#include <random>
+#include <vector>
+
+namespace {
+
+/// Where the samples of a format lie, read out of its name alone.
+struct Shape
+{
+    std::uint32_t depth = 0;
+    std::uint32_t samples = 1;
+    std::uint32_t fieldBits = 0;
+    std::uint32_t pixelBits = 0;
+    bool pairs = false;
+};
+
+Shape shapeOf(const QString& name)
+{
+    Shape shape;
+    // The depth is the first number that stands for bits: not the one of a YUV format's sampling, not a
+    // phase.
+    const QRegularExpression digits(name.startsWith("TrueSense") ? "_(\\d+)$"
+                                    : name.contains("422")       ? "422_(\\d+)"
+                                    : name.contains("444")       ? "444_(\\d+)"
+                                                                 : "(\\d+)");
+    shape.depth = digits.match(name).captured(1).toUInt();
+    if (name.contains("422"))
+        shape.samples = 2;
+    else if (name.contains("444") || name.contains("a8"))
+        shape.samples = 4;
+    else if (name.startsWith("RGB") || name.startsWith("BGR"))
+        shape.samples = 3;
+    const bool flex = name.contains("flex", Qt::CaseInsensitive) || name.endsWith("PACKED");
+    shape.pairs = name.endsWith("Packed") && !flex;
+    if (flex || name.endsWith("p"))
+        shape.fieldBits = name == "Mono10_FLExPacked" ? 12 : shape.depth;
+    else
+        shape.fieldBits = shape.depth == 8 ? 8 : 16;
+    shape.pixelBits = name == "RGB_10_FLEX_Packed" ? 32 : shape.pairs ? 12 : shape.samples * shape.fieldBits;
+    return shape;
+}
+
+std::uint32_t bits(const std::uint8_t* line, std::size_t first, std::uint32_t count)
+{
+    std::uint32_t value = 0;
+    for (std::uint32_t i = 0; i < count; ++i)
+        value |= std::uint32_t(line[(first + i) / 8] >> ((first + i) % 8) & 1) << i;
+    return value;
+}
+
+std::uint32_t sampleAt(const Shape& shape, const std::uint8_t* line, std::size_t pixel, std::uint32_t index)
+{
+    if (shape.pairs) {
+        const std::size_t group = pixel / 2 * 24;
+        const std::uint32_t lowBits = shape.depth - 8;
+        return pixel % 2 == 0 ? bits(line, group, 8) << lowBits | bits(line, group + 12, lowBits)
+                              : bits(line, group + 16, 8) << lowBits | bits(line, group + 8, lowBits);
+    }
+    const std::size_t first = pixel * shape.pixelBits + index * std::size_t{shape.fieldBits};
+    return std::min(bits(line, first, shape.fieldBits), (1U << shape.depth) - 1);
+}
+
+} // namespace
+
+/// Lines of all formats taken apart into samples.
+class TestUnpackRow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everySampleComesFromItsBits_data();
+    void everySampleComesFromItsBits();
+    void knownBytesGiveKnownSamples_data();
+    void knownBytesGiveKnownSamples();
+    void codesOutsideTheTableHaveNoRowFunction_data();
+    void codesOutsideTheTableHaveNoRowFunction();
+
+private:
+    std::mt19937 m_random{133};
+};
+
+void TestUnpackRow::everySampleComesFromItsBits_data()
+{
+    QTest::addColumn<int>("row");
+    for (int row = 0; row < int(ZorPixelTypeCount); ++row)
+        QTest::newRow(ZorPixelTypeTable[row].name) << row;
+}
+
+/// The line ends at the end of its memory and starts at any address; three fillings, so that every sample is
+/// also once 0 and once all ones. Behind the samples the destination stays as it was.
+void TestUnpackRow::everySampleComesFromItsBits()
+{
+    QFETCH(int, row);
+    const std::uint32_t code = ZorPixelTypeTable[row].code;
+    const Shape shape = shapeOf(ZorPixelTypeTable[row].name);
+    QCOMPARE(zor::samplesPerPixel(code), shape.samples);
+    const auto unpack = zor::unpackRowFor(code);
+    QVERIFY(unpack);
+    std::vector<std::uint32_t> widths(40);
+    for (std::uint32_t i = 0; i < 40; ++i)
+        widths[i] = i + 1;
+    widths.insert(widths.end(), {63, 64, 65, 1023, 1024, 1025});
+    for (const std::uint32_t width : widths) {
+        for (int filling = 0; filling < 4; ++filling) {
+            const std::size_t size = (std::size_t{width} * shape.pixelBits + 7) / 8;
+            QCOMPARE(tightPitch(code, width), std::uint64_t(size));
+            const GuardedBytes line(size);
+            for (std::size_t i = 0; i < size; ++i)
+                line.data()[i] = filling == 0 ? 0 : filling == 1 ? 0xFF : std::uint8_t(m_random());
+            const std::size_t count = std::size_t{width} * shape.samples;
+            std::vector<std::uint16_t> samples(count + 4, 0xBEEF);
+            unpack(line.data(), samples.data(), width);
+            for (std::size_t i = 0; i < count; ++i) {
+                const std::uint32_t expected =
+                    sampleAt(shape, line.data(), i / shape.samples, std::uint32_t(i % shape.samples));
+                if (samples[i] != expected)
+                    QFAIL(qPrintable(QString("width %1, filling %2, sample %3: expected %4, got %5")
+                                         .arg(width)
+                                         .arg(filling)
+                                         .arg(i)
+                                         .arg(expected)
+                                         .arg(samples[i])));
+            }
+            for (std::size_t i = count; i < samples.size(); ++i)
+                QCOMPARE(samples[i], std::uint16_t(0xBEEF));
+        }
+    }
+}
+
+void TestUnpackRow::knownBytesGiveKnownSamples_data()
+{
+    QTest::addColumn<quint32>("code");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QVector<int>>("samples");
+    const auto bytes = [](const char* hex) { return QByteArray::fromHex(hex); };
+    QTest::newRow("BayerRG12Packed: the even pixel's low bits in the high nibble")
+        << 0x030C1324U << 3 << bytes("AB1278 5690") << QVector<int>{0xAB1, 0x782, 0x569};
+    QTest::newRow("BayerGR10Packed: two low bits at the foot of each nibble")
+        << 0x030C121AU << 3 << bytes("FF3180 01F0") << QVector<int>{0x3FF, 0x201, 0x007};
+    QTest::newRow("BayerBG10p: five pixels end in the seventh byte")
+        << 0x030A221FU << 5 << bytes("01 08 30 00 01 FF03")
+        << QVector<int>{0x001, 0x002, 0x003, 0x004, 0x3FF};
+    QTest::newRow("TrueSense of 14 bits: bits above the depth give full scale")
+        << 0x04100470U << 2 << bytes("0040 3412") << QVector<int>{0x3FFF, 0x1234};
+    QTest::newRow("RGB8 lies as red, green, blue")
+        << 0x02180171U << 2 << bytes("010203 FF0080") << QVector<int>{1, 2, 3, 255, 0, 128};
+    QTest::newRow("BGRa8 keeps the order of memory and the alpha sample")
+        << 0x02200174U << 1 << bytes("01020304") << QVector<int>{1, 2, 3, 4};
+    QTest::newRow("RGB16 is little-endian")
+        << 0x0230057BU << 1 << bytes("3412 7856 BC9A") << QVector<int>{0x1234, 0x5678, 0x9ABC};
+    QTest::newRow("RGB_10_FLEX_Packed: 3 x 10 in 32, the upper two bits mean nothing")
+        << 0x0220327EU << 2
+        << bytes("010800C0"
+                 "FFFFFFFF")
+        << QVector<int>{1, 2, 0, 0x3FF, 0x3FF, 0x3FF};
+    QTest::newRow("RGB_12_FLEX_Packed: two pixels in nine bytes, one in five")
+        << 0x0224337FU << 3 << bytes("BC4A12 785634 AB9CDE 234561 07F0")
+        << QVector<int>{0xABC, 0x124, 0x678, 0x345, 0xCAB, 0xDE9, 0x523, 0x614, 0x007};
+    QTest::newRow("YUV422_8_UYVY begins with a colour difference")
+        << 0x05100180U << 3 << bytes("1020 3040 5060") << QVector<int>{0x10, 0x20, 0x30, 0x40, 0x50, 0x60};
+    QTest::newRow("YUV422_10_PACKED: samples of 10 bits in sequence, an odd pixel ends in its third byte")
+        << 0x05143283U << 1 << bytes("FF0700") << QVector<int>{0x3FF, 0x001};
+    QTest::newRow("YUV444_8 has four samples a pixel")
+        << 0x05200184U << 1 << bytes("10203040") << QVector<int>{0x10, 0x20, 0x30, 0x40};
+}
+
+void TestUnpackRow::knownBytesGiveKnownSamples()
+{
+    QFETCH(quint32, code);
+    QFETCH(int, width);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QVector<int>, samples);
+    QCOMPARE(std::uint64_t(bytes.size()), tightPitch(code, std::uint32_t(width)));
+    std::vector<std::uint16_t> unpacked(std::size_t(samples.size()));
+    zor::unpackRowFor(code)(reinterpret_cast<const std::uint8_t*>(bytes.constData()), unpacked.data(),
+                            std::size_t(width));
+    QCOMPARE(QVector<int>(unpacked.begin(), unpacked.end()), samples);
+}
+
+void TestUnpackRow::codesOutsideTheTableHaveNoRowFunction_data()
+{
+    QTest::addColumn<quint32>("code");
+    QTest::newRow("code 0") << 0U;
+    QTest::newRow("row 0") << 0x01080100U;
+    QTest::newRow("row 134") << 0x01080186U;
+    QTest::newRow("row 255") << 0x010801FFU;
+    QTest::newRow("a row under another packing byte") << 0x01080201U;
+    QTest::newRow("a row under other pixel bits") << 0x01100101U;
+    QTest::newRow("a row under another family") << 0x03080101U;
+}
+
+void TestUnpackRow::codesOutsideTheTableHaveNoRowFunction()
+{
+    QFETCH(quint32, code);
+    QVERIFY(!zor::unpackRowFor(code));
+    QCOMPARE(zor::samplesPerPixel(code), 0U);
+}
+
+QTEST_APPLESS_MAIN(TestUnpackRow)
+#include "tst_unpack_row.moc"
