@@ -1,4 +1,4 @@
-#include "image/ExpectedFormats.h"
+#include "reference/ExpectedFormats.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
 

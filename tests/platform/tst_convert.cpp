@@ -1,7 +1,7 @@
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
 #include "platform/GuardedBytes.h"
-#include "platform/MonoReference.h"
+#include "reference/PixelFormats.h"
 
 #include <QtTest>
 
@@ -75,8 +75,8 @@ private slots:
     void nullArgumentsAreRefused();
 
 private:
-    void compare(const MonoFormat& format, const Target& target, std::uint32_t width, std::uint32_t height,
-                 std::uint32_t padding, int filling);
+    void compare(const reference::PixelFormat& format, const Target& target, std::uint32_t width,
+                 std::uint32_t height, std::uint32_t padding, int filling);
     std::mt19937 m_random{4711};
 };
 
@@ -84,9 +84,10 @@ void TestConvert::everySampleIsAsTheFormatsSay_data()
 {
     QTest::addColumn<int>("format");
     QTest::addColumn<int>("target");
-    for (int format = 0; format < int(monoFormats().size()); ++format) {
+    for (int format = 0; format < reference::MonoFormatCount; ++format) {
         for (int target = 0; target < 4; ++target)
-            QTest::addRow("%s to %s", monoFormats()[std::size_t(format)].name.c_str(), Targets[target].name)
+            QTest::addRow("%s to %s", reference::pixelFormats()[std::size_t(format)].name.c_str(),
+                          Targets[target].name)
                 << format << target;
     }
 }
@@ -95,7 +96,7 @@ void TestConvert::everySampleIsAsTheFormatsSay()
 {
     QFETCH(int, format);
     QFETCH(int, target);
-    const MonoFormat& source = monoFormats()[std::size_t(format)];
+    const reference::PixelFormat& source = reference::pixelFormats()[std::size_t(format)];
     constexpr std::uint32_t Widths[] = {1, 2, 3, 4, 5, 7, 8, 9, 15, 63, 1023, 1024, 1025, 2049};
     for (const std::uint32_t width : Widths) {
         for (const std::uint32_t height : {1U, 2U, 5U}) {
@@ -112,7 +113,7 @@ void TestConvert::everySampleIsAsTheFormatsSay()
 
 /// `filling` 0 is all zero, 1 all ones, others random. The source ends right behind the last line's last
 /// pixel and at the end of its memory.
-void TestConvert::compare(const MonoFormat& format, const Target& target, std::uint32_t width,
+void TestConvert::compare(const reference::PixelFormat& format, const Target& target, std::uint32_t width,
                           std::uint32_t height, std::uint32_t padding, int filling)
 {
     const std::uint32_t lineBytes = (width * format.pixelBits + 7) / 8;
@@ -128,8 +129,8 @@ void TestConvert::compare(const MonoFormat& format, const Target& target, std::u
     QVERIFY(result);
     for (std::uint32_t y = 0; y < height; ++y) {
         for (std::uint32_t x = 0; x < width; ++x) {
-            const std::uint32_t sample = referenceSample(format, bytes.data() + y * pitch, x);
-            const std::uint32_t expected = referenceDepth(sample, format.heldBits, target.bits);
+            const std::uint32_t sample = format.value(bytes.data() + y * pitch, x);
+            const std::uint32_t expected = reference::depthChanged(sample, format.heldBits, target.bits);
             const std::uint32_t actual = resultSample(*result, x, y);
             if (actual != expected)
                 QFAIL(qPrintable(
@@ -219,7 +220,7 @@ void TestConvert::depthChangesKeepBlackAndFullScale()
 {
     QFETCH(int, format);
     QFETCH(int, target);
-    const MonoFormat& source = monoFormats()[std::size_t(format)];
+    const reference::PixelFormat& source = reference::pixelFormats()[std::size_t(format)];
     for (const std::uint8_t filling : {std::uint8_t(0x00), std::uint8_t(0xFF)}) {
         std::vector<std::uint8_t> bytes(6, filling);
         const _ZorImage record = recordFor(source.code, 3, 1, 6, 6, bytes.data());
