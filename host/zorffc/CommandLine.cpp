@@ -33,7 +33,7 @@ int parse(CLI::App& app, int argc, char** argv)
     try {
         app.parse(argc, argv);
         if (app.get_subcommands().empty())
-            return reportError("no command; name one: compute, simulate or report; see zorffc --help");
+            return reportError("no command; name one: compute, report, formats or simulate; see zorffc --help");
     } catch (const CLI::Success& success) {
         // Help and version: the parser prints what was asked for.
         app.exit(success);
@@ -53,8 +53,9 @@ int runCommandLine(int argc, char** argv)
         app.set_version_flag("--version", std::string("zorffc ") + ZOR_VERSION);
         app.require_subcommand(0, 1);
         addComputeCommand(app);
-        addSimulateCommand(app);
         addReportCommand(app);
+        addFormatsCommand(app);
+        addSimulateCommand(app);
         return parse(app, argc, argv);
     } catch (const std::bad_alloc&) {
         return reportError("not enough memory; use a smaller frame or close other programs");

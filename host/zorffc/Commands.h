@@ -10,10 +10,13 @@ namespace zor {
 /// `compute`: from a frame to a coefficient file.
 void addComputeCommand(CLI::App& app);
 
-/// `simulate`: makes a flat frame.
-void addSimulateCommand(CLI::App& app);
-
 /// `report`: a picture of a frame before and after the correction.
 void addReportCommand(CLI::App& app);
+
+/// `formats`: the table of the pixel formats.
+void addFormatsCommand(CLI::App& app);
+
+/// `simulate`: makes a flat frame.
+void addSimulateCommand(CLI::App& app);
 
 } // namespace zor
