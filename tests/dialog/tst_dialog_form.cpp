@@ -47,6 +47,7 @@ private slots:
     void anObjectNameGivenBeforeStays();
     void stripHoldsItsRowInOrder();
     void stripStartsNarrowerThanTheDialog();
+    void stripCutsNoTextAtTheFirstSize();
     void boxesHaveTheirStartStates();
     void precisionOffersTwoItems();
     void readoutsAreHiddenDisabledAndBlack_data();
@@ -221,6 +222,25 @@ void DialogForm::stripStartsNarrowerThanTheDialog()
     Ui_CFFCUtility form;
     form.setupUi(&bare);
     QCOMPARE(form.wSettings->geometry(), QRect(0, 680, 1131, 31));
+}
+
+void DialogForm::stripCutsNoTextAtTheFirstSize()
+{
+    DialogProbe dialog;
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QCOMPARE(dialog.size(), QSize(1174, 727));
+    for (const QWidget* control :
+         dialog.ui.wSettings->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (control->isVisible())
+            QVERIFY2(control->width() >= control->sizeHint().width(),
+                     qPrintable(QStringLiteral("%1 is %2 wide and needs %3")
+                                    .arg(control->objectName())
+                                    .arg(control->width())
+                                    .arg(control->sizeHint().width())));
+    }
+    // The header texts are long: their fields are the ones that the spare room goes to.
+    QVERIFY(dialog.ui.lETitle->width() > dialog.ui.lETitle->sizeHint().width());
 }
 
 void DialogForm::boxesHaveTheirStartStates()

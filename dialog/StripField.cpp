@@ -1,0 +1,6 @@
+#include "dialog/StripField.h"
+
+QSize StripField::sizeHint() const
+{
+    return {minimumSizeHint().width(), QLineEdit::sizeHint().height()};
+}
