@@ -1,10 +1,9 @@
-#include "reference/ExpectedFormats.h"
-#include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
+#include "reference/ExpectedFormats.h"
 
 #include <QtTest>
 
-/// The pixel type table row by row, and the laws between its columns.
+/// The pixel type table row by row.
 class TestPixelTypeTable : public QObject
 {
     Q_OBJECT
@@ -17,34 +16,7 @@ private slots:
     void aLetterLeadsToItsPlaceInThePixel_data();
     void aLetterLeadsToItsPlaceInThePixel();
     void countIsTheNumberOfRows();
-    void namesAreUnique();
-    void depthIsThatOfThePackingButForOneRow_data();
-    void depthIsThatOfThePackingButForOneRow();
-    void pixelBitsHoldTheSamples_data();
-    void pixelBitsHoldTheSamples();
-    void layoutHasAsManyTokensAsItsFamilyWants_data();
-    void layoutHasAsManyTokensAsItsFamilyWants();
-    void phaseIsTheDigitInTheName_data();
-    void phaseIsTheDigitInTheName();
-    void onlyTheTwoPairedMonoRowsHaveThePairedPacking();
 };
-
-namespace {
-
-void addAllRows()
-{
-    QTest::addColumn<int>("index");
-    for (int index = 0; index < int(ZorPixelTypeCount); ++index)
-        QTest::newRow(ZorPixelTypeTable[index].name) << index;
-}
-
-const ZorPixelTypeRow& fetchedRow()
-{
-    QFETCH(int, index);
-    return ZorPixelTypeTable[index];
-}
-
-} // namespace
 
 void TestPixelTypeTable::everyRowIsTheFormatOfItsNumber_data()
 {
@@ -153,115 +125,6 @@ void TestPixelTypeTable::countIsTheNumberOfRows()
     QCOMPARE(ZorPixelTypeCount, 133U);
     QCOMPARE(expectedFormats().size(), std::size_t(133));
     QCOMPARE(std::size(ZorPixelTypeTable), std::size_t(133));
-}
-
-void TestPixelTypeTable::namesAreUnique()
-{
-    QSet<QString> names;
-    for (const ZorPixelTypeRow& row : ZorPixelTypeTable)
-        names.insert(row.name);
-    QCOMPARE(names.size(), 133);
-}
-
-void TestPixelTypeTable::depthIsThatOfThePackingButForOneRow_data()
-{
-    addAllRows();
-}
-
-void TestPixelTypeTable::depthIsThatOfThePackingButForOneRow()
-{
-    const ZorPixelTypeRow& row = fetchedRow();
-    const std::uint32_t sampleBits = pixelTypeSampleBits(row.code);
-    QVERIFY(row.depth <= sampleBits);
-    if (QString(row.name) == "Mono12p") {
-        QCOMPARE(row.depth, 10U);
-        QCOMPARE(sampleBits, 12U);
-    } else {
-        QCOMPARE(row.depth, sampleBits);
-    }
-}
-
-void TestPixelTypeTable::pixelBitsHoldTheSamples_data()
-{
-    addAllRows();
-}
-
-void TestPixelTypeTable::pixelBitsHoldTheSamples()
-{
-    const ZorPixelTypeRow& row = fetchedRow();
-    const std::uint32_t bits = pixelTypeBits(row.code);
-    QVERIFY(bits >= 8 && bits <= 48);
-    // 4:2:2 formats store two samples a pixel, all others one for each channel.
-    const std::uint32_t stored = QString(row.name).contains("422") ? 2 : row.channels;
-    QVERIFY(bits >= stored * row.depth);
-    if (pixelTypePackingClass(row.code) == PackingClass::Plain) {
-        QCOMPARE(bits, stored * (row.depth > 8 ? 16U : 8U));
-    }
-}
-
-void TestPixelTypeTable::layoutHasAsManyTokensAsItsFamilyWants_data()
-{
-    addAllRows();
-}
-
-void TestPixelTypeTable::layoutHasAsManyTokensAsItsFamilyWants()
-{
-    const ZorPixelTypeRow& row = fetchedRow();
-    const QStringList tokens = QString(row.channelLayout).split(' ');
-    QVERIFY(!tokens.contains(QString()));
-    switch (pixelTypeFamily(row.code)) {
-    case PixelFamily::Mono:
-        QCOMPARE(tokens, QStringList{"Y"});
-        break;
-    case PixelFamily::Rgb:
-        QCOMPARE(tokens.size(), int(row.channels));
-        for (const QString& token : tokens)
-            QCOMPARE(row.channelIndex(token[0].unicode()), tokens.indexOf(token));
-        break;
-    case PixelFamily::Bayer:
-    case PixelFamily::Yuv:
-        QCOMPARE(tokens.size(), 4);
-        break;
-    case PixelFamily::TrueSense:
-        QCOMPARE(tokens.size(), 16);
-        QCOMPARE(tokens.count("W"), 8);
-        break;
-    default:
-        QFAIL("a family that does not exist");
-    }
-}
-
-void TestPixelTypeTable::phaseIsTheDigitInTheName_data()
-{
-    addAllRows();
-}
-
-void TestPixelTypeTable::phaseIsTheDigitInTheName()
-{
-    const ZorPixelTypeRow& row = fetchedRow();
-    if (pixelTypeFamily(row.code) != PixelFamily::TrueSense) {
-        QCOMPARE(row.phase, 0U);
-        return;
-    }
-    const QStringList parts = QString(row.name).split('_');
-    QCOMPARE(parts.size(), 5);
-    QCOMPARE(row.phase, parts[3].toUInt());
-    QCOMPARE(row.depth, parts[4].toUInt());
-}
-
-void TestPixelTypeTable::onlyTheTwoPairedMonoRowsHaveThePairedPacking()
-{
-    QStringList mono;
-    QStringList others;
-    for (const ZorPixelTypeRow& row : ZorPixelTypeTable) {
-        const std::uint32_t packing = row.code & 0xFF00;
-        if (packing == 0x1200 || packing == 0x1300)
-            (pixelTypeFamily(row.code) == PixelFamily::Mono ? mono : others).append(row.name);
-    }
-    QCOMPARE(mono, (QStringList{"Mono10Packed", "Mono12Packed"}));
-    QCOMPARE(others,
-             (QStringList{"BayerGR10Packed", "BayerRG10Packed", "BayerGB10Packed", "BayerBG10Packed",
-                          "BayerGR12Packed", "BayerRG12Packed", "BayerGB12Packed", "BayerBG12Packed"}));
 }
 
 QTEST_APPLESS_MAIN(TestPixelTypeTable)
