@@ -1,4 +1,4 @@
-#include "reference/EngineReference.h"
+#include "reference/RunReference.h"
 #include "support/DialogProbe.h"
 
 #include <QCheckBox>
@@ -8,71 +8,6 @@
 #include <random>
 
 namespace {
-
-struct Setting
-{
-    bool normalize;
-    double value;
-    bool showRows;
-    bool pairs;
-    int peak; ///< that the last run has left
-};
-
-/// One frame's whole run, once more from the definitions alone.
-struct Expected
-{
-    Expected(const reference::Image& frame, const Setting& setting)
-        : columns(reference::columnGains(frame, {setting.normalize, setting.value, setting.pairs}))
-        , rowsOfFrame(reference::rowGains(frame, {setting.normalize, setting.value, setting.pairs}))
-        , flatX(cellsOf(frame))
-        , flatY(flatX)
-    {
-        reference::fillCells(frame, flatX);
-        reference::columnPass(flatX, frame.step, codesOf(columns.gains));
-        reference::Image asCells = flatX;
-        asCells.depth = 16;
-        rows = reference::rowGains(asCells, {setting.normalize, setting.value, setting.pairs});
-        reference::rowPass(flatX, flatY, codesOf(rows.gains));
-        reference::Image result = flatY;
-        result.depth = 16;
-        flatRowMeans = reference::rowGains(result, {true, 1.0, false}).means;
-        flatColumnMeans =
-            reference::columnGains(setting.showRows ? result : asCells, {true, 1.0, false}).means;
-        bins = reference::frameHistogram(frame);
-        peak = reference::histogramPeak(setting.peak, 0, bins);
-        ofImage = reference::extremes(frame, frame.depth != 8);
-        ofFlat = reference::extremes(frame.depth == 8 ? asCells : result, true);
-        range = reference::plotRange(ofImage, ofFlat);
-    }
-
-    static reference::Image cellsOf(const reference::Image& frame)
-    {
-        const int step = reference::cellStep(frame.width);
-        return {std::vector<std::uint8_t>(static_cast<std::size_t>(step * (frame.height + 1))), step,
-                frame.width, frame.height, frame.depth};
-    }
-
-    static std::vector<std::uint16_t> codesOf(const std::vector<double>& gains)
-    {
-        std::vector<std::uint16_t> codes;
-        for (const double gain : gains)
-            codes.push_back(reference::gainCode(gain));
-        return codes;
-    }
-
-    reference::Gains columns;
-    reference::Gains rowsOfFrame;
-    reference::Gains rows;
-    reference::Image flatX;
-    reference::Image flatY;
-    std::vector<std::uint16_t> flatColumnMeans;
-    std::vector<std::uint16_t> flatRowMeans;
-    std::vector<int> bins;
-    int peak;
-    reference::Extremes ofImage;
-    reference::Extremes ofFlat;
-    reference::Extremes range;
-};
 
 /// Empty when equal, else the first difference with both values.
 QString gainDifference(const char* what, const std::list<double>& actual, const std::vector<double>& expected)
@@ -184,10 +119,10 @@ void Pipeline::membersEqualTheReference()
     QFETCH(int, depth);
     QFETCH(int, spare);
     std::mt19937 random(static_cast<unsigned>(depth * 100 + spare));
-    const Setting settings[] = {{true, 1.0, false, false, 0},   {true, 1.0, true, false, 500},
-                                {false, 1.0, true, true, 3},    {true, 0.5, false, false, 20},
-                                {true, -1.25, true, false, 40}, {true, 0.0, false, true, 0},
-                                {true, 20.0, false, true, 100}, {false, 3.0, false, false, 10}};
+    const reference::Setting settings[] = {{true, 1.0, false, false, 0},   {true, 1.0, true, false, 500},
+                                           {false, 1.0, true, true, 3},    {true, 0.5, false, false, 20},
+                                           {true, -1.25, true, false, 40}, {true, 0.0, false, true, 0},
+                                           {true, 20.0, false, true, 100}, {false, 3.0, false, false, 10}};
     DialogProbe d;
     for (int round = 0; round < 200; ++round) {
         const int width = 1 + static_cast<int>(random() % 19);
@@ -196,7 +131,7 @@ void Pipeline::membersEqualTheReference()
         const int step = spare == -1 ? (tight + 3) / 4 * 4 : spare == -2 ? 2 * tight : tight + spare;
         const TestFrame taken = randomFrame(random, width, height, depth, step);
         const reference::Image frame{taken.bytes, step, width, height, depth};
-        const Setting& setting = settings[round % 8];
+        const reference::Setting& setting = settings[round % 8];
 
         d.ui.chBShowY->setChecked(setting.showRows);
         d.take(taken);
@@ -205,7 +140,7 @@ void Pipeline::membersEqualTheReference()
         d.m_pairSmoothing = setting.pairs;
         d.m_histogramPeak = setting.peak;
         QVERIFY(d.RunCorrection());
-        const Expected expected(frame, setting);
+        const reference::Run expected(frame, setting);
 
         QStringList differences{
             gainDifference("column gain", d.m_columnGains, expected.columns.gains),

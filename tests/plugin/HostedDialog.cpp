@@ -75,9 +75,12 @@ void HostedDialog::click(const char* name)
     QTest::mouseClick(m_dialog->windowHandle(), Qt::LeftButton, {}, control->mapTo(m_dialog, place));
 }
 
-void HostedDialog::wait(int milliseconds)
+void HostedDialog::pause()
 {
-    QTest::qWait(milliseconds);
+    // What is posted restarts the throttle's clock when it arrives.
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    QTest::qWait(70);
 }
 
 void HostedDialog::wheel(QWidget* view, const QPoint& where, int units)
@@ -92,7 +95,6 @@ void HostedDialog::drag(QWidget* view, const QPoint& from, const QPoint& to)
 {
     QWindow* window = view->window()->windowHandle();
     QTest::mousePress(window, Qt::LeftButton, {}, inWindow(view, from));
-    QTest::mouseMove(window, inWindow(view, (from + to) / 2));
     QTest::mouseMove(window, inWindow(view, to));
     QTest::mouseRelease(window, Qt::LeftButton, {}, inWindow(view, to));
 }

@@ -40,16 +40,14 @@ public:
     /// Clicks a control with the mouse: a check box on its box, anything else in the middle.
     void click(const char* name);
 
-    /// Lets what was posted arrive, for as many milliseconds.
-    static void wait(int milliseconds);
-    /// Longer than the views' throttle.
-    static void pause() { wait(70); }
+    /// Lets what was posted arrive, then waits for longer than the views' throttle.
+    static void pause();
 
     // The operator's hands on a view: events arrive at the window, which finds the receiver. Places are in
     // pixels of the view's viewport.
     /// One notch is 120 units.
     static void wheel(QWidget* view, const QPoint& where, int units);
-    /// The left button goes down at `from` and up at `to`.
+    /// The left button goes down at `from` and up at `to`, with one move between.
     static void drag(QWidget* view, const QPoint& from, const QPoint& to);
 
 private:

@@ -1,0 +1,220 @@
+#include "plugin/HostedDialog.h"
+
+#include <QElapsedTimer>
+#include <QGraphicsView>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+/// Milliseconds after a followed change in which the next ones are dropped.
+constexpr int Throttle = 50;
+
+/// A place in a view that is not its middle.
+const QPoint Aside(90, 70);
+
+struct Place
+{
+    double scale;
+    QPointF centre;
+};
+
+Place placeOf(const QWidget* view)
+{
+    return {ViewerTap::scaleOf(view), ViewerTap::centreOf(view)};
+}
+
+QString textOf(const Place& place)
+{
+    return QString("scale %1 at %2, %3").arg(place.scale).arg(place.centre.x()).arg(place.centre.y());
+}
+
+/// The scale to the digits of a command, the centre to an image pixel.
+bool isSame(const Place& one, const Place& other)
+{
+    const QPointF off = one.centre - other.centre;
+    return std::abs(one.scale - other.scale) <= 1e-6 && std::abs(off.x()) <= 1.0 && std::abs(off.y()) <= 1.0;
+}
+
+/// The dialog with a frame in both views, zoomed in so far that a drag has somewhere to go, at rest.
+struct ZoomedDialog
+{
+    explicit ZoomedDialog(bool fromUpper = true)
+    {
+        host.show(TestFrame(640, 480, 12, [](int x, int y) { return 400U + unsigned(x + 3 * y); }));
+        upper = host.find("gVUp");
+        lower = host.find("gVDown");
+        hand = fromUpper ? upper : lower;
+        follower = fromUpper ? lower : upper;
+        HostedDialog::pause();
+        ViewerTap::setScale(hand, 2.0);
+        HostedDialog::pause();
+        for (QWidget* view : {hand, follower})
+            changes.push_back(std::make_unique<QSignalSpy>(view, SIGNAL(sigViewChanged(DisplayView*))));
+    }
+
+    HostedDialog host;
+    QWidget* upper;
+    QWidget* lower;
+    QWidget* hand;
+    QWidget* follower;
+    std::vector<std::unique_ptr<QSignalSpy>> changes; ///< of the hand's view, then of the other
+};
+
+} // namespace
+
+/// The two views of the built plug-in follow each other, with the real viewer and the operator's mouse.
+class ViewSynchronisation : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void otherViewFollows_data();
+    void otherViewFollows();
+    void followUpEndsAtOnce_data();
+    void followUpEndsAtOnce();
+    void changeWithinTheThrottleIsDropped();
+    void nextChangeCatchesUp();
+    void viewsFollowAlsoWithoutAFrame();
+    void changeBeforeTheFirstImageMovesNothing();
+    void newFrameOfAnotherSizeKeepsTheViewsTogether();
+};
+
+void ViewSynchronisation::otherViewFollows_data()
+{
+    QTest::addColumn<bool>("fromUpper");
+    QTest::addColumn<int>("wheel");
+    for (const bool fromUpper : {true, false}) {
+        const char* const which = fromUpper ? "upper" : "lower";
+        QTest::addRow("wheel forward on the %s view", which) << fromUpper << 240;
+        QTest::addRow("wheel back on the %s view", which) << fromUpper << -120;
+        QTest::addRow("drag on the %s view", which) << fromUpper << 0;
+    }
+}
+
+void ViewSynchronisation::otherViewFollows()
+{
+    QFETCH(bool, fromUpper);
+    QFETCH(int, wheel);
+    ZoomedDialog d(fromUpper);
+    const Place before = placeOf(d.hand);
+    QVERIFY2(isSame(before, placeOf(d.follower)), qPrintable(textOf(placeOf(d.follower))));
+    if (wheel != 0)
+        HostedDialog::wheel(d.hand, Aside, wheel);
+    else
+        HostedDialog::drag(d.hand, QPoint(200, 150), QPoint(140, 121));
+    HostedDialog::pause();
+
+    const Place after = placeOf(d.hand);
+    if (wheel != 0) {
+        // Four notches double the scale; the pixel below the cursor stays.
+        QVERIFY2(std::abs(after.scale / before.scale - std::exp2(wheel / 480.0)) < 1e-9,
+                 qPrintable(textOf(after)));
+        QVERIFY2((after.centre.x() < before.centre.x()) == (wheel > 0), qPrintable(textOf(after)));
+    } else {
+        // 60 and 29 device pixels at two for each image pixel, in whole pixels of a view of even size.
+        QCOMPARE(after.scale, before.scale);
+        const QPointF way = after.centre - before.centre;
+        QVERIFY2(std::abs(way.x() - 30.0) <= 1.0 && std::abs(way.y() - 14.5) <= 1.0,
+                 qPrintable(textOf(after)));
+    }
+    QVERIFY2(isSame(placeOf(d.follower), after),
+             qPrintable(textOf(placeOf(d.follower)) + ", expected " + textOf(after)));
+}
+
+void ViewSynchronisation::followUpEndsAtOnce_data()
+{
+    QTest::addColumn<bool>("fromUpper");
+    QTest::newRow("from the upper view") << true;
+    QTest::newRow("from the lower view") << false;
+}
+
+void ViewSynchronisation::followUpEndsAtOnce()
+{
+    QFETCH(bool, fromUpper);
+    ZoomedDialog d(fromUpper);
+    HostedDialog::wheel(d.hand, Aside, 120);
+    const Place told = placeOf(d.hand);
+    for (int i = 0; i < 4; ++i)
+        HostedDialog::pause();
+    // One change under the hand; the other view tells of its new scale and of its new place at most.
+    QCOMPARE(d.changes[0]->count(), 1);
+    QVERIFY2(d.changes[1]->count() >= 1 && d.changes[1]->count() <= 2,
+             qPrintable(QString("%1 changes of the other view").arg(d.changes[1]->count())));
+    QVERIFY2(placeOf(d.hand).centre == told.centre && isSame(placeOf(d.hand), told),
+             qPrintable(textOf(placeOf(d.hand)) + ", expected " + textOf(told)));
+}
+
+void ViewSynchronisation::changeWithinTheThrottleIsDropped()
+{
+    // On a busy machine two changes may be too far apart for the throttle: then it is tried again.
+    for (int attempt = 0; attempt < 20; ++attempt) {
+        ZoomedDialog d;
+        QElapsedTimer since;
+        since.start();
+        HostedDialog::wheel(d.hand, Aside, 120);
+        QCoreApplication::sendPostedEvents();
+        const Place first = placeOf(d.hand);
+        QVERIFY(isSame(placeOf(d.follower), first));
+        HostedDialog::wheel(d.hand, Aside, 120);
+        QCoreApplication::sendPostedEvents();
+        if (since.elapsed() >= Throttle)
+            continue;
+        HostedDialog::pause();
+        QVERIFY2(isSame(placeOf(d.follower), first),
+                 qPrintable(textOf(placeOf(d.follower)) + ", expected " + textOf(first)));
+        QVERIFY(!isSame(placeOf(d.hand), first));
+        return;
+    }
+    QSKIP("the machine was too slow for two changes within the throttle");
+}
+
+void ViewSynchronisation::nextChangeCatchesUp()
+{
+    ZoomedDialog d;
+    for (int i = 0; i < 5; ++i) {
+        HostedDialog::wheel(d.hand, Aside, 120);
+        QCoreApplication::sendPostedEvents();
+    }
+    HostedDialog::pause();
+    HostedDialog::wheel(d.hand, Aside, -120);
+    HostedDialog::pause();
+    QVERIFY2(isSame(placeOf(d.follower), placeOf(d.hand)),
+             qPrintable(textOf(placeOf(d.follower)) + ", expected " + textOf(placeOf(d.hand))));
+}
+
+void ViewSynchronisation::viewsFollowAlsoWithoutAFrame()
+{
+    ZoomedDialog d;
+    d.host.plugIn().Reset();
+    HostedDialog::wheel(d.hand, Aside, 240);
+    HostedDialog::pause();
+    QVERIFY(placeOf(d.hand).scale > 2.5);
+    QVERIFY(isSame(placeOf(d.follower), placeOf(d.hand)));
+}
+
+void ViewSynchronisation::changeBeforeTheFirstImageMovesNothing()
+{
+    HostedDialog host;
+    HostedDialog::wheel(host.find("gVUp"), Aside, 240);
+    HostedDialog::drag(host.find("gVDown"), QPoint(50, 50), QPoint(90, 90));
+    HostedDialog::pause();
+    QVERIFY(!ViewerTap::viewerOf(host.find("gVUp")) && !ViewerTap::viewerOf(host.find("gVDown")));
+}
+
+void ViewSynchronisation::newFrameOfAnotherSizeKeepsTheViewsTogether()
+{
+    ZoomedDialog d;
+    d.host.show(TestFrame(200, 300, 8, [](int x, int y) { return 40U + unsigned(x + y) / 4; }));
+    HostedDialog::pause();
+    HostedDialog::wheel(d.follower, Aside, 240);
+    HostedDialog::pause();
+    QVERIFY2(isSame(placeOf(d.follower), placeOf(d.hand)),
+             qPrintable(textOf(placeOf(d.follower)) + " and " + textOf(placeOf(d.hand))));
+}
+
+QTEST_MAIN(ViewSynchronisation)
+#include "tst_view_synchronisation.moc"
