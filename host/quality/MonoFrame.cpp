@@ -19,8 +19,8 @@ std::string conversionProblem(const _ZorImage& source, std::uint32_t target)
 {
     const std::string formats =
         std::string("from ") + pixelTypeName(source.pixelType) + " to " + pixelTypeName(target);
-    if (pixelTypeFamily(source.pixelType) != PixelFamily::Mono)
-        return "there is no conversion " + formats + "; use a frame in a mono format";
+    if (!pixelTypeTableRow(source.pixelType))
+        return "there is no conversion " + formats + "; use a frame in one of the known pixel formats";
 
     const std::string size =
         "a frame of " + std::to_string(source.width) + " x " + std::to_string(source.height) + " pixels ";

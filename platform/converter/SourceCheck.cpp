@@ -6,19 +6,10 @@
 
 namespace zor::platform {
 
-namespace {
-
-bool isKnownMono(std::uint32_t code)
-{
-    return pixelTypeTableRow(code) && pixelTypeFamily(code) == PixelFamily::Mono;
-}
-
-} // namespace
-
 bool isReadable(const _ZorImage& source)
 {
     const std::uint32_t code = source.pixelType;
-    if (!source.data || source.isSigned || !isKnownMono(code))
+    if (!source.data || source.isSigned || !pixelTypeTableRow(code))
         return false;
     if (source.packing != pixelTypePacking(code) || source.pixelBits != pixelTypeBits(code))
         return false;

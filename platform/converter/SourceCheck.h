@@ -4,7 +4,7 @@
 
 namespace zor::platform {
 
-/// Whether the converter can read this record: a mono format of the pixel type table, unsigned, with packing
+/// Whether the converter can read this record: a format of the pixel type table, unsigned, with packing
 /// and pixel bits that agree with its code, at least one pixel, and a pitch and `imageSize` that hold every
 /// line. The last line may end right behind its last pixel.
 bool isReadable(const _ZorImage& source);

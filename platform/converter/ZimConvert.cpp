@@ -2,14 +2,14 @@
 
 #include "image/LineBytes.h"
 #include "image/PixelTypeCode.h"
-#include "image/UnpackRow.h"
 #include "platform/Export.h"
-#include "platform/converter/DepthChange.h"
+#include "platform/converter/ConvertLines.h"
+#include "platform/converter/ConvertMosaic.h"
 #include "platform/converter/SourceCheck.h"
 #include "platform/records/Records.h"
 
 #include <algorithm>
-#include <array>
+#include <exception>
 #include <limits>
 
 namespace {
@@ -40,24 +40,22 @@ _ZorImage* makeResult(const _ZorImage& source, std::uint32_t target)
     return result;
 }
 
-/// One line, in pieces that stay in the cache. A piece is a whole number of bytes in every format.
-void convertLine(const std::uint8_t* source, std::uint32_t sourceType, std::uint8_t* destination,
-                 std::uint32_t target, std::uint32_t width)
+/// Lines are written to their last pixel; what pads them is 0.
+void fillPadding(const _ZorImage& image)
 {
-    constexpr std::uint32_t Piece = 1024;
-    std::array<std::uint16_t, Piece> samples;
-    const auto unpack = zor::unpackRowFor(sourceType);
-    const auto store = pixelTypeBits(target) == 8 ? zor::platform::storeBytes : zor::platform::storeWords;
-    for (std::uint32_t left = width; left > 0;) {
-        const std::uint32_t count = std::min(left, Piece);
-        unpack(source, samples.data(), count);
-        zor::platform::changeDepth(samples.data(), count, pixelTypeSampleBits(sourceType),
-                                   pixelTypeSampleBits(target));
-        store(samples.data(), count, destination);
-        source += tightPitch(sourceType, count);
-        destination += tightPitch(target, count);
-        left -= count;
-    }
+    const std::size_t used = tightPitch(image.pixelType, image.width);
+    for (std::size_t y = 0; y < image.height; ++y)
+        std::fill_n(image.data + y * image.pitch + used, image.pitch - used, std::uint8_t{0});
+}
+
+void convert(const _ZorImage& source, const _ZorImage& result)
+{
+    const PixelFamily family = pixelTypeFamily(source.pixelType);
+    if (family == PixelFamily::Bayer || family == PixelFamily::TrueSense)
+        zor::platform::convertMosaic(source, result);
+    else
+        zor::platform::convertLines(source, result);
+    fillPadding(result);
 }
 
 } // namespace
@@ -77,11 +75,12 @@ extern "C" ZOR_PLATFORM_EXPORT int ZimConvert(const _ZorImage* source, unsigned 
     if (!made)
         return NoMemory;
 
-    const std::size_t padding = made->pitch - tightPitch(target, made->width);
-    for (std::size_t y = 0; y < made->height; ++y) {
-        std::uint8_t* line = made->data + y * made->pitch;
-        convertLine(source->data + y * source->pitch, source->pixelType, line, target, made->width);
-        std::fill_n(line + made->pitch - padding, padding, std::uint8_t{0});
+    // Nothing but working memory can be missing by now, and no exception may leave a function of C linkage.
+    try {
+        convert(*source, *made);
+    } catch (const std::exception&) {
+        zor::platform::freeRecord(made);
+        return NoMemory;
     }
     *result = made;
     return Done;

@@ -70,8 +70,6 @@ private slots:
     void whatDoesNotFitTogetherIsRefused();
     void onlyTheFourTargetsAreMade_data();
     void onlyTheFourTargetsAreMade();
-    void otherSourceFormatsAreRefused_data();
-    void otherSourceFormatsAreRefused();
     void nullArgumentsAreRefused();
 
 private:
@@ -377,26 +375,6 @@ void TestConvert::onlyTheFourTargetsAreMade()
     _ZorImage other = {};
     _ZorImage* result = &other;
     QVERIFY(ZimConvert(&source, static_cast<unsigned long>(target), &result) != 0);
-    QVERIFY(result == nullptr);
-}
-
-void TestConvert::otherSourceFormatsAreRefused_data()
-{
-    QTest::addColumn<quint32>("code");
-    QTest::newRow("BayerRG8") << 0x0308010EU;
-    QTest::newRow("BayerGR12Packed") << 0x030C1322U;
-    QTest::newRow("TrueSense_BGGR_WBBW_0_8") << 0x04080131U;
-    QTest::newRow("RGB8") << 0x02180171U;
-    QTest::newRow("YUV422_8") << 0x05100181U;
-}
-
-void TestConvert::otherSourceFormatsAreRefused()
-{
-    QFETCH(quint32, code);
-    std::vector<std::uint8_t> bytes(64);
-    const _ZorImage source = recordFor(code, 2, 2, 32, 64, bytes.data());
-    _ZorImage* result = nullptr;
-    QVERIFY(ZimConvert(&source, Mono8, &result) != 0);
     QVERIFY(result == nullptr);
 }
 

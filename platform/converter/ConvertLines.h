@@ -1,0 +1,11 @@
+#pragma once
+
+#include "image/ZorImage.h"
+
+namespace zor::platform {
+
+/// Fills the pixels of `result`, one of the four mono formats and of the source's size, line by line: for the
+/// families whose luma asks for no neighbours, mono, RGB and YUV. May throw what OpenCV throws.
+void convertLines(const _ZorImage& source, const _ZorImage& result);
+
+} // namespace zor::platform

@@ -1,0 +1,67 @@
+#include "platform/converter/PanchromaticLuma.h"
+
+#include "image/ZorPixelTypeTable.h"
+
+#include <algorithm>
+
+namespace zor::platform {
+
+namespace {
+
+/// Column parity of the panchromatic samples of the first line. The layout is told line by line, four tokens
+/// of one letter each a line; phase d enters it at column d & 1, line d >> 1.
+std::size_t firstPanchromatic(std::uint32_t pixelType)
+{
+    const ZorPixelTypeRow& row = *pixelTypeTableRow(pixelType);
+    constexpr std::size_t TokenLength = 2;
+    const std::size_t token = (row.phase >> 1) * 4 + (row.phase & 1);
+    return row.channelLayout[token * TokenLength] == 'W' ? 0 : 1;
+}
+
+std::uint16_t meanOf(unsigned a, unsigned b)
+{
+    return static_cast<std::uint16_t>((a + b + 1) / 2);
+}
+
+/// A pixel on the border.
+std::uint16_t borderMean(const Mosaic& mosaic, std::size_t x, std::size_t y)
+{
+    const std::uint16_t* line = mosaic.line(y);
+    const bool left = x > 0;
+    const bool right = x + 1 < mosaic.width;
+    const bool above = y > 0;
+    const bool below = y + 1 < mosaic.height;
+    if (left && right)
+        return meanOf(line[x - 1], line[x + 1]);
+    if (above && below)
+        return meanOf(mosaic.line(y - 1)[x], mosaic.line(y + 1)[x]);
+    const bool horizontal = left || right;
+    const bool vertical = above || below;
+    const std::uint16_t beside = horizontal ? line[left ? x - 1 : x + 1] : line[x];
+    const std::uint16_t across = vertical ? mosaic.line(above ? y - 1 : y + 1)[x] : line[x];
+    return horizontal && vertical ? meanOf(beside, across) : horizontal ? beside : across;
+}
+
+} // namespace
+
+void panchromaticLuma(std::uint32_t pixelType, const Mosaic& mosaic, const Luma& luma)
+{
+    const std::size_t first = firstPanchromatic(pixelType);
+    for (std::size_t y = 0; y < mosaic.height; ++y) {
+        const std::uint16_t* line = mosaic.line(y);
+        std::uint16_t* destination = luma.line(y);
+        std::copy_n(line, mosaic.width, destination);
+        const bool inner = y > 0 && y + 1 < mosaic.height;
+        for (std::size_t x = (first + y + 1) % 2; x < mosaic.width; x += 2) {
+            if (!inner || x == 0 || x + 1 == mosaic.width) {
+                destination[x] = borderMean(mosaic, x, y);
+            } else {
+                const unsigned sum =
+                    line[x - 1] + line[x + 1] + mosaic.line(y - 1)[x] + mosaic.line(y + 1)[x];
+                destination[x] = static_cast<std::uint16_t>((sum + 2) / 4);
+            }
+        }
+    }
+}
+
+} // namespace zor::platform

@@ -1,0 +1,98 @@
+#include "platform/EncodedImage.h"
+
+#include "image/ZorImageApi.h"
+#include "image/ZorImageConverter.h"
+
+#include <cmath>
+#include <cstring>
+
+EncodedImage::EncodedImage(const reference::PixelFormat& format, std::uint32_t width, std::uint32_t height,
+                           const Scene& scene, std::uint32_t padding)
+    : m_format(format)
+    , m_pitch(format.lineBytes(width) + padding)
+    , m_bytes(std::size_t{height - 1} * m_pitch + format.lineBytes(width))
+{
+    std::memset(m_bytes.data(), 0xFF, m_bytes.size());
+    m_record.recordSize = 96;
+    m_record.recordVersion = 0x20000;
+    m_record.pixelType = format.code;
+    m_record.depth = format.heldBits;
+    m_record.packing = format.code & 0xFF00;
+    m_record.channels = 1;
+    m_record.pixelBits = format.pixelBits;
+    m_record.width = width;
+    m_record.height = height;
+    m_record.pitch = m_pitch;
+    m_record.imageSize = std::uint32_t(m_bytes.size());
+    m_record.data = m_bytes.data();
+    for (std::uint32_t y = 0; y < height; ++y) {
+        for (std::uint32_t x = 0; x < width; ++x) {
+            for (std::uint32_t i = 0; i < format.samplesPerPixel; ++i)
+                put(x, y, i, scene(format.component(x, y, i), x, y));
+        }
+    }
+}
+
+std::uint32_t EncodedImage::sample(std::uint32_t x, std::uint32_t y, std::uint32_t index) const
+{
+    return m_format.value(m_bytes.data() + std::size_t{y} * m_pitch, x, index);
+}
+
+void EncodedImage::put(std::uint32_t x, std::uint32_t y, std::uint32_t index, std::uint32_t value)
+{
+    std::uint8_t* line = m_bytes.data() + std::size_t{y} * m_pitch;
+    for (std::uint32_t bit = 0; bit < m_format.storedBits; ++bit) {
+        const std::uint64_t place = m_format.bitPlace(x, index, bit);
+        const auto mask = std::uint8_t(1 << place % 8);
+        line[place / 8] = std::uint8_t((line[place / 8] & ~mask) | (value >> bit & 1 ? mask : 0));
+    }
+}
+
+Converted::Converted(const _ZorImage& source, std::uint32_t target)
+{
+    // What stands in the slot before must not matter.
+    _ZorImage other = {};
+    m_record = &other;
+    m_status = ZimConvert(&source, target, &m_record);
+}
+
+Converted::~Converted()
+{
+    ZorReleaseImage(&m_record);
+}
+
+std::uint32_t Converted::sample(std::uint32_t x, std::uint32_t y) const
+{
+    const std::uint8_t* line = m_record->data + std::size_t{y} * m_record->pitch;
+    return m_record->pixelBits == 8 ? line[x] : line[2 * x] + 256U * line[2 * x + 1];
+}
+
+QString differences(const EncodedImage& image, const MonoTarget& target,
+                    const std::function<double(std::uint32_t x, std::uint32_t y)>& expected, double tolerance,
+                    std::uint32_t border)
+{
+    const _ZorImage& source = image.record();
+    const Converted result(source, target.code);
+    const QString what = QString("%1 to %2, %3 x %4, pitch %5")
+                             .arg(QString::fromStdString(image.format().name), target.name)
+                             .arg(source.width)
+                             .arg(source.height)
+                             .arg(source.pitch);
+    if (!result.isDone())
+        return what + ": not converted";
+    for (std::uint32_t y = border; y + border < source.height; ++y) {
+        for (std::uint32_t x = border; x + border < source.width; ++x) {
+            const double wanted = expected(x, y);
+            const std::uint32_t actual = result.sample(x, y);
+            if (!(std::abs(actual - wanted) <= tolerance))
+                return what + QString(", column %1 row %2: source sample %3, expected %4 within %5, got %6")
+                                  .arg(x)
+                                  .arg(y)
+                                  .arg(image.sample(x, y))
+                                  .arg(wanted)
+                                  .arg(tolerance)
+                                  .arg(actual);
+        }
+    }
+    return {};
+}

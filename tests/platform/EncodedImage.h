@@ -1,0 +1,77 @@
+#pragma once
+
+#include "image/ZorImage.h"
+#include "platform/GuardedBytes.h"
+#include "reference/PixelFormats.h"
+
+#include <QString>
+
+#include <functional>
+
+/// One of the four formats that the converter makes.
+struct MonoTarget
+{
+    const char* name;
+    std::uint32_t code;
+    std::uint32_t bits;
+};
+constexpr MonoTarget MonoTargets[] = {{"Mono8", 0x01080101, 8},
+                                      {"Mono10", 0x01100202, 10},
+                                      {"Mono12", 0x01100306, 12},
+                                      {"Mono16", 0x0110050B, 16}};
+
+/// An image in any format whose pixels end right behind the last line's last sample and at the end of their
+/// memory. What belongs to no sample is all ones.
+class EncodedImage
+{
+public:
+    /// The sample of a component (R, G, B, A, Y, U, V, W) at a place.
+    using Scene = std::function<std::uint32_t(char component, std::uint32_t x, std::uint32_t y)>;
+
+    EncodedImage(const reference::PixelFormat& format, std::uint32_t width, std::uint32_t height,
+                 const Scene& scene, std::uint32_t padding = 0);
+
+    const _ZorImage& record() const { return m_record; }
+    const reference::PixelFormat& format() const { return m_format; }
+    /// The sample as it was put in.
+    std::uint32_t sample(std::uint32_t x, std::uint32_t y, std::uint32_t index = 0) const;
+
+private:
+    void put(std::uint32_t x, std::uint32_t y, std::uint32_t index, std::uint32_t value);
+
+    const reference::PixelFormat& m_format;
+    std::uint32_t m_pitch;
+    GuardedBytes m_bytes;
+    _ZorImage m_record = {};
+};
+
+/// What the converter makes of an image.
+class Converted
+{
+public:
+    Converted(const _ZorImage& source, std::uint32_t target);
+    ~Converted();
+    Converted(const Converted&) = delete;
+    Converted& operator=(const Converted&) = delete;
+
+    bool isDone() const { return m_status == 0 && m_record; }
+    /// It failed and left the slot null.
+    bool isRefused() const { return m_status != 0 && !m_record; }
+    std::uint32_t sample(std::uint32_t x, std::uint32_t y) const;
+
+private:
+    int m_status;
+    _ZorImage* m_record;
+};
+
+/// The first pixel that is further from what is expected than `tolerance`, in words; empty when there is
+/// none. `border` pixels are left out on each side.
+QString differences(const EncodedImage& image, const MonoTarget& target,
+                    const std::function<double(std::uint32_t x, std::uint32_t y)>& expected, double tolerance,
+                    std::uint32_t border = 0);
+
+/// The Rec. 601 luma.
+inline double rec601(double red, double green, double blue)
+{
+    return 0.299 * red + 0.587 * green + 0.114 * blue;
+}

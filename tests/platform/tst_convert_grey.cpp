@@ -1,0 +1,201 @@
+#include "platform/EncodedImage.h"
+
+#include <QtTest>
+
+using reference::PixelFormat;
+
+/// What is grey before a colour filter, or in colours, is the same grey behind the converter, in every
+/// format.
+class TestConvertGrey : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aUniformGreyStaysExactAtAnySize_data() { everyFormat(); }
+    void aUniformGreyStaysExactAtAnySize();
+    void aUniformGreyStaysExactAcrossTiles_data() { everyMosaic(); }
+    void aUniformGreyStaysExactAcrossTiles();
+    void everyGreyOf16BitsStaysExact_data();
+    void everyGreyOf16BitsStaysExact();
+    void aGreyRiseStaysWithinTwoCodes_data() { everyMosaic(); }
+    void aGreyRiseStaysWithinTwoCodes();
+    void aGreyRiseInColoursIsExact_data();
+    void aGreyRiseInColoursIsExact();
+
+private:
+    static void everyFormat();
+    static void everyMosaic();
+};
+
+namespace {
+
+enum Family
+{
+    Mono = 1,
+    Rgb,
+    Bayer,
+    TrueSense,
+    Yuv
+};
+
+const PixelFormat& formatAt(int index)
+{
+    return reference::pixelFormats()[std::size_t(index)];
+}
+
+void addRows(const std::function<bool(const PixelFormat&)>& isWanted)
+{
+    QTest::addColumn<int>("format");
+    for (int i = 0; i < int(reference::pixelFormats().size()); ++i) {
+        if (isWanted(formatAt(i)))
+            QTest::newRow(formatAt(i).name.c_str()) << i;
+    }
+}
+
+/// Grey of one level; colour differences at their middle, alpha something else.
+EncodedImage::Scene uniform(const PixelFormat& format, std::uint32_t level)
+{
+    return [&format, level](char component, std::uint32_t, std::uint32_t) {
+        if (component == 'U' || component == 'V')
+            return 1U << (format.heldBits - 1);
+        return component == 'A' ? 0x55U : level;
+    };
+}
+
+} // namespace
+
+void TestConvertGrey::everyFormat()
+{
+    addRows([](const PixelFormat&) { return true; });
+}
+
+void TestConvertGrey::everyMosaic()
+{
+    addRows([](const PixelFormat& format) { return format.family == Bayer || format.family == TrueSense; });
+}
+
+void TestConvertGrey::aUniformGreyStaysExactAtAnySize()
+{
+    QFETCH(int, format);
+    const PixelFormat& source = formatAt(format);
+    const std::uint32_t fullScale = (1U << source.heldBits) - 1;
+    for (const std::uint32_t level : {0U, 1U, fullScale / 3, fullScale / 2, fullScale - 1, fullScale}) {
+        for (std::uint32_t size = 0; size < 36; ++size) {
+            const std::uint32_t width = size % 6 + 1;
+            const std::uint32_t height = size / 6 + 1;
+            const EncodedImage image(source, width, height, uniform(source, level), size % 3);
+            for (const MonoTarget& target : MonoTargets) {
+                const double expected = reference::depthChanged(level, source.heldBits, target.bits);
+                const QString wrong = differences(
+                    image, target, [expected](std::uint32_t, std::uint32_t) { return expected; }, 0);
+                QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+            }
+        }
+    }
+}
+
+void TestConvertGrey::aUniformGreyStaysExactAcrossTiles()
+{
+    QFETCH(int, format);
+    const PixelFormat& source = formatAt(format);
+    const std::uint32_t fullScale = (1U << source.heldBits) - 1;
+    const EncodedImage image(source, 1031, 67, uniform(source, fullScale), 3);
+    const double expected = reference::depthChanged(fullScale, source.heldBits, 16);
+    const QString wrong = differences(
+        image, MonoTargets[3], [expected](std::uint32_t, std::uint32_t) { return expected; }, 0);
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+}
+
+void TestConvertGrey::everyGreyOf16BitsStaysExact_data()
+{
+    addRows([](const PixelFormat& format) { return format.heldBits == 16 && format.family != Mono; });
+}
+
+/// Bayer: images of one level, one behind the other; RGB: all levels in one image.
+void TestConvertGrey::everyGreyOf16BitsStaysExact()
+{
+    QFETCH(int, format);
+    const PixelFormat& source = formatAt(format);
+    if (source.family == Rgb) {
+        const auto level = [](std::uint32_t x, std::uint32_t y) { return x + 1024 * y; };
+        const EncodedImage image(source, 1024, 64,
+                                 [level](char, std::uint32_t x, std::uint32_t y) { return level(x, y); });
+        const QString wrong = differences(image, MonoTargets[3], level, 0);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        return;
+    }
+    for (std::uint32_t level = 0; level <= 0xFFFF; level += level > 0xFF00 || level < 0x100 ? 1 : 61) {
+        const EncodedImage image(source, 5, 4, uniform(source, level));
+        const QString wrong = differences(
+            image, MonoTargets[3], [level](std::uint32_t, std::uint32_t) { return level; }, 0);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+    }
+}
+
+/// Across, down and both, from black to white; at the source's own depth, 14 bits as the upper ones of 16.
+/// The larger image has borders between tiles.
+void TestConvertGrey::aGreyRiseStaysWithinTwoCodes()
+{
+    QFETCH(int, format);
+    const PixelFormat& source = formatAt(format);
+    const std::uint32_t fullScale = (1U << source.heldBits) - 1;
+    const MonoTarget& target = source.heldBits == 14
+                                   ? MonoTargets[3]
+                                   : MonoTargets[source.heldBits / 2 - 4 - (source.heldBits == 16)];
+    const double code = double((1U << target.bits) - 1) / fullScale;
+    struct
+    {
+        std::uint32_t width;
+        std::uint32_t height;
+        std::uint32_t across;
+        std::uint32_t down;
+    } const rises[] = {{40, 30, 1, 0}, {31, 40, 0, 1}, {33, 29, 1, 1}, {1040, 70, 1, 2}};
+    for (const auto& rise : rises) {
+        const std::uint32_t end = rise.across * (rise.width - 1) + rise.down * (rise.height - 1);
+        const auto level = [&](std::uint32_t x, std::uint32_t y) {
+            return std::uint32_t(std::uint64_t{fullScale} * (rise.across * x + rise.down * y) / end);
+        };
+        const EncodedImage image(
+            source, rise.width, rise.height,
+            [&](char, std::uint32_t x, std::uint32_t y) { return level(x, y); }, 1);
+        const QString wrong = differences(
+            image, target,
+            [&](std::uint32_t x, std::uint32_t y) {
+                return reference::depthChanged(level(x, y), source.heldBits, target.bits);
+            },
+            2 * code, 3);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+    }
+}
+
+void TestConvertGrey::aGreyRiseInColoursIsExact_data()
+{
+    addRows([](const PixelFormat& format) { return format.family == Rgb || format.family == Yuv; });
+}
+
+void TestConvertGrey::aGreyRiseInColoursIsExact()
+{
+    QFETCH(int, format);
+    const PixelFormat& source = formatAt(format);
+    const std::uint32_t levels = 1U << source.heldBits;
+    for (const std::uint32_t width : {1U, 2U, 3U, 63U, 256U, 2047U, 2049U, 4100U}) {
+        const auto level = [&](std::uint32_t x, std::uint32_t y) { return (x * 17 + y * 4099) % levels; };
+        const auto scene = [&](char component, std::uint32_t x, std::uint32_t y) {
+            return component == 'U' || component == 'V' || component == 'A' ? (x * 7 + y) % levels
+                                                                            : level(x, y);
+        };
+        const EncodedImage image(source, width, 3, scene, width % 4);
+        for (const MonoTarget& target : MonoTargets) {
+            const QString wrong = differences(
+                image, target,
+                [&](std::uint32_t x, std::uint32_t y) {
+                    return reference::depthChanged(level(x, y), source.heldBits, target.bits);
+                },
+                0);
+            QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+        }
+    }
+}
+
+QTEST_APPLESS_MAIN(TestConvertGrey)
+#include "tst_convert_grey.moc"
