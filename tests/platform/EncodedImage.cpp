@@ -33,11 +33,6 @@ EncodedImage::EncodedImage(const reference::PixelFormat& format, std::uint32_t w
     }
 }
 
-std::uint32_t EncodedImage::sample(std::uint32_t x, std::uint32_t y, std::uint32_t index) const
-{
-    return m_format.value(m_bytes.data() + std::size_t{y} * m_pitch, x, index);
-}
-
 void EncodedImage::put(std::uint32_t x, std::uint32_t y, std::uint32_t index, std::uint32_t value)
 {
     std::uint8_t* line = m_bytes.data() + std::size_t{y} * m_pitch;
@@ -67,14 +62,13 @@ std::uint32_t Converted::sample(std::uint32_t x, std::uint32_t y) const
     return m_record->pixelBits == 8 ? line[x] : line[2 * x] + 256U * line[2 * x + 1];
 }
 
-QString differences(const EncodedImage& image, const MonoTarget& target,
+QString differences(const reference::PixelFormat& format, const _ZorImage& source, const MonoTarget& target,
                     const std::function<double(std::uint32_t x, std::uint32_t y)>& expected, double tolerance,
                     std::uint32_t border)
 {
-    const _ZorImage& source = image.record();
     const Converted result(source, target.code);
     const QString what = QString("%1 to %2, %3 x %4, pitch %5")
-                             .arg(QString::fromStdString(image.format().name), target.name)
+                             .arg(QString::fromStdString(format.name), target.name)
                              .arg(source.width)
                              .arg(source.height)
                              .arg(source.pitch);
@@ -88,7 +82,7 @@ QString differences(const EncodedImage& image, const MonoTarget& target,
                 return what + QString(", column %1 row %2: source sample %3, expected %4 within %5, got %6")
                                   .arg(x)
                                   .arg(y)
-                                  .arg(image.sample(x, y))
+                                  .arg(format.value(source.data + std::size_t{y} * source.pitch, x))
                                   .arg(wanted)
                                   .arg(tolerance)
                                   .arg(actual);

@@ -33,8 +33,6 @@ public:
 
     const _ZorImage& record() const { return m_record; }
     const reference::PixelFormat& format() const { return m_format; }
-    /// The sample as it was put in.
-    std::uint32_t sample(std::uint32_t x, std::uint32_t y, std::uint32_t index = 0) const;
 
 private:
     void put(std::uint32_t x, std::uint32_t y, std::uint32_t index, std::uint32_t value);
@@ -64,14 +62,15 @@ private:
     _ZorImage* m_record;
 };
 
-/// The first pixel that is further from what is expected than `tolerance`, in words; empty when there is
-/// none. `border` pixels are left out on each side.
-QString differences(const EncodedImage& image, const MonoTarget& target,
+/// The first pixel of a converted record in this format that is further from what is expected than
+/// `tolerance`, in words; empty when there is none. `border` pixels are left out on each side.
+QString differences(const reference::PixelFormat& format, const _ZorImage& source, const MonoTarget& target,
                     const std::function<double(std::uint32_t x, std::uint32_t y)>& expected, double tolerance,
                     std::uint32_t border = 0);
 
-/// The Rec. 601 luma.
-inline double rec601(double red, double green, double blue)
+inline QString differences(const EncodedImage& image, const MonoTarget& target,
+                           const std::function<double(std::uint32_t x, std::uint32_t y)>& expected,
+                           double tolerance, std::uint32_t border = 0)
 {
-    return 0.299 * red + 0.587 * green + 0.114 * blue;
+    return differences(image.format(), image.record(), target, expected, tolerance, border);
 }
