@@ -2,56 +2,18 @@
 
 #include "host/frames/Fail.h"
 #include "host/frames/FileBytes.h"
+#include "host/frames/FormatName.h"
 #include "host/frames/FrameSize.h"
 #include "host/frames/PackedOrder.h"
 #include "host/frames/RawRange.h"
 #include "image/LineBytes.h"
-#include "image/ZorPixelTypeTable.h"
-
-#include <algorithm>
-#include <cctype>
-#include <iterator>
 
 namespace zor {
-
-namespace {
-
-bool equalButForCase(const std::string& left, const std::string& right)
-{
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); });
-}
-
-[[noreturn]] void failUnknownFormat(const std::string& path, const std::string& name)
-{
-    std::string monoNames;
-    for (const ZorPixelTypeRow& row : ZorPixelTypeTable) {
-        if (equalButForCase(row.name, name))
-            failFrame(path, "there is no pixel format '" + name + "'; did you mean '" + row.name + "'?");
-        if (pixelTypeFamily(row.code) == PixelFamily::Mono)
-            monoNames += (monoNames.empty() ? "" : ", ") + std::string(row.name);
-    }
-    failFrame(path,
-              "there is no pixel format '" + name + "'; the grey ones are " + monoNames +
-                  ", the others are named as the camera's PixelFormat feature shows them (BayerRG12p, RGB8)");
-}
-
-std::uint32_t formatCode(const std::string& path, const std::string& name)
-{
-    const auto row =
-        std::find_if(std::begin(ZorPixelTypeTable), std::end(ZorPixelTypeTable),
-                     [&name](const ZorPixelTypeRow& candidate) { return candidate.name == name; });
-    if (row == std::end(ZorPixelTypeTable))
-        failUnknownFormat(path, name);
-    return row->code;
-}
-
-} // namespace
 
 Frame readRaw(const std::string& path, const FrameOptions::RawLayout& layout)
 {
     Frame frame;
-    frame.pixelType = formatCode(path, layout.format);
+    frame.pixelType = formatByName(path, layout.format).code;
     frame.width = layout.width;
     frame.height = layout.height;
     frame.depthSource = "format " + layout.format;

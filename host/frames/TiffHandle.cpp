@@ -4,9 +4,11 @@
 #include <cstdarg>
 #include <cstdio>
 
+#include <unistd.h>
+
 namespace zor {
 
-TiffHandle::TiffHandle(const std::string& path)
+template <typename Open> void TiffHandle::openWith(Open open)
 {
     // A block of the file that asks for more than this is broken or hostile.
     constexpr tmsize_t MaxBlockBytes = tmsize_t{1} << 30;
@@ -16,8 +18,21 @@ TiffHandle::TiffHandle(const std::string& path)
     TIFFOpenOptionsSetMaxSingleMemAlloc(options, MaxBlockBytes);
     TIFFOpenOptionsSetErrorHandlerExtR(options, onError, this);
     TIFFOpenOptionsSetWarningHandlerExtR(options, onWarning, this);
-    m_tiff = TIFFOpenExt(path.c_str(), "r", options);
+    m_tiff = open(options);
     TIFFOpenOptionsFree(options);
+}
+
+TiffHandle::TiffHandle(const std::string& path)
+{
+    openWith([&path](TIFFOpenOptions* options) { return TIFFOpenExt(path.c_str(), "r", options); });
+}
+
+TiffHandle::TiffHandle(int descriptor)
+{
+    const int copy = ::dup(descriptor);
+    openWith([copy](TIFFOpenOptions* options) { return TIFFFdOpenExt(copy, "new", "wl", options); });
+    if (!m_tiff && copy >= 0)
+        ::close(copy);
 }
 
 TiffHandle::~TiffHandle()

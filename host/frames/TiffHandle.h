@@ -11,6 +11,8 @@ class TiffHandle
 public:
     /// `get` is null when the file cannot be opened as TIFF.
     explicit TiffHandle(const std::string& path);
+    /// For a new file, little-endian, behind a copy of the descriptor.
+    explicit TiffHandle(int descriptor);
     ~TiffHandle();
     TiffHandle(const TiffHandle&) = delete;
     TiffHandle& operator=(const TiffHandle&) = delete;
@@ -24,6 +26,9 @@ public:
     std::uint32_t tag32(std::uint32_t tag, std::uint32_t otherwise) const;
 
 private:
+    /// What both ways of opening share: `open` gets the options and gives the file.
+    template <typename Open> void openWith(Open open);
+
     static int onError(TIFF*, void* self, const char* module, const char* format, va_list arguments);
     static int onWarning(TIFF*, void* self, const char* module, const char* format, va_list arguments);
 

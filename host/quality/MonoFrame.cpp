@@ -41,9 +41,13 @@ void MonoFrame::Release::operator()(_ZorImage* record) const
 }
 
 MonoFrame::MonoFrame(const _ZorImage& source)
+    : MonoFrame(source, monoTargetForDepth(source.depth))
+{
+}
+
+MonoFrame::MonoFrame(const _ZorImage& source, std::uint32_t target)
 {
     _ZorImage* converted = nullptr;
-    const std::uint32_t target = monoTargetForDepth(source.depth);
     if (ZimConvert(&source, target, &converted) != 0 || converted == nullptr)
         throw std::runtime_error(conversionProblem(source, target));
     m_record.reset(converted);

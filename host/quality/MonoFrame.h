@@ -13,9 +13,12 @@ namespace zor {
 class MonoFrame
 {
 public:
-    /// Throws std::runtime_error when the converter refuses the record or the image is too large for the
-    /// engine's signed 32-bit sizes.
+    /// In the mono format that belongs to the record's depth. Throws std::runtime_error when the converter
+    /// refuses the record or the image is too large for the engine's signed 32-bit sizes.
     explicit MonoFrame(const _ZorImage& source);
+
+    /// The same in another mono format: Mono8, Mono10, Mono12 or Mono16.
+    MonoFrame(const _ZorImage& source, std::uint32_t target);
 
     /// The pixels, valid while this object lives.
     ConstImageView view() const;
@@ -24,6 +27,8 @@ public:
     std::size_t bytes() const { return m_record->imageSize; }
 
     std::uint32_t pixelType() const { return m_record->pixelType; }
+
+    const _ZorImage& record() const { return *m_record; }
 
 private:
     struct Release

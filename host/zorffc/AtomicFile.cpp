@@ -153,13 +153,18 @@ void refuseSameFile(const std::string& input, const std::string& output)
         throw CommandError(output + ": is the file that is read; give the output another name");
 }
 
-void requireEnding(const std::string& output, const std::string& ending)
+std::string requireEnding(const std::string& output, const std::vector<std::string>& endings,
+                          const std::string& option)
 {
-    const bool ends = output.size() > ending.size() &&
-                      ::strcasecmp(output.c_str() + output.size() - ending.size(), ending.c_str()) == 0;
-    if (!ends)
-        throw CommandError(
-            output + ": the name does not tell the file's kind; give --output a name that ends in " + ending);
+    std::string list;
+    for (const std::string& ending : endings) {
+        if (output.size() > ending.size() &&
+            ::strcasecmp(output.c_str() + output.size() - ending.size(), ending.c_str()) == 0)
+            return ending;
+        list += (list.empty() ? "" : &ending == &endings.back() ? " or " : ", ") + ending;
+    }
+    throw CommandError(output + ": the name does not tell the file's kind; give " + option +
+                       " a name that ends in " + list);
 }
 
 } // namespace zor

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <sys/types.h>
 
@@ -45,7 +46,9 @@ private:
 /// Refuses an output that is the very file which the command reads.
 void refuseSameFile(const std::string& input, const std::string& output);
 
-/// Refuses an output whose name does not end as its kind does: ".png", in small or capital letters.
-void requireEnding(const std::string& output, const std::string& ending);
+/// The one of the endings (".png", ".tif") that the output's name has, in small or capital letters. Throws
+/// CommandError when it has none of them; the text names the `option` by which the output is given.
+std::string requireEnding(const std::string& output, const std::vector<std::string>& endings,
+                          const std::string& option = "--output");
 
 } // namespace zor

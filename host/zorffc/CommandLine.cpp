@@ -33,7 +33,7 @@ int parse(CLI::App& app, int argc, char** argv)
     try {
         app.parse(argc, argv);
         if (app.get_subcommands().empty())
-            return reportError("no command; name one: compute, report, formats or simulate; see zorffc --help");
+            return reportError("no command; name one: compute, report, convert, formats or simulate; see zorffc --help");
     } catch (const CLI::Success& success) {
         // Help and version: the parser prints what was asked for.
         app.exit(success);
@@ -54,6 +54,7 @@ int runCommandLine(int argc, char** argv)
         app.require_subcommand(0, 1);
         addComputeCommand(app);
         addReportCommand(app);
+        addConvertCommand(app);
         addFormatsCommand(app);
         addSimulateCommand(app);
         return parse(app, argc, argv);

@@ -13,6 +13,9 @@ void addComputeCommand(CLI::App& app);
 /// `report`: a picture of a frame before and after the correction.
 void addReportCommand(CLI::App& app);
 
+/// `convert`: a frame as a grey picture file.
+void addConvertCommand(CLI::App& app);
+
 /// `formats`: the table of the pixel formats.
 void addFormatsCommand(CLI::App& app);
 

@@ -2,18 +2,16 @@
 
 #include "host/zorffc/CommandError.h"
 #include "host/zorffc/Options.h"
+#include "image/MonoTarget.h"
 
 #include <limits>
 
 namespace zor {
 
-void addFrameArguments(CLI::App& command, FrameArguments& arguments)
+CLI::Option* addDumpArguments(CLI::App& command, FrameArguments& arguments)
 {
     command.add_option("FRAME", arguments.path, "PGM, PNG or TIFF file in grey, or a raw dump with --format")
         ->required();
-    CLI::Option* depth = addChoice(command, "--depth", arguments.depth, {8, 10, 12, 16},
-                                   "Significant bits of a sample, in place of what the file says");
-
     CLI::Option* format = command
                               .add_option("--format", arguments.format,
                                           "FRAME is a raw dump in this pixel format, like Mono12p")
@@ -21,18 +19,20 @@ void addFrameArguments(CLI::App& command, FrameArguments& arguments)
     CLI::Option* size = addSize(command, "--size", arguments.size, "Size of the raw dump in pixels");
     CLI::Option* pitch = addWhole(command, "--pitch", arguments.pitch,
                                   "Bytes from line to line of the raw dump (default: tight lines)");
-    CLI::Option* order =
-        command
-            .add_option(
-                "--packed-order", arguments.packedOrder,
-                "Where a Packed format has the even pixel's low bits: low nibble (wire, the default) or high "
-                "nibble (record)")
-            ->check(CLI::IsMember({"wire", "record"}))
-            ->type_name("ORDER");
-    format->needs(size)->excludes(depth);
+    CLI::Option* order = addPackedOrder(command, arguments.packedOrder, "Where a Packed format has");
+    format->needs(size);
     size->needs(format);
     pitch->needs(format);
     order->needs(format);
+    return format;
+}
+
+void addFrameArguments(CLI::App& command, FrameArguments& arguments)
+{
+    CLI::Option* format = addDumpArguments(command, arguments);
+    addChoice(command, "--depth", arguments.depth, {8, 10, 12, 16},
+              "Significant bits of a sample, in place of what the file says")
+        ->excludes(format);
 }
 
 Frame readFrame(const FrameArguments& arguments)
@@ -60,10 +60,12 @@ Frame readFrame(const FrameArguments& arguments)
     return readFrame(arguments.path, options);
 }
 
-MonoFrame convertFrame(const FrameArguments& arguments, const Frame& frame)
+MonoFrame convertFrame(const FrameArguments& arguments, const Frame& frame,
+                       std::optional<std::uint32_t> depth)
 {
     try {
-        return MonoFrame(frame.record());
+        const _ZorImage record = frame.record();
+        return {record, monoTargetForDepth(depth.value_or(record.depth))};
     } catch (const std::runtime_error& error) {
         throw CommandError(arguments.path + ": " + error.what());
     }

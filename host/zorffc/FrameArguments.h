@@ -23,13 +23,19 @@ struct FrameArguments
     std::string packedOrder = "wire";
 };
 
-/// Adds FRAME and its options to a command. `arguments` must outlive the parsing.
+/// Adds FRAME and the options of a raw dump to a command, and gives `--format`. `arguments` must outlive the
+/// parsing.
+CLI::Option* addDumpArguments(CLI::App& command, FrameArguments& arguments);
+
+/// The same and `--depth`, which overrides the depth that a file with a header tells.
 void addFrameArguments(CLI::App& command, FrameArguments& arguments);
 
 /// Reads the frame. Throws FrameError or CommandError.
 Frame readFrame(const FrameArguments& arguments);
 
-/// The frame that was read, in the form that gains are computed on. Throws CommandError that names the file.
-MonoFrame convertFrame(const FrameArguments& arguments, const Frame& frame);
+/// The frame that was read, in the form that gains are computed on: of the depth that is asked for, or of
+/// that which belongs to the frame's own. Throws CommandError that names the file.
+MonoFrame convertFrame(const FrameArguments& arguments, const Frame& frame,
+                       std::optional<std::uint32_t> depth = {});
 
 } // namespace zor

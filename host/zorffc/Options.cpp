@@ -88,6 +88,16 @@ CLI::Option* addSize(CLI::App& app, const std::string& name, FrameSize& target, 
     return app.add_option_function<std::string>(name, store, help)->type_name("WxH");
 }
 
+CLI::Option* addPackedOrder(CLI::App& app, std::string& target, const std::string& help)
+{
+    return app
+        .add_option("--packed-order", target,
+                    help +
+                        " the even pixel's low bits: low nibble (wire, the default) or high nibble (record)")
+        ->check(CLI::IsMember({"wire", "record"}))
+        ->type_name("ORDER");
+}
+
 CLI::Option* addPrecision(CLI::App& app, std::uint32_t& target)
 {
     return addChoice(app, "--precision", target, {8, 12}, "Fraction bits of the file's values (default 8)");

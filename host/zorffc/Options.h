@@ -28,6 +28,10 @@ CLI::Option* addChoice(CLI::App& app, const std::string& name, std::uint32_t& ta
 
 CLI::Option* addSize(CLI::App& app, const std::string& name, FrameSize& target, const std::string& help);
 
+/// `--packed-order wire|record`: where a `Packed` format has the even pixel's low bits. `help` is what comes
+/// before the two words' meaning.
+CLI::Option* addPackedOrder(CLI::App& app, std::string& target, const std::string& help);
+
 /// `--precision 8|12`: fraction bits of a coefficient file.
 CLI::Option* addPrecision(CLI::App& app, std::uint32_t& target);
 

@@ -121,7 +121,7 @@ void report(const ReportArguments& arguments)
 {
     refuseSameFile(arguments.frame.path, arguments.output);
     refuseSameFile(arguments.ffc, arguments.output);
-    requireEnding(arguments.output, ".png");
+    requireEnding(arguments.output, {".png"});
     AtomicFile output(arguments.output);
 
     const FfcFile ffc = readFfcFile(arguments.ffc);

@@ -45,7 +45,7 @@ void simulate(const SimulateArguments& arguments)
     model.height = arguments.size.height;
     model.seed = arguments.seed.value_or(model.seed);
     model.shotNoise = !arguments.noShotNoise;
-    requireEnding(arguments.output, ".pgm");
+    requireEnding(arguments.output, {".pgm"});
     if (model.blackLevel >= model.saturation())
         throw CommandError("--black-level: " + fixedText(model.blackLevel, 0) + " leaves no room below " +
                            fixedText(model.saturation(), 0) + "; give a lower one or a larger --depth");

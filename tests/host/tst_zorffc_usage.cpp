@@ -45,7 +45,7 @@ void tst_zorffc_usage::wrongUseEndsWith2AndOneLine_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("names");
-    QTest::newRow("nothing") << QStringList{} << "no command; name one: compute, report, formats or simulate";
+    QTest::newRow("nothing") << QStringList{} << "no command; name one: compute, report, convert, formats or simulate";
     QTest::newRow("an unknown command") << QStringList{"compile"} << "compile";
     QTest::newRow("an unknown option") << QStringList{"--fast"} << "--fast";
     QTest::newRow("an empty word") << QStringList{""} << "not expected";

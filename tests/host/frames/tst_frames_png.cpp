@@ -1,5 +1,5 @@
 #include "host/frames/FrameFiles.h"
-#include "host/frames/PngWriter.h"
+#include "host/frames/MakePng.h"
 
 #include <QtTest>
 

@@ -1,5 +1,5 @@
 #include "host/frames/FrameFiles.h"
-#include "host/frames/TiffWriter.h"
+#include "host/frames/MakeTiff.h"
 
 #include <QtTest>
 

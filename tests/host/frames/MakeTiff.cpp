@@ -1,4 +1,4 @@
-#include "host/frames/TiffWriter.h"
+#include "host/frames/MakeTiff.h"
 
 #include <QFile>
 #include <QTemporaryDir>

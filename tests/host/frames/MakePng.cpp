@@ -1,4 +1,4 @@
-#include "host/frames/PngWriter.h"
+#include "host/frames/MakePng.h"
 
 #include <png.h>
 

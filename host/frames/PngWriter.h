@@ -1,0 +1,15 @@
+#pragma once
+
+#include "image/ZorImage.h"
+
+#include <string>
+
+namespace zor {
+
+/// The bytes of a grey PNG file of 8 or 16 bits with the picture's samples as they stand. Above 8 bits an
+/// sBIT entry tells the depth, so that whoever knows it gets samples and depth back; programs that do not see
+/// 10 and 12 bits dark. `picture` is a record in one of the four plain mono formats that the converter makes.
+/// Throws std::runtime_error when libpng refuses.
+std::string pngBytes(const _ZorImage& picture);
+
+} // namespace zor

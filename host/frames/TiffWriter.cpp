@@ -1,0 +1,81 @@
+#include "host/frames/TiffWriter.h"
+
+#include "host/frames/TiffHandle.h"
+#include "image/PixelTypeCode.h"
+
+#include <stdexcept>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace zor {
+
+namespace {
+
+/// A file without a name in any folder, gone with this object.
+class MemoryFile
+{
+public:
+    MemoryFile()
+        : m_descriptor(::memfd_create("tiff", MFD_CLOEXEC))
+    {
+    }
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+    ~MemoryFile() { ::close(m_descriptor); }
+
+    int descriptor() const { return m_descriptor; }
+
+    /// All that stands in it; less when reading fails.
+    std::string bytes() const
+    {
+        const off_t size = ::lseek(m_descriptor, 0, SEEK_END);
+        std::string bytes(size < 0 ? 0 : static_cast<std::size_t>(size), '\0');
+        std::size_t done = 0;
+        while (done < bytes.size()) {
+            const ssize_t count =
+                ::pread(m_descriptor, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
+            if (count <= 0)
+                break;
+            done += static_cast<std::size_t>(count);
+        }
+        bytes.resize(done);
+        return bytes;
+    }
+
+private:
+    int m_descriptor;
+};
+
+bool writePicture(TIFF* tiff, const _ZorImage& picture)
+{
+    const std::uint32_t depth = pixelTypeSampleBits(picture.pixelType);
+    TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, picture.width);
+    TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, picture.height);
+    TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, depth > 8 ? 16 : 8);
+    TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 1);
+    TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
+    TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
+    TIFFSetField(tiff, TIFFTAG_COMPRESSION, COMPRESSION_NONE);
+    TIFFSetField(tiff, TIFFTAG_MAXSAMPLEVALUE, (1 << depth) - 1);
+    TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, TIFFDefaultStripSize(tiff, 0));
+    for (std::uint32_t y = 0; y < picture.height; ++y) {
+        if (TIFFWriteScanline(tiff, picture.data + std::size_t{y} * picture.pitch, y, 0) != 1)
+            return false;
+    }
+    return TIFFFlush(tiff) == 1;
+}
+
+} // namespace
+
+std::string tiffBytes(const _ZorImage& picture)
+{
+    const MemoryFile file;
+    const TiffHandle tiff(file.descriptor());
+    if (!tiff.get() || !writePicture(tiff.get(), picture))
+        throw std::runtime_error("the picture cannot be made into a TIFF file (" + tiff.error() +
+                                 "); choose another kind of file");
+    return file.bytes();
+}
+
+} // namespace zor
