@@ -1,0 +1,28 @@
+#include "image/ZimPixelIterator.h"
+
+#include "image/PackedClass.h"
+
+ZimPixelIterator::ZimPixelIterator(const _ZorImage* image, std::uint32_t x, std::uint32_t y)
+    : bitAddressed(isBitAddressed(image->packing))
+{
+    if (bitAddressed) {
+        const std::uint32_t step = image->pixelBits;
+        const std::uint32_t offset = image->pitch * 8 * y + x * step;
+        const ZimPosition common{image, step, image->pitch * 8 - image->width * step};
+        position = new ZimBitPosition{common, offset, ahead(image->data, offset >> 3)};
+    } else {
+        const std::uint32_t step = image->pixelBits >> 3;
+        const ZimPosition common{image, step, image->pitch - image->width * step};
+        position = new ZimBytePosition{common, ahead(image->data, image->pitch * y + x * step)};
+    }
+}
+
+ZimPixelIterator::~ZimPixelIterator()
+{
+    position->image = nullptr;
+    if (bitAddressed)
+        delete &bits();
+    else
+        delete &bytes();
+    position = nullptr;
+}
