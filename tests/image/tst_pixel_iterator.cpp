@@ -1,7 +1,6 @@
 #include "image/BitsOfBytes.h"
+#include "image/TestRecords.h"
 #include "image/ZimPixelAccessIterator.h"
-#include "image/ZorFormatFromCode.h"
-#include "image/ZorPixelTypeTable.h"
 
 #include <QtTest>
 
@@ -17,24 +16,7 @@ constexpr std::uint32_t Mono12Packed = 0x010C1308;
 _ZorImage record(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
                  std::uint8_t* data)
 {
-    _ZorImage image{};
-    static_cast<ZorFormatBlock&>(image) = ZorFormatFromCode(code);
-    image.width = width;
-    image.height = height;
-    image.pitch = pitch;
-    image.imageSize = pitch * height;
-    image.data = data;
-    return image;
-}
-
-/// The format's code by its name.
-std::uint32_t codeOf(const char* name)
-{
-    for (const ZorPixelTypeRow& row : ZorPixelTypeTable) {
-        if (qstrcmp(row.name, name) == 0)
-            return row.code;
-    }
-    qFatal("no format %s", name);
+    return recordOf(code, width, height, pitch, data, std::size_t{pitch} * height);
 }
 
 class IteratorProbe : public ZimPixelIterator

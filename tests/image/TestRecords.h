@@ -1,0 +1,80 @@
+#pragma once
+
+#include "image/ZorFormatFromCode.h"
+#include "image/ZorImage.h"
+#include "image/ZorPixelTypeTable.h"
+
+#include <QVector>
+
+#include <cstring>
+#include <vector>
+
+/// The code of a format by its name; ends the program when there is none.
+inline std::uint32_t codeOf(const char* name)
+{
+    for (const ZorPixelTypeRow& row : ZorPixelTypeTable) {
+        if (qstrcmp(row.name, name) == 0)
+            return row.code;
+    }
+    qFatal("no format %s", name);
+}
+
+/// A record over somebody's pixels.
+inline _ZorImage recordOf(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
+                          std::uint8_t* data, std::size_t size)
+{
+    _ZorImage image{};
+    image.recordSize = ZorImageRecordSize;
+    image.recordVersion = ZorImageRecordVersion;
+    static_cast<ZorFormatBlock&>(image) = ZorFormatFromCode(code);
+    image.width = width;
+    image.height = height;
+    image.pitch = pitch;
+    image.imageSize = static_cast<std::uint32_t>(size);
+    image.data = data;
+    return image;
+}
+
+/// An image of one line in a plain format, from its samples.
+struct Line
+{
+    Line(const ZorFormatBlock& format, std::uint32_t width, const QVector<qint64>& samples, int sampleBytes)
+        : bytes(static_cast<std::size_t>(samples.size() * sampleBytes))
+    {
+        for (int i = 0; i < samples.size(); ++i)
+            std::memcpy(bytes.data() + i * sampleBytes, &samples[i], static_cast<std::size_t>(sampleBytes));
+        image = recordOf(0, width, 1, static_cast<std::uint32_t>(bytes.size()), bytes.data(), bytes.size());
+        static_cast<ZorFormatBlock&>(image) = format;
+    }
+    Line(const Line&) = delete;
+    Line& operator=(const Line&) = delete;
+
+    std::vector<std::uint8_t> bytes;
+    _ZorImage image;
+};
+
+/// The samples of an image's one line, with a sign where they have one.
+inline QVector<qint64> samplesOf(const _ZorImage& image, int count, int sampleBytes)
+{
+    QVector<qint64> samples;
+    for (int i = 0; i < count; ++i) {
+        quint64 bits = 0;
+        std::memcpy(&bits, image.data + i * sampleBytes, static_cast<std::size_t>(sampleBytes));
+        const quint64 range = quint64{1} << (8 * sampleBytes);
+        const bool isNegative = image.isSigned && bits >= range / 2;
+        samples.append(static_cast<qint64>(isNegative ? bits - range : bits));
+    }
+    return samples;
+}
+
+/// The format block of one plain sample, also where no format of the table has it.
+inline ZorFormatBlock plainFormat(std::uint32_t depth, bool isSigned, std::uint32_t bits)
+{
+    ZorFormatBlock format{};
+    format.depth = depth;
+    format.isSigned = isSigned ? 1 : 0;
+    format.packing = 0x0100;
+    format.channels = 1;
+    format.pixelBits = bits;
+    return format;
+}
