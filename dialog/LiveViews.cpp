@@ -4,14 +4,17 @@
 #include "dialog/Message.h"
 #include "display/DisplayAdapter.h"
 #include "display/DisplaySettings.h"
+#include "display/ParameterText.h"
 #include "engine/Allocation.h"
 #include "engine/pix/PixConvert.h"
+#include "image/HighLightProcessor.h"
 
 #include <QCheckBox>
 #include <QGuiApplication>
 
 #include <algorithm>
 #include <cstring>
+#include <string>
 
 namespace {
 
@@ -93,10 +96,20 @@ void CFFCUtility::highLightSlot()
     // A click can come in while a refresh runs a nested event loop on this thread.
     if (m_viewLock.heldByThisThread())
         return;
-    // Without a viewer there is nothing to take a processor from.
-    DisplaySettings* settings = m_adapterUp ? m_adapterUp->viewerSettings() : nullptr;
-    if (settings && !ui.chBHighlights->isChecked())
+    const auto viewerSettings = [this] { return m_adapterUp ? m_adapterUp->viewerSettings() : nullptr; };
+    if (ui.chBHighlights->isChecked()) {
+        // The one before is overwritten, not deleted: a processor is its viewer's. One that is made while
+        // there is no viewer is lost: deliberate, see docs/decisions.md.
+        m_highLight = new HighLightProcessor;
+        const ZorImgProcessor* processor = m_highLight;
+        const std::string address = textFromPointer(processor);
+        if (DisplaySettings* settings = viewerSettings())
+            settings->setText("processor", address.c_str());
+        if (DisplaySettings* settings = viewerSettings())
+            settings->run("processing.proc.add");
+    } else if (DisplaySettings* settings = viewerSettings()) {
         settings->run("processing.proc.del");
+    }
     ShowAll();
 }
 

@@ -1,3 +1,4 @@
+#include "image/HighLightProcessor.h"
 #include "support/Cursors.h"
 #include "support/DialogProbe.h"
 #include "support/ModalWatch.h"
@@ -8,6 +9,7 @@
 
 #include <atomic>
 #include <future>
+#include <memory>
 
 /// Which widget sets which slot going.
 class DialogConnections : public QObject
@@ -60,6 +62,8 @@ void DialogConnections::highlightBoxRefreshes()
     });
     held.get_future().wait();
     d.ui.chBHighlights->click();
+    // No viewer has taken it over.
+    const std::unique_ptr<HighLightProcessor> lost(d.m_highLight);
     QVERIFY(released);
 }
 

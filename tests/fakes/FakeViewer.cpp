@@ -130,6 +130,8 @@ std::int32_t FakeViewer::command(const char* name, ParameterMap* parameters)
 
 DisplaySettings* FakeViewer::settings()
 {
+    if (script().onSettings)
+        script().onSettings(widget);
     return script().hasSettings ? &fakeSettings() : nullptr;
 }
 

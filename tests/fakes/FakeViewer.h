@@ -39,6 +39,7 @@ struct ViewerScript
     std::function<void(QWidget*)> onConfigure{}; ///< called with what the viewer draws into
     std::int32_t pairResult = 1;
     bool hasSettings = true;
+    std::function<void(QWidget*)> onSettings{}; ///< called when the settings are asked for
     bool hasStage = true;
     std::int64_t stageValue = 0;
     _ZorImage* stageImage = nullptr;
