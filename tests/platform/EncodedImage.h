@@ -33,6 +33,11 @@ public:
 
     const _ZorImage& record() const { return m_record; }
     const reference::PixelFormat& format() const { return m_format; }
+    /// A pixel's sample as it was put in.
+    std::uint32_t sample(std::uint32_t x, std::uint32_t y) const
+    {
+        return m_format.value(m_record.data + std::size_t{y} * m_record.pitch, x);
+    }
 
 private:
     void put(std::uint32_t x, std::uint32_t y, std::uint32_t index, std::uint32_t value);

@@ -1,0 +1,366 @@
+#include "platform/EncodedImage.h"
+#include "reference/Rec601.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <QDir>
+#include <QtTest>
+
+#include <random>
+#include <vector>
+
+using reference::PixelFormat;
+
+/// Formats with a colour filter on each pixel: Bayer and TrueSense.
+class TestConvertMosaic : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aBayerCellIsAsItsNameTells_data();
+    void aBayerCellIsAsItsNameTells();
+    void aUniformColourHasItsLuma_data() { addRows(Bayer); }
+    void aUniformColourHasItsLuma();
+    void bayerAgreesWithBilinearMeans_data() { addRows(Bayer); }
+    void bayerAgreesWithBilinearMeans();
+    void tilesLeaveNoTrace_data();
+    void tilesLeaveNoTrace();
+    void aMissingColourHasNoShare_data();
+    void aMissingColourHasNoShare();
+    void trueSenseKeepsPanchromaticSamplesAndFillsBetween_data() { addRows(TrueSense); }
+    void trueSenseKeepsPanchromaticSamplesAndFillsBetween();
+    void trueSenseDoesNotLookAtColours_data() { addRows(TrueSense); }
+    void trueSenseDoesNotLookAtColours();
+    void aPhaseEntersTheCellAtItsColumnAndRow_data();
+    void aPhaseEntersTheCellAtItsColumnAndRow();
+    void largeImagesStartNoThread();
+
+private:
+    static constexpr std::uint32_t Bayer = 3;
+    static constexpr std::uint32_t TrueSense = 4;
+    static void addRows(std::uint32_t family);
+    EncodedImage::Scene noise(const PixelFormat& format);
+    std::mt19937 m_random{2026};
+};
+
+namespace {
+
+const PixelFormat& formatAt(int index)
+{
+    return reference::pixelFormats()[std::size_t(index)];
+}
+
+int indexOf(const std::string& name)
+{
+    for (std::size_t i = 0; i < reference::pixelFormats().size(); ++i) {
+        if (formatAt(int(i)).name == name)
+            return int(i);
+    }
+    return -1;
+}
+
+/// The target of the format's own depth; 16 bits for 14.
+const MonoTarget& ownTarget(const PixelFormat& format)
+{
+    for (const MonoTarget& target : MonoTargets) {
+        if (target.bits >= format.heldBits)
+            return target;
+    }
+    return MonoTargets[3];
+}
+
+/// One code of the format at its own target.
+double ownCode(const PixelFormat& format)
+{
+    return double((1U << ownTarget(format).bits) - 1) / ((1U << format.heldBits) - 1);
+}
+
+} // namespace
+
+void TestConvertMosaic::addRows(std::uint32_t family)
+{
+    QTest::addColumn<int>("format");
+    for (int i = 0; i < int(reference::pixelFormats().size()); ++i) {
+        if (formatAt(i).family == family)
+            QTest::newRow(formatAt(i).name.c_str()) << i;
+    }
+}
+
+EncodedImage::Scene TestConvertMosaic::noise(const PixelFormat& format)
+{
+    return [this, &format](char, std::uint32_t, std::uint32_t) {
+        return m_random() & ((1U << format.heldBits) - 1);
+    };
+}
+
+void TestConvertMosaic::aBayerCellIsAsItsNameTells_data()
+{
+    QTest::addColumn<QByteArray>("pixels");
+    QTest::addColumn<quint32>("code");
+    QTest::addColumn<int>("luma");
+    // A sensor that sees nothing but one colour: its share of the luma at every pixel.
+    const auto add = [](const char* name, quint32 code, const char* red, const char* blue) {
+        QTest::addRow("%s sees red", name) << QByteArray::fromHex(red) << code << 60;
+        QTest::addRow("%s sees blue", name) << QByteArray::fromHex(blue) << code << 23;
+    };
+    add("BayerGR8", 0x0308010D, "00C80000", "0000C800");
+    add("BayerRG8", 0x0308010E, "C8000000", "000000C8");
+    add("BayerGB8", 0x0308010F, "0000C800", "00C80000");
+    add("BayerBG8", 0x03080110, "000000C8", "C8000000");
+}
+
+void TestConvertMosaic::aBayerCellIsAsItsNameTells()
+{
+    QFETCH(QByteArray, pixels);
+    QFETCH(quint32, code);
+    QFETCH(int, luma);
+    constexpr std::uint32_t Size = 8;
+    for (const std::uint32_t size : {2U, Size}) {
+        QByteArray image;
+        for (std::uint32_t y = 0; y < size; ++y) {
+            for (std::uint32_t x = 0; x < size; ++x)
+                image.append(pixels[int(y % 2 * 2 + x % 2)]);
+        }
+        _ZorImage record = {};
+        record.recordSize = 96;
+        record.recordVersion = 0x20000;
+        record.pixelType = code;
+        record.packing = 0x0100;
+        record.pixelBits = 8;
+        record.width = record.height = record.pitch = size;
+        record.imageSize = size * size;
+        record.data = reinterpret_cast<std::uint8_t*>(image.data());
+        const Converted result(record, MonoTargets[0].code);
+        QVERIFY(result.isDone());
+        for (std::uint32_t i = 0; i < size * size; ++i)
+            QCOMPARE(int(result.sample(i % size, i / size)), luma);
+    }
+}
+
+void TestConvertMosaic::aUniformColourHasItsLuma()
+{
+    QFETCH(int, format);
+    const PixelFormat& source = formatAt(format);
+    const std::uint32_t fullScale = (1U << source.heldBits) - 1;
+    const std::uint32_t colours[][3] = {
+        {fullScale, 0, 0}, {0, fullScale, 0}, {0, 0, fullScale}, {fullScale / 2, fullScale / 5, fullScale}};
+    for (const auto& colour : colours) {
+        const double luma =
+            reference::luma({double(colour[0]), double(colour[1]), double(colour[2])}) * ownCode(source);
+        for (const std::uint32_t size : {2U, 3U, 4U, 5U, 18U}) {
+            for (const std::uint32_t more : {0U, 1U}) {
+                const EncodedImage image(
+                    source, size, size + more,
+                    [&](char component, std::uint32_t, std::uint32_t) {
+                        return component == 'R' ? colour[0] : component == 'B' ? colour[2] : colour[1];
+                    },
+                    more);
+                const QString wrong = differences(
+                    image, ownTarget(source), [luma](std::uint32_t, std::uint32_t) { return luma; },
+                    (1 + fullScale / 4096.0) * ownCode(source));
+                QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+            }
+        }
+    }
+}
+
+/// Noise is the hardest scene: each missing colour is the mean of its nearest samples, one line or column
+/// away.
+void TestConvertMosaic::bayerAgreesWithBilinearMeans()
+{
+    QFETCH(int, format);
+    const PixelFormat& source = formatAt(format);
+    const EncodedImage image(source, 23, 18, noise(source), 2);
+    const auto mean = [&](char colour, std::uint32_t x, std::uint32_t y) {
+        if (source.component(x, y) == colour)
+            return double(image.sample(x, y));
+        double sum = 0;
+        int count = 0;
+        for (std::uint32_t v = y - 1; v <= y + 1; ++v) {
+            for (std::uint32_t u = x - 1; u <= x + 1; ++u) {
+                if (source.component(u, v) == colour) {
+                    sum += image.sample(u, v);
+                    ++count;
+                }
+            }
+        }
+        return sum / count;
+    };
+    const QString wrong = differences(
+        image, ownTarget(source),
+        [&](std::uint32_t x, std::uint32_t y) {
+            return reference::luma({mean('R', x, y), mean('G', x, y), mean('B', x, y)}) * ownCode(source);
+        },
+        (1 + (1U << source.heldBits) / 8192.0) * ownCode(source), 1);
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+}
+
+void TestConvertMosaic::tilesLeaveNoTrace_data()
+{
+    QTest::addColumn<int>("format");
+    QTest::addColumn<int>("cell");
+    QTest::newRow("BayerRG12p") << indexOf("BayerRG12p") << int(cv::COLOR_BayerRGGB2GRAY);
+    QTest::newRow("BayerGR10Packed") << indexOf("BayerGR10Packed") << int(cv::COLOR_BayerGRBG2GRAY);
+    QTest::newRow("BayerGB10p") << indexOf("BayerGB10p") << int(cv::COLOR_BayerGBRG2GRAY);
+    QTest::newRow("BayerBG16") << indexOf("BayerBG16") << int(cv::COLOR_BayerBGGR2GRAY);
+}
+
+/// Sizes at which the last tile is one pixel, and a whole one.
+void TestConvertMosaic::tilesLeaveNoTrace()
+{
+    QFETCH(int, format);
+    QFETCH(int, cell);
+    const PixelFormat& source = formatAt(format);
+    const QSize sizes[] = {{1025, 65}, {1024, 64}, {2050, 5}, {3, 200}, {1030, 131}};
+    for (const QSize size : sizes) {
+        const auto width = std::uint32_t(size.width());
+        const auto height = std::uint32_t(size.height());
+        const EncodedImage image(source, width, height, noise(source));
+        cv::Mat mosaic(size.height(), size.width(), CV_16UC1);
+        for (std::uint32_t y = 0; y < height; ++y) {
+            for (std::uint32_t x = 0; x < width; ++x)
+                mosaic.at<std::uint16_t>(int(y), int(x)) = std::uint16_t(image.sample(x, y));
+        }
+        cv::Mat luma;
+        cv::demosaicing(mosaic, luma, cell);
+        const QString wrong = differences(
+            image, ownTarget(source),
+            [&](std::uint32_t x, std::uint32_t y) { return luma.at<std::uint16_t>(int(y), int(x)); }, 0);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+    }
+}
+
+void TestConvertMosaic::aMissingColourHasNoShare_data()
+{
+    QTest::addColumn<int>("format");
+    QTest::addColumn<quint32>("width");
+    QTest::addColumn<QVector<int>>("samples");
+    QTest::addColumn<QVector<int>>("luma");
+    const auto red = [](int r, int g) { return int((299 * r + 587 * g) / 886.0 + 0.5); };
+    QTest::newRow("a line of red and green")
+        << indexOf("BayerRG8") << 4U << QVector<int>{100, 200, 60, 20}
+        << QVector<int>{red(100, 200), red(80, 200), red(60, 110), red(60, 20)};
+    QTest::newRow("a column of red and green")
+        << indexOf("BayerGR8") << 1U << QVector<int>{100} << QVector<int>{100};
+    QTest::newRow("one pixel of blue")
+        << indexOf("BayerBG16") << 1U << QVector<int>{4711} << QVector<int>{4711};
+}
+
+void TestConvertMosaic::aMissingColourHasNoShare()
+{
+    QFETCH(int, format);
+    QFETCH(quint32, width);
+    QFETCH(QVector<int>, samples);
+    QFETCH(QVector<int>, luma);
+    const EncodedImage image(
+        formatAt(format), width, std::uint32_t(samples.size()) / width,
+        [&](char, std::uint32_t x, std::uint32_t y) { return std::uint32_t(samples[int(y * width + x)]); });
+    const QString wrong = differences(
+        image, ownTarget(formatAt(format)),
+        [&](std::uint32_t x, std::uint32_t y) { return luma[int(y * width + x)]; }, 0);
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+}
+
+void TestConvertMosaic::trueSenseKeepsPanchromaticSamplesAndFillsBetween()
+{
+    QFETCH(int, format);
+    const PixelFormat& source = formatAt(format);
+    for (const QSize size : {QSize(1, 1), QSize(1, 2), QSize(2, 1), QSize(1, 7), QSize(7, 1), QSize(2, 2),
+                             QSize(3, 2), QSize(2, 5), QSize(3, 3), QSize(12, 9), QSize(1026, 66)}) {
+        const auto width = std::uint32_t(size.width());
+        const auto height = std::uint32_t(size.height());
+        const EncodedImage image(source, width, height, noise(source), 1);
+        const auto expected = [&](std::uint32_t x, std::uint32_t y) {
+            if (source.component(x, y) == 'W')
+                return reference::depthChanged(image.sample(x, y), source.heldBits, ownTarget(source).bits);
+            std::vector<std::uint32_t> besides;
+            std::vector<std::uint32_t> across;
+            if (x > 0)
+                besides.push_back(image.sample(x - 1, y));
+            if (x + 1 < width)
+                besides.push_back(image.sample(x + 1, y));
+            if (y > 0)
+                across.push_back(image.sample(x, y - 1));
+            if (y + 1 < height)
+                across.push_back(image.sample(x, y + 1));
+            // A whole pair alone, where the border takes half of the other.
+            if (besides.size() == 2 && across.size() < 2)
+                across.clear();
+            else if (across.size() == 2 && besides.size() < 2)
+                besides.clear();
+            besides.insert(besides.end(), across.begin(), across.end());
+            if (besides.empty())
+                besides.push_back(image.sample(x, y));
+            std::size_t sum = besides.size() / 2;
+            for (const std::uint32_t sample : besides)
+                sum += sample;
+            return reference::depthChanged(std::uint32_t(sum / besides.size()), source.heldBits,
+                                           ownTarget(source).bits);
+        };
+        const QString wrong = differences(image, ownTarget(source), expected, 0);
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+    }
+}
+
+void TestConvertMosaic::trueSenseDoesNotLookAtColours()
+{
+    QFETCH(int, format);
+    const PixelFormat& source = formatAt(format);
+    const std::uint32_t fullScale = (1U << source.heldBits) - 1;
+    const EncodedImage image(source, 9, 10, [&](char component, std::uint32_t x, std::uint32_t y) {
+        return component == 'W' ? fullScale / 2 : (x * 31 + y * 57) % fullScale;
+    });
+    const double grey = reference::depthChanged(fullScale / 2, source.heldBits, 16);
+    const QString wrong = differences(
+        image, MonoTargets[3], [grey](std::uint32_t, std::uint32_t) { return grey; }, 0);
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+}
+
+void TestConvertMosaic::aPhaseEntersTheCellAtItsColumnAndRow_data()
+{
+    QTest::addColumn<quint32>("code");
+    QTest::addColumn<QVector<int>>("luma");
+    // Pixels 10 20 over 30 40.
+    QTest::newRow("phase 0: panchromatic, colour") << 0x04080131U << QVector<int>{10, 25, 25, 40};
+    QTest::newRow("phase 1: colour, panchromatic") << 0x04080132U << QVector<int>{25, 20, 30, 25};
+    QTest::newRow("phase 2: colour, panchromatic") << 0x04080133U << QVector<int>{25, 20, 30, 25};
+    QTest::newRow("phase 3: panchromatic, colour") << 0x04080134U << QVector<int>{10, 25, 25, 40};
+}
+
+void TestConvertMosaic::aPhaseEntersTheCellAtItsColumnAndRow()
+{
+    QFETCH(quint32, code);
+    QFETCH(QVector<int>, luma);
+    const PixelFormat& source = formatAt(int(code & 0xFF) - 1);
+    const EncodedImage image(source, 2, 2,
+                             [](char, std::uint32_t x, std::uint32_t y) { return 10 + 10 * x + 20 * y; });
+    const QString wrong = differences(
+        image, MonoTargets[0], [&](std::uint32_t x, std::uint32_t y) { return luma[int(2 * y + x)]; }, 0);
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+}
+
+/// A converter that brings a pool of threads along would do so into every process that loads the plug-in.
+void TestConvertMosaic::largeImagesStartNoThread()
+{
+    const auto threads = [] {
+        return QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+    };
+    const int before = threads();
+    QVERIFY(before > 0);
+    for (const char* name : {"BayerRG8", "BayerGB12Packed", "RGB16", "TrueSense_RGGB_WRRW_1_12"}) {
+        const PixelFormat& source = formatAt(indexOf(name));
+        std::vector<std::uint8_t> pixels(std::size_t{4000} * 500 * source.pixelBits / 8);
+        const EncodedImage small(source, 4, 4, noise(source));
+        _ZorImage record = small.record();
+        record.width = 4000;
+        record.height = 500;
+        record.pitch = 4000 * source.pixelBits / 8;
+        record.imageSize = std::uint32_t(pixels.size());
+        record.data = pixels.data();
+        QVERIFY(Converted(record, MonoTargets[3].code).isDone());
+        QCOMPARE(threads(), before);
+    }
+}
+
+QTEST_APPLESS_MAIN(TestConvertMosaic)
+#include "tst_convert_mosaic.moc"
