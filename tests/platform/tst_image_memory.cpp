@@ -4,21 +4,24 @@
 #include <QtTest>
 
 #include <cstdlib>
+#include <new>
 #include <vector>
 
 namespace {
 
 /// Allocations that still succeed; negative: all do.
 int allocationsLeft = -1;
+/// The same for `operator new`, which working memory comes from.
+int newsLeft = -1;
 /// Blocks that are out.
 int blocksOut = 0;
 
-bool mayAllocate()
+bool mayAllocate(int& left)
 {
-    if (allocationsLeft == 0)
+    if (left == 0)
         return false;
-    if (allocationsLeft > 0)
-        --allocationsLeft;
+    if (left > 0)
+        --left;
     return true;
 }
 
@@ -29,17 +32,18 @@ extern "C" {
 void* __real_malloc(std::size_t size);
 void* __real_calloc(std::size_t count, std::size_t size);
 void __real_free(void* block);
+void* __real__Znwm(std::size_t size);
 
 void* __wrap_malloc(std::size_t size)
 {
-    void* block = mayAllocate() ? __real_malloc(size) : nullptr;
+    void* block = mayAllocate(allocationsLeft) ? __real_malloc(size) : nullptr;
     blocksOut += block ? 1 : 0;
     return block;
 }
 
 void* __wrap_calloc(std::size_t count, std::size_t size)
 {
-    void* block = mayAllocate() ? __real_calloc(count, size) : nullptr;
+    void* block = mayAllocate(allocationsLeft) ? __real_calloc(count, size) : nullptr;
     blocksOut += block ? 1 : 0;
     return block;
 }
@@ -48,6 +52,14 @@ void __wrap_free(void* block)
 {
     blocksOut -= block ? 1 : 0;
     __real_free(block);
+}
+
+/// operator new(std::size_t)
+void* __wrap__Znwm(std::size_t size)
+{
+    if (!mayAllocate(newsLeft))
+        throw std::bad_alloc();
+    return __real__Znwm(size);
 }
 }
 
@@ -63,15 +75,18 @@ private slots:
     void aFailingCloneLosesNothing();
     void aFailingConversionLosesNothing_data();
     void aFailingConversionLosesNothing();
+    void aConversionWithoutWorkingMemoryLosesNothing_data();
+    void aConversionWithoutWorkingMemoryLosesNothing();
     void aCloneOfTheSameSizeNeedsNoNewBlock();
 };
 
 namespace {
 
-_ZorImage sourceOf(std::vector<std::uint8_t>& pixels)
+/// One line of 8-bit pixels.
+_ZorImage sourceOf(std::vector<std::uint8_t>& pixels, std::uint32_t pixelType = 0x01080101)
 {
     _ZorImage record = {};
-    record.pixelType = 0x01080101;
+    record.pixelType = pixelType;
     record.packing = 0x0100;
     record.pixelBits = 8;
     record.width = std::uint32_t(pixels.size());
@@ -86,6 +101,7 @@ _ZorImage sourceOf(std::vector<std::uint8_t>& pixels)
 void TestImageMemory::init()
 {
     allocationsLeft = -1;
+    newsLeft = -1;
     blocksOut = 0;
 }
 
@@ -149,6 +165,39 @@ void TestImageMemory::aFailingConversionLosesNothing()
     _ZorImage* result = &old;
     allocationsLeft = blocks;
     QCOMPARE(ZimConvert(&source, 0x0110050B, &result) == 0, succeeds);
+    QCOMPARE(result != nullptr, succeeds);
+    ZorReleaseImage(&result);
+    QCOMPARE(blocksOut, 0);
+}
+
+void TestImageMemory::aConversionWithoutWorkingMemoryLosesNothing_data()
+{
+    QTest::addColumn<quint32>("pixelType");
+    QTest::addColumn<int>("news");
+    QTest::addColumn<bool>("succeeds");
+    QTest::newRow("Mono8 needs none") << 0x01080101U << 0 << true;
+    QTest::newRow("BayerRG8, none") << 0x0308010EU << 0 << false;
+    QTest::newRow("BayerRG8, none for the luma") << 0x0308010EU << 1 << false;
+    QTest::newRow("BayerRG8, enough") << 0x0308010EU << 2 << true;
+    QTest::newRow("TrueSense, none") << 0x04080131U << 0 << false;
+    QTest::newRow("TrueSense, none for the luma") << 0x04080131U << 1 << false;
+    QTest::newRow("TrueSense, enough") << 0x04080131U << 2 << true;
+}
+
+void TestImageMemory::aConversionWithoutWorkingMemoryLosesNothing()
+{
+    QFETCH(quint32, pixelType);
+    QFETCH(int, news);
+    QFETCH(bool, succeeds);
+    std::vector<std::uint8_t> pixels(9);
+    _ZorImage source = sourceOf(pixels, pixelType);
+    source.width = source.height = source.pitch = 3;
+    _ZorImage old = {};
+    _ZorImage* result = &old;
+    newsLeft = news;
+    const int status = ZimConvert(&source, 0x0110050B, &result);
+    newsLeft = -1;
+    QCOMPARE(status == 0, succeeds);
     QCOMPARE(result != nullptr, succeeds);
     ZorReleaseImage(&result);
     QCOMPARE(blocksOut, 0);
