@@ -1,7 +1,5 @@
 #include "platform/viewer/Picture.h"
 
-#include "image/PixelTypeCode.h"
-#include "image/ZorImageConverter.h"
 #include "platform/viewer/ProcessorChain.h"
 #include "platform/viewer/RecordShape.h"
 
@@ -14,31 +12,7 @@ Samples samplesOf(const _ZorImage& record)
 {
     return {record.data, record.pitch, static_cast<int>(record.width), static_cast<int>(record.height)};
 }
-
-// The converter widens 14 bits to 16 by repeating the upper two; the native value is the upper 14.
-void dropRepeatedBits(_ZorImage& record)
-{
-    for (std::uint32_t y = 0; y < record.height; ++y) {
-        auto* row = reinterpret_cast<std::uint16_t*>(record.data + std::size_t{y} * record.pitch);
-        for (std::uint32_t x = 0; x < record.width; ++x)
-            row[x] = static_cast<std::uint16_t>(row[x] >> 2);
-    }
-}
 } // namespace
-
-ViewerStatus Picture::convert(const _ZorImage& image, RecordSlot& converted, PixelShape* shape) const
-{
-    const std::uint32_t target = monoTarget(image);
-    if (ZimConvert(&image, target, converted.place()) != 0 || !converted.get())
-        return ViewerStatus::Format;
-    shape->bytes = target == ZorMono8 ? 1 : 2;
-    shape->depth = static_cast<int>(pixelTypeSampleBits(target));
-    if (pixelTypeSampleBits(image.pixelType) == 14) {
-        dropRepeatedBits(*converted.get());
-        shape->depth = 14;
-    }
-    return ViewerStatus::Ok;
-}
 
 // Asked to show its own copy again, there is nothing to copy; asked for a part of it, the copy must not be
 // written over while it is read.
@@ -61,18 +35,20 @@ ViewerStatus Picture::keepSource(const _ZorImage* source)
 // Everything that can refuse comes before the first change.
 ViewerStatus Picture::show(const _ZorImage* shown, const _ZorImage* source)
 {
-    PixelShape shape;
-    RecordSlot record;
-    if (pixelRoute(*shown) == PixelRoute::Converted) {
-        if (const ViewerStatus status = convert(*shown, record, &shape); status != ViewerStatus::Ok)
+    const PixelShape shape = shownShape(*shown);
+    const bool isDeveloped = pixelRoute(*shown) != PixelRoute::AsIs;
+    DevelopedSamples developed;
+    if (isDeveloped)
+        if (const ViewerStatus status = developed.take(*shown); status != ViewerStatus::Ok)
             return status;
-    } else {
-        shape = plainShape(*shown);
-        if (shown != source && ZorCloneImage(record.place(), shown) != 0)
-            return ViewerStatus::Memory;
-    }
+    RecordSlot output;
+    if (shown != source && ZorCloneImage(output.place(), shown) != 0)
+        return ViewerStatus::Memory;
+    const auto samples = [&](const _ZorImage& record) {
+        return isDeveloped ? developed.samples() : samplesOf(record);
+    };
     try {
-        m_pyramid.reserve(samplesOf(record.get() ? *record.get() : *source), shape);
+        m_pyramid.reserve(samples(output.get() ? *output.get() : *source), shape);
     } catch (const std::bad_alloc&) {
         return ViewerStatus::Memory;
     }
@@ -80,8 +56,9 @@ ViewerStatus Picture::show(const _ZorImage* shown, const _ZorImage* source)
         clear();
         return status;
     }
-    m_shown.swap(record);
-    m_pyramid.build(samplesOf(m_shown.get() ? *m_shown.get() : *m_source.get()), shape);
+    m_output.swap(output);
+    m_pyramid.build(samples(this->shown()), shape);
+    m_developed.swap(developed);
     return ViewerStatus::Ok;
 }
 
@@ -102,15 +79,18 @@ ViewerStatus Picture::reload(ProcessorChain& chain, int* processed)
 void Picture::clear()
 {
     m_pyramid.clear();
-    m_shown.release();
+    m_developed.clear();
+    m_output.release();
     m_source.release();
 }
 
-// Levels point into their memory and level 0 into a record, all of which keep their places.
+// Levels point into their memory and level 0 into a record or developed samples, all of which keep their
+// places.
 void Picture::swap(Picture& other)
 {
     m_source.swap(other.m_source);
-    m_shown.swap(other.m_shown);
+    m_output.swap(other.m_output);
+    m_developed.swap(other.m_developed);
     std::swap(m_pyramid, other.m_pyramid);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/viewer/DevelopedSamples.h"
 #include "platform/viewer/ImagePyramid.h"
 #include "platform/viewer/RecordSlot.h"
 #include "platform/viewer/ViewerStatus.h"
@@ -9,14 +10,14 @@
 namespace zorview {
 class ProcessorChain;
 
-/// One image of a view: a copy of what `display` was given, what is shown of it, and its pyramid. Nothing of
-/// a caller's or a processor's memory is kept.
+/// One image of a view: a copy of what `display` was given, one of what the processors made of it, the
+/// samples that are shown and their pyramid. Nothing of a caller's or a processor's memory is kept.
 class Picture
 {
 public:
-    /// Copies the image, runs the processors, copies or converts their outcome. An image that can't be shown
-    /// leaves everything as it was; a lack of memory may leave no picture. `processed` gets the processors'
-    /// result.
+    /// Copies the image, runs the processors, copies their outcome and converts it where needed. An image
+    /// that can't be shown leaves everything as it was; a lack of memory may leave no picture. `processed`
+    /// gets the processors' result.
     ViewerStatus load(const _ZorImage* image, ProcessorChain& chain, int* processed);
     /// Runs the processors on the copy again.
     ViewerStatus reload(ProcessorChain& chain, int* processed);
@@ -28,14 +29,16 @@ public:
     const ImagePyramid& pyramid() const { return m_pyramid; }
     /// The copy of the last image; null without one.
     _ZorImage* source() const { return m_source.get(); }
+    /// What the last processor put out, or the source: the image that is shown, in its own format.
+    const _ZorImage& shown() const { return m_output.get() ? *m_output.get() : *m_source.get(); }
 
 private:
     ViewerStatus show(const _ZorImage* shown, const _ZorImage* source);
-    ViewerStatus convert(const _ZorImage& image, RecordSlot& converted, PixelShape* shape) const;
     ViewerStatus keepSource(const _ZorImage* source);
 
     RecordSlot m_source;
-    RecordSlot m_shown; ///< holds a record when something else than the source is shown
+    RecordSlot m_output;          ///< holds a record when something else than the source is shown
+    DevelopedSamples m_developed; ///< without samples while the shown image's own are shown
     ImagePyramid m_pyramid;
 };
 } // namespace zorview

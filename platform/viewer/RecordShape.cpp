@@ -1,50 +1,43 @@
 #include "platform/viewer/RecordShape.h"
 
+#include "image/LineBytes.h"
 #include "image/PixelTypeCode.h"
+#include "image/ZorPixelTypeTable.h"
 
 namespace zorview {
 namespace {
-constexpr std::uint32_t Mono14 = 0x0110040A;
-constexpr std::uint32_t FirstPlainColour = 113;
-constexpr std::uint32_t LastPlainColour = 124;
-constexpr std::uint32_t LastRow = 133;
 constexpr std::uint32_t LongestSide = 1u << 30;
 
-bool isPlainMono(std::uint32_t pixelType)
+bool isColour(std::uint32_t pixelType)
 {
-    return pixelType == ZorMono8 || pixelType == ZorMono10 || pixelType == ZorMono12 || pixelType == Mono14 ||
-           pixelType == ZorMono16;
+    return pixelTypeFamily(pixelType) == PixelFamily::Rgb;
 }
 
-// RGB and BGR rows alternate; the four-channel rows between them take 32 bits.
-bool isPlainColour(std::uint32_t pixelType)
-{
-    const std::uint32_t row = pixelTypeRow(pixelType);
-    const std::uint32_t bits = pixelTypeBits(pixelType);
-    const bool eight = row <= FirstPlainColour + 1;
-    return pixelTypeFamily(pixelType) == PixelFamily::Rgb && row >= FirstPlainColour &&
-           row <= LastPlainColour && pixelTypePackingClass(pixelType) == PackingClass::Plain &&
-           bits == (eight ? 24u : 48u);
-}
 } // namespace
 
 PixelRoute pixelRoute(const _ZorImage& image)
 {
-    const std::uint32_t row = pixelTypeRow(image.pixelType);
-    if (row == 0 || row > LastRow || image.isSigned)
+    const ZorPixelTypeRow* row = pixelTypeTableRow(image.pixelType);
+    if (!row || image.isSigned)
         return PixelRoute::Refused;
-    if (isPlainMono(image.pixelType) || isPlainColour(image.pixelType))
-        return PixelRoute::AsIs;
-    return PixelRoute::Converted;
+    const bool isPlain = pixelTypePackingClass(image.pixelType) == PackingClass::Plain;
+    if (isColour(image.pixelType))
+        return isPlain && row->channels == 3 ? PixelRoute::AsIs : PixelRoute::Colour;
+    return isPlain && pixelTypeFamily(image.pixelType) == PixelFamily::Mono ? PixelRoute::AsIs
+                                                                            : PixelRoute::Luma;
 }
 
-PixelShape plainShape(const _ZorImage& image)
+PixelShape shownShape(const _ZorImage& image)
 {
+    const PixelRoute route = pixelRoute(image);
+    const auto sampleBits = static_cast<int>(pixelTypeSampleBits(image.pixelType));
     PixelShape shape;
-    shape.channels = pixelTypeFamily(image.pixelType) == PixelFamily::Mono ? 1 : 3;
-    shape.bytes = static_cast<int>(pixelTypeBits(image.pixelType)) / (8 * shape.channels);
-    shape.depth = static_cast<int>(image.depth);
-    shape.blueFirst = shape.channels == 3 && pixelTypeRow(image.pixelType) % 2 == 0;
+    shape.bytes = route == PixelRoute::Colour || sampleBits > 8 ? 2 : 1;
+    shape.depth = route == PixelRoute::Luma ? sampleBits : static_cast<int>(image.depth);
+    if (isColour(image.pixelType)) {
+        shape.channels = 3;
+        shape.blueFirst = pixelTypeTableRow(image.pixelType)->channelIndex(u'B') == 0;
+    }
     return shape;
 }
 
@@ -82,16 +75,17 @@ ViewerStatus checkRecord(const _ZorImage* image)
     const std::uint64_t bits = pixelTypeBits(image->pixelType);
     if (image->pixelBits != bits || image->packing != pixelTypePacking(image->pixelType))
         return ViewerStatus::Argument;
-    const std::uint64_t line = (image->width * bits + 7) / 8;
-    const std::uint64_t all = std::uint64_t{image->pitch} * (image->height - 1) + line;
-    if (image->pitch < line || image->imageSize < all)
+    if (image->pitch < tightPitch(image->pixelType, image->width) ||
+        image->imageSize < neededBytes(image->pixelType, image->width, image->height, image->pitch))
         return ViewerStatus::Argument;
-    if (pixelRoute(*image) == PixelRoute::AsIs) {
-        const std::uint32_t held = static_cast<std::uint32_t>(plainShape(*image).bytes) * 8;
-        const auto channels = static_cast<std::uint32_t>(plainShape(*image).channels);
-        if (image->depth == 0 || image->depth > held || image->channels != channels)
-            return ViewerStatus::Argument;
-    }
+    const PixelRoute route = pixelRoute(*image);
+    if (route == PixelRoute::Luma)
+        return ViewerStatus::Ok;
+    const std::uint32_t sampleBits = pixelTypeSampleBits(image->pixelType);
+    const std::uint32_t heldBits = route == PixelRoute::AsIs && sampleBits > 8 ? 16 : sampleBits;
+    if (image->depth == 0 || image->depth > heldBits ||
+        image->channels != pixelTypeTableRow(image->pixelType)->channels)
+        return ViewerStatus::Argument;
     return ViewerStatus::Ok;
 }
 } // namespace zorview

@@ -9,17 +9,18 @@ namespace zorview {
 enum class PixelRoute
 {
     Refused,
-    AsIs,      ///< plain mono or plain RGB and BGR: shown from a copy
-    Converted, ///< brought to mono by the converter first
+    AsIs,   ///< plain mono, plain RGB and BGR: as they lie in a copy
+    Colour, ///< RGB and BGR with a fourth channel or packed: unpacked, the fourth channel left out
+    Luma,   ///< everything else: brought to mono by the converter
 };
 
 PixelRoute pixelRoute(const _ZorImage& image);
 
-/// The shape of a record of route AsIs.
-PixelShape plainShape(const _ZorImage& image);
+/// The shape of the samples that a record of a format that isn't refused is shown with.
+PixelShape shownShape(const _ZorImage& image);
 
-/// The mono code that keeps the native values of a record of route Converted: 8, 10, 12 or 16 bits by the
-/// packing's depth class. 14 bits go to 16, two of them repeated.
+/// The mono code that keeps the bits of a record of route Luma: 8, 10, 12 or 16 by the packing's
+/// depth class. 14 bits go to 16, two of them repeated.
 std::uint32_t monoTarget(const _ZorImage& image);
 
 /// Whether the record can be read at all: pixels, a size, lines inside the buffer, a depth that its samples

@@ -1,5 +1,6 @@
 #include "platform/viewer/SampleText.h"
 
+#include "platform/viewer/PixelNumbers.h"
 #include "platform/viewer/Scene.h"
 
 #include <QFont>
@@ -24,7 +25,7 @@ int digitsOf(int depth)
     return digits;
 }
 
-QFont valueFont(double scale, const PixelShape& shape)
+QFont valueFont(double scale, int depth, int lines)
 {
     QFont font(QStringLiteral("monospace"));
     // The same on every canvas: coloured edges can't be laid over a picture.
@@ -33,8 +34,8 @@ QFont valueFont(double scale, const PixelShape& shape)
     font.setPixelSize(Probe);
     const QFontMetricsF metrics(font);
     const double room = scale * TextShare;
-    const double across = room / metrics.horizontalAdvance(QString(digitsOf(shape.depth), QLatin1Char('0')));
-    const double down = room / (metrics.height() * shape.channels);
+    const double across = room / metrics.horizontalAdvance(QString(digitsOf(depth), QLatin1Char('0')));
+    const double down = room / (metrics.height() * lines);
     font.setPixelSize(std::max(1, static_cast<int>(std::min({across * Probe, down * Probe, LargestText}))));
     return font;
 }
@@ -101,9 +102,10 @@ bool isBright(const Tone& tone, const ImagePyramid& pyramid, int x, int y)
 void paintSampleValues(QPainter& painter, const Scene& scene, int pane, const QRect& pixels)
 {
     const ImagePyramid& pyramid = scene.picture(pane).pyramid();
-    const PixelShape& shape = pyramid.shape();
+    const PixelNumbers numbers(scene.picture(pane).shown());
     const Tone tone = scene.tone(pane);
-    const QRawFont font = QRawFont::fromFont(valueFont(scene.geometry.scale(), shape));
+    const QRawFont font =
+        QRawFont::fromFont(valueFont(scene.geometry.scale(), pyramid.shape().depth, numbers.count()));
     const double lineHeight = font.ascent() + font.descent();
     DigitRun black(font);
     DigitRun white(font);
@@ -111,10 +113,10 @@ void paintSampleValues(QPainter& painter, const Scene& scene, int pane, const QR
         for (int x = pixels.left(); x <= pixels.right(); ++x) {
             DigitRun& run = isBright(tone, pyramid, x, y) ? black : white;
             const QPointF centre = scene.geometry.toDevice(QPointF(x + 0.5, y + 0.5));
-            for (int line = 0; line < shape.channels; ++line) {
-                const int channel = shape.blueFirst ? 2 - line : line;
-                const double top = centre.y() + (line - shape.channels * 0.5) * lineHeight;
-                run.add(pyramid.sample(x, y, channel), centre.x(), top + font.ascent());
+            const PixelNumbers::Numbers lines = numbers.at(x, y);
+            for (int line = 0; line < lines.count; ++line) {
+                const double top = centre.y() + (line - numbers.count() * 0.5) * lineHeight;
+                run.add(lines.values[static_cast<std::size_t>(line)], centre.x(), top + font.ascent());
             }
         }
     black.draw(painter, Qt::black);

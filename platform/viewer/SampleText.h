@@ -11,7 +11,7 @@ struct Tone;
 /// Whether black stands out better than white on an image pixel.
 bool isBright(const Tone& tone, const ImagePyramid& pyramid, int x, int y);
 
-/// Writes the native values of the samples into the image pixels `pixels` of a pane: one line for mono, three
-/// (red, green, blue) for colour, in black or white, whichever stands out.
+/// Writes the native codes of the shown image into its pixels `pixels` of a pane, one below the other (see
+/// PixelNumbers), in black or white, whichever stands out.
 void paintSampleValues(QPainter& painter, const Scene& scene, int pane, const QRect& pixels);
 } // namespace zorview

@@ -1,10 +1,7 @@
 #include "display/DisplayStage.h"
 #include "display/ZorDisplayQt.h"
 #include "image/PixelTypeCode.h"
-#include "image/ZorFormatFromCode.h"
 #include "image/ZorImageApi.h"
-#include "image/ZorImageConverter.h"
-#include "image/ZorPixelTypeTable.h"
 #include "tests/platform/viewer/ViewerTools.h"
 
 #include <QTest>
@@ -21,12 +18,6 @@ class TestViewerDisplay : public QObject
 private slots:
     void plainFormats_data();
     void plainFormats();
-    void packedMonoKeepsItsNativeValues_data();
-    void packedMonoKeepsItsNativeValues();
-    void refusedFormats_data();
-    void refusedFormats();
-    void everyFormatIsJudgedAsTheConverterDoes_data();
-    void everyFormatIsJudgedAsTheConverterDoes();
     void badRecordsLeaveThePicture_data();
     void badRecordsLeaveThePicture();
     void nothingOfTheCallersBufferIsReadLater();
@@ -104,99 +95,6 @@ void TestViewerDisplay::plainFormats()
                 QCOMPARE(picture.pixel(corner + QPoint(x, y)), expected);
             }
     }
-}
-
-void TestViewerDisplay::packedMonoKeepsItsNativeValues_data()
-{
-    QTest::addColumn<quint32>("pixelType");
-    QTest::addColumn<QByteArray>("bytes");
-    // Two pixels 0x123 and 0xABC in three bytes.
-    QTest::newRow("Mono12Packed, the even pixel's low bits in the high nibble")
-        << Mono12PackedCode << QByteArray("\x12\x3C\xAB", 3);
-    QTest::newRow("Mono12p, one stream from the low bit") << Mono12pCode << QByteArray("\x23\xC1\xAB", 3);
-}
-
-void TestViewerDisplay::packedMonoKeepsItsNativeValues()
-{
-    QFETCH(quint32, pixelType);
-    QFETCH(QByteArray, bytes);
-    TestImage image(ZorMono8, 2, 1, [](int, int, int) { return 0; });
-    _ZorImage record = *image.record();
-    record.pixelType = pixelType;
-    record.depth = pixelType == Mono12pCode ? 10 : 12;
-    record.packing = pixelTypePacking(pixelType);
-    record.pixelBits = 12;
-    record.pitch = record.imageSize = 3;
-    std::vector<std::uint8_t> pixels(bytes.begin(), bytes.end());
-    record.data = pixels.data();
-    ShownViewer shown(QSize(64, 32));
-    QCOMPARE(shown.viewer->display(&record), 0);
-    const QImage picture = shown.grab();
-    QCOMPARE(qRed(picture.pixel(picture.width() / 4, 3)), 0x12);
-    QCOMPARE(qRed(picture.pixel(picture.width() * 3 / 4, 3)), 0xAB);
-    QCOMPARE(shown.viewer->stage()->image(0)->pixelType, pixelType);
-}
-
-void TestViewerDisplay::refusedFormats_data()
-{
-    QTest::addColumn<quint32>("pixelType");
-    QTest::newRow("no row of the table") << 0x010801FFu;
-    QTest::newRow("a row under another packing byte") << 0x01080201u;
-    QTest::newRow("code 0") << 0u;
-}
-
-void TestViewerDisplay::refusedFormats()
-{
-    QFETCH(quint32, pixelType);
-    TestImage image(ZorMono16, 40, 30, [](int, int, int) { return 0; });
-    _ZorImage record = *image.record();
-    record.pixelType = pixelType;
-    record.packing = pixelTypePacking(pixelType);
-    record.pixelBits = pixelTypeBits(pixelType);
-    ShownViewer shown(QSize(40, 30));
-    shown.show(flat(77));
-    const QImage before = shown.grab();
-    QVERIFY((shown.viewer->display(&record) & 0xFFFF) != 0);
-    QCOMPARE(shown.grab(), before);
-}
-
-void TestViewerDisplay::everyFormatIsJudgedAsTheConverterDoes_data()
-{
-    QTest::addColumn<int>("row");
-    for (int row = 0; row < static_cast<int>(ZorPixelTypeCount); ++row)
-        QTest::newRow(ZorPixelTypeTable[row].name) << row;
-}
-
-// The viewer takes what can be converted to mono, and the plain colours besides.
-void TestViewerDisplay::everyFormatIsJudgedAsTheConverterDoes()
-{
-    QFETCH(int, row);
-    const std::uint32_t pixelType = ZorPixelTypeTable[row].code;
-    const QStringList colours{"RGB8", "RGB10", "RGB12", "RGB14", "RGB16",
-                              "BGR8", "BGR10", "BGR12", "BGR14", "BGR16"};
-    constexpr std::uint32_t Width = 48;
-    constexpr std::uint32_t Height = 4;
-    std::vector<std::uint8_t> pixels(std::size_t{Width} * Height * 8, std::uint8_t{0x11});
-    _ZorImage record{};
-    static_cast<ZorFormatBlock&>(record) = ZorFormatFromCode(pixelType);
-    record.recordSize = ZorImageRecordSize;
-    record.recordVersion = ZorImageRecordVersion;
-    record.width = Width;
-    record.height = Height;
-    record.pitch = Width * pixelTypeBits(pixelType) / 8;
-    record.imageSize = record.pitch * Height;
-    record.data = pixels.data();
-    bool isTaken = colours.contains(ZorPixelTypeTable[row].name);
-    for (const std::uint32_t target : {ZorMono8, ZorMono10, ZorMono12, ZorMono16}) {
-        _ZorImage* converted = nullptr;
-        if (ZimConvert(&record, target, &converted) == 0) {
-            isTaken = true;
-            ZorReleaseImage(&converted);
-        }
-    }
-    ShownViewer shown(QSize(40, 30));
-    QCOMPARE((shown.viewer->display(&record) & 0xFFFF) == 0, isTaken);
-    QCOMPARE(shown.viewer->stage()->image(0) != nullptr, isTaken);
 }
 
 void TestViewerDisplay::badRecordsLeaveThePicture_data()

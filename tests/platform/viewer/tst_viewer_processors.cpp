@@ -17,6 +17,10 @@ private slots:
     void processorsAreDeletedByTheViewer();
     void aProcessorWithoutOutputIsPassedOver();
     void rebuildRunsTheProcessorsOnTheCopy();
+    void theLastOutputIsSeenInItsOwnFormat_data();
+    void theLastOutputIsSeenInItsOwnFormat();
+    void nothingOfAProcessorsBufferIsReadLater_data();
+    void nothingOfAProcessorsBufferIsReadLater();
 };
 
 namespace {
@@ -57,6 +61,23 @@ private:
 
 int Painter::alive = 0;
 
+/// Puts out the same image, whatever it is given.
+class Replacer : public ZorImgProcessor
+{
+public:
+    explicit Replacer(TestImage& image)
+        : m_image(image)
+    {
+    }
+    int processImage(const _ZorImage*) override { return 0; }
+    void noOperation() override {}
+    int constantZero() override { return 0; }
+    _ZorImage* outputImage() override { return &m_image.change(); }
+
+private:
+    TestImage& m_image;
+};
+
 int addProcessor(ShownViewer& shown, ZorImgProcessor* processor)
 {
     char address[64] = {};
@@ -68,6 +89,28 @@ int addProcessor(ShownViewer& shown, ZorImgProcessor* processor)
 TestImage flat(int value, int width = 40, int height = 30)
 {
     return {ZorMono8, width, height, [value](int, int, int) { return value; }};
+}
+
+// One format of each way to the screen.
+void addFormats()
+{
+    QTest::addColumn<quint32>("pixelType");
+    QTest::newRow("Mono8, as it lies") << ZorMono8;
+    QTest::newRow("BGR8, as it lies") << Bgr8Code;
+    QTest::newRow("BGRa8, unpacked") << 0x02200174u;
+    QTest::newRow("BayerRG8, luma") << 0x0308010Eu;
+    QTest::newRow("YUV444_8, luma") << 0x05200184u;
+}
+
+QImage closeUp(const TestImage& image, ZorImgProcessor* processor)
+{
+    ShownViewer shown(QSize(200, 150));
+    if (processor)
+        addProcessor(shown, processor);
+    if (shown.show(image) != 0)
+        qFatal("the image is refused");
+    shown.setScale(48.0);
+    return shown.grab();
 }
 } // namespace
 
@@ -137,6 +180,42 @@ void TestViewerProcessors::rebuildRunsTheProcessorsOnTheCopy()
     shown.viewer->settings()->run("processing.proc.del");
     shown.run("cmd.image.rebuild");
     QCOMPARE(qRed(shown.pixel(5, 5)), 10);
+}
+
+void TestViewerProcessors::theLastOutputIsSeenInItsOwnFormat_data()
+{
+    addFormats();
+}
+
+// Greys, colours and numbers.
+void TestViewerProcessors::theLastOutputIsSeenInItsOwnFormat()
+{
+    QFETCH(quint32, pixelType);
+    const auto value = [](int x, int y, int c) { return 20 + 7 * x + 3 * y + 11 * c; };
+    const TestImage plain(pixelType, 8, 6, [&](int x, int y, int c) { return 2 * value(x, y, c) + 1; });
+    const QImage expected = closeUp(plain, nullptr);
+    QCOMPARE(closeUp(TestImage(pixelType, 8, 6, value), new Painter(1)), expected);
+}
+
+void TestViewerProcessors::nothingOfAProcessorsBufferIsReadLater_data()
+{
+    addFormats();
+}
+
+void TestViewerProcessors::nothingOfAProcessorsBufferIsReadLater()
+{
+    QFETCH(quint32, pixelType);
+    TestImage image(pixelType, 8, 6, [](int x, int y, int c) { return 20 + 7 * x + 3 * y + 11 * c; });
+    const QImage expected = closeUp(image, nullptr);
+    ShownViewer shown(QSize(200, 150));
+    addProcessor(shown, new Replacer(image));
+    QCOMPARE(shown.show(flat(77)), 0);
+    image.poison();
+    shown.setScale(48.0);
+    QCOMPARE(shown.grab(), expected);
+    QCOMPARE(shown.viewer->stage()->image(0)->pixelType, ZorMono8);
+    shown.viewer->settings()->run("processing.proc.del");
+    QCOMPARE(shown.grab(), expected);
 }
 
 QTEST_MAIN(TestViewerProcessors)

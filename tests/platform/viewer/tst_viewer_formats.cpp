@@ -1,0 +1,367 @@
+#include "display/DisplayStage.h"
+#include "host/frames/encode/EncodeScene.h"
+#include "image/LineBytes.h"
+#include "image/PixelTypeCode.h"
+#include "image/ZorFormatFromCode.h"
+#include "image/ZorPixelTypeTable.h"
+#include "platform/GuardedBytes.h"
+#include "platform/viewer/PixelNumbers.h"
+#include "tests/platform/viewer/ViewerTools.h"
+
+#include <QTest>
+
+#include <array>
+#include <cstring>
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+/// What is seen of an image in each of the formats: greys and colours, the numbers in its pixels, refusals.
+class TestViewerFormats : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // One viewer for all: an OpenGL one takes longer to make than an image to show.
+    void initTestCase() { m_shown = std::make_unique<ShownViewer>(QSize(160, 120)); }
+    void init();
+    void cleanupTestCase() { m_shown.reset(); }
+    void everyFormatIsShown_data();
+    void everyFormatIsShown();
+    void everyFormatsNumbersAreThoseOfAPlainOne_data();
+    void everyFormatsNumbersAreThoseOfAPlainOne();
+    void numbersAreNativeCodes_data();
+    void numbersAreNativeCodes();
+    void packedMonoKeepsItsNativeValues_data();
+    void packedMonoKeepsItsNativeValues();
+    void theFourthChannelIsNotSeen();
+    void formatsOutsideTheTableAreRefused_data();
+    void formatsOutsideTheTableAreRefused();
+    void badRecordsOfEveryFormatLeaveThePicture_data();
+    void badRecordsOfEveryFormatLeaveThePicture();
+
+private:
+    std::unique_ptr<ShownViewer> m_shown;
+};
+
+namespace {
+constexpr int Argument = 7;
+constexpr int Format = 10;
+constexpr double MostScale = 30.0; ///< below the grid's
+constexpr QRgb Background = qRgb(0x30, 0x30, 0x30);
+
+/// A record whose pixels end where no byte may be read.
+class GuardedImage
+{
+public:
+    explicit GuardedImage(const zor::Frame& frame)
+        : m_pixels(
+              static_cast<std::size_t>(neededBytes(frame.pixelType, frame.width, frame.height, frame.pitch)))
+        , m_record(frame.record())
+    {
+        std::memcpy(m_pixels.data(), frame.pixels.data(), m_pixels.size());
+        m_record.data = m_pixels.data();
+        m_record.imageSize = static_cast<std::uint32_t>(m_pixels.size());
+    }
+
+    _ZorImage record() const { return m_record; }
+
+private:
+    GuardedBytes m_pixels;
+    _ZorImage m_record;
+};
+
+bool isColour(std::uint32_t code)
+{
+    return pixelTypeFamily(code) == PixelFamily::Rgb;
+}
+
+/// Samples of the depth; mono formats have the first one alone.
+using Colour = std::array<std::uint16_t, 3>;
+
+zor::Frame flatFrame(std::uint32_t code, const QSize& size, const Colour& colour, std::uint32_t padding = 0)
+{
+    zor::Scene scene;
+    scene.width = static_cast<std::uint32_t>(size.width());
+    scene.height = static_cast<std::uint32_t>(size.height());
+    scene.channels = isColour(code) ? 3 : 1;
+    for (int i = 0; i < size.width() * size.height(); ++i)
+        scene.samples.insert(scene.samples.end(), colour.begin(), colour.begin() + scene.channels);
+    zor::EncodeLayout layout;
+    layout.pitch = static_cast<std::uint32_t>(tightPitch(code, scene.width)) + padding;
+    layout.padding = 0xA5;
+    return zor::encodeScene(scene, code, layout);
+}
+
+void addEveryFormat()
+{
+    QTest::addColumn<quint32>("code");
+    for (const ZorPixelTypeRow& row : ZorPixelTypeTable)
+        QTest::newRow(row.name) << row.code;
+}
+
+_ZorImage recordOver(std::vector<std::uint8_t>& pixels, std::uint32_t code, std::uint32_t width,
+                     std::uint32_t height)
+{
+    _ZorImage record{};
+    record.recordSize = ZorImageRecordSize;
+    record.recordVersion = ZorImageRecordVersion;
+    static_cast<ZorFormatBlock&>(record) = ZorFormatFromCode(code);
+    record.width = width;
+    record.height = height;
+    record.pitch = static_cast<std::uint32_t>(tightPitch(code, width));
+    record.imageSize = static_cast<std::uint32_t>(pixels.size());
+    record.data = pixels.data();
+    return record;
+}
+} // namespace
+
+void TestViewerFormats::init()
+{
+    m_shown->show(TestImage(ZorMono8, 40, 30, [](int, int, int) { return 77; }));
+    m_shown->run("cmd.display.view.fit", {{"mode", "1"}});
+    m_shown->listener.heard.clear();
+}
+
+void TestViewerFormats::everyFormatIsShown_data()
+{
+    addEveryFormat();
+}
+
+/// Every pixel of uniform images, seen whole.
+void TestViewerFormats::everyFormatIsShown()
+{
+    QFETCH(quint32, code);
+    const std::uint32_t depth = pixelTypeSampleBits(code);
+    const Colour colour{static_cast<std::uint16_t>(0xB7 << (depth - 8) | 1),
+                        static_cast<std::uint16_t>(0x4C << (depth - 8)),
+                        static_cast<std::uint16_t>(0x13 << (depth - 8))};
+    const QRgb expected = isColour(code) ? qRgb(0xB7, 0x4C, 0x13) : qRgb(0xB7, 0xB7, 0xB7);
+    const std::pair<QSize, std::uint32_t> shapes[] = {
+        {{2, 2}, 0}, {{3, 5}, 1}, {{7, 2}, 6}, {{40, 30}, 0}, {{41, 31}, 3}};
+    for (const auto& [size, padding] : shapes) {
+        const GuardedImage image(flatFrame(code, size, colour, padding));
+        const _ZorImage record = image.record();
+        QCOMPARE(m_shown->viewer->display(&record), 0);
+        m_shown->run("cmd.display.view.fit", {{"mode", "1"}});
+        if (m_shown->scale() > MostScale)
+            m_shown->setScale(MostScale);
+        const QImage picture = m_shown->grab();
+        int seen = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x) {
+                const QRgb found = picture.pixel(x, y);
+                if (found != expected && found != Background)
+                    QFAIL(qPrintable(QString("%1 x %2, padding %3, at %4, %5: expected %6, got %7")
+                                         .arg(size.width())
+                                         .arg(size.height())
+                                         .arg(padding)
+                                         .arg(x)
+                                         .arg(y)
+                                         .arg(expected, 0, 16)
+                                         .arg(found, 0, 16)));
+                seen += found == expected;
+            }
+        const double scale = m_shown->scale();
+        QVERIFY(seen >= static_cast<int>((size.width() * scale - 1) * (size.height() * scale - 1)));
+    }
+}
+
+void TestViewerFormats::everyFormatsNumbersAreThoseOfAPlainOne_data()
+{
+    addEveryFormat();
+}
+
+/// Grid, greys and numbers are the same as those of a plain format of the same depth with the same codes. In
+/// YUV grey of the middle is the same number three times.
+void TestViewerFormats::everyFormatsNumbersAreThoseOfAPlainOne()
+{
+    QFETCH(quint32, code);
+    const std::uint32_t bits = pixelTypeSampleBits(code);
+    const bool isYuv = pixelTypeFamily(code) == PixelFamily::Yuv;
+    const auto middle = static_cast<std::uint16_t>(1u << (bits - 1));
+    const Colour colour = isYuv ? Colour{middle, middle, middle}
+                                : Colour{static_cast<std::uint16_t>(0xD7 << (bits - 8)),
+                                         static_cast<std::uint16_t>(0x4C << (bits - 8) | 1),
+                                         static_cast<std::uint16_t>(0x12 << (bits - 8) | 1)};
+    const std::uint32_t plainMono[] = {ZorMono8, ZorMono10, ZorMono12, Mono14Code, ZorMono16};
+    const std::uint32_t plainColour[] = {Rgb8Code, 0x02300275, Rgb12Code, 0x02300479, 0x0230057B};
+    const std::uint32_t place = (bits - 8) / 2;
+    const QSize size(8, 6);
+    const auto pictureOf = [&](std::uint32_t pixelType) {
+        const GuardedImage image(flatFrame(pixelType, size, colour));
+        const _ZorImage record = image.record();
+        if (m_shown->viewer->display(&record) != 0)
+            return QImage();
+        m_shown->setScale(48.0);
+        m_shown->lookAt(0.5, 0.5);
+        return m_shown->grab();
+    };
+    const QImage found = pictureOf(code);
+    const QImage expected = pictureOf(isYuv || isColour(code) ? plainColour[place] : plainMono[place]);
+    QVERIFY(!expected.isNull());
+    QCOMPARE(found, expected);
+}
+
+void TestViewerFormats::numbersAreNativeCodes_data()
+{
+    QTest::addColumn<quint32>("code");
+    QTest::addColumn<int>("lines");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QVector<QVector<int>>>("pixels");
+    using Pixels = QVector<QVector<int>>;
+    const auto bytes = [](const char* hex) { return QByteArray::fromHex(hex); };
+    QTest::newRow("Mono12Packed: 12 bits, not the byte of single-sample access")
+        << Mono12PackedCode << 1 << bytes("AB1278 5690") << Pixels{{0xAB1}, {0x782}, {0x569}};
+    QTest::newRow("Mono12p: 12 bits, although its depth is 10")
+        << Mono12pCode << 1 << bytes("23C1AB") << Pixels{{0x123}, {0xABC}};
+    QTest::newRow("Mono10 with bits above its depth") << ZorMono10 << 1 << bytes("34F2") << Pixels{{0xF234}};
+    QTest::newRow("BayerRG10p: the sites, not the luma")
+        << 0x030A221Bu << 1 << bytes("0108300001") << Pixels{{1}, {2}, {3}, {4}};
+    QTest::newRow("TrueSense of 14 bits: the sites at their own depth")
+        << 0x04100470u << 1 << bytes("FF3F 0100") << Pixels{{16383}, {1}};
+    QTest::newRow("BGR8: red first") << Bgr8Code << 3 << bytes("010203 FF0080")
+                                     << Pixels{{3, 2, 1}, {128, 0, 255}};
+    QTest::newRow("BGRa8: red first, no alpha") << 0x02200174u << 3 << bytes("01020304") << Pixels{{3, 2, 1}};
+    QTest::newRow("RGB_10_FLEX_Packed") << 0x0220327Eu << 3 << bytes("010830C0") << Pixels{{1, 2, 3}};
+    QTest::newRow("RGB_12_FLEX_Packed") << 0x0224337Fu << 3 << bytes("BC4A12 785634 AB9CDE")
+                                        << Pixels{{0xABC, 0x124, 0x678}, {0x345, 0xCAB, 0xDE9}};
+    QTest::newRow("YUV422_8_UYVY: Y U V, the odd last pixel without V")
+        << 0x05100180u << 3 << bytes("10203040 5060")
+        << Pixels{{0x20, 0x10, 0x30}, {0x40, 0x10, 0x30}, {0x60, 0x50}};
+    QTest::newRow("YUV422_10_PACKED: Y U V")
+        << 0x05143283u << 3 << bytes("0108300001") << Pixels{{1, 2, 4}, {3, 2, 4}};
+    QTest::newRow("YCbCr422_8: Y Cb Cr")
+        << 0x05100185u << 3 << bytes("10203040") << Pixels{{16, 32, 64}, {48, 32, 64}};
+    QTest::newRow("YUV444_8: Y U V, no fourth")
+        << 0x05200184u << 3 << bytes("10203040") << Pixels{{16, 32, 48}};
+}
+
+void TestViewerFormats::numbersAreNativeCodes()
+{
+    QFETCH(quint32, code);
+    QFETCH(int, lines);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QVector<QVector<int>>, pixels);
+    std::vector<std::uint8_t> memory(bytes.begin(), bytes.end());
+    const _ZorImage record = recordOver(memory, code, static_cast<std::uint32_t>(pixels.size()), 1);
+    const zorview::PixelNumbers numbers(record);
+    QCOMPARE(numbers.count(), lines);
+    QVector<QVector<int>> found;
+    for (int x = 0; x < pixels.size(); ++x) {
+        const zorview::PixelNumbers::Numbers at = numbers.at(x, 0);
+        found.append(QVector<int>(at.values.begin(), at.values.begin() + at.count));
+    }
+    QCOMPARE(found, pixels);
+    QCOMPARE(numbers.at(-1, 0).count, 0);
+    QCOMPARE(numbers.at(0, 1).count, 0);
+}
+
+void TestViewerFormats::packedMonoKeepsItsNativeValues_data()
+{
+    QTest::addColumn<quint32>("code");
+    QTest::addColumn<QByteArray>("bytes");
+    // Two pixels 0x123 and 0xABC in three bytes.
+    QTest::newRow("Mono12Packed, the even pixel's low bits in the high nibble")
+        << Mono12PackedCode << QByteArray("\x12\x3C\xAB", 3);
+    QTest::newRow("Mono12p, one stream from the low bit") << Mono12pCode << QByteArray("\x23\xC1\xAB", 3);
+}
+
+void TestViewerFormats::packedMonoKeepsItsNativeValues()
+{
+    QFETCH(quint32, code);
+    QFETCH(QByteArray, bytes);
+    std::vector<std::uint8_t> memory(bytes.begin(), bytes.end());
+    const _ZorImage record = recordOver(memory, code, 2, 1);
+    QCOMPARE(m_shown->viewer->display(&record), 0);
+    m_shown->setScale(16.0);
+    m_shown->lookAt(0.5, 0.5);
+    const QImage picture = m_shown->grab();
+    const QPoint middle(picture.width() / 2, picture.height() / 2);
+    QCOMPARE(qRed(picture.pixel(middle - QPoint(8, 0))), 0x12);
+    QCOMPARE(qRed(picture.pixel(middle + QPoint(8, 0))), 0xAB);
+    QCOMPARE(m_shown->viewer->stage()->image(0)->pixelType, code);
+}
+
+void TestViewerFormats::theFourthChannelIsNotSeen()
+{
+    for (const std::uint32_t code : {0x02200173u, 0x02200174u, 0x05200184u}) {
+        const auto picture = [&](std::uint8_t fourth) {
+            std::vector<std::uint8_t> memory;
+            for (int i = 0; i < 8 * 4; ++i)
+                memory.insert(memory.end(), {200, 100, 50, fourth});
+            const _ZorImage record = recordOver(memory, code, 8, 4);
+            m_shown->viewer->display(&record);
+            m_shown->setScale(48.0);
+            return m_shown->grab();
+        };
+        const QImage clear = picture(0);
+        QCOMPARE(picture(255), clear);
+    }
+}
+
+void TestViewerFormats::formatsOutsideTheTableAreRefused_data()
+{
+    QTest::addColumn<quint32>("code");
+    QTest::newRow("code 0") << 0u;
+    QTest::newRow("row 134") << 0x01080186u;
+    QTest::newRow("row 255") << 0x010801FFu;
+    QTest::newRow("a row under another family") << 0x03080101u;
+    QTest::newRow("a row under other pixel bits") << 0x02180175u;
+    QTest::newRow("a row under another packing byte") << 0x0218017Du;
+}
+
+void TestViewerFormats::formatsOutsideTheTableAreRefused()
+{
+    QFETCH(quint32, code);
+    const QImage before = m_shown->grab();
+    std::vector<std::uint8_t> memory(40 * 30 * 8);
+    _ZorImage record = recordOver(memory, code, 40, 30);
+    record.pixelType = code;
+    record.packing = pixelTypePacking(code);
+    record.pixelBits = pixelTypeBits(code);
+    record.pitch = 40 * 8;
+    QCOMPARE(m_shown->viewer->display(&record) & 0xFFFF, Format);
+    QCOMPARE(m_shown->viewer->configure(&record) & 0xFFFF, Format);
+    QCOMPARE(m_shown->grab(), before);
+}
+
+void TestViewerFormats::badRecordsOfEveryFormatLeaveThePicture_data()
+{
+    addEveryFormat();
+}
+
+void TestViewerFormats::badRecordsOfEveryFormatLeaveThePicture()
+{
+    QFETCH(quint32, code);
+    const QImage before = m_shown->grab();
+    const auto pitch = static_cast<std::uint32_t>(tightPitch(code, 41));
+    std::vector<std::uint8_t> memory(std::size_t{pitch} * 30);
+    const _ZorImage good = recordOver(memory, code, 41, 30);
+    const std::function<void(_ZorImage&)> faults[] = {
+        [](_ZorImage& record) { record.data = nullptr; },
+        [](_ZorImage& record) { record.width = 0; },
+        [](_ZorImage& record) { record.height = 0; },
+        [](_ZorImage& record) { record.pitch -= 1; },
+        [](_ZorImage& record) { record.imageSize -= 1; },
+        [](_ZorImage& record) { record.pitch += 1; },
+        [](_ZorImage& record) { record.height = 0x40000000; },
+        [](_ZorImage& record) { record.pixelBits += 8; },
+        [](_ZorImage& record) { record.packing ^= 0x1000; },
+    };
+    for (std::size_t i = 0; i < std::size(faults); ++i) {
+        _ZorImage record = good;
+        faults[i](record);
+        if ((m_shown->viewer->display(&record) & 0xFFFF) != Argument)
+            QFAIL(qPrintable(QString("fault %1 is taken").arg(i)));
+    }
+    _ZorImage record = good;
+    record.isSigned = 1;
+    QCOMPARE(m_shown->viewer->display(&record) & 0xFFFF, Format);
+    QCOMPARE(m_shown->grab(), before);
+    QCOMPARE(m_shown->listener.count("processed"), 0);
+}
+
+QTEST_MAIN(TestViewerFormats)
+#include "tst_viewer_formats.moc"
