@@ -18,6 +18,8 @@ private slots:
     void aGreyRiseStaysARise();
     void aPatchOfColourHasItsLuma_data();
     void aPatchOfColourHasItsLuma();
+    void aUniformColourHasItsLumaAtEverySize_data();
+    void aUniformColourHasItsLumaAtEverySize();
 
 private:
     std::vector<std::uint16_t> palette(std::uint32_t fullScale);
@@ -161,6 +163,37 @@ void TestConvertFilters::aPatchOfColourHasItsLuma()
                                              .arg(expected)
                                              .arg(actual)));
                 }
+            }
+        }
+    }
+}
+
+void TestConvertFilters::aUniformColourHasItsLumaAtEverySize_data()
+{
+    addMosaics();
+}
+
+/// From 2 x 2 on, up to the border: whatever is repeated there, it is the same colour.
+void TestConvertFilters::aUniformColourHasItsLumaAtEverySize()
+{
+    const reference::PixelFormat& format = fetchedFormat();
+    const std::uint32_t fullScale = (1U << format.heldBits) - 1;
+    const std::vector<std::uint16_t> colours = palette(fullScale);
+    std::size_t run = 0;
+    for (std::uint32_t width = 2; width <= 9; ++width) {
+        for (std::uint32_t height = 2; height <= 9; ++height) {
+            const auto* pixel = &colours[run++ % 16 * 3];
+            zor::Scene scene = {width, height, 3, {}};
+            for (std::uint32_t i = 0; i < width * height; ++i)
+                scene.samples.insert(scene.samples.end(), pixel, pixel + 3);
+            const zor::EncodeLayout layout = {format.lineBytes(width) + height % 3, 0xFF};
+            const GuardedFrame source(zor::encodeScene(scene, format.code, layout), format);
+            const double luma = reference::luma({double(pixel[0]), double(pixel[1]), double(pixel[2])});
+            for (const MonoTarget& target : MonoTargets) {
+                const double full = (1U << target.bits) - 1;
+                const auto expected = [&](std::uint32_t, std::uint32_t) { return luma * full / fullScale; };
+                const QString wrong = differences(format, source.record(), target, expected, 1 + full / 256);
+                QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
             }
         }
     }
