@@ -2,72 +2,12 @@
 #include "image/UnpackRow.h"
 #include "image/ZorPixelTypeTable.h"
 #include "platform/GuardedBytes.h"
+#include "reference/PixelFormats.h"
 
-#include <QRegularExpression>
 #include <QtTest>
 
 #include <random>
 #include <vector>
-
-namespace {
-
-/// Where the samples of a format lie, read out of its name alone.
-struct Shape
-{
-    std::uint32_t depth = 0;
-    std::uint32_t samples = 1;
-    std::uint32_t fieldBits = 0;
-    std::uint32_t pixelBits = 0;
-    bool pairs = false;
-};
-
-Shape shapeOf(const QString& name)
-{
-    Shape shape;
-    // The depth is the first number that stands for bits: not the one of a YUV format's sampling, not a
-    // phase.
-    const QRegularExpression digits(name.startsWith("TrueSense") ? "_(\\d+)$"
-                                    : name.contains("422")       ? "422_(\\d+)"
-                                    : name.contains("444")       ? "444_(\\d+)"
-                                                                 : "(\\d+)");
-    shape.depth = digits.match(name).captured(1).toUInt();
-    if (name.contains("422"))
-        shape.samples = 2;
-    else if (name.contains("444") || name.contains("a8"))
-        shape.samples = 4;
-    else if (name.startsWith("RGB") || name.startsWith("BGR"))
-        shape.samples = 3;
-    const bool flex = name.contains("flex", Qt::CaseInsensitive) || name.endsWith("PACKED");
-    shape.pairs = name.endsWith("Packed") && !flex;
-    if (flex || name.endsWith("p"))
-        shape.fieldBits = name == "Mono10_FLExPacked" ? 12 : shape.depth;
-    else
-        shape.fieldBits = shape.depth == 8 ? 8 : 16;
-    shape.pixelBits = name == "RGB_10_FLEX_Packed" ? 32 : shape.pairs ? 12 : shape.samples * shape.fieldBits;
-    return shape;
-}
-
-std::uint32_t bits(const std::uint8_t* line, std::size_t first, std::uint32_t count)
-{
-    std::uint32_t value = 0;
-    for (std::uint32_t i = 0; i < count; ++i)
-        value |= std::uint32_t(line[(first + i) / 8] >> ((first + i) % 8) & 1) << i;
-    return value;
-}
-
-std::uint32_t sampleAt(const Shape& shape, const std::uint8_t* line, std::size_t pixel, std::uint32_t index)
-{
-    if (shape.pairs) {
-        const std::size_t group = pixel / 2 * 24;
-        const std::uint32_t lowBits = shape.depth - 8;
-        return pixel % 2 == 0 ? bits(line, group, 8) << lowBits | bits(line, group + 12, lowBits)
-                              : bits(line, group + 16, 8) << lowBits | bits(line, group + 8, lowBits);
-    }
-    const std::size_t first = pixel * shape.pixelBits + index * std::size_t{shape.fieldBits};
-    return std::min(bits(line, first, shape.fieldBits), (1U << shape.depth) - 1);
-}
-
-} // namespace
 
 /// Lines of all formats taken apart into samples.
 class TestUnpackRow : public QObject
@@ -99,8 +39,8 @@ void TestUnpackRow::everySampleComesFromItsBits()
 {
     QFETCH(int, row);
     const std::uint32_t code = ZorPixelTypeTable[row].code;
-    const Shape shape = shapeOf(ZorPixelTypeTable[row].name);
-    QCOMPARE(zor::samplesPerPixel(code), shape.samples);
+    const reference::PixelFormat& format = reference::pixelFormats()[std::size_t(row)];
+    QCOMPARE(zor::samplesPerPixel(code), format.samplesPerPixel);
     const auto unpack = zor::unpackRowFor(code);
     QVERIFY(unpack);
     std::vector<std::uint32_t> widths(40);
@@ -109,17 +49,17 @@ void TestUnpackRow::everySampleComesFromItsBits()
     widths.insert(widths.end(), {63, 64, 65, 1023, 1024, 1025});
     for (const std::uint32_t width : widths) {
         for (int filling = 0; filling < 4; ++filling) {
-            const std::size_t size = (std::size_t{width} * shape.pixelBits + 7) / 8;
+            const std::size_t size = format.lineBytes(width);
             QCOMPARE(tightPitch(code, width), std::uint64_t(size));
             const GuardedBytes line(size);
             for (std::size_t i = 0; i < size; ++i)
                 line.data()[i] = filling == 0 ? 0 : filling == 1 ? 0xFF : std::uint8_t(m_random());
-            const std::size_t count = std::size_t{width} * shape.samples;
+            const std::size_t count = std::size_t{width} * format.samplesPerPixel;
             std::vector<std::uint16_t> samples(count + 4, 0xBEEF);
             unpack(line.data(), samples.data(), width);
             for (std::size_t i = 0; i < count; ++i) {
-                const std::uint32_t expected =
-                    sampleAt(shape, line.data(), i / shape.samples, std::uint32_t(i % shape.samples));
+                const std::uint32_t expected = format.value(line.data(), i / format.samplesPerPixel,
+                                                            std::uint32_t(i % format.samplesPerPixel));
                 if (samples[i] != expected)
                     QFAIL(qPrintable(QString("width %1, filling %2, sample %3: expected %4, got %5")
                                          .arg(width)
