@@ -9,30 +9,32 @@ namespace zor {
 
 namespace {
 
-std::uint32_t plainSample(const std::uint8_t* line, std::uint32_t x)
+/// A little-endian word of 16 bits.
+std::uint32_t plainSample(const std::uint8_t* line, std::uint32_t index)
 {
-    const std::uint8_t* sample = line + 2 * std::size_t{x};
+    const std::uint8_t* sample = line + 2 * std::size_t{index};
     return static_cast<std::uint32_t>(sample[0] | sample[1] << 8);
 }
 
 /// Two fields of 12 bits in three bytes, the low bits first.
-std::uint32_t flexSample(const std::uint8_t* line, std::uint32_t x)
+std::uint32_t flexSample(const std::uint8_t* line, std::uint32_t index)
 {
-    const std::uint8_t* pair = line + std::size_t{x} / 2 * 3;
-    return static_cast<std::uint32_t>(x % 2 == 0 ? pair[0] | (pair[1] & 0x0F) << 8
-                                                 : pair[1] >> 4 | pair[2] << 4);
+    const std::uint8_t* pair = line + std::size_t{index} / 2 * 3;
+    return static_cast<std::uint32_t>(index % 2 == 0 ? pair[0] | (pair[1] & 0x0F) << 8
+                                                     : pair[1] >> 4 | pair[2] << 4);
 }
 
-template <typename Sample> void check(const std::string& path, const Frame& frame, Sample sample)
+template <typename Sample>
+void check(const std::string& path, const Frame& frame, std::uint32_t perPixel, Sample sample)
 {
     const std::uint32_t limit = (1U << pixelTypeSampleBits(frame.pixelType)) - 1;
     for (std::uint32_t y = 0; y < frame.height; ++y) {
         const std::uint8_t* line = frame.pixels.data() + std::size_t{y} * frame.pitch;
-        for (std::uint32_t x = 0; x < frame.width; ++x) {
-            const std::uint32_t value = sample(line, x);
+        for (std::uint32_t i = 0; i < frame.width * perPixel; ++i) {
+            const std::uint32_t value = sample(line, i);
             if (value > limit)
                 failFrame(path, "the sample " + std::to_string(value) + " at " +
-                                    samplePlace(frame.width, std::size_t{y} * frame.width + x) +
+                                    samplePlace(frame.width, std::size_t{y} * frame.width + i / perPixel) +
                                     " is above " + std::to_string(limit) + ", the limit of " +
                                     ZorPixelTypeTable[pixelTypeRow(frame.pixelType) - 1].name +
                                     "; check --format, --size and --pitch");
@@ -45,13 +47,14 @@ template <typename Sample> void check(const std::string& path, const Frame& fram
 void checkRawRange(const std::string& path, const Frame& frame)
 {
     const std::uint32_t type = frame.pixelType;
-    const std::uint32_t fieldBits = pixelTypeBits(type);
-    if (pixelTypeFamily(type) != PixelFamily::Mono || pixelTypeSampleBits(type) == fieldBits)
-        return;
-    if (pixelTypePackingClass(type) == PackingClass::Plain && fieldBits == 16)
-        check(path, frame, plainSample);
-    if (pixelTypePackingClass(type) == PackingClass::Flex && fieldBits == 12)
-        check(path, frame, flexSample);
+    const std::uint32_t sampleBits = pixelTypeSampleBits(type);
+    constexpr std::uint32_t wordBits = 16;
+    constexpr std::uint32_t fieldBits = 12;
+    if (pixelTypePackingClass(type) == PackingClass::Plain && sampleBits > 8 && sampleBits < wordBits)
+        check(path, frame, pixelTypeBits(type) / wordBits, plainSample);
+    if (pixelTypePackingClass(type) == PackingClass::Flex && pixelTypeFamily(type) == PixelFamily::Mono &&
+        pixelTypeBits(type) == fieldBits && sampleBits < fieldBits)
+        check(path, frame, 1, flexSample);
 }
 
 } // namespace zor

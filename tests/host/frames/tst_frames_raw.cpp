@@ -166,6 +166,29 @@ void TestFramesRaw::samplesAboveTheFormatAreNamed_data()
         "the sample 1024 at column 1, row 0");
     add("Mono10_FLExPacked, an odd last pixel above it", "Mono10_FLExPacked", 3, -1, "000000 0008",
         "the sample 2048 at column 2, row 0");
+    add("BayerRG10 at its limit", "BayerRG10", 2, -1, "FF03 FF03", "");
+    add("BayerRG10 above it", "BayerRG10", 2, -1, "FF03 0004",
+        "the sample 1024 at column 1, row 0 (from 0) is above 1023, the limit of BayerRG10");
+    add("BayerGB12 above it", "BayerGB12", 1, -1, "0010", "the sample 4096 at column 0, row 0");
+    add("BayerBG14 above it", "BayerBG14", 1, -1, "0040", "the sample 16384 at column 0, row 0");
+    add("BayerGR16 has no unused bits", "BayerGR16", 1, -1, "FFFF", "");
+    add("TrueSense of 12 bits at its limit", "TrueSense_GBRG_WGGW_1_12", 2, -1, "FF0F FF0F", "");
+    add("TrueSense of 12 bits above it", "TrueSense_GBRG_WGGW_1_12", 2, -1, "FF0F 0080",
+        "the sample 32768 at column 1, row 0 (from 0) is above 4095, the limit of TrueSense_GBRG_WGGW_1_12");
+    add("RGB10 at its limit", "RGB10", 1, -1, "FF03 FF03 FF03", "");
+    add("RGB10 above it, blue of the second pixel in the second line", "RGB10", 2, 14,
+        "FF03FF03FF03 FF03FF03FF03 FFFF FF03FF03FF03 FF03FF030004 FFFF",
+        "the sample 1024 at column 1, row 1 (from 0) is above 1023, the limit of RGB10");
+    add("BGR12 above it, the first channel", "BGR12", 1, -1, "0010 0000 0000", "the sample 4096 at column 0");
+    add("RGB14 above it, green", "RGB14", 1, -1, "0000 FF7F 0000", "the sample 32767 at column 0");
+    add("RGB16 has no unused bits", "RGB16", 1, -1, "FFFFFFFFFFFF", "");
+    add("YUV422_10 at its limit", "YUV422_10", 2, -1, "FF03 FF03 FF03 FF03", "");
+    add("YUV422_10 above it, chroma of the odd pixel", "YUV422_10", 2, -1, "FF03 FF03 FF03 0004",
+        "the sample 1024 at column 1, row 0 (from 0) is above 1023, the limit of YUV422_10");
+    add("formats of 8 bits have no unused bits", "YUV422_8", 2, -1, "FFFFFFFF", "");
+    add("RGB_10_FLEX_Packed's two spare bits may hold anything", "RGB_10_FLEX_Packed", 1, -1, "FFFFFFFF", "");
+    add("YUV422_10_PACKED has no unused bits", "YUV422_10_PACKED", 2, -1, "FFFFFFFFFF", "");
+    add("Mono10Packed's spare bits may hold anything", "Mono10Packed", 2, -1, "FFFFFF", "");
     add("Mono12_FLExPacked has no unused bits", "Mono12_FLExPacked", 2, -1, "FFFFFF", "");
     add("Mono10p has no unused bits", "Mono10p", 4, -1, "FFFFFFFFFF", "");
 }
