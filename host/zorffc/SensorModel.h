@@ -11,7 +11,7 @@ struct SensorModel
 {
     std::uint32_t width = 1280; ///< pixels
     std::uint32_t height = 960;
-    std::uint32_t depth = 12;        ///< bits of a grey value: 8, 10, 12 or 16
+    std::uint32_t depth = 12;        ///< bits of a grey value: 8, 10, 12, 14 or 16
     double levelPercent = 70.0;      ///< mean electrons in the middle, % of fullWell
     double fullWell = 20000.0;       ///< electrons at the highest grey value
     double vignettingPercent = 15.0; ///< light lost in the corners, %

@@ -1,10 +1,15 @@
 #include "host/zorffc/Commands.h"
 
+#include "host/frames/FormatName.h"
+#include "host/frames/PackedOrder.h"
+#include "host/frames/PgmWriter.h"
+#include "host/frames/encode/EncodeScene.h"
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/CommandError.h"
 #include "host/zorffc/Options.h"
 #include "host/zorffc/SensorModel.h"
 #include "host/zorffc/Summary.h"
+#include "image/MonoTarget.h"
 
 #include <memory>
 #include <optional>
@@ -19,47 +24,72 @@ struct SimulateArguments
     SensorModel model;
     FrameSize size{model.width, model.height};
     std::string output;
+    std::optional<std::string> format; ///< of a raw dump; nothing: a PGM file
+    std::string packedOrder = "wire";
     std::optional<std::uint64_t> seed;
     bool noShotNoise = false;
 };
 
-/// A binary PGM: one byte a sample up to 255, else two, the high one first.
-std::string pgmText(const SensorModel& model, const std::vector<std::uint16_t>& frame)
-{
-    const bool wide = model.depth > 8;
-    std::string text = "P5\n" + std::to_string(model.width) + " " + std::to_string(model.height) + "\n" +
-                       fixedText(model.saturation(), 0) + "\n";
-    text.reserve(text.size() + frame.size() * (wide ? 2 : 1));
-    for (const std::uint16_t sample : frame) {
-        if (wide)
-            text.push_back(static_cast<char>(sample >> 8));
-        text.push_back(static_cast<char>(sample & 0xFF));
-    }
-    return text;
-}
-
-void simulate(const SimulateArguments& arguments)
+SensorModel modelOf(const SimulateArguments& arguments)
 {
     SensorModel model = arguments.model;
     model.width = arguments.size.width;
     model.height = arguments.size.height;
     model.seed = arguments.seed.value_or(model.seed);
     model.shotNoise = !arguments.noShotNoise;
-    requireEnding(arguments.output, {".pgm"});
+    if (arguments.format)
+        model.depth = pixelTypeSampleBits(formatByName("--format", *arguments.format).code);
+    return model;
+}
+
+void check(const SensorModel& model)
+{
     if (model.blackLevel >= model.saturation())
         throw CommandError("--black-level: " + fixedText(model.blackLevel, 0) + " leaves no room below " +
                            fixedText(model.saturation(), 0) + "; give a lower one or a larger --depth");
     constexpr std::uint64_t mostPixels = std::uint64_t{1} << 28;
     if (std::uint64_t{model.width} * model.height > mostPixels)
         throw CommandError("--size: more than 268435456 pixels; give a smaller size");
+}
+
+/// The bytes of the file: a raw dump in the format that was named, else a PGM.
+std::string fileBytes(const SimulateArguments& arguments, const SensorModel& model)
+{
+    const Scene scene{model.width, model.height, 1, simulateFrame(model)};
+    if (!arguments.format)
+        return pgmBytes(encodeScene(scene, monoTargetForDepth(model.depth)).record());
+    Frame frame = encodeScene(scene, formatByName("--format", *arguments.format).code);
+    if (arguments.packedOrder == "wire")
+        swapPackedOrder(frame);
+    return {frame.pixels.begin(), frame.pixels.end()};
+}
+
+/// What another command has to be told to read the dump.
+std::string readingOptions(const SimulateArguments& arguments)
+{
+    if (!arguments.format)
+        return {};
+    return ", to be read with --format " + *arguments.format + " --size " +
+           std::to_string(arguments.size.width) + "x" + std::to_string(arguments.size.height) +
+           (arguments.packedOrder == "wire" ? "" : " --packed-order " + arguments.packedOrder);
+}
+
+void simulate(const SimulateArguments& arguments)
+{
+    const SensorModel model = modelOf(arguments);
+    if (arguments.format)
+        requireEnding(arguments.output, {".raw", ".bin"});
+    else
+        requireEnding(arguments.output, {".pgm"});
+    check(model);
 
     AtomicFile output(arguments.output);
-    output.write(pgmText(model, simulateFrame(model)));
+    output.write(fileBytes(arguments, model));
     printSummary("Frame            " + std::to_string(model.width) + " x " + std::to_string(model.height) +
                  " pixels, " + std::to_string(model.depth) + " bits\n" + "Sensor           full well " +
                  fixedText(model.fullWell, 0) + " e-, system gain " + significantText(model.systemGain(), 5) +
                  " DN/e-, seed " + std::to_string(model.seed) + "\n" + "File             " +
-                 arguments.output + "\n");
+                 arguments.output + readingOptions(arguments) + "\n");
     output.commit();
 }
 
@@ -71,11 +101,20 @@ void addSimulateCommand(CLI::App& app)
     SensorModel& model = arguments->model;
     CLI::App* command =
         app.add_subcommand("simulate", "Makes a flat frame after the linear camera model of EMVA 1288");
-    command->add_option("-o,--output", arguments->output, "The .pgm file to write")
+    command
+        ->add_option("-o,--output", arguments->output,
+                     "The .pgm file to write; with --format a .raw or .bin file")
         ->required()
         ->type_name("FILE");
     addSize(*command, "--size", arguments->size, "Size in pixels (default 1280x960)");
-    addChoice(*command, "--depth", model.depth, {8, 10, 12, 16}, "Bits of a sample (default 12)");
+    CLI::Option* depth =
+        addChoice(*command, "--depth", model.depth, {8, 10, 12, 16}, "Bits of a sample (default 12)");
+    CLI::Option* format = command
+                              ->add_option("--format", arguments->format,
+                                           "Write a raw dump in this pixel format, like BayerRG12p")
+                              ->type_name("NAME")
+                              ->excludes(depth);
+    addPackedOrder(*command, arguments->packedOrder, "Where a dump in a Packed format gets")->needs(format);
     addReal(*command, "--level", model.levelPercent, 0.0, 1000.0,
             "Light in the middle, % of what saturates (default 70)");
     addReal(*command, "--full-well", model.fullWell, 1.0, 1e9,

@@ -20,6 +20,10 @@ private slots:
     void aFrameWithoutNoiseIsTheModelsNumber_data();
     void aFrameWithoutNoiseIsTheModelsNumber();
     void theSeedDecidesTheFrame();
+    void aFormatMakesADump_data();
+    void aFormatMakesADump();
+    void theDumpHoldsThePgmsSamples();
+    void theSummaryTellsHowToReadADump();
     void computeMakesASampleFlat();
     void theSystemGainIsToldWithItsDigits();
     void refusesBadSettings_data();
@@ -86,6 +90,71 @@ void tst_zorffc_simulate::theSeedDecidesTheFrame()
     QVERIFY(readFile(path("two.pgm")) != one);
 }
 
+void tst_zorffc_simulate::aFormatMakesADump_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QByteArray>("dump"); // of 3 x 1 pixels
+    const auto hex = [](const char* text) { return QByteArray::fromHex(text); };
+    const QStringList record{"--packed-order", "record"};
+    // 40 % of full scale: 102 of 255, 409 of 1023, 1638 of 4095, 6553 of 16383, 26214 of 65535.
+    QTest::newRow("Mono8") << "Mono8" << QStringList{} << hex("666666");
+    QTest::newRow("Mono14: the sensor has the format's bits")
+        << "Mono14" << QStringList{} << hex("991999199919");
+    QTest::newRow("Mono16") << "Mono16" << QStringList{} << hex("666666666666");
+    QTest::newRow("Mono12p holds 12 bits") << "Mono12p" << QStringList{} << hex("666666 6606");
+    QTest::newRow("Mono10p") << "Mono10p" << QStringList{} << hex("99 65 96 19");
+    QTest::newRow("Mono10Packed on the wire: the odd last pixel's low bits in the low nibble")
+        << "Mono10Packed" << QStringList{} << hex("661166 6601");
+    QTest::newRow("Mono10Packed as in a record: in the high nibble")
+        << "Mono10Packed" << record << hex("661166 6610");
+    QTest::newRow("Mono12Packed on the wire") << "Mono12Packed" << QStringList{} << hex("666666 6606");
+    QTest::newRow("Mono12Packed as in a record") << "Mono12Packed" << record << hex("666666 6660");
+    QTest::newRow("an order does not matter to other formats") << "Mono8" << record << hex("666666");
+    QTest::newRow("BayerRG8") << "BayerRG8" << QStringList{} << hex("666666");
+    QTest::newRow("RGB8") << "RGB8" << QStringList{} << hex("666666666666666666");
+    QTest::newRow("YUV422_8: grey has chroma in the middle")
+        << "YUV422_8" << QStringList{} << hex("668066806680");
+}
+
+void tst_zorffc_simulate::aFormatMakesADump()
+{
+    QFETCH(QString, format);
+    QFETCH(QStringList, options);
+    QFETCH(QByteArray, dump);
+    for (const QString name : {"f.raw", "f.BIN"}) {
+        const ZorffcRun run = simulate(
+            name, Even + QStringList{"--size", "3x1", "--level", "40", "--format", format} + options);
+        QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.told()));
+        QCOMPARE(readFile(path(name)).toHex(), dump.toHex());
+    }
+}
+
+void tst_zorffc_simulate::theDumpHoldsThePgmsSamples()
+{
+    const QStringList settings{"--size", "31x17", "--seed", "5"};
+    QCOMPARE(simulate("f.pgm", settings + QStringList{"--depth", "16"}).exitCode, 0);
+    QCOMPARE(simulate("f.raw", settings + QStringList{"--format", "Mono16"}).exitCode, 0);
+    QByteArray swapped = readFile(path("f.pgm")).mid(15);
+    QCOMPARE(swapped.size(), 2 * 31 * 17);
+    for (int i = 0; i < swapped.size(); i += 2)
+        std::swap(swapped.data()[i], swapped.data()[i + 1]);
+    QCOMPARE(readFile(path("f.raw")), swapped);
+}
+
+void tst_zorffc_simulate::theSummaryTellsHowToReadADump()
+{
+    const ZorffcRun run = simulate("f.raw", {"--size", "3x1", "--format", "BayerRG12Packed"});
+    QVERIFY2(run.out.startsWith("Frame            3 x 1 pixels, 12 bits\n"), qPrintable(run.told()));
+    QVERIFY2(
+        run.out.endsWith("File             f.raw, to be read with --format BayerRG12Packed --size 3x1\n"),
+        qPrintable(run.told()));
+    const ZorffcRun record =
+        simulate("f.raw", {"--size", "3x1", "--format", "Mono12Packed", "--packed-order", "record"});
+    QVERIFY2(record.out.endsWith("--format Mono12Packed --size 3x1 --packed-order record\n"),
+             qPrintable(record.told()));
+}
+
 void tst_zorffc_simulate::computeMakesASampleFlat()
 {
     QCOMPARE(simulate("f.pgm", {"--size", "320x240"}).exitCode, 0);
@@ -134,6 +203,27 @@ void tst_zorffc_simulate::refusesBadSettings_data()
         << "f.pgm" << QStringList{"--no-shot-noise=false"} << "--no-shot-noise: takes no value";
     QTest::newRow("a negative seed") << "f.pgm" << QStringList{"--seed=-1"} << "--seed";
     QTest::newRow("a seed of 2^64") << "f.pgm" << QStringList{"--seed", "18446744073709551616"} << "--seed";
+    QTest::newRow("an unknown format") << "f.raw" << QStringList{"--format", "Mono13"}
+                                       << "--format: there is no pixel format 'Mono13'; see zorffc formats";
+    QTest::newRow("a format in other letters")
+        << "f.raw" << QStringList{"--format", "rgb8"} << "did you mean 'RGB8'?";
+    QTest::newRow("an empty format") << "f.raw" << QStringList{"--format", ""} << "--format: there is no";
+    QTest::newRow("a depth beside a format")
+        << "f.raw" << QStringList{"--format", "Mono8", "--depth", "8"} << "--depth excludes --format";
+    QTest::newRow("a dump that is called a picture")
+        << "f.pgm" << QStringList{"--format", "Mono8"} << "give --output a name that ends in .raw or .bin";
+    QTest::newRow("a picture that is called a dump") << "f.raw" << QStringList{} << "ends in .pgm";
+    QTest::newRow("an order without a format")
+        << "f.pgm" << QStringList{"--packed-order", "record"} << "--packed-order requires --format";
+    QTest::newRow("an order that is none")
+        << "f.raw" << QStringList{"--format", "Mono8", "--packed-order", "east"} << "--packed-order";
+    QTest::newRow("a dump on a device")
+        << "/dev/full" << QStringList{"--format", "Mono8"} << "/dev/full: the name";
+    QTest::newRow("a dump into a missing folder")
+        << "absent/f.raw" << QStringList{"--format", "Mono8"} << "there is no folder absent";
+    QTest::newRow("a black level at a format's full scale")
+        << "f.raw" << QStringList{"--format", "Mono14", "--black-level", "16383"}
+        << "--black-level: 16383 leaves no room below 16383";
     QTest::newRow("a black level at full scale")
         << "f.pgm" << QStringList{"--depth", "8", "--black-level", "255"} << "--black-level";
 }
