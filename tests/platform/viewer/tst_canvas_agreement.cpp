@@ -20,11 +20,9 @@ void TestCanvasAgreement::bothPaintTheSame_data()
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<double>("scale");
     QTest::addColumn<int>("tileEdge");
-    const std::pair<const char*, quint32> types[] = {{"Mono8", ZorMono8},
-                                                     {"Mono12", ZorMono12},
-                                                     {"Mono16", ZorMono16},
-                                                     {"RGB8", Rgb8Code},
-                                                     {"BGR16", Bgr16Code}};
+    const std::pair<const char*, quint32> types[] = {{"Mono8", ZorMono8},   {"Mono12", ZorMono12},
+                                                     {"Mono16", ZorMono16}, {"RGB8", Rgb8Code},
+                                                     {"BGR16", Bgr16Code},  {"RGBa8", 0x02200173}};
     for (const auto& [name, type] : types)
         for (const double scale : {0.0, 0.27, 0.52, 0.73, 1.0, 3.37, 8.0, 48.0})
             for (const int edge : {4096, 64})
@@ -39,7 +37,7 @@ void TestCanvasAgreement::bothPaintTheSame()
     QFETCH(int, tileEdge);
     ShownViewer software(QSize(417, 311), false);
     ShownViewer gpu(QSize(417, 311), true);
-    const int depth = pixelType == ZorMono12 ? 12 : pixelTypeBits(pixelType) % 16 == 0 ? 16 : 8;
+    const auto depth = static_cast<int>(pixelTypeSampleBits(pixelType));
     // Rings that grow finer to the outside, over a ramp.
     const TestImage image(
         pixelType, 731, 553,

@@ -1,5 +1,7 @@
+#include "display/DisplaySettings.h"
 #include "display/DisplayStage.h"
 #include "host/frames/encode/EncodeScene.h"
+#include "image/HighLightProcessor.h"
 #include "image/LineBytes.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorFormatFromCode.h"
@@ -10,6 +12,7 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <functional>
@@ -36,6 +39,8 @@ private slots:
     void packedMonoKeepsItsNativeValues_data();
     void packedMonoKeepsItsNativeValues();
     void theFourthChannelIsNotSeen();
+    void highlightsReadNothingOutside_data();
+    void highlightsReadNothingOutside();
     void formatsOutsideTheTableAreRefused_data();
     void formatsOutsideTheTableAreRefused();
     void badRecordsOfEveryFormatLeaveThePicture_data();
@@ -46,6 +51,14 @@ private:
 };
 
 namespace {
+int addProcessor(ShownViewer& shown, ZorImgProcessor* processor)
+{
+    char address[64] = {};
+    std::snprintf(address, sizeof address, "%p", static_cast<void*>(processor));
+    shown.viewer->settings()->setText("processor", address);
+    return shown.viewer->settings()->run("processing.proc.add");
+}
+
 constexpr int Argument = 7;
 constexpr int Format = 10;
 constexpr double MostScale = 30.0; ///< below the grid's
@@ -301,6 +314,29 @@ void TestViewerFormats::theFourthChannelIsNotSeen()
     }
 }
 
+void TestViewerFormats::highlightsReadNothingOutside_data()
+{
+    addEveryFormat();
+}
+
+/// White to the end of the memory, so that the last pixel is marked where the format can be.
+void TestViewerFormats::highlightsReadNothingOutside()
+{
+    QFETCH(quint32, code);
+    const auto value = static_cast<std::uint16_t>((1u << pixelTypeSampleBits(code)) - 1);
+    addProcessor(*m_shown, new HighLightProcessor);
+    for (const QSize& size : {QSize(2, 2), QSize(7, 5), QSize(8, 3)}) {
+        const GuardedImage image(flatFrame(code, size, {value, value, value}));
+        const _ZorImage record = image.record();
+        const std::vector<std::uint8_t> before(record.data, record.data + record.imageSize);
+        QCOMPARE(m_shown->viewer->display(&record), 0);
+        QVERIFY2(std::equal(before.begin(), before.end(), record.data), "a mark in the caller's image");
+        const _ZorImage* copy = m_shown->viewer->stage()->image(0);
+        QVERIFY2(std::equal(before.begin(), before.end(), copy->data), "a mark in the copy");
+    }
+    m_shown->viewer->settings()->run("processing.proc.del");
+}
+
 void TestViewerFormats::formatsOutsideTheTableAreRefused_data()
 {
     QTest::addColumn<quint32>("code");
@@ -339,7 +375,7 @@ void TestViewerFormats::badRecordsOfEveryFormatLeaveThePicture()
     const auto pitch = static_cast<std::uint32_t>(tightPitch(code, 41));
     std::vector<std::uint8_t> memory(std::size_t{pitch} * 30);
     const _ZorImage good = recordOver(memory, code, 41, 30);
-    const std::function<void(_ZorImage&)> faults[] = {
+    std::vector<std::function<void(_ZorImage&)>> faults = {
         [](_ZorImage& record) { record.data = nullptr; },
         [](_ZorImage& record) { record.width = 0; },
         [](_ZorImage& record) { record.height = 0; },
@@ -350,7 +386,12 @@ void TestViewerFormats::badRecordsOfEveryFormatLeaveThePicture()
         [](_ZorImage& record) { record.pixelBits += 8; },
         [](_ZorImage& record) { record.packing ^= 0x1000; },
     };
-    for (std::size_t i = 0; i < std::size(faults); ++i) {
+    if (isColour(code)) {
+        faults.push_back([](_ZorImage& record) { record.depth = 0; });
+        faults.push_back([](_ZorImage& record) { record.depth = 17; });
+        faults.push_back([](_ZorImage& record) { record.channels -= 1; });
+    }
+    for (std::size_t i = 0; i < faults.size(); ++i) {
         _ZorImage record = good;
         faults[i](record);
         if ((m_shown->viewer->display(&record) & 0xFFFF) != Argument)
