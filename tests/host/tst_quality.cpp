@@ -75,6 +75,8 @@ private slots:
     void correctedFrameAppliesBothTables();
     void monoFrameBringsARecordToItsTarget_data();
     void monoFrameBringsARecordToItsTarget();
+    void monoFrameCanHaveAnotherTarget_data();
+    void monoFrameCanHaveAnotherTarget();
     void monoFrameRefusesWhatCannotBeConverted();
 };
 
@@ -189,6 +191,30 @@ void tst_quality::monoFrameBringsARecordToItsTarget()
     QCOMPARE(mono.pixelType(), source);
     QVERIFY(mono.bytes() >= static_cast<std::size_t>(view.step));
     QCOMPARE(depth == 8 ? int(view.row(0)[0]) : int(loadCell(view.row(0), 0)), first);
+}
+
+void tst_quality::monoFrameCanHaveAnotherTarget_data()
+{
+    QTest::addColumn<uint>("target");
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("first");
+    QTest::newRow("Mono8") << uint(ZorMono8) << 8 << 0x12;
+    QTest::newRow("Mono10") << uint(ZorMono10) << 10 << 0x48;
+    QTest::newRow("Mono12") << uint(ZorMono12) << 12 << 0x123;
+    QTest::newRow("Mono16") << uint(ZorMono16) << 16 << 0x1231;
+}
+
+void tst_quality::monoFrameCanHaveAnotherTarget()
+{
+    QFETCH(uint, target);
+    QFETCH(int, depth);
+    QFETCH(int, first);
+    std::vector<std::uint8_t> pixels{0x23, 0x01, 0xFF, 0x0F};
+    const MonoFrame mono(record(pixels, ZorMono12, 2, 1, 4), target);
+    QCOMPARE(mono.pixelType(), target);
+    QCOMPARE(mono.record().width, 2u);
+    QCOMPARE(mono.view().depth, depth);
+    QCOMPARE(depth == 8 ? int(mono.view().row(0)[0]) : int(loadCell(mono.view().row(0), 0)), first);
 }
 
 void tst_quality::monoFrameRefusesWhatCannotBeConverted()

@@ -139,6 +139,18 @@ void tst_zorffc_compute::readsOtherFiles_data()
         << "record.raw"
         << QStringList{"--format", "Mono12Packed", "--size", "2x1", "--packed-order", "record"}
         << QByteArray("1,512\n2,256\n") << "Mono12Packed";
+    QTest::newRow("RGB, 100 and 200 in every channel")
+        << "rgb.raw" << QStringList{"--format", "RGB8", "--size", "2x1"} << QByteArray("1,512\n2,256\n")
+        << "RGB8 (depth from format RGB8), brought to Mono8";
+    QTest::newRow("YUV, luma 100 and 200 beside any chroma")
+        << "yuv.raw" << QStringList{"--format", "YUV422_8", "--size", "2x1"} << QByteArray("1,512\n2,256\n")
+        << "YUV422_8 (depth from format YUV422_8), brought to Mono8";
+    QTest::newRow("Bayer, one value")
+        << "bayer.raw" << QStringList{"--format", "BayerGB8", "--size", "2x4"} << QByteArray("1,256\n2,256\n")
+        << "BayerGB8 (depth from format BayerGB8), brought to Mono8";
+    QTest::newRow("14 bits, 6400 and 12800, come down to 8")
+        << "14.raw" << QStringList{"--format", "Mono14", "--size", "2x1"} << QByteArray("1,512\n2,256\n")
+        << "Mono14 (depth from format Mono14), brought to Mono8";
     QTest::newRow("the depth can be told")
         << "f.pgm" << QStringList{"--depth", "12"} << QByteArray("1,512\n2,256\n")
         << "Mono12 (depth from --depth 12)";
@@ -156,6 +168,10 @@ void tst_zorffc_compute::readsOtherFiles()
     writeFile(path("f.pgm"), pgm(2, 2, 4095, {100, 200, 100, 200}));
     writeFile(path("f.raw"), QByteArray("\x64\xC8\x64\xC8", 4));
     writeFile(path("padded.raw"), QByteArray("\x64\xC8\xFF\x64\xC8\xFF", 6));
+    writeFile(path("rgb.raw"), QByteArray("\x64\x64\x64\xC8\xC8\xC8", 6));
+    writeFile(path("yuv.raw"), QByteArray("\x64\x10\xC8\xF0", 4));
+    writeFile(path("bayer.raw"), QByteArray(8, 'B'));
+    writeFile(path("14.raw"), QByteArray("\x00\x19\x00\x32", 4));
     // 0x321 and 0x642: high bits, then both low nibbles in one byte, then high bits.
     writeFile(path("packed.raw"), QByteArray("\x32\x21\x64", 3));
     writeFile(path("record.raw"), QByteArray("\x32\x12\x64", 3));

@@ -48,6 +48,7 @@ class tst_zorffc_report : public QObject
 private slots:
     void init();
     void drawsFrameCorrectedFrameAndProfiles();
+    void drawsADumpInColour();
     void drawsFramesOfAnySize_data();
     void drawsFramesOfAnySize();
     void figuresAreThoseOfCompute();
@@ -110,6 +111,25 @@ void tst_zorffc_report::drawsFrameCorrectedFrameAndProfiles()
     QVERIFY(greyRange(picture, QRect(40, 26, 600, 44)).first < 80);
     QVERIFY(greyRange(picture, QRect(520, 1150, 240, 70)).first < 80);
     QVERIFY(greyRange(picture, QRect(1300, 1150, 240, 70)).first < 80);
+}
+
+void tst_zorffc_report::drawsADumpInColour()
+{
+    // Columns of grey that darken to the right.
+    writeFile(path("f.raw"), QByteArray("\xC8\xC8\xC8\x96\x96\x96\x78\x78\x78\x64\x64\x64", 12).repeated(2));
+    const QStringList dump{"f.raw", "--format", "BGR8", "--size", "4x2"};
+    QCOMPARE(run(QStringList{"compute"} + dump + QStringList{"--title", "T", "--camera", "C", "-o", "f.ffc"})
+                 .exitCode,
+             0);
+    const ZorffcRun report = run(QStringList{"report"} + dump + QStringList{"--ffc", "f.ffc", "-o", "f.png"});
+    QVERIFY2(report.exitCode == 0 && report.err.isEmpty(), qPrintable(report.told()));
+    QVERIFY2(report.out.contains("Format           BGR8 (depth from format BGR8), brought to Mono8\n"),
+             qPrintable(report.told()));
+    const QImage picture(path("f.png"));
+    const auto before = greyRange(picture, QRect(140, 320, 580, 200));
+    const auto after = greyRange(picture, QRect(920, 320, 580, 200));
+    QVERIFY2(before.second - before.first > 200, qPrintable(QString::number(before.second - before.first)));
+    QVERIFY2(after.second - after.first < 5, qPrintable(QString::number(after.second - after.first)));
 }
 
 void tst_zorffc_report::drawsFramesOfAnySize_data()

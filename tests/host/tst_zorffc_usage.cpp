@@ -27,6 +27,8 @@ void tst_zorffc_usage::helpAndVersionEndWell_data()
     QTest::newRow("version") << QStringList{"--version"} << "zorffc ";
     QTest::newRow("help of compute") << QStringList{"compute", "--help"} << "--precision";
     QTest::newRow("help of simulate") << QStringList{"simulate", "--help"} << "--vignetting";
+    QTest::newRow("help of convert") << QStringList{"convert", "--help"} << "--packed-order";
+    QTest::newRow("help of simulate names formats") << QStringList{"simulate", "--help"} << "--format NAME";
     QTest::newRow("help of formats") << QStringList{"formats", "--help"} << "TEXT";
     QTest::newRow("help of report") << QStringList{"report", "--help"} << "--ffc";
 }
@@ -45,7 +47,8 @@ void tst_zorffc_usage::wrongUseEndsWith2AndOneLine_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("names");
-    QTest::newRow("nothing") << QStringList{} << "no command; name one: compute, report, convert, formats or simulate";
+    QTest::newRow("nothing") << QStringList{}
+                             << "no command; name one: compute, report, convert, formats or simulate";
     QTest::newRow("an unknown command") << QStringList{"compile"} << "compile";
     QTest::newRow("an unknown option") << QStringList{"--fast"} << "--fast";
     QTest::newRow("an empty word") << QStringList{""} << "not expected";
