@@ -5,7 +5,6 @@
 
 #include <QtTest>
 
-#include <algorithm>
 #include <random>
 
 /// Scenes behind colour filters, Bayer and TrueSense: a luma for every pixel, of which the sensor saw one
@@ -21,8 +20,6 @@ private slots:
     void aPatchOfColourHasItsLuma();
     void aUniformColourHasItsLumaAtEverySize_data();
     void aUniformColourHasItsLumaAtEverySize();
-    void panchromaticSitesAreKeptAndMeantBetween_data();
-    void panchromaticSitesAreKeptAndMeantBetween();
 
 private:
     std::vector<std::uint16_t> palette(std::uint32_t fullScale);
@@ -36,12 +33,12 @@ constexpr std::uint32_t TrueSense = 4;
 /// Pixels along an edge that may know too little of their surroundings.
 constexpr std::uint32_t Border = 3;
 
-void addFormats(const std::vector<std::uint32_t>& families)
+void addMosaics()
 {
     QTest::addColumn<int>("format");
     for (int i = 0; i < int(reference::pixelFormats().size()); ++i) {
         const reference::PixelFormat& format = reference::pixelFormats()[std::size_t(i)];
-        if (std::count(families.begin(), families.end(), format.family) != 0)
+        if (format.family == Bayer || format.family == TrueSense)
             QTest::newRow(format.name.c_str()) << i;
     }
 }
@@ -78,7 +75,7 @@ zor::Scene sceneOf(const Rise& rise, std::uint32_t fullScale)
 
 void TestConvertFilters::aGreyRiseStaysARise_data()
 {
-    addFormats({Bayer, TrueSense});
+    addMosaics();
 }
 
 /// Within 2 codes, of the source when it has the coarser ones. The largest image is converted in pieces.
@@ -118,7 +115,7 @@ std::vector<std::uint16_t> TestConvertFilters::palette(std::uint32_t fullScale)
 
 void TestConvertFilters::aPatchOfColourHasItsLuma_data()
 {
-    addFormats({Bayer, TrueSense});
+    addMosaics();
 }
 
 /// Patches of 13 x 13 pixels, each of another colour, on every place of the colour cell. Away from their
@@ -173,7 +170,7 @@ void TestConvertFilters::aPatchOfColourHasItsLuma()
 
 void TestConvertFilters::aUniformColourHasItsLumaAtEverySize_data()
 {
-    addFormats({Bayer, TrueSense});
+    addMosaics();
 }
 
 /// From 2 x 2 on, up to the border: whatever is repeated there, it is the same colour.
@@ -199,38 +196,6 @@ void TestConvertFilters::aUniformColourHasItsLumaAtEverySize()
                 QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
             }
         }
-    }
-}
-
-void TestConvertFilters::panchromaticSitesAreKeptAndMeantBetween_data()
-{
-    addFormats({TrueSense});
-}
-
-/// On noise, which shows each site's own share, and in sizes that are converted in pieces: a panchromatic
-/// site keeps its sample, another one inside the image gets the mean of its four neighbours.
-void TestConvertFilters::panchromaticSitesAreKeptAndMeantBetween()
-{
-    const reference::PixelFormat& format = fetchedFormat();
-    const std::uint32_t fullScale = (1U << format.heldBits) - 1;
-    for (const auto& [width, height] : {std::pair{3U, 3U}, std::pair{9U, 6U}, std::pair{1031U, 131U}}) {
-        zor::Scene scene = {width, height, 1, {}};
-        for (std::uint32_t i = 0; i < width * height; ++i)
-            scene.samples.push_back(std::uint16_t(m_random() & fullScale));
-        const GuardedFrame source(zor::encodeScene(scene, format.code), format);
-        const auto sample = [&, columns = width](std::uint32_t x, std::uint32_t y) {
-            return std::uint32_t(scene.samples[std::size_t(y) * columns + x]);
-        };
-        const MonoTarget& target = MonoTargets[3];
-        const auto expected = [&](std::uint32_t x, std::uint32_t y) {
-            const std::uint32_t around =
-                sample(x - 1, y) + sample(x + 1, y) + sample(x, y - 1) + sample(x, y + 1);
-            const bool panchromatic = format.component(x, y) == 'W';
-            return reference::depthChanged(panchromatic ? sample(x, y) : (around + 2) / 4, format.heldBits,
-                                           target.bits);
-        };
-        const QString wrong = differences(format, source.record(), target, expected, 0, 1);
-        QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
     }
 }
 
