@@ -32,6 +32,12 @@ void showIn(DisplayAdapter* adapter, _ZorImage& record)
     record.data = nullptr;
 }
 
+/// The viewer that is told of it owns it. Without a viewer it is lost: deliberate, see docs/decisions.md.
+HighLightProcessor* newHighLight()
+{
+    return new HighLightProcessor;
+}
+
 } // namespace
 
 void CFFCUtility::ShowAll()
@@ -98,9 +104,8 @@ void CFFCUtility::highLightSlot()
         return;
     const auto viewerSettings = [this] { return m_adapterUp ? m_adapterUp->viewerSettings() : nullptr; };
     if (ui.chBHighlights->isChecked()) {
-        // The one before is overwritten, not deleted: a processor is its viewer's. One that is made while
-        // there is no viewer is lost: deliberate, see docs/decisions.md.
-        m_highLight = new HighLightProcessor;
+        // The one before is overwritten, not deleted: a processor is its viewer's.
+        m_highLight = newHighLight();
         const ZorImgProcessor* processor = m_highLight;
         const std::string address = textFromPointer(processor);
         if (DisplaySettings* settings = viewerSettings())
