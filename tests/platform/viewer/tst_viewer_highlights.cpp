@@ -1,0 +1,120 @@
+#include "display/DisplaySettings.h"
+#include "image/HighLightProcessor.h"
+#include "image/PixelTypeCode.h"
+#include "image/ZorFormatFromCode.h"
+#include "tests/platform/viewer/ViewerTools.h"
+
+#include <QTest>
+
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+constexpr int Width = 40;
+constexpr int Height = 30;
+
+void addMarks(ShownViewer& shown)
+{
+    char address[256] = {};
+    std::snprintf(address, sizeof address, "%p",
+                  static_cast<void*>(static_cast<ZorImgProcessor*>(new HighLightProcessor)));
+    shown.viewer->settings()->setText("processor", address);
+    QCOMPARE(shown.viewer->settings()->run("processing.proc.add"), 1);
+}
+
+} // namespace
+
+/// Marks on bright pixels in a viewer, in the formats that the dialog never hands over.
+class ViewerHighlights : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void marksOnColoursKeepTheFirstChannel_data();
+    void marksOnColoursKeepTheFirstChannel();
+    void packedImagesGetNoMarks();
+    void marksGoWithTheProcessor();
+};
+
+void ViewerHighlights::marksOnColoursKeepTheFirstChannel_data()
+{
+    QTest::addColumn<uint>("code");
+    QTest::addColumn<QRgb>("bright");
+    QTest::addColumn<QRgb>("dark");
+    QTest::newRow("RGB8, pure red") << Rgb8Code << qRgb(200, 0, 0) << qRgb(100, 255, 250);
+    QTest::newRow("BGR8, pure blue") << Bgr8Code << qRgb(0, 0, 200) << qRgb(250, 255, 100);
+}
+
+// The left half is bright in its first channel, the right one in the others alone.
+void ViewerHighlights::marksOnColoursKeepTheFirstChannel()
+{
+    QFETCH(uint, code);
+    const TestImage image(code, Width, Height, [](int x, int, int channel) {
+        const int bright[] = {200, 10, 20};
+        const int dark[] = {100, 255, 250};
+        return x < Width / 2 ? bright[channel] : dark[channel];
+    });
+    ShownViewer shown(QSize(Width, Height));
+    addMarks(shown);
+    QCOMPARE(shown.show(image), 0);
+    shown.setScale(1.0);
+    QTEST(shown.pixel(5, 5), "bright");
+    QTEST(shown.pixel(Width / 2 - 1, 7), "bright");
+    QTEST(shown.pixel(Width / 2, 7), "dark");
+    QTEST(shown.pixel(Width - 3, 20), "dark");
+}
+
+void ViewerHighlights::packedImagesGetNoMarks()
+{
+    // Every third group of two pixels is white.
+    std::vector<std::uint8_t> bytes(Width * 3 / 2 * Height, 0);
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = i / 3 % 3 == 0 ? 0xFF : 0x44;
+    _ZorImage record{};
+    record.recordSize = ZorImageRecordSize;
+    record.recordVersion = ZorImageRecordVersion;
+    static_cast<ZorFormatBlock&>(record) = ZorFormatFromCode(Mono12PackedCode);
+    record.width = Width;
+    record.height = Height;
+    record.pitch = Width * 3 / 2;
+    record.imageSize = static_cast<std::uint32_t>(bytes.size());
+    record.data = bytes.data();
+    ShownViewer shown(QSize(Width, Height));
+    QCOMPARE(shown.viewer->display(&record), 0);
+    shown.setScale(1.0);
+    const QImage plain = shown.grab();
+    QCOMPARE(qRed(plain.pixel(0, 0)), 0xFF);
+    QCOMPARE(qRed(plain.pixel(2, 0)), 0x44);
+    addMarks(shown);
+    QCOMPARE(shown.viewer->display(&record), 0);
+    QVERIFY(shown.grab() == plain);
+}
+
+void ViewerHighlights::marksGoWithTheProcessor()
+{
+    const TestImage image(ZorMono12, Width, Height, [](int x, int, int) { return x % 10 == 4 ? 3000 : 112; });
+    ShownViewer shown(QSize(Width, Height));
+    shown.show(image);
+    shown.setScale(1.0);
+    const QImage plain = shown.grab();
+    addMarks(shown);
+    // A second one marks what the first one put out, where the marks are dark.
+    addMarks(shown);
+    shown.show(image);
+    const auto greys = [&] {
+        const QImage painted = shown.grab();
+        QVector<int> row;
+        for (int x = 12; x < 19; ++x)
+            row.append(qRed(painted.pixel(x, 9)));
+        return row;
+    };
+    QCOMPARE(greys(), (QVector<int>{7, 7, 187, 0, 0, 7, 7}));
+    QCOMPARE(shown.viewer->settings()->run("processing.proc.del"), 1);
+    shown.show(image);
+    QVERIFY(shown.grab() == plain);
+    QCOMPARE(greys(), (QVector<int>{7, 7, 187, 7, 7, 7, 7}));
+}
+
+QTEST_MAIN(ViewerHighlights)
+#include "tst_viewer_highlights.moc"
