@@ -46,7 +46,7 @@ void check(const SensorModel& model)
 {
     if (model.blackLevel >= model.saturation())
         throw CommandError("--black-level: " + fixedText(model.blackLevel, 0) + " leaves no room below " +
-                           fixedText(model.saturation(), 0) + "; give a lower one or a larger --depth");
+                           fixedText(model.saturation(), 0) + "; give a lower one or more bits");
     constexpr std::uint64_t mostPixels = std::uint64_t{1} << 28;
     if (std::uint64_t{model.width} * model.height > mostPixels)
         throw CommandError("--size: more than 268435456 pixels; give a smaller size");

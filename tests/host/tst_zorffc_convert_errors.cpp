@@ -34,6 +34,7 @@ void tst_zorffc_convert_errors::init()
     QVERIFY(QDir(m_folder->path()).mkdir("folder.png"));
     QVERIFY(QFile::link("loop.png", path("loop.png")));
     QVERIFY(QFile::link("f.pgm", path("alias.pgm")));
+    QVERIFY(QFile::link("/dev/full", path("full.png")));
 }
 
 void tst_zorffc_convert_errors::refusesWhatIsWrong_data()
@@ -68,6 +69,8 @@ void tst_zorffc_convert_errors::refusesWhatIsWrong_data()
         << QStringList{"f.pgm", "folder.png"} << "folder.png: is a folder";
     QTest::newRow("a link to itself") << QStringList{"f.pgm", "loop.png"} << "loop.png: is a link that leads";
     QTest::newRow("a device") << QStringList{"f.pgm", "/dev/full"} << "/dev/full: the name does not tell";
+    QTest::newRow("a device behind a link")
+        << QStringList{"f.pgm", "full.png"} << "full.png: is not a regular file; give another file name";
     QTest::newRow("a folder that takes no files")
         << QStringList{"f.pgm", "/proc/t.png"} << "/proc/t.png: cannot be written";
 

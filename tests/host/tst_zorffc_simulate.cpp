@@ -223,7 +223,7 @@ void tst_zorffc_simulate::refusesBadSettings_data()
         << "absent/f.raw" << QStringList{"--format", "Mono8"} << "there is no folder absent";
     QTest::newRow("a black level at a format's full scale")
         << "f.raw" << QStringList{"--format", "Mono14", "--black-level", "16383"}
-        << "--black-level: 16383 leaves no room below 16383";
+        << "--black-level: 16383 leaves no room below 16383; give a lower one or more bits";
     QTest::newRow("a black level at full scale")
         << "f.pgm" << QStringList{"--depth", "8", "--black-level", "255"} << "--black-level";
 }
