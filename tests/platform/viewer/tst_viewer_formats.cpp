@@ -151,8 +151,8 @@ void TestViewerFormats::everyFormatIsShown()
                         static_cast<std::uint16_t>(0x4C << (depth - 8)),
                         static_cast<std::uint16_t>(0x13 << (depth - 8))};
     const QRgb expected = isColour(code) ? qRgb(0xB7, 0x4C, 0x13) : qRgb(0xB7, 0xB7, 0xB7);
-    const std::pair<QSize, std::uint32_t> shapes[] = {
-        {{2, 2}, 0}, {{3, 5}, 1}, {{7, 2}, 6}, {{40, 30}, 0}, {{41, 31}, 3}};
+    const std::pair<QSize, std::uint32_t> shapes[] = {{{1, 1}, 0}, {{2, 2}, 0},   {{3, 5}, 1},
+                                                      {{7, 2}, 6}, {{40, 30}, 0}, {{41, 31}, 3}};
     for (const auto& [size, padding] : shapes) {
         const GuardedImage image(flatFrame(code, size, colour, padding));
         const _ZorImage record = image.record();
