@@ -51,6 +51,8 @@ private slots:
     void recordsBelongToTheRefresh();
     void withoutResultNothingIsShown_data();
     void withoutResultNothingIsShown();
+    void bothImagesMakeAResult_data();
+    void bothImagesMakeAResult();
     void withoutAdaptersTheWaitCursorStays();
     void refreshGivesCursorAndLockBack();
     void viewerThatFailsIsNotAsked();
@@ -272,6 +274,44 @@ void tst_live_views::withoutResultNothingIsShown()
         d.take(TestFrame(6, 4, 12, sloped));
     d.ShowAll();
     QVERIFY(FakeViewer::calls().empty());
+    QCOMPARE(restoreAllCursors(), 0);
+    QVERIFY(!d.m_viewLock.heldByThisThread());
+}
+
+void tst_live_views::bothImagesMakeAResult_data()
+{
+    QTest::addColumn<bool>("columnsMissing");
+    QTest::addColumn<bool>("rowsMissing");
+    QTest::addColumn<bool>("both");
+    QTest::addColumn<bool>("shown");
+    QTest::newRow("the column pass's image is chosen and missing") << true << false << false << false;
+    QTest::newRow("it is missing and the other one is chosen") << true << false << true << true;
+    QTest::newRow("the other one is missing and not chosen") << false << true << false << false;
+    QTest::newRow("the other one is missing and chosen") << false << true << true << false;
+}
+
+void tst_live_views::bothImagesMakeAResult()
+{
+    QFETCH(bool, columnsMissing);
+    QFETCH(bool, rowsMissing);
+    QFETCH(bool, both);
+    QFETCH(bool, shown);
+    DialogProbe d;
+    d.ui.chBShowY->setChecked(both);
+    d.show();
+    d.take(TestFrame(6, 4, 12, sloped));
+    QVERIFY(d.RunCorrection());
+    std::uint16_t* const columns = d.m_flatX;
+    std::uint16_t* const rows = d.m_flatY;
+    if (columnsMissing)
+        d.m_flatX = nullptr;
+    if (rowsMissing)
+        d.m_flatY = nullptr;
+    d.ShowAll();
+    d.m_flatX = columns;
+    d.m_flatY = rows;
+    QCOMPARE(shownIn(d.ui.gVUp).size(), std::size_t{shown});
+    QCOMPARE(shownIn(d.ui.gVDown).size(), std::size_t{shown});
     QCOMPARE(restoreAllCursors(), 0);
     QVERIFY(!d.m_viewLock.heldByThisThread());
 }

@@ -143,11 +143,15 @@ void tst_splitter_handles::pressOutsideDoesNothing()
 void tst_splitter_handles::movesWithoutPressAreSilent()
 {
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
-    QSignalSpy moved(&bar, &CSplitterHandle::handleMoved);
-    enter(bar);
-    send(bar, QEvent::MouseMove, {1, 1});
-    send(bar, QEvent::MouseMove, {4, 4});
-    QCOMPARE(moved.count(), 0);
+    CCrossSplitterHandle cross(0, nullptr);
+    QSignalSpy barMoved(&bar, &CSplitterHandle::handleMoved);
+    QSignalSpy crossMoved(&cross, SIGNAL(handleMoved(int, int, int)));
+    for (QWidget* handle : {static_cast<QWidget*>(&bar), static_cast<QWidget*>(&cross)}) {
+        enter(*handle);
+        send(*handle, QEvent::MouseMove, {1, 1});
+        send(*handle, QEvent::MouseMove, {4, 4});
+    }
+    QCOMPARE(barMoved.count() + crossMoved.count(), 0);
 }
 
 void tst_splitter_handles::everyButtonDrags_data()
