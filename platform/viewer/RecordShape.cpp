@@ -78,12 +78,13 @@ ViewerStatus checkRecord(const _ZorImage* image)
     if (image->pitch < tightPitch(image->pixelType, image->width) ||
         image->imageSize < neededBytes(image->pixelType, image->width, image->height, image->pitch))
         return ViewerStatus::Argument;
-    const PixelRoute route = pixelRoute(*image);
-    if (route == PixelRoute::Luma)
-        return ViewerStatus::Ok;
+    // Processors take samples as wide as the depth tells.
     const std::uint32_t sampleBits = pixelTypeSampleBits(image->pixelType);
-    const std::uint32_t heldBits = route == PixelRoute::AsIs && sampleBits > 8 ? 16 : sampleBits;
-    if (image->depth == 0 || image->depth > heldBits ||
+    const bool isPlain = pixelTypePackingClass(image->pixelType) == PackingClass::Plain;
+    const std::uint32_t heldBits = isPlain && sampleBits > 8 ? 16 : sampleBits;
+    if (image->depth == 0 || image->depth > heldBits)
+        return ViewerStatus::Argument;
+    if (pixelRoute(*image) != PixelRoute::Luma &&
         image->channels != pixelTypeTableRow(image->pixelType)->channels)
         return ViewerStatus::Argument;
     return ViewerStatus::Ok;

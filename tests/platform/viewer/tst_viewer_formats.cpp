@@ -385,12 +385,14 @@ void TestViewerFormats::badRecordsOfEveryFormatLeaveThePicture()
         [](_ZorImage& record) { record.height = 0x40000000; },
         [](_ZorImage& record) { record.pixelBits += 8; },
         [](_ZorImage& record) { record.packing ^= 0x1000; },
+        [](_ZorImage& record) { record.depth = 0; },
+        [](_ZorImage& record) { record.depth = 17; },
+        [](_ZorImage& record) { record.depth = 32; },
     };
-    if (isColour(code)) {
-        faults.push_back([](_ZorImage& record) { record.depth = 0; });
-        faults.push_back([](_ZorImage& record) { record.depth = 17; });
+    if (pixelTypeSampleBits(code) == 8)
+        faults.push_back([](_ZorImage& record) { record.depth = 9; });
+    if (isColour(code))
         faults.push_back([](_ZorImage& record) { record.channels -= 1; });
-    }
     for (std::size_t i = 0; i < faults.size(); ++i) {
         _ZorImage record = good;
         faults[i](record);
