@@ -26,7 +26,7 @@ public:
 
     int descriptor() const { return m_descriptor; }
 
-    /// All that stands in it; less when reading fails.
+    /// All that stands in it. Throws std::runtime_error: half a file must not pass for a whole one.
     std::string bytes() const
     {
         const off_t size = ::lseek(m_descriptor, 0, SEEK_END);
@@ -36,10 +36,10 @@ public:
             const ssize_t count =
                 ::pread(m_descriptor, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
             if (count <= 0)
-                break;
+                throw std::runtime_error(
+                    "the picture's TIFF file cannot be read back from memory; choose another kind of file");
             done += static_cast<std::size_t>(count);
         }
-        bytes.resize(done);
         return bytes;
     }
 
