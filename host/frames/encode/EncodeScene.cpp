@@ -5,6 +5,7 @@
 #include "host/frames/encode/PackLine.h"
 #include "image/LineBytes.h"
 #include "image/PixelTypeCode.h"
+#include "image/UnpackRow.h"
 #include "image/ZorPixelTypeTable.h"
 
 #include <algorithm>
@@ -15,10 +16,10 @@ namespace {
 
 const ZorPixelTypeRow& rowOf(std::uint32_t pixelType)
 {
-    const std::uint32_t index = pixelTypeRow(pixelType) - 1;
-    if (index >= ZorPixelTypeCount || ZorPixelTypeTable[index].code != pixelType)
+    const ZorPixelTypeRow* row = pixelTypeTableRow(pixelType);
+    if (!row)
         throw std::invalid_argument("the code " + std::to_string(pixelType) + " is not a pixel format");
-    return ZorPixelTypeTable[index];
+    return *row;
 }
 
 void checkScene(const Scene& scene, const ZorPixelTypeRow& row)
@@ -67,7 +68,7 @@ Frame encodeScene(const Scene& scene, std::uint32_t pixelType, const EncodeLayou
     frame.depthSource = std::string("format ") + row.name;
     frame.pixels.assign(std::size_t{frame.pitch} * frame.height, layout.padding);
 
-    const std::uint32_t perPixel = storedSamplesPerPixel(row);
+    const std::uint32_t perPixel = samplesPerPixel(pixelType);
     const auto lineBytes = static_cast<std::size_t>(tightPitch(pixelType, scene.width));
     for (std::uint32_t y = 0; y < scene.height; ++y) {
         std::uint8_t* line = frame.pixels.data() + std::size_t{y} * frame.pitch;

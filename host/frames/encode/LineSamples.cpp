@@ -3,8 +3,8 @@
 #include "host/frames/encode/ColourCell.h"
 #include "host/frames/encode/Rec601.h"
 #include "image/PixelTypeCode.h"
+#include "image/UnpackRow.h"
 
-#include <iterator>
 #include <sstream>
 #include <string>
 
@@ -51,16 +51,10 @@ std::string storedLetters(const ZorPixelTypeRow& row)
 
 } // namespace
 
-std::uint32_t storedSamplesPerPixel(const ZorPixelTypeRow& row)
-{
-    const bool sharedChroma = pixelTypeFamily(row.code) == PixelFamily::Yuv && row.channels == 3;
-    return sharedChroma ? 2 : row.channels;
-}
-
 std::vector<std::uint16_t> lineSamples(const Scene& scene, const ZorPixelTypeRow& row, std::uint32_t y)
 {
     const std::uint32_t bits = pixelTypeSampleBits(row.code);
-    const std::uint32_t perPixel = storedSamplesPerPixel(row);
+    const std::uint32_t perPixel = samplesPerPixel(row.code);
     std::vector<std::uint16_t> samples;
     samples.reserve(std::size_t{scene.width} * perPixel);
     const auto add = [&](char letter, const Rgb& colour) {
