@@ -240,7 +240,11 @@ void TestConvertMosaic::aMissingColourHasNoShare_data()
     QTest::newRow("a line of red and green")
         << indexOf("BayerRG8") << 4U << QVector<int>{100, 200, 60, 20}
         << QVector<int>{red(100, 200), red(80, 200), red(60, 110), red(60, 20)};
-    QTest::newRow("a column of red and green")
+    const auto blue = [](int b, int g) { return int((114 * b + 587 * g) / 701.0 + 0.5); };
+    QTest::newRow("a column of green and blue")
+        << indexOf("BayerGR8") << 1U << QVector<int>{100, 200, 60, 20}
+        << QVector<int>{blue(200, 100), blue(200, 80), blue(110, 60), blue(20, 60)};
+    QTest::newRow("one pixel of green")
         << indexOf("BayerGR8") << 1U << QVector<int>{100} << QVector<int>{100};
     QTest::newRow("one pixel of blue")
         << indexOf("BayerBG16") << 1U << QVector<int>{4711} << QVector<int>{4711};
