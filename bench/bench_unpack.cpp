@@ -2,9 +2,9 @@
 // run.
 //
 //   unpack/FORMAT    a mono format's row function alone, into memory that was touched before, as is the
-//   copy's convert/FORMAT   the whole converter to mono of the format's own depth; its result is a new record
-//   each time,
-//                    and so the copy is a clone of that: both pay for the first touch of their pages
+//                    copy's
+//   convert/FORMAT   the whole converter to mono of the format's own depth; its result is a new record each
+//                    time, and so the copy is a clone of it: both pay for the first touch of their pages
 //
 //   ns_per_pixel     the fastest of all iterations
 //   copy             nanoseconds per pixel of the fastest copy

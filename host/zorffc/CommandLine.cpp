@@ -33,7 +33,8 @@ int parse(CLI::App& app, int argc, char** argv)
     try {
         app.parse(argc, argv);
         if (app.get_subcommands().empty())
-            return reportError("no command; name one: compute, report, convert, formats or simulate; see zorffc --help");
+            return reportError(
+                "no command; name one: compute, report, convert, formats or simulate; see zorffc --help");
     } catch (const CLI::Success& success) {
         // Help and version: the parser prints what was asked for.
         app.exit(success);
