@@ -78,6 +78,8 @@ private slots:
     void theGridOwnsItsPanes();
     void theCrossLiesAboveTheBars();
     void mouseEventsOnTheGapsEndInTheGrid();
+    void aGapWithoutAHandleMovesItsPanesAlone_data();
+    void aGapWithoutAHandleMovesItsPanesAlone();
     void aGridThatIsNotSquareSkipsTheMissingHandle();
     void aFillDoesNotShowHiddenPanes();
     void slotsStandInTheirOrder();
@@ -297,6 +299,29 @@ void tst_grid_splitter::mouseEventsOnTheGapsEndInTheGrid()
     QCOMPARE(parent.presses, 1);
 }
 
+void tst_grid_splitter::aGapWithoutAHandleMovesItsPanesAlone_data()
+{
+    QTest::addColumn<int>("gap");
+    QTest::addColumn<QList<QRect>>("panes");
+    QTest::newRow("behind the last column")
+        << 1 << QList<QRect>{{0, 0, 47, 37}, {52, 0, 87, 37}, {0, 42, 47, 37}, {52, 42, 87, 37}};
+    QTest::newRow("before the first column")
+        << -1 << QList<QRect>{{40, 0, 7, 37}, {52, 0, 47, 37}, {40, 42, 7, 37}, {52, 42, 47, 37}};
+    QTest::newRow("nowhere") << 7 << Grid().paneRects();
+}
+
+// Only a handle's place is limited, so that a gap without one takes any way.
+void tst_grid_splitter::aGapWithoutAHandleMovesItsPanesAlone()
+{
+    QFETCH(int, gap);
+    QFETCH(QList<QRect>, panes);
+    Grid g(100, 80);
+    g.grid.moveSplitter(gap, Qt::Vertical, 40);
+    QCOMPARE(g.paneRects(), panes);
+    QCOMPARE(g.vertical->x(), 47);
+    QCOMPARE(g.cross->pos(), QPoint(47, 37));
+}
+
 void tst_grid_splitter::aGridThatIsNotSquareSkipsTheMissingHandle()
 {
     CGridSplitter grid(nullptr);
@@ -306,6 +331,11 @@ void tst_grid_splitter::aGridThatIsNotSquareSkipsTheMissingHandle()
         panes << new QWidget;
     QCOMPARE(grid.setWidgets(panes, 1, 3), 0);
     QCOMPARE(panes.at(2)->geometry(), QRect(70, 0, 30, 80));
+    // A vertical bar is looked for behind a horizontal one, so that these stay where they were made.
+    const auto bars = grid.findChildren<CSplitterHandle*>();
+    QCOMPARE(bars.size(), 2);
+    for (const CSplitterHandle* bar : bars)
+        QCOMPARE(bar->pos(), QPoint(0, 0));
 }
 
 void tst_grid_splitter::aFillDoesNotShowHiddenPanes()

@@ -68,16 +68,24 @@ void tst_splitter_handles::cursorTellsTheDirection()
     QFETCH(int, kind);
     QFETCH(int, shape);
     std::unique_ptr<QWidget> handle;
-    if (kind)
-        handle = std::make_unique<CSplitterHandle>(0, Qt::Orientation(kind), nullptr);
-    else
-        handle = std::make_unique<CCrossSplitterHandle>(0, nullptr);
+    int told = -1;
+    const auto noteCursor = [&] { told = handle->cursor().shape(); };
+    if (kind) {
+        auto bar = std::make_unique<CSplitterHandle>(0, Qt::Orientation(kind), nullptr);
+        connect(bar.get(), &CSplitterHandle::cursorInside, noteCursor);
+        handle = std::move(bar);
+    } else {
+        auto cross = std::make_unique<CCrossSplitterHandle>(0, nullptr);
+        connect(cross.get(), &CCrossSplitterHandle::cursorInside, noteCursor);
+        handle = std::move(cross);
+    }
     QSignalSpy entered(handle.get(), SIGNAL(cursorInside()));
     QVERIFY(!handle->testAttribute(Qt::WA_SetCursor));
 
     enter(*handle);
     QCOMPARE(int(handle->cursor().shape()), shape);
     QCOMPARE(entered.count(), 1);
+    QCOMPARE(told, shape);
 
     leave(*handle);
     QCOMPARE(int(handle->cursor().shape()), shape);
