@@ -45,8 +45,10 @@ private slots:
     void upperViewGetsTheFrame();
     void lowerViewGetsTheChosenImage_data();
     void lowerViewGetsTheChosenImage();
+    void sameGeometryStartsNoViewerAgain();
     void boxTickedAloneChangesNothing();
     void lowerImageAboveEightBitsIsOneBlock();
+    void narrowingTakesTheSecondPassesStep();
     void upperImageIsDoneBeforeTheLowerStarts();
     void recordsBelongToTheRefresh();
     void withoutResultNothingIsShown_data();
@@ -195,6 +197,18 @@ void tst_live_views::lowerViewGetsTheChosenImage()
     QVERIFY2(differing > 0, "the two images are alike, so the choice would not show");
 }
 
+void tst_live_views::sameGeometryStartsNoViewerAgain()
+{
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame(6, 4, 12, sloped));
+    d.Update();
+    QCOMPARE(FakeViewer::callsOf("configure").size(), std::size_t{2});
+    d.Update();
+    QCOMPARE(FakeViewer::callsOf("configure").size(), std::size_t{2});
+    QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t{4});
+}
+
 void tst_live_views::boxTickedAloneChangesNothing()
 {
     DialogProbe d;
@@ -233,6 +247,27 @@ void tst_live_views::lowerImageAboveEightBitsIsOneBlock()
         QCOMPARE(int(padded.pixels.at(i)), 0);
 }
 
+// Lines of 10 bytes that hold 5 pixels, from the first working image with the step of the second.
+void tst_live_views::narrowingTakesTheSecondPassesStep()
+{
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame(5, 3, 8, sloped, 10));
+    QVERIFY(d.RunCorrection());
+    QCOMPARE(d.m_step, 10);
+    // Both working images have 6 cells a line; a step of 5 shows which of the two is looked at.
+    QCOMPARE(d.m_flatXStep, 12);
+    QCOMPARE(d.m_flatYStep, 12);
+    d.m_flatYStep = 10;
+    d.ShowAll();
+    const ViewerCall lower = shownIn(d.ui.gVDown).at(0);
+    QCOMPARE(lower.record.pitch, 10u);
+    for (int y = 0; y < 3; ++y) {
+        for (int x = 0; x < 5; ++x)
+            QCOMPARE(int(lower.pixels.at(std::size_t(10 * y + x))), std::min(int(d.m_flatX[5 * y + x]), 255));
+    }
+}
+
 void tst_live_views::upperImageIsDoneBeforeTheLowerStarts()
 {
     DialogProbe d;
@@ -261,17 +296,24 @@ void tst_live_views::recordsBelongToTheRefresh()
 void tst_live_views::withoutResultNothingIsShown_data()
 {
     QTest::addColumn<bool>("frame");
-    QTest::newRow("no frame") << false;
-    QTest::newRow("a frame that is not computed") << true;
+    QTest::addColumn<bool>("firstPass");
+    QTest::newRow("no frame") << false << false;
+    QTest::newRow("a frame that is not computed") << true << false;
+    QTest::newRow("the column pass alone, which the lower view would show") << true << true;
 }
 
 void tst_live_views::withoutResultNothingIsShown()
 {
     QFETCH(bool, frame);
+    QFETCH(bool, firstPass);
     DialogProbe d;
     d.show();
     if (frame)
         d.take(TestFrame(6, 4, 12, sloped));
+    if (firstPass)
+        QVERIFY(d.ComputeColumnGains() && d.ApplyColumnGains(true));
+    QCOMPARE(d.m_flatX != nullptr, firstPass);
+    QVERIFY(!d.m_flatY);
     d.ShowAll();
     QVERIFY(FakeViewer::calls().empty());
     QCOMPARE(restoreAllCursors(), 0);

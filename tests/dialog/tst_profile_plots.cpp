@@ -67,6 +67,7 @@ private slots:
     void evenFrameGivesAnEmptyRange();
     void eightBitAxisFollowsCellsAbove255();
     void curvesAreRebuiltNotAdded();
+    void curvesComeAndGoInTheirOrder();
     void curvesStayUntilTheNextRefresh();
     void missingLineLeavesThePlots();
     void plotsSetNothingElse();
@@ -208,6 +209,24 @@ void tst_profile_plots::curvesAreRebuiltNotAdded()
     QCOMPARE(titlesIn(d.ui.PlotUp), (QStringList{"Up X", "Up Y"}));
     compareSamples(curveIn(d.ui.PlotUp, "Up X"), d.m_columnLine, 3);
     compareSamples(curveIn(d.ui.PlotUp, "Up Y"), d.m_rowLine, 9);
+}
+
+void tst_profile_plots::curvesComeAndGoInTheirOrder()
+{
+    QStringList order;
+    DialogProbe d;
+    d.ui.chBShowY->setChecked(true);
+    d.show();
+    d.take(TestFrame(7, 5, 12, sloped));
+    d.Update();
+    for (const QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown}) {
+        connect(plot, &QwtPlot::itemAttached, [&order](const QwtPlotItem* item, bool isOn) {
+            order << (isOn ? "+ " : "- ") + item->title().text();
+        });
+    }
+    d.Update();
+    QCOMPARE(order, (QStringList{"- Down X", "- Down Y", "- Up X", "- Up Y", "+ Up X", "+ Up Y", "+ Down X",
+                                 "+ Down Y"}));
 }
 
 void tst_profile_plots::curvesStayUntilTheNextRefresh()

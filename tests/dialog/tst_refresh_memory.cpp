@@ -97,6 +97,7 @@ private slots:
     void init();
     void cleanup();
     void goodRefreshTakesEightBlocksAndGivesThemBack();
+    void upperBlockIsGivenBackBeforeTheLowerViewStarts();
     void failingImageShowsABoxAndLeavesTheSight_data();
     void failingImageShowsABoxAndLeavesTheSight();
     void failingImageOfAnUpdate();
@@ -134,6 +135,20 @@ void RefreshMemory::goodRefreshTakesEightBlocksAndGivesThemBack()
     QCOMPARE(liveBlocks(), p.blocks);
     QVERIFY(plotted(p.dialog) != p.before);
     QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t{2});
+}
+
+void RefreshMemory::upperBlockIsGivenBackBeforeTheLowerViewStarts()
+{
+    DialogProbe d;
+    d.show();
+    d.take(slopedFrame());
+    QVERIFY(d.RunCorrection());
+    const int before = liveBlocks();
+    QVector<int> held;
+    FakeViewer::script().onConfigure = [&](QWidget*) { held << liveBlocks() - before; };
+    d.ShowAll();
+    QCOMPARE(held, (QVector<int>{2, 1}));
+    QCOMPARE(liveBlocks(), before);
 }
 
 void RefreshMemory::failingImageShowsABoxAndLeavesTheSight_data()
