@@ -1,25 +1,12 @@
 #include "dialog/CFFCUtility.h"
+#include "dialog/LocalRecord.h"
 #include "dialog/Message.h"
 #include "engine/Allocation.h"
 #include "image/MonoTarget.h"
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
 
-#include <algorithm>
 #include <cstring>
-
-namespace {
-
-/// Bytes of the block that holds the converted pixels. It covers the host's width and height also when the
-/// converted record is smaller, so that no stage reads past it.
-std::size_t blockBytes(const _ZorImage& converted, const _ZorImage& host)
-{
-    const std::uint64_t pixelBytes = converted.depth == 8 ? 1 : 2;
-    const std::uint64_t lines = host.height == 0 ? 0 : (host.height - std::uint64_t{1}) * converted.pitch;
-    return std::max<std::uint64_t>(converted.imageSize, lines + host.width * pixelBytes);
-}
-
-} // namespace
 
 void CFFCUtility::SetFrame(_ZorImage* image)
 {
@@ -38,7 +25,7 @@ void CFFCUtility::SetFrame(_ZorImage* image)
         showMessage(QStringLiteral("Converter error!"));
         return;
     }
-    const std::size_t bytes = blockBytes(*converted, *image);
+    const std::size_t bytes = coveringBytes(*converted, image->width, image->height);
     m_image = static_cast<std::uint8_t*>(zorAllocate(bytes));
     if (!m_image) {
         // The converted record is lost here: deliberate, see docs/decisions.md.

@@ -65,7 +65,8 @@ void CFFCUtility::ShowAll()
     std::memcpy(upper.data, m_image, upper.imageSize);
 
     _ZorImage lower = upper;
-    lower.data = static_cast<std::uint8_t*>(zorAllocate(lower.imageSize));
+    // The narrowing writes all pixels that the host told, also when the converter delivered less.
+    lower.data = static_cast<std::uint8_t*>(zorAllocate(coveringBytes(lower, lower.width, lower.height)));
     if (!lower.data) {
         // The upper block is lost here: deliberate, see docs/decisions.md.
         QGuiApplication::restoreOverrideCursor();

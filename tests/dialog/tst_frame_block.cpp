@@ -1,9 +1,12 @@
 #include "fakes/FakeConverter.h"
+#include "fakes/FakeViewer.h"
 #include "support/Cursors.h"
 #include "support/DialogProbe.h"
 
 #include <QCheckBox>
 #include <QTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -12,8 +15,9 @@ constexpr int HostHeight = 5;
 
 } // namespace
 
-/// Converted records that do not cover the size that the host tells. No stage reads past the frame's block,
-/// which the address sanitizer watches, and what the record lacks counts as black.
+/// Converted records that do not cover the size that the host tells. No stage reads past the frame's block
+/// and no refresh writes past an image's, which the address sanitizer watches; what the record lacks counts
+/// as black.
 class FrameBlock : public QObject
 {
     Q_OBJECT
@@ -27,6 +31,7 @@ private slots:
 void FrameBlock::cleanup()
 {
     fakeConverter = FakeConverter();
+    FakeViewer::reset();
     restoreAllCursors();
 }
 
@@ -67,6 +72,7 @@ void FrameBlock::runTakesTheMissingPixelsAsBlack()
     fakeConverter.deliver(record, pixels);
     DialogProbe d;
     d.ui.chBShowY->setChecked(true);
+    d.show();
     d.take(host);
 
     QCOMPARE(d.m_width, HostWidth);
@@ -100,6 +106,20 @@ void FrameBlock::runTakesTheMissingPixelsAsBlack()
     }
     QVERIFY(d.m_flatY && d.m_flatRowLine);
     QCOMPARE(d.m_rangeXMax, HostWidth);
+
+    FakeViewer::calls().clear();
+    d.ShowAll();
+    const std::vector<ViewerCall> shown = FakeViewer::callsOf("display");
+    QCOMPARE(shown.size(), std::size_t{2});
+    const std::vector<std::uint8_t>& lower = shown.at(1).pixels;
+    QCOMPARE(lower.size(), std::size_t(size * pixelBytes));
+    // Lines that overlap hold no picture, and one block copy goes by the working image's step.
+    for (int y = 0; y < HostHeight && depth == 8 && pitch >= HostWidth; ++y) {
+        for (int x = 0; x < HostWidth && y * pitch + x < size; ++x) {
+            const int cell = d.m_flatY[y * d.m_flatYStep / 2 + x];
+            QCOMPARE(int(lower.at(std::size_t(y * pitch + x))), std::min(cell, 255));
+        }
+    }
 }
 
 QTEST_MAIN(FrameBlock)
