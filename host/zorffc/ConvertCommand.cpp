@@ -58,7 +58,9 @@ void addConvertCommand(CLI::App& app)
     const auto arguments = std::make_shared<ConvertArguments>();
     CLI::App* command = app.add_subcommand("convert", "Turns a frame into a grey picture file");
     addDumpArguments(*command, arguments->frame);
-    command->add_option("OUT", arguments->output, "The .png, .tiff, .tif or .pgm file to write")->required();
+    command->add_option("OUT", arguments->output, "The .png, .tiff, .tif or .pgm file to write")
+        ->required()
+        ->type_name("FILE");
     addChoice(*command, "--depth", arguments->depth, {8, 10, 12, 16},
               "Bits of the picture's samples (default: the frame's own, 14 come down to 8)");
     command->callback([arguments] { convert(*arguments); });

@@ -121,8 +121,10 @@ void addFormatsCommand(CLI::App& app)
 {
     const auto part = std::make_shared<std::string>();
     CLI::App* command = app.add_subcommand("formats", "Prints the table of the pixel formats");
-    command->add_option("TEXT", *part,
-                        "Only formats with this text in their name or family, in small or capital letters");
+    command
+        ->add_option("TEXT", *part,
+                     "Only formats with this text in their name or family, in small or capital letters")
+        ->type_name("");
     command->callback([part] { printFormats(*part); });
 }
 

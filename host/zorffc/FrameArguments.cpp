@@ -11,7 +11,8 @@ namespace zor {
 CLI::Option* addDumpArguments(CLI::App& command, FrameArguments& arguments)
 {
     command.add_option("FRAME", arguments.path, "PGM, PNG or TIFF file in grey, or a raw dump with --format")
-        ->required();
+        ->required()
+        ->type_name("FILE");
     CLI::Option* format = command
                               .add_option("--format", arguments.format,
                                           "FRAME is a raw dump in this pixel format, like Mono12p")

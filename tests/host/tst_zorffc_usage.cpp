@@ -29,7 +29,9 @@ void tst_zorffc_usage::helpAndVersionEndWell_data()
     QTest::newRow("help of simulate") << QStringList{"simulate", "--help"} << "--vignetting";
     QTest::newRow("help of convert") << QStringList{"convert", "--help"} << "--packed-order";
     QTest::newRow("help of simulate names formats") << QStringList{"simulate", "--help"} << "--format NAME";
-    QTest::newRow("help of formats") << QStringList{"formats", "--help"} << "TEXT";
+    QTest::newRow("help of formats") << QStringList{"formats", "--help"} << "  TEXT      ";
+    QTest::newRow("help of convert tells of its files")
+        << QStringList{"convert", "--help"} << "OUT FILE REQUIRED";
     QTest::newRow("help of report") << QStringList{"report", "--help"} << "--ffc";
 }
 
