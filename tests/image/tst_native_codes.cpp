@@ -1,7 +1,7 @@
 #include "image/LineBytes.h"
 #include "image/NativeCodes.h"
 #include "image/PixelTypeCode.h"
-#include "image/ZorFormatFromCode.h"
+#include "image/TestRecords.h"
 #include "image/ZorPixelTypeTable.h"
 #include "platform/GuardedBytes.h"
 
@@ -15,15 +15,8 @@ namespace {
 
 _ZorImage recordOf(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch)
 {
-    _ZorImage record{};
-    record.recordSize = ZorImageRecordSize;
-    record.recordVersion = ZorImageRecordVersion;
-    static_cast<ZorFormatBlock&>(record) = ZorFormatFromCode(code);
-    record.width = width;
-    record.height = height;
-    record.pitch = pitch;
-    record.imageSize = static_cast<std::uint32_t>(neededBytes(code, width, height, pitch));
-    return record;
+    return ::recordOf(code, width, height, pitch, nullptr,
+                      static_cast<std::size_t>(neededBytes(code, width, height, pitch)));
 }
 
 QVector<int> listOf(const zor::NativeCodes& native)
