@@ -9,6 +9,6 @@ extern "C" {
 /// A block of the given size, at least one byte, with unset content; null when memory runs out.
 void* zorAllocate(std::size_t bytes);
 
-/// Gives a block back; a large one may be kept for a later allocation. Null is ignored.
+/// Gives a block back. Null is ignored.
 void zorRelease(void* block);
 }
