@@ -78,6 +78,7 @@ private slots:
     void theGridOwnsItsPanes();
     void theCrossLiesAboveTheBars();
     void mouseEventsOnTheGapsEndInTheGrid();
+    void anyOtherDirectionMovesNothing();
     void aGapWithoutAHandleMovesItsPanesAlone_data();
     void aGapWithoutAHandleMovesItsPanesAlone();
     void aGridThatIsNotSquareSkipsTheMissingHandle();
@@ -297,6 +298,18 @@ void tst_grid_splitter::mouseEventsOnTheGapsEndInTheGrid()
     QCOMPARE(parent.presses, 0);
     QTest::mousePress(&parent, Qt::LeftButton, {}, {55, 55});
     QCOMPARE(parent.presses, 1);
+}
+
+void tst_grid_splitter::anyOtherDirectionMovesNothing()
+{
+    Grid g(100, 80);
+    const QList<QRect> before = g.paneRects();
+    for (const int direction : {0, 3}) {
+        g.grid.moveSplitter(0, Qt::Orientation(direction), 5);
+        QCOMPARE(g.paneRects(), before);
+        QCOMPARE(QPoint(g.vertical->x(), g.horizontal->y()), QPoint(47, 37));
+        QCOMPARE(g.cross->pos(), QPoint(47, 37));
+    }
 }
 
 void tst_grid_splitter::aGapWithoutAHandleMovesItsPanesAlone_data()

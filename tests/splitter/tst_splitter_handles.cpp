@@ -46,6 +46,7 @@ private slots:
     void everyButtonDrags();
     void barReleasedOutsideStaysCaught();
     void crossReleasedOutsideIsFree();
+    void leavingDoesNotEndADrag();
     void theWayIsTakenFromThePressAlways();
     void crossTellsOfTheCatchBeforeItStoresThePlace();
     void barStoresThePlaceBeforeItTellsOfTheCatch();
@@ -60,6 +61,7 @@ void tst_splitter_handles::cursorTellsTheDirection_data()
     QTest::addColumn<int>("shape");
     QTest::newRow("a vertical bar moves left and right") << int(Qt::Vertical) << int(Qt::SplitHCursor);
     QTest::newRow("a horizontal bar moves up and down") << int(Qt::Horizontal) << int(Qt::SplitVCursor);
+    QTest::newRow("a bar of any other direction") << 3 << int(Qt::SplitVCursor);
     QTest::newRow("a cross moves both ways") << 0 << int(Qt::SizeAllCursor);
 }
 
@@ -97,6 +99,7 @@ void tst_splitter_handles::barReportsTheWayAlongItsAxis_data()
     QTest::addColumn<int>("delta");
     QTest::newRow("a vertical bar reports x") << int(Qt::Vertical) << 7;
     QTest::newRow("a horizontal bar reports y") << int(Qt::Horizontal) << 3;
+    QTest::newRow("a bar of any other direction reports y") << 3 << 3;
 }
 
 void tst_splitter_handles::barReportsTheWayAlongItsAxis()
@@ -168,17 +171,26 @@ void tst_splitter_handles::everyButtonDrags_data()
     QTest::newRow("left") << int(Qt::LeftButton);
     QTest::newRow("right") << int(Qt::RightButton);
     QTest::newRow("middle") << int(Qt::MiddleButton);
+    QTest::newRow("back") << int(Qt::BackButton);
 }
 
 void tst_splitter_handles::everyButtonDrags()
 {
     QFETCH(int, button);
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
-    QSignalSpy moved(&bar, &CSplitterHandle::handleMoved);
-    enter(bar);
-    send(bar, QEvent::MouseButtonPress, {0, 0}, Qt::MouseButton(button));
-    send(bar, QEvent::MouseMove, {1, 0}, Qt::MouseButton(button));
-    QCOMPARE(moved.count(), 1);
+    CCrossSplitterHandle cross(0, nullptr);
+    QSignalSpy barMoved(&bar, &CSplitterHandle::handleMoved);
+    QSignalSpy crossMoved(&cross, SIGNAL(handleMoved(int, int, int)));
+    for (QWidget* handle : {static_cast<QWidget*>(&bar), static_cast<QWidget*>(&cross)}) {
+        enter(*handle);
+        send(*handle, QEvent::MouseButtonPress, {0, 0}, Qt::MouseButton(button));
+        send(*handle, QEvent::MouseMove, {1, 0}, Qt::MouseButton(button));
+        // Any button lets go again.
+        send(*handle, QEvent::MouseButtonRelease, {1, 0}, Qt::MouseButton(button));
+        send(*handle, QEvent::MouseMove, {2, 0}, Qt::MouseButton(button));
+    }
+    QCOMPARE(barMoved.count(), 1);
+    QCOMPARE(crossMoved.count(), 1);
 }
 
 void tst_splitter_handles::barReleasedOutsideStaysCaught()
@@ -208,6 +220,22 @@ void tst_splitter_handles::crossReleasedOutsideIsFree()
     send(cross, QEvent::MouseButtonRelease, {40, 0});
     send(cross, QEvent::MouseMove, {41, 0});
     QCOMPARE(moved.count(), 0);
+}
+
+void tst_splitter_handles::leavingDoesNotEndADrag()
+{
+    CSplitterHandle bar(0, Qt::Horizontal, nullptr);
+    CCrossSplitterHandle cross(0, nullptr);
+    QSignalSpy barMoved(&bar, &CSplitterHandle::handleMoved);
+    QSignalSpy crossMoved(&cross, SIGNAL(handleMoved(int, int, int)));
+    for (QWidget* handle : {static_cast<QWidget*>(&bar), static_cast<QWidget*>(&cross)}) {
+        enter(*handle);
+        send(*handle, QEvent::MouseButtonPress, {0, 0});
+        leave(*handle);
+        send(*handle, QEvent::MouseMove, {30, 30});
+    }
+    QCOMPARE(barMoved.count(), 1);
+    QCOMPARE(crossMoved.count(), 1);
 }
 
 void tst_splitter_handles::theWayIsTakenFromThePressAlways()
