@@ -60,8 +60,6 @@ private slots:
     void viewerThatFailsIsNotAsked();
     void failedImageIsIgnored();
     void requestsFromWithinARefreshAreDropped();
-    void untickedHighlightsTakeTheProcessorOut();
-    void highlightsBeforeTheFirstImageSendNothing();
 };
 
 void tst_live_views::init()
@@ -438,37 +436,6 @@ void tst_live_views::requestsFromWithinARefreshAreDropped()
     QCOMPARE(d.m_width, 6);
     QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t{2});
     QVERIFY(FakeViewer::callsOf("cmd.display.view.at").empty());
-}
-
-void tst_live_views::untickedHighlightsTakeTheProcessorOut()
-{
-    DialogProbe d;
-    d.show();
-    d.take(TestFrame(6, 4, 12, sloped));
-    d.Update();
-    d.ui.chBHighlights->setChecked(true);
-    QTest::mouseClick(d.ui.chBHighlights, Qt::LeftButton, {}, QPoint(8, d.ui.chBHighlights->height() / 2));
-    QVERIFY(!d.ui.chBHighlights->isChecked());
-    QCOMPARE(FakeViewer::callsOf("run").size(), std::size_t{1});
-    QCOMPARE(FakeViewer::callsOf("run").at(0).text, std::string("processing.proc.del"));
-    QCOMPARE(shownIn(d.ui.gVUp).size(), std::size_t{2});
-
-    // Also when the frame is gone since.
-    d.ResetData(false);
-    d.highLightSlot();
-    QCOMPARE(FakeViewer::callsOf("run").size(), std::size_t{2});
-    QCOMPARE(shownIn(d.ui.gVUp).size(), std::size_t{2});
-    QCOMPARE(restoreAllCursors(), 0);
-}
-
-void tst_live_views::highlightsBeforeTheFirstImageSendNothing()
-{
-    DialogProbe d;
-    d.highLightSlot();
-    d.show();
-    d.highLightSlot();
-    QVERIFY(FakeViewer::calls().empty());
-    QCOMPARE(restoreAllCursors(), 0);
 }
 
 QTEST_MAIN(tst_live_views)

@@ -1,33 +1,13 @@
 #include "support/DialogProbe.h"
 #include "support/ModalWatch.h"
+#include "support/PlotLook.h"
 
 #include "fakes/FakeViewer.h"
 
 #include <QCheckBox>
 #include <QTest>
 
-#include <qwt_plot.h>
-#include <qwt_plot_curve.h>
-#include <qwt_scale_div.h>
-
 namespace {
-
-QStringList titlesIn(const QwtPlot* plot)
-{
-    QStringList titles;
-    for (const QwtPlotItem* item : plot->itemList(QwtPlotItem::Rtti_PlotCurve))
-        titles << item->title().text();
-    return titles;
-}
-
-const QwtPlotCurve* curveIn(const QwtPlot* plot, const QString& title)
-{
-    for (QwtPlotItem* item : plot->itemList(QwtPlotItem::Rtti_PlotCurve)) {
-        if (item->title().text() == title)
-            return static_cast<QwtPlotCurve*>(item);
-    }
-    return nullptr;
-}
 
 void compareSamples(const QwtPlotCurve* curve, const std::uint16_t* line, int count)
 {
@@ -35,12 +15,6 @@ void compareSamples(const QwtPlotCurve* curve, const std::uint16_t* line, int co
     QCOMPARE(int(curve->dataSize()), count);
     for (int i = 0; i < count; ++i)
         QCOMPARE(curve->sample(i), QPointF(i, line[i]));
-}
-
-QPair<double, double> limits(const QwtPlot* plot, int axis)
-{
-    const QwtScaleDiv& scale = plot->axisScaleDiv(axis);
-    return {scale.lowerBound(), scale.upperBound()};
 }
 
 unsigned sloped(int x, int y)

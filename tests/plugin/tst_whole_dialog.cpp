@@ -2,15 +2,12 @@
 #include "plugin/HostedDialog.h"
 #include "reference/RunReference.h"
 #include "support/Cursors.h"
+#include "support/PlotLook.h"
 
 #include <QCheckBox>
 #include <QGraphicsView>
 #include <QLineEdit>
 #include <QTest>
-
-#include <qwt_plot.h>
-#include <qwt_plot_curve.h>
-#include <qwt_scale_div.h>
 
 #include <algorithm>
 
@@ -83,23 +80,6 @@ QString difference(const std::vector<Item>& actual, const std::vector<Item>& exp
         .arg(*found.second);
 }
 
-const QwtPlotCurve* curveIn(const QwtPlot* plot, const QString& title)
-{
-    for (const QwtPlotItem* item : plot->itemList(QwtPlotItem::Rtti_PlotCurve)) {
-        if (item->title().text() == title)
-            return static_cast<const QwtPlotCurve*>(item);
-    }
-    return nullptr;
-}
-
-QStringList titlesIn(const QwtPlot* plot)
-{
-    QStringList titles;
-    for (const QwtPlotItem* item : plot->itemList(QwtPlotItem::Rtti_PlotCurve))
-        titles << item->title().text();
-    return titles;
-}
-
 /// Empty when the curve runs over the values from place 0 on.
 QString curveDifference(const QwtPlot* plot, const char* title, const std::vector<std::uint16_t>& expected)
 {
@@ -116,12 +96,6 @@ QString curveDifference(const QwtPlot* plot, const char* title, const std::vecto
     const QString found = difference(values, std::vector<double>(expected.begin(), expected.end()),
                                      static_cast<int>(expected.size()));
     return found.isEmpty() ? found : QString("%1 %2").arg(title, found);
-}
-
-QPair<double, double> limits(const QwtPlot* plot, int axis)
-{
-    const QwtScaleDiv& scale = plot->axisScaleDiv(axis);
-    return {scale.lowerBound(), scale.upperBound()};
 }
 
 } // namespace
