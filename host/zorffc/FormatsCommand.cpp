@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <csignal>
 #include <cstdlib>
 #include <iomanip>
 #include <iostream>
@@ -112,6 +113,9 @@ void printFormats(const std::string& part)
     if (!found)
         throw CommandError("TEXT: no pixel format has '" + part +
                            "' in its name or family; leave it out to see all");
+    // No file depends on the table being read: a reader that has seen enough, as `head` has, ends the command
+    // without a word.
+    std::signal(SIGPIPE, SIG_DFL);
     std::cout << table.str();
 }
 
