@@ -34,7 +34,8 @@ void CFFCUtility::DoSaveFFC()
     QFile file(name);
     file.open(QIODevice::WriteOnly | QIODevice::Text);
     QTextStream stream(&file);
-    m_date = QDateTime::currentDateTime().toString(QStringLiteral("M/dd/yy"));
+    const QDate today = QDateTime::currentDateTime().date();
+    m_date = QString::fromStdString(zor::ffcDate(today.year(), today.month(), today.day()));
     stream << zor::FfcPreamble << m_title << ",\n"
            << m_camera << ",\n"
            << "date " << m_date << ",\n"

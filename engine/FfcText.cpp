@@ -7,6 +7,11 @@
 namespace zor {
 namespace {
 
+std::string twoDigits(int number)
+{
+    return std::to_string(number / 10) + std::to_string(number % 10);
+}
+
 const char* const RowHeading = ":FFC_Y start,\n"
                                "-- Row(Y),HEX Value\n";
 
@@ -31,6 +36,11 @@ const char* const FfcPreamble = "-- Flat Field Correction input file example,\n"
 
 const char* const FfcTableHeading = ":Table,\n"
                                     "-- Column(X),HEX Value\n";
+
+std::string ffcDate(int year, int month, int day)
+{
+    return std::to_string(month) + '/' + twoDigits(day) + '/' + twoDigits(year % 100);
+}
 
 std::string ffcTables(const std::list<double>& columnGains, const std::list<double>& rowGains,
                       std::uint8_t fractionBits)

@@ -12,7 +12,7 @@ std::string ffcFileText(const std::string& title, const std::string& camera, con
                         const std::list<double>& columnGains, const std::list<double>& rowGains,
                         std::uint8_t fractionBits);
 
-/// Today in local time: month without, day and year with a leading zero, "3/07/26".
+/// Today in local time, as ffcDate() writes it.
 std::string currentFfcDate();
 
 /// A header text must be a single line that is not empty and that no reader takes for a comment or a section.

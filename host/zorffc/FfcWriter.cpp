@@ -4,7 +4,6 @@
 #include "host/zorffc/CommandError.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <ctime>
 
 namespace zor {
@@ -22,9 +21,7 @@ std::string currentFfcDate()
     const std::time_t now = std::time(nullptr);
     std::tm local{};
     localtime_r(&now, &local);
-    char text[64];
-    std::snprintf(text, sizeof text, "%d/%02d/%02d", local.tm_mon + 1, local.tm_mday, local.tm_year % 100);
-    return text;
+    return ffcDate(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
 }
 
 void checkHeaderText(const std::string& option, const std::string& text)

@@ -3,10 +3,11 @@
 #include "support/ModalWatch.h"
 
 #include <QComboBox>
-#include <QDateTime>
+#include <QDate>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -257,10 +258,10 @@ void SaveFfc::dateIsTodays()
     QByteArray text;
     // Once more when midnight falls into the save.
     do {
-        before = QDateTime::currentDateTime().toString(QStringLiteral("M/dd/yy")).toLatin1();
+        before = QLocale::c().toString(QDate::currentDate(), QStringLiteral("M/dd/yy")).toLatin1();
         QFile::remove(m_path);
         text = save(d);
-        after = QDateTime::currentDateTime().toString(QStringLiteral("M/dd/yy")).toLatin1();
+        after = QLocale::c().toString(QDate::currentDate(), QStringLiteral("M/dd/yy")).toLatin1();
     } while (before != after);
     QVERIFY2(text.contains("\ndate " + before + ",\n"), text);
     QCOMPARE(d.m_date.toLatin1(), before);

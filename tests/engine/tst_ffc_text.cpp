@@ -11,6 +11,8 @@ class FfcTextTest : public QObject
 private slots:
     void preambleIsLines1To5();
     void tableHeadingIsLines9And10();
+    void dateLeadsDayAndYearWithAZero_data();
+    void dateLeadsDayAndYearWithAZero();
     void tablesAreDecimalLines_data();
     void tablesAreDecimalLines();
     void randomTablesEqualTheReference();
@@ -29,6 +31,30 @@ void FfcTextTest::preambleIsLines1To5()
 void FfcTextTest::tableHeadingIsLines9And10()
 {
     QCOMPARE(QString(zor::FfcTableHeading), QString(":Table,\n-- Column(X),HEX Value\n"));
+}
+
+void FfcTextTest::dateLeadsDayAndYearWithAZero_data()
+{
+    QTest::addColumn<int>("year");
+    QTest::addColumn<int>("month");
+    QTest::addColumn<int>("day");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("one digit of month and day") << 2026 << 3 << 7 << "3/07/26";
+    QTest::newRow("two digits of both") << 2026 << 11 << 25 << "11/25/26";
+    QTest::newRow("one digit of the month") << 2025 << 9 << 30 << "9/30/25";
+    QTest::newRow("one digit of the day") << 2031 << 10 << 1 << "10/01/31";
+    QTest::newRow("a year below 10") << 2009 << 12 << 31 << "12/31/09";
+    QTest::newRow("a new century") << 2100 << 1 << 10 << "1/10/00";
+    QTest::newRow("the century before") << 1999 << 2 << 28 << "2/28/99";
+}
+
+void FfcTextTest::dateLeadsDayAndYearWithAZero()
+{
+    QFETCH(int, year);
+    QFETCH(int, month);
+    QFETCH(int, day);
+    QFETCH(QString, text);
+    QCOMPARE(QString::fromStdString(zor::ffcDate(year, month, day)), text);
 }
 
 void FfcTextTest::tablesAreDecimalLines_data()

@@ -1,17 +1,26 @@
 #include "host/zorffc/CommandError.h"
 #include "host/zorffc/FfcFile.h"
 
-#include <QDate>
-#include <QLocale>
+#include <QDateTime>
 #include <QtTest>
+
+#include <ctime>
 
 using namespace zor;
 
 namespace {
 
+/// What the clock shows in this program, in seconds since 1970.
+std::time_t now = 0;
+
 const std::string Header = ":Header,\nTitle,\nCamera,\ndate 1/02/26,\n";
 
 } // namespace
+
+extern "C" std::time_t __wrap_time(std::time_t*)
+{
+    return now;
+}
 
 class tst_ffc_file : public QObject
 {
@@ -20,7 +29,8 @@ class tst_ffc_file : public QObject
 private slots:
     void textHasItsLinesInOrder();
     void headerTextsAreNotEscaped();
-    void dateIsToday();
+    void dateIsThatOfTheClockInLocalTime_data();
+    void dateIsThatOfTheClockInLocalTime();
     void headerTextsMustBePlain_data();
     void headerTextsMustBePlain();
     void readsBackWhatIsWritten();
@@ -55,13 +65,29 @@ void tst_ffc_file::headerTextsAreNotEscaped()
     QVERIFY2(text.find("\na, b,\ncaf\xC3\xA9,\ndate 3/07/26,\n:Table,\n") != std::string::npos, text.c_str());
 }
 
-void tst_ffc_file::dateIsToday()
+void tst_ffc_file::dateIsThatOfTheClockInLocalTime_data()
 {
-    // Asked for twice, for the one run that crosses midnight.
-    const QString before = QLocale::c().toString(QDate::currentDate(), "M/dd/yy");
-    const QString date = QString::fromStdString(currentFfcDate());
-    const QString after = QLocale::c().toString(QDate::currentDate(), "M/dd/yy");
-    QVERIFY2(date == before || date == after, qPrintable(date));
+    QTest::addColumn<QDateTime>("utc");
+    QTest::addColumn<QByteArray>("zone");
+    QTest::addColumn<QString>("date");
+    const auto row = [](const char* name, const char* utc, const char* zone, const char* date) {
+        QTest::newRow(name) << QDateTime::fromString(utc, Qt::ISODate) << QByteArray(zone) << QString(date);
+    };
+    row("one digit of month and day", "2026-03-07T12:00:00Z", "UTC0", "3/07/26");
+    row("two digits of both", "2026-11-25T12:00:00Z", "UTC0", "11/25/26");
+    row("already the next year east of Greenwich", "2026-12-31T22:00:00Z", "EAST-5", "1/01/27");
+    row("still the day before west of Greenwich", "2026-03-01T02:00:00Z", "WEST5", "2/28/26");
+}
+
+void tst_ffc_file::dateIsThatOfTheClockInLocalTime()
+{
+    QFETCH(QDateTime, utc);
+    QFETCH(QByteArray, zone);
+    QFETCH(QString, date);
+    now = static_cast<std::time_t>(utc.toSecsSinceEpoch());
+    qputenv("TZ", zone);
+    tzset();
+    QCOMPARE(QString::fromStdString(currentFfcDate()), date);
 }
 
 void tst_ffc_file::headerTextsMustBePlain_data()
