@@ -95,7 +95,7 @@ enum class Content
 {
     Kept,         ///< the block of the run before
     Missing,      ///< null, or an empty list
-    Unset,        ///< a block that nothing has been written to
+    Unwritten,    ///< a block that nothing has been written to
     Zero,         ///< a block of zeros
     Made,         ///< what a run without failure makes
     OfColumnPass, ///< column means of the image after the column pass, also with "Show Flat Y"
@@ -116,7 +116,7 @@ constexpr Content afterAStop(Member member, Place place)
     case ColumnGains:
         return place <= RowMean ? Content::Missing : Content::Made;
     case ColumnMeans:
-        return place == RowMean ? Content::Unset : unlessReached(place, ColumnMean);
+        return place == RowMean ? Content::Unwritten : unlessReached(place, ColumnMean);
     case RowMeans:
         return unlessReached(place, RowMean);
     case FlatXCells:
