@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <utility>
+
 namespace {
 
 const char* const NotEnough = "Not enough memory for the operation!";
@@ -161,6 +163,8 @@ private slots:
     void frameCopyThatFailsLeavesNoFrame();
     void eachFailureOfARun_data();
     void eachFailureOfARun();
+    void linesWithoutTheirSourceAreBlack_data();
+    void linesWithoutTheirSourceAreBlack();
     void firstShowMarksTheDialogAfterItsBoxes();
     void everythingFailsFromOnePlaceOn_data();
     void everythingFailsFromOnePlaceOn();
@@ -342,6 +346,34 @@ void AllocationFailure::eachFailureOfARun()
             QVERIFY2(actual.block == before[i].block, MemberNames[i]);
     }
     QCOMPARE(numbersOf(d), numbersAfter(failed, numbersBefore, numbersOf(sound)));
+}
+
+void AllocationFailure::linesWithoutTheirSourceAreBlack_data()
+{
+    QTest::addColumn<int>("pass");
+    QTest::addColumn<bool>("ofColumns");
+    QTest::newRow("of the frame, column means missing") << 0 << true;
+    QTest::newRow("of the frame, row means missing") << 0 << false;
+    QTest::newRow("of the result, column means missing") << 1 << true;
+    QTest::newRow("of the result, row means missing") << 1 << false;
+}
+
+void AllocationFailure::linesWithoutTheirSourceAreBlack()
+{
+    QFETCH(int, pass);
+    QFETCH(bool, ofColumns);
+    DialogProbe d;
+    d.take(frameOf(12));
+    QVERIFY(d.RunCorrection());
+    std::uint16_t*& means = pass == 0 ? (ofColumns ? d.m_columnMean : d.m_rowMean)
+                                      : (ofColumns ? d.m_flatColumnMean : d.m_flatRowMean);
+    std::uint16_t* const block = std::exchange(means, nullptr);
+    QVERIFY(d.TakeProfileLines(pass, -1, -1));
+    means = block;
+    const QByteArray columns = heldBy(d, pass == 0 ? ColumnLineItems : FlatColumnLineItems).bytes;
+    const QByteArray rows = heldBy(d, pass == 0 ? RowLineItems : FlatRowLineItems).bytes;
+    QCOMPARE(columns == QByteArray(2 * Width, 0), ofColumns);
+    QCOMPARE(rows == QByteArray(2 * Height, 0), !ofColumns);
 }
 
 void AllocationFailure::firstShowMarksTheDialogAfterItsBoxes()

@@ -3,6 +3,7 @@
 #include <QTest>
 
 #include <numeric>
+#include <utility>
 
 namespace {
 
@@ -42,6 +43,9 @@ private slots:
     void extremesOfTheResult();
     void missingImageKeepsItsExtremes_data();
     void missingImageKeepsItsExtremes();
+    void imageAfterTheColumnPassDecidesWhetherTheResultCounts_data();
+    void imageAfterTheColumnPassDecidesWhetherTheResultCounts();
+    void resultIsReadWithTheStepOfTheColumnPass_data();
     void resultIsReadWithTheStepOfTheColumnPass();
 };
 
@@ -66,28 +70,34 @@ void Ranges::histogramPeakFollowsTheLargestBin_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
+    QTest::addColumn<int>("floor");
     QTest::addColumn<int>("before");
     QTest::addColumn<int>("after");
-    QTest::newRow("100 from 0 rises by a grain of 20") << 10 << 10 << 0 << 120;
-    QTest::newRow("100 again leaves 120") << 10 << 10 << 120 << 120;
-    QTest::newRow("50 on 120 falls and rounds up to 60") << 10 << 5 << 120 << 60;
-    QTest::newRow("15000 takes a grain of 10000") << 150 << 100 << 0 << 20000;
-    QTest::newRow("2000 takes a grain of 500") << 50 << 40 << 0 << 2500;
-    QTest::newRow("500 takes a grain of 100") << 25 << 20 << 0 << 600;
+    QTest::newRow("100 from 0 rises by a grain of 20") << 10 << 10 << 0 << 0 << 120;
+    QTest::newRow("100 again leaves 120") << 10 << 10 << 0 << 120 << 120;
+    QTest::newRow("50 on 120 falls and rounds up to 60") << 10 << 5 << 0 << 120 << 60;
+    QTest::newRow("15000 takes a grain of 10000") << 150 << 100 << 0 << 0 << 20000;
+    QTest::newRow("2000 takes a grain of 500") << 50 << 40 << 0 << 0 << 2500;
+    QTest::newRow("500 takes a grain of 100") << 25 << 20 << 0 << 0 << 600;
+    QTest::newRow("100 above a floor of -1 takes a grain of 100") << 10 << 10 << -1 << 0 << 200;
+    QTest::newRow("500 above a floor of 450 takes a grain of 20") << 25 << 20 << 450 << 0 << 520;
 }
 
 void Ranges::histogramPeakFollowsTheLargestBin()
 {
     QFETCH(int, width);
     QFETCH(int, height);
+    QFETCH(int, floor);
     QFETCH(int, before);
     QFETCH(int, after);
     for (const int depth : {8, 12}) {
         DialogProbe d;
         d.take(TestFrame::even(width, height, depth, 77));
         QCOMPARE(d.m_histogramFloor, 0);
+        d.m_histogramFloor = floor;
         d.m_histogramPeak = before;
         QVERIFY(d.ComputeHistogram());
+        QCOMPARE(d.m_histogramFloor, floor);
         QCOMPARE(d.m_histogram[77], width * height);
         QCOMPARE(d.m_histogramPeak, after);
     }
@@ -257,20 +267,57 @@ void Ranges::missingImageKeepsItsExtremes()
     QCOMPARE(d.m_rangeYMax, 1020);
 }
 
+void Ranges::imageAfterTheColumnPassDecidesWhetherTheResultCounts_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<bool>("flatX"); // else the image after both passes is there alone
+    QTest::addColumn<QVector<int>>("flat");
+    QTest::newRow("8 bits, the image after the column pass alone") << 8 << true << QVector<int>({300, 300});
+    QTest::newRow("8 bits, the image after both passes alone") << 8 << false << QVector<int>({-37, 1001});
+    QTest::newRow("12 bits, the image after both passes alone") << 12 << false << QVector<int>({-37, 1001});
+    QTest::newRow("16 bits, the image after both passes alone") << 16 << false << QVector<int>({-37, 1001});
+}
+
+void Ranges::imageAfterTheColumnPassDecidesWhetherTheResultCounts()
+{
+    QFETCH(int, depth);
+    QFETCH(bool, flatX);
+    QFETCH(QVector<int>, flat);
+    DialogProbe d;
+    d.take(TestFrame::even(2, 2, depth, 200));
+    d.m_columnGains = {1.5, 1.5};
+    d.m_rowGains = {0.5, 0.5};
+    QVERIFY(d.ApplyRowGains());
+    setExtremes(d, {7, 8, -37, 1001});
+    std::uint16_t*& missing = flatX ? d.m_flatY : d.m_flatX;
+    std::uint16_t* const block = std::exchange(missing, nullptr);
+    d.ComputeRanges();
+    missing = block;
+    QCOMPARE(extremesOf(d), QVector<int>({200, 200}) + flat);
+}
+
+void Ranges::resultIsReadWithTheStepOfTheColumnPass_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::newRow("8 bits") << 8;
+    QTest::newRow("12 bits") << 12;
+}
+
 void Ranges::resultIsReadWithTheStepOfTheColumnPass()
 {
+    QFETCH(int, depth);
     DialogProbe d;
-    d.take(TestFrame(2, 2, 12, [](int x, int y) { return static_cast<unsigned>(100 * (2 * y + x + 1)); }));
+    d.take(TestFrame(2, 2, depth, [](int x, int y) { return static_cast<unsigned>(50 * (2 * y + x + 1)); }));
     d.m_columnGains = {1.0, 1.0};
     d.m_rowGains = {1.0, 1.0};
     QVERIFY(d.ApplyRowGains());
     d.m_flatYStep = 0;
     d.ComputeRanges();
-    QCOMPARE(d.m_flatMax, 400);
+    QCOMPARE(d.m_flatMax, 200);
     // With a step of 0 the first row stands for both.
     d.m_flatXStep = 0;
     d.ComputeRanges();
-    QCOMPARE(d.m_flatMax, 200);
+    QCOMPARE(d.m_flatMax, 100);
 }
 
 QTEST_MAIN(Ranges)

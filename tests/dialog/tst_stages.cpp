@@ -48,6 +48,7 @@ private slots:
     void columnMeansFollowTheRowBox();
     void linesAreCopiesOfTheMeans();
     void linesOfAChosenRowAndColumn();
+    void linesOfTheResultWalkRowsAndColumnsByStepsOfTheirOwn();
     void unknownPassIsRefused();
     void spareCellsOfTheResultAreBlack_data();
     void spareCellsOfTheResultAreBlack();
@@ -285,6 +286,20 @@ void Stages::linesOfAChosenRowAndColumn()
     QVERIFY(d.TakeProfileLines(1, 1, 2));
     QCOMPARE(items(d.m_flatColumnLine, 4), items(d.m_flatY + 4, 4));
     QCOMPARE(items(d.m_flatRowLine, 3), QVector<int>({d.m_flatY[2], d.m_flatY[6], d.m_flatY[10]}));
+}
+
+void Stages::linesOfTheResultWalkRowsAndColumnsByStepsOfTheirOwn()
+{
+    DialogProbe d;
+    d.take(TestFrame(4, 3, 12, [](int x, int y) { return static_cast<unsigned>(100 + 10 * x + y); }));
+    QVERIFY(d.RunCorrection());
+    const QVector<int> cells = items(d.m_flatY, 12);
+    // A row by the step of the column pass, a column by that of the row pass.
+    d.m_flatXStep = 4;
+    QVERIFY(d.TakeProfileLines(1, 2, 1));
+    QCOMPARE(items(d.m_flatColumnLine, 4), cells.mid(4, 4));
+    QCOMPARE(items(d.m_flatRowLine, 3), QVector<int>({cells[1], cells[5], cells[9]}));
+    QVERIFY(cells[4] != cells[8] && cells[5] != cells[3]);
 }
 
 void Stages::unknownPassIsRefused()
