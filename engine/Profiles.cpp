@@ -5,8 +5,8 @@
 namespace zor {
 namespace {
 
-/// Rows or pixels of up to 16 bits that a 32-bit sum holds without overflow.
-constexpr std::int32_t ExactAddends = 65536;
+/// How many rows or pixels of up to 16 bits a 32-bit sum holds without overflow: 65537.
+constexpr std::int32_t ExactAddends = 0xFFFFFFFF / 0xFFFF;
 
 void addRow(const std::uint8_t* row, bool bytes, std::int32_t count, std::uint32_t* sums)
 {

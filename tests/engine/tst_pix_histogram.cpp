@@ -58,12 +58,16 @@ private slots:
     void planStartsWithTypeChannelsUniformAndMark();
     void levelsAreSpreadEvenly_data();
     void levelsAreSpreadEvenly();
+    void spacingIsADouble();
     void everyChannelGetsItsLevels();
     void countChecksComeInOrder_data();
     void countChecksComeInOrder();
     void topLevelIsInNoBin();
     void pixelsFromBit15OnAreNegative();
     void smallEvenRegionsLeaveTheBufferAlone();
+    void evenRegionsUseTheBufferFrom65536PixelsOn_data();
+    void evenRegionsUseTheBufferFrom65536PixelsOn();
+    void oneCounterForEachPixelValue();
     void randomShapesEqualTheReference_data();
     void randomShapesEqualTheReference();
     void largeRegionsEqualTheReference();
@@ -226,6 +230,14 @@ void PixHistogramTest::levelsAreSpreadEvenly()
     }
 }
 
+void PixHistogramTest::spacingIsADouble()
+{
+    // 41 times the float nearest to 2 / 82 is just below 1.
+    const Plan plan(1, 0.0f, 2.0f, 83);
+    for (int k = 0; k < 83; ++k)
+        QCOMPARE(plan.level(k), k < 41 ? 0 : k < 82 ? 1 : 2);
+}
+
 void PixHistogramTest::everyChannelGetsItsLevels()
 {
     const Floats lowers{0.0f, 10.0f, 0.0f};
@@ -345,6 +357,51 @@ void PixHistogramTest::smallEvenRegionsLeaveTheBufferAlone()
     QCOMPARE(zor::pixHistogram16s(image, 6, {3, 1}, bins.data(), uneven.block.data(), buffer.data()), 0);
     QVERIFY(buffer != before);
     QCOMPARE(bins, (Counts{2, 0, 1, 0, 0, Untouched}));
+}
+
+void PixHistogramTest::evenRegionsUseTheBufferFrom65536PixelsOn_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<bool>("used");
+    QTest::newRow("65535 pixels") << 257 << 255 << false;
+    QTest::newRow("65536 pixels") << 256 << 256 << true;
+}
+
+void PixHistogramTest::evenRegionsUseTheBufferFrom65536PixelsOn()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(bool, used);
+    const Plan even(7, 0.0f, 10.0f, 6);
+    Block words(width, height, 2 * width, 2, 0, 0);
+    words.setWord(width - 1, height - 1, 5);
+    std::vector<std::uint32_t> buffer(65536, 0xA5A5A5A5u);
+    const std::vector<std::uint32_t> before = buffer;
+    Counts bins(6, Untouched);
+    QCOMPARE(zor::pixHistogram16s(words.pixels<std::int16_t>(), words.step, {width, height}, bins.data(),
+                                  even.block.data(), buffer.data()),
+             0);
+    QCOMPARE(bins, (Counts{width * height - 1, 0, 1, 0, 0, Untouched}));
+    QCOMPARE(buffer != before, used);
+}
+
+void PixHistogramTest::oneCounterForEachPixelValue()
+{
+    // Levels -40000, 0 and 40001: not evenly spaced, and beyond the values on both sides. Behind the counters
+    // is a word that is neither counted nor written.
+    const Plan plan(7, -40000.0f, 40001.0f, 3);
+    const std::int16_t words[] = {-32768, -1, 0, 32767};
+    std::vector<std::uint32_t> buffer16(65536 + 1, 0xA5A5A5A5u);
+    Counts bins(3, Untouched);
+    QCOMPARE(zor::pixHistogram16s(words, 8, {4, 1}, bins.data(), plan.block.data(), buffer16.data()), 0);
+    QCOMPARE(bins, (Counts{2, 2, Untouched}));
+    QCOMPARE(buffer16.back(), 0xA5A5A5A5u);
+    const std::uint8_t bytes[] = {0, 1, 255, 255};
+    std::vector<std::uint32_t> buffer8(256 + 1, 0xA5A5A5A5u);
+    QCOMPARE(zor::pixHistogram8u(bytes, 4, {4, 1}, bins.data(), plan.block.data(), buffer8.data()), 0);
+    QCOMPARE(bins, (Counts{0, 4, Untouched}));
+    QCOMPARE(buffer8.back(), 0xA5A5A5A5u);
 }
 
 void PixHistogramTest::randomShapesEqualTheReference_data()

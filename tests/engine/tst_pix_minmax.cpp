@@ -21,6 +21,8 @@ private slots:
     void locateChecksComeInOrder_data();
     void locateChecksComeInOrder();
     void locateAnswersTheFirstPlace();
+    void locateGoesOnAfterOneExtremeOfTheType_data();
+    void locateGoesOnAfterOneExtremeOfTheType();
     void locateTakesNullOutputs();
     void sixteenBitPixelsHaveASign();
     void laterRowsCountUntilBothExtremesWereSeen();
@@ -128,6 +130,33 @@ void PixMinMaxTest::locateAnswersTheFirstPlace()
     QCOMPARE(leastAt.y, 1);
     QCOMPARE(greatestAt.x, 0);
     QCOMPARE(greatestAt.y, 1);
+}
+
+void PixMinMaxTest::locateGoesOnAfterOneExtremeOfTheType_data()
+{
+    QTest::addColumn<QVector<quint16>>("pixels"); // two a row
+    QTest::addColumn<QVector<int>>("expected");   // least, its place, greatest, its place
+    QTest::newRow("a 0 in the first row, the greatest in the last")
+        << QVector<quint16>({0, 7, 0, 9, 8, 600}) << QVector<int>({0, 0, 600, 5});
+    QTest::newRow("a 65535 in the first row, the least in the last")
+        << QVector<quint16>({65535, 7, 9, 9, 8, 3}) << QVector<int>({3, 5, 65535, 0});
+    QTest::newRow("both in the first row, and again")
+        << QVector<quint16>({0, 65535, 0, 65535, 65535, 0}) << QVector<int>({0, 0, 65535, 1});
+}
+
+void PixMinMaxTest::locateGoesOnAfterOneExtremeOfTheType()
+{
+    QFETCH(QVector<quint16>, pixels);
+    QFETCH(QVector<int>, expected);
+    float least = -1;
+    float greatest = -1;
+    zor::PixelPosition leastAt{};
+    zor::PixelPosition greatestAt{};
+    QCOMPARE(zor::pixMinMaxLocate16u(pixels.constData(), 4, {2, 3}, &least, &greatest, &leastAt, &greatestAt),
+             0);
+    QCOMPARE(
+        QVector<int>({int(least), 2 * leastAt.y + leastAt.x, int(greatest), 2 * greatestAt.y + greatestAt.x}),
+        expected);
 }
 
 void PixMinMaxTest::locateTakesNullOutputs()
