@@ -73,8 +73,12 @@ private slots:
     void aHeaderNeedsOneBlock();
     void aFailingCloneLosesNothing_data();
     void aFailingCloneLosesNothing();
+    void aRefusedCloneLosesNothing_data();
+    void aRefusedCloneLosesNothing();
     void aFailingConversionLosesNothing_data();
     void aFailingConversionLosesNothing();
+    void aRefusedConversionLosesNothing_data();
+    void aRefusedConversionLosesNothing();
     void aConversionWithoutWorkingMemoryLosesNothing_data();
     void aConversionWithoutWorkingMemoryLosesNothing();
     void aCloneOfTheSameSizeNeedsNoNewBlock();
@@ -146,6 +150,33 @@ void TestImageMemory::aFailingCloneLosesNothing()
     QCOMPARE(blocksOut, 0);
 }
 
+void TestImageMemory::aRefusedCloneLosesNothing_data()
+{
+    QTest::addColumn<bool>("hasSource");
+    QTest::addColumn<bool>("filledSlot");
+    QTest::newRow("no source, empty slot") << false << false;
+    QTest::newRow("no source, filled slot") << false << true;
+    QTest::newRow("a size without pixels, empty slot") << true << false;
+    QTest::newRow("a size without pixels, filled slot") << true << true;
+}
+
+void TestImageMemory::aRefusedCloneLosesNothing()
+{
+    QFETCH(bool, hasSource);
+    QFETCH(bool, filledSlot);
+    std::vector<std::uint8_t> pixels(4);
+    _ZorImage source = sourceOf(pixels);
+    _ZorImage* clone = nullptr;
+    if (filledSlot) {
+        QCOMPARE(ZorCloneImage(&clone, &source), 0);
+        QCOMPARE(blocksOut, 2);
+    }
+    source.data = nullptr;
+    QVERIFY(ZorCloneImage(&clone, hasSource ? &source : nullptr) != 0);
+    QVERIFY(clone == nullptr);
+    QCOMPARE(blocksOut, 0);
+}
+
 void TestImageMemory::aFailingConversionLosesNothing_data()
 {
     QTest::addColumn<int>("blocks");
@@ -167,6 +198,39 @@ void TestImageMemory::aFailingConversionLosesNothing()
     QCOMPARE(ZimConvert(&source, 0x0110050B, &result) == 0, succeeds);
     QCOMPARE(result != nullptr, succeeds);
     ZorReleaseImage(&result);
+    QCOMPARE(blocksOut, 0);
+}
+
+using Change = void (*)(_ZorImage&);
+Q_DECLARE_METATYPE(Change)
+
+void TestImageMemory::aRefusedConversionLosesNothing_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<quint32>("target");
+    const auto row = [](const char* name, Change change, quint32 target = 0x0110050B) {
+        QTest::newRow(name) << change << target;
+    };
+    row(
+        "another target", [](_ZorImage&) {}, 0x0308010E);
+    row("signed samples", [](_ZorImage& image) { image.isSigned = 1; });
+    row("a size without pixels", [](_ZorImage& image) { image.data = nullptr; });
+    row("a pitch too small", [](_ZorImage& image) { image.pitch = 3; });
+    row("a result too large for a record",
+        [](_ZorImage& image) { image.width = image.pitch = image.imageSize = 0xFFFFFFFF; });
+}
+
+void TestImageMemory::aRefusedConversionLosesNothing()
+{
+    QFETCH(Change, change);
+    QFETCH(quint32, target);
+    std::vector<std::uint8_t> pixels(4);
+    _ZorImage source = sourceOf(pixels);
+    change(source);
+    _ZorImage old = {};
+    _ZorImage* result = &old;
+    QVERIFY(ZimConvert(&source, target, &result) != 0);
+    QVERIFY(result == nullptr);
     QCOMPARE(blocksOut, 0);
 }
 
