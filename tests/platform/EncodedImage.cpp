@@ -6,25 +6,34 @@
 #include <cmath>
 #include <cstring>
 
+_ZorImage recordFor(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
+                    std::uint32_t imageSize, std::uint8_t* data)
+{
+    _ZorImage record = {};
+    record.recordSize = 96;
+    record.recordVersion = 0x20000;
+    record.pixelType = code;
+    record.depth = 8;
+    record.channels = 1;
+    record.packing = code & 0xFF00;
+    record.pixelBits = code >> 16 & 0xFF;
+    record.width = width;
+    record.height = height;
+    record.pitch = pitch;
+    record.imageSize = imageSize;
+    record.data = data;
+    return record;
+}
+
 EncodedImage::EncodedImage(const reference::PixelFormat& format, std::uint32_t width, std::uint32_t height,
                            const Scene& scene, std::uint32_t padding)
     : m_format(format)
     , m_pitch(format.lineBytes(width) + padding)
     , m_bytes(std::size_t{height - 1} * m_pitch + format.lineBytes(width))
+    , m_record(recordFor(format.code, width, height, m_pitch, std::uint32_t(m_bytes.size()), m_bytes.data()))
 {
-    std::memset(m_bytes.data(), 0xFF, m_bytes.size());
-    m_record.recordSize = 96;
-    m_record.recordVersion = 0x20000;
-    m_record.pixelType = format.code;
     m_record.depth = format.heldBits;
-    m_record.packing = format.code & 0xFF00;
-    m_record.channels = 1;
-    m_record.pixelBits = format.pixelBits;
-    m_record.width = width;
-    m_record.height = height;
-    m_record.pitch = m_pitch;
-    m_record.imageSize = std::uint32_t(m_bytes.size());
-    m_record.data = m_bytes.data();
+    std::memset(m_bytes.data(), 0xFF, m_bytes.size());
     for (std::uint32_t y = 0; y < height; ++y) {
         for (std::uint32_t x = 0; x < width; ++x) {
             for (std::uint32_t i = 0; i < format.samplesPerPixel; ++i)
@@ -43,7 +52,7 @@ void EncodedImage::put(std::uint32_t x, std::uint32_t y, std::uint32_t index, st
     }
 }
 
-Converted::Converted(const _ZorImage& source, std::uint32_t target)
+Converted::Converted(const _ZorImage& source, unsigned long target)
 {
     // What stands in the slot before must not matter.
     _ZorImage other = {};

@@ -20,6 +20,10 @@ constexpr MonoTarget MonoTargets[] = {{"Mono8", 0x01080101, 8},
                                       {"Mono12", 0x01100306, 12},
                                       {"Mono16", 0x0110050B, 16}};
 
+/// A record of these bytes in the format of that code. Its depth, which the converter does not read, is 8.
+_ZorImage recordFor(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
+                    std::uint32_t imageSize, std::uint8_t* data);
+
 /// An image in any format whose pixels end right behind the last line's last sample and at the end of their
 /// memory. What belongs to no sample is all ones.
 class EncodedImage
@@ -45,19 +49,21 @@ private:
     const reference::PixelFormat& m_format;
     std::uint32_t m_pitch;
     GuardedBytes m_bytes;
-    _ZorImage m_record = {};
+    _ZorImage m_record;
 };
 
 /// What the converter makes of an image.
 class Converted
 {
 public:
-    Converted(const _ZorImage& source, std::uint32_t target);
+    Converted(const _ZorImage& source, unsigned long target);
     ~Converted();
     Converted(const Converted&) = delete;
     Converted& operator=(const Converted&) = delete;
 
     bool isDone() const { return m_status == 0 && m_record; }
+    /// Null unless it is done.
+    const _ZorImage* record() const { return m_record; }
     /// It failed and left the slot null.
     bool isRefused() const { return m_status != 0 && !m_record; }
     std::uint32_t sample(std::uint32_t x, std::uint32_t y) const;

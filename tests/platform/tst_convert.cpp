@@ -1,7 +1,6 @@
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
-#include "platform/GuardedBytes.h"
-#include "reference/PixelFormats.h"
+#include "platform/EncodedImage.h"
 
 #include <QtTest>
 
@@ -14,40 +13,6 @@ constexpr std::uint32_t Mono8 = 0x01080101;
 constexpr std::uint32_t Mono10 = 0x01100202;
 constexpr std::uint32_t Mono12 = 0x01100306;
 constexpr std::uint32_t Mono16 = 0x0110050B;
-
-struct Target
-{
-    const char* name;
-    std::uint32_t code;
-    std::uint32_t bits;
-};
-constexpr Target Targets[] = {
-    {"Mono8", Mono8, 8}, {"Mono10", Mono10, 10}, {"Mono12", Mono12, 12}, {"Mono16", Mono16, 16}};
-
-_ZorImage recordFor(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
-                    std::uint32_t imageSize, std::uint8_t* data)
-{
-    _ZorImage record = {};
-    record.recordSize = 96;
-    record.recordVersion = 0x20000;
-    record.pixelType = code;
-    record.depth = 8;
-    record.channels = 1;
-    record.packing = code & 0xFF00;
-    record.pixelBits = code >> 16 & 0xFF;
-    record.width = width;
-    record.height = height;
-    record.pitch = pitch;
-    record.imageSize = imageSize;
-    record.data = data;
-    return record;
-}
-
-std::uint32_t resultSample(const _ZorImage& image, std::uint32_t x, std::uint32_t y)
-{
-    const std::uint8_t* line = image.data + std::size_t{y} * image.pitch;
-    return image.pixelBits == 8 ? line[x] : line[2 * x] + 256U * line[2 * x + 1];
-}
 
 } // namespace
 
@@ -73,7 +38,7 @@ private slots:
     void nullArgumentsAreRefused();
 
 private:
-    void compare(const reference::PixelFormat& format, const Target& target, std::uint32_t width,
+    void compare(const reference::PixelFormat& format, const MonoTarget& target, std::uint32_t width,
                  std::uint32_t height, std::uint32_t padding, int filling);
     std::mt19937 m_random{4711};
 };
@@ -85,7 +50,7 @@ void TestConvert::everySampleIsAsTheFormatsSay_data()
     for (int format = 0; format < reference::MonoFormatCount; ++format) {
         for (int target = 0; target < 4; ++target)
             QTest::addRow("%s to %s", reference::pixelFormats()[std::size_t(format)].name.c_str(),
-                          Targets[target].name)
+                          MonoTargets[target].name)
                 << format << target;
     }
 }
@@ -100,7 +65,7 @@ void TestConvert::everySampleIsAsTheFormatsSay()
         for (const std::uint32_t height : {1U, 2U, 5U}) {
             for (const std::uint32_t padding : {0U, 1U, 7U}) {
                 for (int filling = 0; filling < 4; ++filling) {
-                    compare(source, Targets[target], width, height, padding, filling);
+                    compare(source, MonoTargets[target], width, height, padding, filling);
                     if (QTest::currentTestFailed())
                         return;
                 }
@@ -111,41 +76,22 @@ void TestConvert::everySampleIsAsTheFormatsSay()
 
 /// `filling` 0 is all zero, 1 all ones, others random. The source ends right behind the last line's last
 /// pixel and at the end of its memory.
-void TestConvert::compare(const reference::PixelFormat& format, const Target& target, std::uint32_t width,
+void TestConvert::compare(const reference::PixelFormat& format, const MonoTarget& target, std::uint32_t width,
                           std::uint32_t height, std::uint32_t padding, int filling)
 {
-    const std::uint32_t lineBytes = (width * format.pixelBits + 7) / 8;
-    const std::uint32_t pitch = lineBytes + padding;
-    const std::uint32_t size = (height - 1) * pitch + lineBytes;
-    const GuardedBytes bytes(size);
-    for (std::uint32_t i = 0; i < size; ++i)
+    const std::uint32_t pitch = format.lineBytes(width) + padding;
+    const GuardedBytes bytes(std::size_t{height - 1} * pitch + format.lineBytes(width));
+    for (std::size_t i = 0; i < bytes.size(); ++i)
         bytes.data()[i] = filling == 0 ? 0 : filling == 1 ? 0xFF : std::uint8_t(m_random());
 
-    const _ZorImage source = recordFor(format.code, width, height, pitch, size, bytes.data());
-    _ZorImage* result = nullptr;
-    QCOMPARE(ZimConvert(&source, target.code, &result), 0);
-    QVERIFY(result);
-    for (std::uint32_t y = 0; y < height; ++y) {
-        for (std::uint32_t x = 0; x < width; ++x) {
-            const std::uint32_t sample = format.value(bytes.data() + y * pitch, x);
-            const std::uint32_t expected = reference::depthChanged(sample, format.heldBits, target.bits);
-            const std::uint32_t actual = resultSample(*result, x, y);
-            if (actual != expected)
-                QFAIL(qPrintable(
-                    QString("%1x%2 pitch %3 filling %4, column %5 row %6: source sample %7, expected %8, "
-                            "got %9")
-                        .arg(width)
-                        .arg(height)
-                        .arg(pitch)
-                        .arg(filling)
-                        .arg(x)
-                        .arg(y)
-                        .arg(sample)
-                        .arg(expected)
-                        .arg(actual)));
-        }
-    }
-    QCOMPARE(ZorReleaseImage(&result), 0);
+    const _ZorImage source =
+        recordFor(format.code, width, height, pitch, std::uint32_t(bytes.size()), bytes.data());
+    const auto expected = [&](std::uint32_t x, std::uint32_t y) {
+        const std::uint32_t sample = format.value(bytes.data() + std::size_t{y} * pitch, x);
+        return reference::depthChanged(sample, format.heldBits, target.bits);
+    };
+    const QString wrong = differences(format, source, target, expected, 0);
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
 }
 
 void TestConvert::knownBytesGiveKnownSamples_data()
@@ -200,12 +146,11 @@ void TestConvert::knownBytesGiveKnownSamples()
     const auto size = std::uint32_t(bytes.size());
     const _ZorImage source = recordFor(code, std::uint32_t(samples.size()), 1, size, size,
                                        reinterpret_cast<std::uint8_t*>(bytes.data()));
-    _ZorImage* result = nullptr;
-    QCOMPARE(ZimConvert(&source, target, &result), 0);
+    const Converted result(source, target);
+    QVERIFY(result.isDone());
     QList<int> actual;
-    for (std::uint32_t x = 0; x < result->width; ++x)
-        actual.append(int(resultSample(*result, x, 0)));
-    ZorReleaseImage(&result);
+    for (std::uint32_t x = 0; x < source.width; ++x)
+        actual.append(int(result.sample(x, 0)));
     QCOMPARE(actual, samples);
 }
 
@@ -222,11 +167,10 @@ void TestConvert::depthChangesKeepBlackAndFullScale()
     for (const std::uint8_t filling : {std::uint8_t(0x00), std::uint8_t(0xFF)}) {
         std::vector<std::uint8_t> bytes(6, filling);
         const _ZorImage record = recordFor(source.code, 3, 1, 6, 6, bytes.data());
-        _ZorImage* result = nullptr;
-        QCOMPARE(ZimConvert(&record, Targets[target].code, &result), 0);
+        const Converted result(record, MonoTargets[target].code);
+        QVERIFY(result.isDone());
         for (std::uint32_t x = 0; x < 3; ++x)
-            QCOMPARE(resultSample(*result, x, 0), filling == 0 ? 0U : (1U << Targets[target].bits) - 1);
-        ZorReleaseImage(&result);
+            QCOMPARE(result.sample(x, 0), filling == 0 ? 0U : (1U << MonoTargets[target].bits) - 1);
     }
 }
 
@@ -289,10 +233,9 @@ void TestConvert::theSourceStaysAsItWas()
     const std::vector<std::uint8_t> before = bytes;
     const _ZorImage source = recordFor(Mono16, 3, 1, 6, 6, bytes.data());
     const _ZorImage copy = source;
-    _ZorImage* result = nullptr;
-    QCOMPARE(ZimConvert(&source, Mono8, &result), 0);
-    QVERIFY(result->data != bytes.data());
-    ZorReleaseImage(&result);
+    const Converted result(source, Mono8);
+    QVERIFY(result.isDone());
+    QVERIFY(result.record()->data != bytes.data());
     QVERIFY(bytes == before);
     QCOMPARE(std::memcmp(&source, &copy, sizeof(source)), 0);
 }
@@ -342,15 +285,9 @@ void TestConvert::whatDoesNotFitTogetherIsRefused()
     QFETCH(Change, change);
     const GuardedBytes bytes(12 * 3 + 10);
     _ZorImage source = recordFor(Mono8, 10, 4, 12, 12 * 3 + 10, bytes.data());
-    _ZorImage* result = nullptr;
-    QCOMPARE(ZimConvert(&source, Mono8, &result), 0);
-    ZorReleaseImage(&result);
-
+    QVERIFY(Converted(source, Mono8).isDone());
     change(source);
-    _ZorImage other = {};
-    result = &other;
-    QVERIFY(ZimConvert(&source, Mono8, &result) != 0);
-    QVERIFY(result == nullptr);
+    QVERIFY(Converted(source, Mono8).isRefused());
 }
 
 void TestConvert::onlyTheFourTargetsAreMade_data()
@@ -372,10 +309,7 @@ void TestConvert::onlyTheFourTargetsAreMade()
     QFETCH(qulonglong, target);
     std::vector<std::uint8_t> bytes(4);
     const _ZorImage source = recordFor(Mono8, 2, 2, 2, 4, bytes.data());
-    _ZorImage other = {};
-    _ZorImage* result = &other;
-    QVERIFY(ZimConvert(&source, static_cast<unsigned long>(target), &result) != 0);
-    QVERIFY(result == nullptr);
+    QVERIFY(Converted(source, static_cast<unsigned long>(target)).isRefused());
 }
 
 void TestConvert::nullArgumentsAreRefused()

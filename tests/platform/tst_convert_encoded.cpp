@@ -7,8 +7,8 @@
 
 #include <random>
 
-/// What the encoder makes of a scene, converted: greys exactly, colours in RGB and YUV formats within
-/// 1 + full scale / 256 codes of their luma.
+/// What the encoder makes of a scene, converted: greys exactly, colours in RGB and YUV formats to the
+/// rounding of their luma.
 class TestConvertEncoded : public QObject
 {
     Q_OBJECT
@@ -119,7 +119,8 @@ QString lumaDifferences(const reference::PixelFormat& format, const zor::Frame& 
         const auto expected = [&](std::uint32_t x, std::uint32_t y) {
             return lumaIn(format, source.line(y), x) * full / sourceFull;
         };
-        const QString wrong = differences(format, source.record(), target, expected, 1 + full / 256);
+        const QString wrong = differences(format, source.record(), target, expected,
+                                          reference::lumaTolerance(format.heldBits, target.bits));
         if (!wrong.isEmpty())
             return wrong;
     }

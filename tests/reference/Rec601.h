@@ -19,6 +19,16 @@ inline double luma(const Colour& colour)
     return 0.299 * colour.red + 0.587 * colour.green + 0.114 * colour.blue;
 }
 
+/// How far from the true luma, in codes of the target, a luma may be that is rounded once in the source's
+/// codes, with weights of 14 bits, and brought to the target's depth then.
+inline double lumaTolerance(std::uint32_t sourceBits, std::uint32_t targetBits)
+{
+    const double sourceCodes = 0.5 + std::ldexp(1.0, int(sourceBits) - 15);
+    const double depthChange = sourceBits == targetBits ? 0 : 1;
+    return depthChange +
+           sourceCodes * (std::ldexp(1.0, int(targetBits)) - 1) / (std::ldexp(1.0, int(sourceBits)) - 1);
+}
+
 /// What a sample of `bits` bits of this component, R, G, B, A, Y, W, U (Cb) or V (Cr), has to be before it is
 /// rounded.
 inline double component(char letter, const Colour& colour, std::uint32_t bits)
