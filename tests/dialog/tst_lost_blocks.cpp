@@ -1,6 +1,8 @@
 #include "dialog/FailingAllocations.h"
 #include "dialog/RunAllocations.h"
 #include "fakes/FakeConverter.h"
+#include "fakes/FakeImageHeaders.h"
+#include "fakes/FakeViewer.h"
 #include "support/Cursors.h"
 #include "support/DialogProbe.h"
 #include "support/ModalWatch.h"
@@ -35,11 +37,15 @@ private slots:
     void failedPassLosesItsCodesAlone();
     void goodIntakeGivesTheConvertedRecordBack();
     void failedFrameBlockLosesTheConvertedRecord();
+    void eachAdapterLosesItsHeaderAlone_data();
+    void eachAdapterLosesItsHeaderAlone();
 };
 
 void LostBlocks::init()
 {
     fakeConverter = FakeConverter();
+    FakeImageHeaders::reset();
+    FakeViewer::reset();
     failAllocation(0);
 }
 
@@ -137,6 +143,40 @@ void LostBlocks::failedFrameBlockLosesTheConvertedRecord()
     QVERIFY(!d.m_image);
     QCOMPARE(watch.texts, QStringList("Not enough memory for the operation!"));
     QCOMPARE(fakeConverter.live(), 1);
+    QCOMPARE(liveBlocks() - before, 0);
+}
+
+void LostBlocks::eachAdapterLosesItsHeaderAlone_data()
+{
+    QTest::addColumn<QVector<int>>("widths");
+    QTest::addColumn<int>("shows");
+    QTest::addColumn<int>("lost");
+    QTest::newRow("no image") << QVector<int>() << 1 << 0;
+    QTest::newRow("one image") << QVector<int>({6}) << 1 << 2;
+    QTest::newRow("images of one size") << QVector<int>({6, 6, 6}) << 1 << 2;
+    QTest::newRow("images of other sizes") << QVector<int>({6, 7, 6, 9}) << 1 << 2;
+    QTest::newRow("adapters made anew") << QVector<int>({6, 7}) << 3 << 6;
+}
+
+void LostBlocks::eachAdapterLosesItsHeaderAlone()
+{
+    QFETCH(QVector<int>, widths);
+    QFETCH(int, shows);
+    QFETCH(int, lost);
+    const int before = liveBlocks();
+    {
+        DialogProbe d;
+        for (int show = 0; show < shows; ++show) {
+            d.show();
+            for (const int width : widths) {
+                d.take(TestFrame::even(width, 4, 12, 500));
+                d.Update();
+            }
+            d.hide();
+            d.ResetData(true);
+        }
+    }
+    QCOMPARE(FakeImageHeaders::created() - FakeImageHeaders::released(), lost);
     QCOMPARE(liveBlocks() - before, 0);
 }
 
