@@ -1,6 +1,5 @@
 #include "dialog/Ui_CFFCUtility.h"
 
-#include "dialog/StripField.h"
 #include "display/DisplayView.h"
 
 #include <QCheckBox>
@@ -96,16 +95,16 @@ void Ui_CFFCUtility::setupStrip(QDialog* dialog)
     horizontalLayout->setContentsMargins(2, 0, 2, 0);
 
     lTitle = addToRow<QLabel>("lTitle", wSettings);
-    lETitle = addToRow<StripField>("lETitle", wSettings);
+    lETitle = addToRow<QLineEdit>("lETitle", wSettings);
     lCamera = addToRow<QLabel>("lCamera", wSettings);
-    lECamera = addToRow<StripField>("lECamera", wSettings);
+    lECamera = addToRow<QLineEdit>("lECamera", wSettings);
     pBSave = addToRow<QPushButton>("pBSave", wSettings);
     settingsSpacer1 = addSpacer(horizontalLayout);
 
     chBNormFFC = addToRow<QCheckBox>("chBNormFFC", wSettings);
     chBNormFFC->setMinimumSize(104, 0);
     chBNormFFC->setChecked(true);
-    lENormFFC = addToRow<StripField>("lENormFFC", wSettings);
+    lENormFFC = addToRow<QLineEdit>("lENormFFC", wSettings);
     lENormFFC->setInputMethodHints(Qt::ImhDigitsOnly);
     pBUpdate = addToRow<QPushButton>("pBUpdate", wSettings);
     chBShowY = addToRow<QCheckBox>("chBShowY", wSettings);

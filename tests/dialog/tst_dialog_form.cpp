@@ -31,6 +31,21 @@ public:
     bool isEmpty() const override { return false; }
 };
 
+/// A dialog with slots of the pattern that is connected by name.
+class NamedSlots : public QDialog
+{
+    Q_OBJECT
+
+public:
+    Ui_CFFCUtility ui;
+    int clicks = 0;
+    QStringList values;
+
+public slots:
+    void on_pBSave_clicked() { ++clicks; }
+    void on_lENormFFC_textChanged(const QString& text) { values.append(text); }
+};
+
 } // namespace
 
 class DialogForm : public QObject
@@ -38,16 +53,15 @@ class DialogForm : public QObject
     Q_OBJECT
 
 private slots:
-    void everyWidgetIsThere_data();
-    void everyWidgetIsThere();
     void everyWidgetHasItsText_data();
     void everyWidgetHasItsText();
     void textsAreTranslatedInTheDialogsContext();
+    void theTextStepReplacesItsItems();
+    void slotsAreConnectedByNameAfterTheTexts();
     void dialogStartsWithItsSizeTitleAndIcon();
     void anObjectNameGivenBeforeStays();
     void stripHoldsItsRowInOrder();
     void stripStartsNarrowerThanTheDialog();
-    void stripCutsNoTextAtTheFirstSize();
     void boxesHaveTheirStartStates();
     void precisionOffersTwoItems();
     void readoutsAreHiddenDisabledAndBlack_data();
@@ -57,46 +71,6 @@ private slots:
     void fiveSlotsInOrderAndNoSignal();
     void slotArgumentIsAMetaType();
 };
-
-void DialogForm::everyWidgetIsThere_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("className");
-    QTest::addColumn<QString>("parent");
-    const struct
-    {
-        const char* name;
-        const char* className;
-        const char* parent;
-    } rows[] = {
-        {"wSettings", "QWidget", "CFFCUtility"},  {"horizontalLayout", "QHBoxLayout", "wSettings"},
-        {"lTitle", "QLabel", "wSettings"},        {"lETitle", "QLineEdit", "wSettings"},
-        {"lCamera", "QLabel", "wSettings"},       {"lECamera", "QLineEdit", "wSettings"},
-        {"pBSave", "QPushButton", "wSettings"},   {"chBNormFFC", "QCheckBox", "wSettings"},
-        {"lENormFFC", "QLineEdit", "wSettings"},  {"pBUpdate", "QPushButton", "wSettings"},
-        {"chBShowY", "QCheckBox", "wSettings"},   {"chBHighlights", "QCheckBox", "wSettings"},
-        {"lblPrecision", "QLabel", "wSettings"},  {"cBoxPrecision", "QComboBox", "wSettings"},
-        {"lECurColor", "QLineEdit", "wSettings"}, {"lECurPos", "QLineEdit", "wSettings"},
-        {"PlotUp", "QwtPlot", "CFFCUtility"},     {"PlotDown", "QwtPlot", "CFFCUtility"},
-        {"gVUp", "DisplayView", "CFFCUtility"},   {"gVDown", "DisplayView", "CFFCUtility"},
-    };
-    for (const auto& row : rows)
-        QTest::newRow(row.name) << QString(row.name) << QByteArray(row.className) << QString(row.parent);
-}
-
-void DialogForm::everyWidgetIsThere()
-{
-    QFETCH(QString, name);
-    QFETCH(QByteArray, className);
-    QFETCH(QString, parent);
-    QDialog dialog;
-    Ui_CFFCUtility ui;
-    ui.setupUi(&dialog);
-    const QList<QObject*> found = dialog.findChildren<QObject*>(name);
-    QCOMPARE(found.size(), 1);
-    QCOMPARE(QByteArray(found[0]->metaObject()->className()), className);
-    QCOMPARE(found[0]->parent()->objectName(), parent);
-}
 
 void DialogForm::everyWidgetHasItsText_data()
 {
@@ -157,6 +131,29 @@ void DialogForm::textsAreTranslatedInTheDialogsContext()
     QCOMPARE(dialog.ui.lblPrecision->text(), QStringLiteral("~Precision:"));
     QCOMPARE(dialog.ui.cBoxPrecision->itemText(0), QStringLiteral("~8 bit"));
     QCOMPARE(dialog.ui.cBoxPrecision->itemText(1), QStringLiteral("~12 bit"));
+}
+
+void DialogForm::theTextStepReplacesItsItems()
+{
+    QDialog dialog;
+    Ui_CFFCUtility form;
+    form.setupUi(&dialog);
+    form.cBoxPrecision->setCurrentIndex(1);
+    form.retranslateUi(&dialog);
+    QCOMPARE(form.cBoxPrecision->count(), 2);
+    QCOMPARE(form.cBoxPrecision->itemText(1), QStringLiteral("12 bit"));
+    QCOMPARE(form.cBoxPrecision->currentIndex(), 0);
+}
+
+void DialogForm::slotsAreConnectedByNameAfterTheTexts()
+{
+    NamedSlots dialog;
+    dialog.ui.setupUi(&dialog);
+    QCOMPARE(dialog.values, QStringList());
+    dialog.ui.pBSave->click();
+    dialog.ui.lENormFFC->setText(QStringLiteral("2"));
+    QCOMPARE(dialog.clicks, 1);
+    QCOMPARE(dialog.values, QStringList{QStringLiteral("2")});
 }
 
 void DialogForm::dialogStartsWithItsSizeTitleAndIcon()
@@ -222,25 +219,6 @@ void DialogForm::stripStartsNarrowerThanTheDialog()
     Ui_CFFCUtility form;
     form.setupUi(&bare);
     QCOMPARE(form.wSettings->geometry(), QRect(0, 680, 1131, 31));
-}
-
-void DialogForm::stripCutsNoTextAtTheFirstSize()
-{
-    DialogProbe dialog;
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-    QCOMPARE(dialog.size(), QSize(1174, 727));
-    for (const QWidget* control :
-         dialog.ui.wSettings->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (control->isVisible())
-            QVERIFY2(control->width() >= control->sizeHint().width(),
-                     qPrintable(QStringLiteral("%1 is %2 wide and needs %3")
-                                    .arg(control->objectName())
-                                    .arg(control->width())
-                                    .arg(control->sizeHint().width())));
-    }
-    // The header texts are long: their fields are the ones that the spare room goes to.
-    QVERIFY(dialog.ui.lETitle->width() > dialog.ui.lETitle->sizeHint().width());
 }
 
 void DialogForm::boxesHaveTheirStartStates()

@@ -1,6 +1,0 @@
-#include "dialog/StripField.h"
-
-QSize StripField::sizeHint() const
-{
-    return {minimumSizeHint().width(), QLineEdit::sizeHint().height()};
-}

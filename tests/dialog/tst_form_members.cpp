@@ -1,0 +1,273 @@
+#include "display/DisplayView.h"
+#include "support/DialogProbe.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMetaProperty>
+#include <QPushButton>
+#include <QTest>
+
+#include <qwt_plot.h>
+
+#include <typeinfo>
+#include <vector>
+
+namespace {
+
+/// The class that a member's object really has.
+template <typename Class> const std::type_info& typeOf(const Class* object)
+{
+    return typeid(*object);
+}
+
+/// One member of the form as it has to be, and how to reach what is there.
+struct Member
+{
+    const char* name;
+    const char* parent;
+    const std::type_info& type;
+    const std::type_info& (*actualType)(const Ui_CFFCUtility&);
+    const void* (*place)(const Ui_CFFCUtility&);
+    QObject* (*object)(const Ui_CFFCUtility&);
+    QWidget* (*fresh)(QWidget*);
+    QSet<QByteArray> settings; ///< properties that the form sets
+};
+
+/// Compiles for a member that is declared as a pointer to `Class` itself and to no other class.
+template <typename Class, Class* Ui_CFFCUtility::*pointer>
+Member member(const char* name, const char* parent, const QSet<QByteArray>& settings = {})
+{
+    return {name,
+            parent,
+            typeid(Class),
+            [](const Ui_CFFCUtility& ui) -> const std::type_info& { return typeOf(ui.*pointer); },
+            [](const Ui_CFFCUtility& ui) -> const void* { return &(ui.*pointer); },
+            [](const Ui_CFFCUtility& ui) -> QObject* {
+                if constexpr (std::is_base_of_v<QObject, Class>)
+                    return ui.*pointer;
+                return nullptr;
+            },
+            [](QWidget* parentWidget) -> QWidget* {
+                if constexpr (std::is_base_of_v<QWidget, Class>)
+                    return new Class(parentWidget);
+                return nullptr;
+            },
+            settings};
+}
+
+#define MEMBER(Class, name, ...) member<Class, &Ui_CFFCUtility::name>(#name, __VA_ARGS__)
+
+/// All members in their order.
+const std::vector<Member>& members()
+{
+    static const std::vector<Member> all{
+        MEMBER(QWidget, wSettings, "CFFCUtility"),
+        MEMBER(QHBoxLayout, horizontalLayout, "wSettings"),
+        MEMBER(QLabel, lTitle, "wSettings", {"text"}),
+        MEMBER(QLineEdit, lETitle, "wSettings"),
+        MEMBER(QLabel, lCamera, "wSettings", {"text"}),
+        MEMBER(QLineEdit, lECamera, "wSettings"),
+        MEMBER(QPushButton, pBSave, "wSettings", {"text"}),
+        MEMBER(QSpacerItem, settingsSpacer1, "horizontalLayout"),
+        MEMBER(QCheckBox, chBNormFFC, "wSettings", {"text", "checked", "minimumSize", "minimumWidth"}),
+        MEMBER(QLineEdit, lENormFFC, "wSettings",
+               {"text", "displayText", "cursorPosition", "inputMethodHints"}),
+        MEMBER(QPushButton, pBUpdate, "wSettings", {"text"}),
+        MEMBER(QCheckBox, chBShowY, "wSettings", {"text"}),
+        MEMBER(QSpacerItem, settingsSpacer2, "horizontalLayout"),
+        MEMBER(QCheckBox, chBHighlights, "wSettings", {"text", "minimumSize", "minimumWidth"}),
+        MEMBER(QSpacerItem, settingsSpacer3, "horizontalLayout"),
+        MEMBER(QLabel, lblPrecision, "wSettings", {"text"}),
+        MEMBER(QComboBox, cBoxPrecision, "wSettings", {"count", "currentIndex", "currentText", "sizePolicy"}),
+        MEMBER(QLineEdit, lECurColor, "wSettings", {"enabled", "palette"}),
+        MEMBER(QLineEdit, lECurPos, "wSettings", {"enabled", "palette"}),
+        MEMBER(QwtPlot, PlotUp, "CFFCUtility", {"frameShape", "frameWidth"}),
+        MEMBER(QwtPlot, PlotDown, "CFFCUtility", {"frameShape", "frameWidth"}),
+        MEMBER(DisplayView, gVUp, "CFFCUtility", {"frameShape", "frameWidth", "mouseTracking"}),
+        MEMBER(DisplayView, gVDown, "CFFCUtility", {"frameShape", "frameWidth", "mouseTracking"}),
+    };
+    return all;
+}
+
+/// Names and places are looked at elsewhere, sizes follow from what a widget holds.
+bool isComparable(const QByteArray& property)
+{
+    static const QSet<QByteArray> others{
+        "objectName", "geometry",     "frameGeometry",  "normalGeometry",  "pos",      "x",
+        "y",          "frameSize",    "size",           "width",           "height",   "rect",
+        "frameRect",  "childrenRect", "childrenRegion", "minimumSizeHint", "sizeHint",
+    };
+    return !others.contains(property);
+}
+
+/// A value that QVariant can compare.
+QVariant comparable(const QObject* object, const QMetaProperty& property)
+{
+    const QVariant value = property.read(object);
+    if (property.isEnumType())
+        return value.toInt();
+    switch (value.userType()) {
+    case QMetaType::QIcon:
+        return value.value<QIcon>().isNull();
+    case QMetaType::QPixmap:
+        return value.value<QPixmap>().isNull();
+    default:
+        return value;
+    }
+}
+
+/// The properties in which two objects of one class differ.
+QSet<QByteArray> differences(const QObject* one, const QObject* other)
+{
+    QSet<QByteArray> names;
+    const QMetaObject* meta = one->metaObject();
+    for (int i = 0; i < meta->propertyCount(); ++i) {
+        const QMetaProperty property = meta->property(i);
+        if (isComparable(property.name()) && comparable(one, property) != comparable(other, property))
+            names.insert(property.name());
+    }
+    return names;
+}
+
+QString joined(const QSet<QByteArray>& names)
+{
+    QStringList list;
+    for (const QByteArray& name : names)
+        list.append(QLatin1String(name));
+    list.sort();
+    return list.join(QLatin1Char(' '));
+}
+
+} // namespace
+
+/// The members of the form: their classes, parents and order, and that nothing is set beyond what they need.
+class FormMembers : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void everyMemberIsOfItsClassItself_data() { addRows(); }
+    void everyMemberIsOfItsClassItself();
+    void everyMemberHasItsNameAndParent_data() { addRows(); }
+    void everyMemberHasItsNameAndParent();
+    void membersAreInTheirOrder();
+    void theDialogHasNoOtherChildren();
+    void nothingElseIsSet_data() { addRows(); }
+    void nothingElseIsSet();
+    void nothingElseIsSetOnTheDialog();
+    void theUtilitySetsNoMore_data() { addRows(); }
+    void theUtilitySetsNoMore();
+
+private:
+    static void addRows();
+
+    std::unique_ptr<QDialog> m_dialog;
+    Ui_CFFCUtility m_ui;
+};
+
+void FormMembers::init()
+{
+    m_dialog = std::make_unique<QDialog>();
+    m_ui.setupUi(m_dialog.get());
+}
+
+void FormMembers::cleanup()
+{
+    m_dialog.reset();
+}
+
+void FormMembers::addRows()
+{
+    QTest::addColumn<int>("number");
+    int number = 0;
+    for (const Member& member : members())
+        QTest::newRow(member.name) << number++;
+}
+
+void FormMembers::everyMemberIsOfItsClassItself()
+{
+    QFETCH(int, number);
+    const Member& member = members().at(std::size_t(number));
+    QCOMPARE(member.actualType(m_ui).name(), member.type.name());
+    QVERIFY(member.actualType(m_ui) == member.type);
+}
+
+void FormMembers::everyMemberHasItsNameAndParent()
+{
+    QFETCH(int, number);
+    const Member& member = members().at(std::size_t(number));
+    QObject* object = member.object(m_ui);
+    if (!object) {
+        // A spacer has no name; the layout owns it.
+        QCOMPARE(QByteArray(member.parent), QByteArray("horizontalLayout"));
+        return;
+    }
+    QCOMPARE(m_dialog->findChildren<QObject*>(QLatin1String(member.name)), QList<QObject*>{object});
+    QCOMPARE(object->parent()->objectName(), QString(QLatin1String(member.parent)));
+}
+
+void FormMembers::membersAreInTheirOrder()
+{
+    const auto* place = static_cast<const char*>(static_cast<const void*>(&m_ui));
+    for (const Member& member : members()) {
+        QVERIFY2(member.place(m_ui) == place, member.name);
+        place += sizeof(void*);
+    }
+    QCOMPARE(sizeof(Ui_CFFCUtility), members().size() * sizeof(void*));
+}
+
+void FormMembers::theDialogHasNoOtherChildren()
+{
+    QObjectList expected, expectedInStrip;
+    for (const Member& member : members()) {
+        if (QObject* object = member.object(m_ui))
+            (object->parent() == m_dialog.get() ? expected : expectedInStrip).append(object);
+    }
+    QCOMPARE(m_dialog->children(), expected);
+    QCOMPARE(m_ui.wSettings->children(), expectedInStrip);
+}
+
+void FormMembers::nothingElseIsSet()
+{
+    QFETCH(int, number);
+    const Member& member = members().at(std::size_t(number));
+    const auto* widget = qobject_cast<QWidget*>(member.object(m_ui));
+    if (!widget)
+        return;
+    // A twin in the same surroundings, as its class makes it.
+    QDialog dialog;
+    dialog.setWindowIcon(m_dialog->windowIcon());
+    auto* strip = new QWidget(&dialog);
+    const QWidget* twin = member.fresh(widget->parentWidget() == m_ui.wSettings ? strip : &dialog);
+    QCOMPARE(joined(differences(widget, twin)), joined(member.settings));
+}
+
+void FormMembers::nothingElseIsSetOnTheDialog()
+{
+    const QDialog twin;
+    QCOMPARE(joined(differences(m_dialog.get(), &twin)),
+             joined({"minimumSize", "minimumWidth", "minimumHeight", "windowIcon", "windowTitle"}));
+}
+
+// The dialog of the utility fixes the strip's height and leaves all other members as the form makes them.
+void FormMembers::theUtilitySetsNoMore()
+{
+    QFETCH(int, number);
+    const Member& member = members().at(std::size_t(number));
+    const QObject* object = member.object(m_ui);
+    if (!object)
+        return;
+    const DialogProbe utility;
+    QSet<QByteArray> set;
+    if (object == m_ui.wSettings)
+        set = {"minimumSize", "minimumHeight", "maximumSize", "maximumHeight"};
+    QCOMPARE(joined(differences(object, member.object(utility.ui))), joined(set));
+}
+
+QTEST_MAIN(FormMembers)
+#include "tst_form_members.moc"
