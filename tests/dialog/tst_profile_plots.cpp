@@ -7,6 +7,11 @@
 #include <QCheckBox>
 #include <QTest>
 
+#include <qwt_plot_grid.h>
+#include <qwt_plot_marker.h>
+
+#include <algorithm>
+
 namespace {
 
 void compareSamples(const QwtPlotCurve* curve, const std::uint16_t* line, int count)
@@ -32,18 +37,23 @@ private slots:
     void init() { FakeViewer::reset(); }
     void curvesAreTheFourLines_data();
     void curvesAreTheFourLines();
+    void curvesAreDrawnFromTheLinesNotTheMeans();
     void rowCurveOfTheCorrectedImageIsShownOnRequest();
     void pensTellTheDirection();
     void canvasesAreWhite();
     void valueAxesAreTheRanges();
     void entryAxisIsOneBeyondTheLongerSide_data();
     void entryAxisIsOneBeyondTheLongerSide();
+    void evenFrameGivesAnEmptyRange_data();
     void evenFrameGivesAnEmptyRange();
     void eightBitAxisFollowsCellsAbove255();
     void curvesAreRebuiltNotAdded();
     void curvesComeAndGoInTheirOrder();
     void curvesStayUntilTheNextRefresh();
+    void missingLineLeavesThePlots_data();
     void missingLineLeavesThePlots();
+    void otherItemsStay();
+    void picturesAreDrawnAnew();
     void plotsSetNothingElse();
 };
 
@@ -66,6 +76,26 @@ void tst_profile_plots::curvesAreTheFourLines()
     compareSamples(curveIn(d.ui.PlotUp, "Up Y"), d.m_rowMean, 5);
     compareSamples(curveIn(d.ui.PlotDown, "Down X"), d.m_flatColumnMean, 7);
     compareSamples(curveIn(d.ui.PlotDown, "Down Y"), d.m_flatRowMean, 5);
+}
+
+void tst_profile_plots::curvesAreDrawnFromTheLinesNotTheMeans()
+{
+    DialogProbe d;
+    d.ui.chBShowY->setChecked(true);
+    d.show();
+    d.take(TestFrame(3, 2, 12, sloped));
+    d.Update();
+    // Lines of a single row and column are other ones than the means.
+    const std::vector<std::uint16_t> upX{1, 2, 3}, upY{4, 5}, downX{6, 7, 65535}, downY{0, 8};
+    std::copy(upX.begin(), upX.end(), d.m_columnLine);
+    std::copy(upY.begin(), upY.end(), d.m_rowLine);
+    std::copy(downX.begin(), downX.end(), d.m_flatColumnLine);
+    std::copy(downY.begin(), downY.end(), d.m_flatRowLine);
+    d.ShowAll();
+    compareSamples(curveIn(d.ui.PlotUp, "Up X"), upX.data(), 3);
+    compareSamples(curveIn(d.ui.PlotUp, "Up Y"), upY.data(), 2);
+    compareSamples(curveIn(d.ui.PlotDown, "Down X"), downX.data(), 3);
+    compareSamples(curveIn(d.ui.PlotDown, "Down Y"), downY.data(), 2);
 }
 
 void tst_profile_plots::rowCurveOfTheCorrectedImageIsShownOnRequest()
@@ -149,17 +179,30 @@ void tst_profile_plots::entryAxisIsOneBeyondTheLongerSide()
     QCOMPARE(curveIn(d.ui.PlotUp, "Up Y")->maxXValue(), height - 1.0);
 }
 
+void tst_profile_plots::evenFrameGivesAnEmptyRange_data()
+{
+    QTest::addColumn<unsigned>("value");
+    QTest::newRow("a grey frame") << 100U;
+    QTest::newRow("a black frame") << 0U;
+}
+
 void tst_profile_plots::evenFrameGivesAnEmptyRange()
 {
+    QFETCH(unsigned, value);
     DialogProbe d;
     d.show();
-    d.take(TestFrame::even(6, 4, 12, 100));
+    d.take(TestFrame::even(6, 4, 12, value));
     d.Update();
-    QCOMPARE(d.m_rangeYMin, 100);
-    QCOMPARE(d.m_rangeYMax, 100);
-    // The axis is not left to find limits of its own.
-    for (const QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown})
+    QCOMPARE(d.m_rangeYMin, int(value));
+    QCOMPARE(d.m_rangeYMax, int(value));
+    // The axis is neither widened nor left to find limits of its own: it is what Qwt makes of such a range.
+    QwtPlot expected;
+    expected.setAxisScale(QwtPlot::yLeft, value, value, 0);
+    expected.replot();
+    for (const QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown}) {
         QVERIFY(!plot->axisAutoScale(QwtPlot::yLeft));
+        QCOMPARE(limits(plot, QwtPlot::yLeft), limits(&expected, QwtPlot::yLeft));
+    }
     compareSamples(curveIn(d.ui.PlotUp, "Up X"), d.m_columnMean, 6);
 }
 
@@ -218,19 +261,70 @@ void tst_profile_plots::curvesStayUntilTheNextRefresh()
     QCOMPARE(int(curveIn(d.ui.PlotUp, "Up X")->dataSize()), 7);
 }
 
+void tst_profile_plots::missingLineLeavesThePlots_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::newRow("the frame's column line") << 0;
+    QTest::newRow("the frame's row line") << 1;
+    QTest::newRow("the corrected image's column line") << 2;
+    QTest::newRow("the corrected image's row line") << 3;
+}
+
 void tst_profile_plots::missingLineLeavesThePlots()
 {
+    QFETCH(int, line);
     DialogProbe d;
     d.show();
     d.take(TestFrame(7, 5, 12, sloped));
     d.Update();
     const QwtPlotCurve* before = curveIn(d.ui.PlotUp, "Up X");
-    std::uint16_t* const line = std::exchange(d.m_flatRowLine, nullptr);
+    std::uint16_t** const lines[] = {&d.m_columnLine, &d.m_rowLine, &d.m_flatColumnLine, &d.m_flatRowLine};
+    std::uint16_t* const taken = std::exchange(*lines[line], nullptr);
     d.ShowAll();
-    d.m_flatRowLine = line;
+    *lines[line] = taken;
     QCOMPARE(curveIn(d.ui.PlotUp, "Up X"), before);
     QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t{4});
     QVERIFY(!d.m_viewLock.heldByThisThread());
+}
+
+void tst_profile_plots::otherItemsStay()
+{
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame(7, 5, 12, sloped));
+    d.Update();
+    for (QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown}) {
+        (new QwtPlotMarker)->attach(plot);
+        (new QwtPlotGrid)->attach(plot);
+    }
+    d.Update();
+    for (const QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown}) {
+        QCOMPARE(plot->itemList(QwtPlotItem::Rtti_PlotMarker).size(), 1);
+        QCOMPARE(plot->itemList(QwtPlotItem::Rtti_PlotGrid).size(), 1);
+    }
+}
+
+void tst_profile_plots::picturesAreDrawnAnew()
+{
+    DialogProbe d;
+    d.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&d));
+    d.take(TestFrame(7, 5, 12, sloped));
+    d.Update();
+    const auto pictures = [&d] {
+        return QList<QImage>{d.ui.PlotUp->grab().toImage(), d.ui.PlotDown->grab().toImage()};
+    };
+    const QList<QImage> old = pictures();
+    d.take(TestFrame(9, 4, 12, [](int x, int) { return 900u + unsigned(100 * (x % 3)); }));
+    d.Update();
+    const QList<QImage> shown = pictures();
+    d.ui.PlotUp->replot();
+    d.ui.PlotDown->replot();
+    const QList<QImage> anew = pictures();
+    for (int i = 0; i < 2; ++i) {
+        QVERIFY(shown.at(i) != old.at(i));
+        QCOMPARE(shown.at(i), anew.at(i));
+    }
 }
 
 void tst_profile_plots::plotsSetNothingElse()
