@@ -1,6 +1,6 @@
-#include "splitter/CCrossSplitterHandle.h"
-#include "splitter/CGridSplitter.h"
-#include "splitter/CSplitterHandle.h"
+#include "splitter/MouseEvents.h"
+#include "splitter/ShownGrid.h"
+#include "support/PropertyDifferences.h"
 
 #include <QPointer>
 #include <QtTest>
@@ -9,49 +9,21 @@
 
 namespace {
 
-/// A shown 2 x 2 grid and its parts.
-struct Grid
+/// Rows and columns of all successful fills. No operation reads them.
+QPair<int, int> filledCounts(const CGridSplitter& grid);
+
+template <int CGridSplitter::*rows, int CGridSplitter::*columns> struct Counts
 {
-    explicit Grid(int width = 100, int height = 80)
-        : grid(nullptr)
-    {
-        for (int i = 0; i < 4; ++i)
-            panes << new QWidget;
-        result = grid.setWidgets(panes, 2, 2);
-        grid.resize(width, height);
-        grid.show();
-        for (auto* handle : grid.findChildren<CSplitterHandle*>())
-            (handle->barOrientation() == Qt::Vertical ? vertical : horizontal) = handle;
-        cross = grid.findChild<CCrossSplitterHandle*>();
-    }
-
-    QList<QRect> paneRects() const
-    {
-        QList<QRect> rects;
-        for (QWidget* pane : panes)
-            rects << pane->geometry();
-        return rects;
-    }
-
-    CGridSplitter grid;
-    QList<QWidget*> panes;
-    CSplitterHandle* vertical = nullptr;
-    CSplitterHandle* horizontal = nullptr;
-    CCrossSplitterHandle* cross = nullptr;
-    int result = -3;
+    friend QPair<int, int> filledCounts(const CGridSplitter& grid) { return {grid.*rows, grid.*columns}; }
 };
+template struct Counts<&CGridSplitter::rowCount, &CGridSplitter::columnCount>;
 
-/// Drags a handle from its middle by a way in pixels, as a mouse does.
-void drag(QWidget* handle, QPoint way)
+/// A pane that notes the sizes it is given.
+struct SizeNotes : QWidget
 {
-    QEvent enter(QEvent::Enter);
-    QCoreApplication::sendEvent(handle, &enter);
-    const QPoint start = handle->rect().center();
-    QTest::mousePress(handle, Qt::LeftButton, {}, start);
-    QMouseEvent move(QEvent::MouseMove, start + way, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(handle, &move);
-    QTest::mouseRelease(handle, Qt::LeftButton, {}, start);
-}
+    QList<QSize> sizes;
+    void resizeEvent(QResizeEvent* event) override { sizes << event->size(); }
+};
 
 } // namespace
 
@@ -62,26 +34,25 @@ class tst_grid_splitter : public QObject
 private slots:
     void refusedListsLeaveTheGridAsItWas_data();
     void refusedListsLeaveTheGridAsItWas();
-    void panesAreEqualWithTheRestUncovered();
-    void handlesFillTheGaps();
     void limitsOfADrag_data();
     void limitsOfADrag();
     void aDragMovesTheGapThroughAllRows();
     void aDragMovesTheGapThroughAllColumns();
     void theCrossMovesBothGaps();
+    void theCrossMovesItsColumnFirst();
+    void aBarThatStandsAsideComesBack();
     void aRefusedWayDoesNotStopTheOther_data();
     void aRefusedWayDoesNotStopTheOther();
-    void aResizeMakesThePanesEqualAgain();
     void anUnknownCrossingIsIgnored();
-    void anEmptyGridSnapsToNothing();
     void aSecondFillDeletesTheFirst();
+    void everyFillIsCounted();
     void theGridOwnsItsPanes();
     void theCrossLiesAboveTheBars();
     void mouseEventsOnTheGapsEndInTheGrid();
+    void theGridIsAPlainFrame();
     void anyOtherDirectionMovesNothing();
     void aGapWithoutAHandleMovesItsPanesAlone_data();
     void aGapWithoutAHandleMovesItsPanesAlone();
-    void aGridThatIsNotSquareSkipsTheMissingHandle();
     void aFillDoesNotShowHiddenPanes();
     void slotsStandInTheirOrder();
 };
@@ -105,7 +76,7 @@ void tst_grid_splitter::refusedListsLeaveTheGridAsItWas()
     QFETCH(int, rows);
     QFETCH(int, columns);
     QFETCH(int, result);
-    Grid g;
+    ShownGrid g;
     QCOMPARE(g.result, 0);
     const QList<QRect> before = g.paneRects();
     std::vector<std::unique_ptr<QWidget>> owned;
@@ -119,21 +90,6 @@ void tst_grid_splitter::refusedListsLeaveTheGridAsItWas()
     QCOMPARE(g.panes.at(3)->parentWidget(), &g.grid);
     for (QWidget* widget : qAsConst(list))
         QVERIFY(!widget->parentWidget());
-}
-
-void tst_grid_splitter::panesAreEqualWithTheRestUncovered()
-{
-    const Grid g(100, 80);
-    QCOMPARE(g.paneRects(),
-             (QList<QRect>{{0, 0, 47, 37}, {52, 0, 47, 37}, {0, 42, 47, 37}, {52, 42, 47, 37}}));
-}
-
-void tst_grid_splitter::handlesFillTheGaps()
-{
-    const Grid g(100, 80);
-    QCOMPARE(g.vertical->geometry(), QRect(47, 0, 5, 80));
-    QCOMPARE(g.horizontal->geometry(), QRect(0, 37, 100, 5));
-    QCOMPARE(g.cross->geometry(), QRect(47, 37, 5, 5));
 }
 
 void tst_grid_splitter::limitsOfADrag_data()
@@ -157,7 +113,7 @@ void tst_grid_splitter::limitsOfADrag()
     QFETCH(bool, vertical);
     QFETCH(int, target);
     QFETCH(bool, accepted);
-    Grid g(100, 80);
+    ShownGrid g(100, 80);
     const QList<QRect> before = g.paneRects();
     QWidget* handle = vertical ? g.vertical : g.horizontal;
     const int start = vertical ? handle->x() : handle->y();
@@ -168,7 +124,7 @@ void tst_grid_splitter::limitsOfADrag()
 
 void tst_grid_splitter::aDragMovesTheGapThroughAllRows()
 {
-    Grid g(100, 80);
+    ShownGrid g(100, 80);
     drag(g.vertical, {10, 4});
     QCOMPARE(g.paneRects(),
              (QList<QRect>{{0, 0, 57, 37}, {62, 0, 37, 37}, {0, 42, 57, 37}, {62, 42, 37, 37}}));
@@ -179,7 +135,7 @@ void tst_grid_splitter::aDragMovesTheGapThroughAllRows()
 
 void tst_grid_splitter::aDragMovesTheGapThroughAllColumns()
 {
-    Grid g(100, 80);
+    ShownGrid g(100, 80);
     drag(g.horizontal, {4, -10});
     QCOMPARE(g.paneRects(),
              (QList<QRect>{{0, 0, 47, 27}, {52, 0, 47, 27}, {0, 32, 47, 47}, {52, 32, 47, 47}}));
@@ -190,13 +146,36 @@ void tst_grid_splitter::aDragMovesTheGapThroughAllColumns()
 
 void tst_grid_splitter::theCrossMovesBothGaps()
 {
-    Grid g(100, 80);
+    ShownGrid g(100, 80);
     drag(g.cross, {5, 6});
     QCOMPARE(g.paneRects(),
              (QList<QRect>{{0, 0, 52, 43}, {57, 0, 42, 43}, {0, 48, 52, 31}, {57, 48, 42, 31}}));
     QCOMPARE(g.cross->pos(), QPoint(52, 43));
     QCOMPARE(g.vertical->x(), 52);
     QCOMPARE(g.horizontal->y(), 43);
+}
+
+void tst_grid_splitter::theCrossMovesItsColumnFirst()
+{
+    CGridSplitter grid(nullptr);
+    auto* pane = new SizeNotes;
+    grid.resize(100, 80);
+    QCOMPARE(grid.setWidgets({pane, new QWidget, new QWidget, new QWidget}, 2, 2), 0);
+    pane->show();
+    grid.show();
+    pane->sizes.clear();
+    grid.moveCrossSplitter(0, 5, 6);
+    QCOMPARE(pane->sizes, (QList<QSize>{{52, 37}, {52, 43}}));
+}
+
+void tst_grid_splitter::aBarThatStandsAsideComesBack()
+{
+    ShownGrid g(100, 80);
+    g.vertical->move(47, 3);
+    g.horizontal->move(4, 37);
+    g.grid.moveCrossSplitter(0, 5, 6);
+    QCOMPARE(g.vertical->pos(), QPoint(52, 0));
+    QCOMPARE(g.horizontal->pos(), QPoint(0, 43));
 }
 
 void tst_grid_splitter::aRefusedWayDoesNotStopTheOther_data()
@@ -212,44 +191,24 @@ void tst_grid_splitter::aRefusedWayDoesNotStopTheOther()
 {
     QFETCH(QPoint, way);
     QFETCH(QPoint, place);
-    Grid g(100, 80);
+    ShownGrid g(100, 80);
     drag(g.cross, way);
     QCOMPARE(g.cross->pos(), place);
     QCOMPARE(QPoint(g.vertical->x(), g.horizontal->y()), place);
 }
 
-void tst_grid_splitter::aResizeMakesThePanesEqualAgain()
-{
-    Grid g(100, 80);
-    drag(g.cross, {5, 6});
-    g.grid.resize(101, 80);
-    QCOMPARE(g.paneRects(),
-             (QList<QRect>{{0, 0, 48, 37}, {53, 0, 48, 37}, {0, 42, 48, 37}, {53, 42, 48, 37}}));
-    QCOMPARE(g.vertical->x(), 48);
-    QCOMPARE(g.horizontal->y(), 37);
-    QCOMPARE(g.cross->pos(), QPoint(48, 37));
-}
-
 void tst_grid_splitter::anUnknownCrossingIsIgnored()
 {
-    Grid g(100, 80);
+    ShownGrid g(100, 80);
     const QList<QRect> before = g.paneRects();
     g.grid.moveCrossSplitter(7, 5, 5);
     QCOMPARE(g.paneRects(), before);
     QCOMPARE(g.vertical->x(), 47);
 }
 
-void tst_grid_splitter::anEmptyGridSnapsToNothing()
-{
-    CGridSplitter grid(nullptr);
-    grid.resize(50, 50);
-    grid.snapToGrid();
-    QVERIFY(grid.findChildren<QWidget*>().isEmpty());
-}
-
 void tst_grid_splitter::aSecondFillDeletesTheFirst()
 {
-    Grid g;
+    ShownGrid g;
     const QPointer<QWidget> oldPane(g.panes.at(0));
     const QPointer<QWidget> oldHandle(g.vertical);
     const QPointer<QWidget> oldCross(g.cross);
@@ -263,11 +222,29 @@ void tst_grid_splitter::aSecondFillDeletesTheFirst()
     QCOMPARE(g.grid.findChildren<CCrossSplitterHandle*>().size(), 1);
 }
 
+void tst_grid_splitter::everyFillIsCounted()
+{
+    CGridSplitter grid(nullptr);
+    QCOMPARE(filledCounts(grid), qMakePair(0, 0));
+    const auto fill = [&grid](int rows, int columns) {
+        QList<QWidget*> panes;
+        for (int i = 0; i < rows * columns; ++i)
+            panes << new QWidget;
+        QCOMPARE(grid.setWidgets(panes, rows, columns), 0);
+    };
+    fill(2, 3);
+    QCOMPARE(filledCounts(grid), qMakePair(2, 3));
+    fill(4, 1);
+    QCOMPARE(filledCounts(grid), qMakePair(6, 4));
+    QCOMPARE(grid.setWidgets({}, 2, 2), -2);
+    QCOMPARE(filledCounts(grid), qMakePair(6, 4));
+}
+
 void tst_grid_splitter::theGridOwnsItsPanes()
 {
     QPointer<QWidget> pane;
     {
-        const Grid g;
+        const ShownGrid g;
         pane = g.panes.at(2);
         QCOMPARE(pane->parentWidget(), &g.grid);
     }
@@ -276,7 +253,7 @@ void tst_grid_splitter::theGridOwnsItsPanes()
 
 void tst_grid_splitter::theCrossLiesAboveTheBars()
 {
-    const Grid g(100, 80);
+    const ShownGrid g(100, 80);
     QCOMPARE(g.grid.childAt(49, 39), static_cast<QWidget*>(g.cross));
     QCOMPARE(g.grid.childAt(49, 10), static_cast<QWidget*>(g.vertical));
     QCOMPARE(g.grid.childAt(10, 39), static_cast<QWidget*>(g.horizontal));
@@ -284,25 +261,29 @@ void tst_grid_splitter::theCrossLiesAboveTheBars()
 
 void tst_grid_splitter::mouseEventsOnTheGapsEndInTheGrid()
 {
-    struct Parent : QWidget
-    {
-        int presses = 0;
-        void mousePressEvent(QMouseEvent*) override { ++presses; }
-    } parent;
-    auto* grid = new CGridSplitter(&parent);
-    parent.resize(60, 60);
-    grid->resize(50, 50);
-    parent.show();
-    QTest::mousePress(grid, Qt::LeftButton, {}, {10, 10});
-    QTest::mouseRelease(grid, Qt::LeftButton, {}, {10, 10});
-    QCOMPARE(parent.presses, 0);
-    QTest::mousePress(&parent, Qt::LeftButton, {}, {55, 55});
-    QCOMPARE(parent.presses, 1);
+    MouseNotes parent;
+    CGridSplitter grid(&parent);
+    for (const QEvent::Type type : MouseTypes)
+        sendMouse(grid, type, {10, 10});
+    QCOMPARE(parent.seen, std::vector<QEvent::Type>());
+    // Without a grid the parent gets all of them.
+    for (const QEvent::Type type : MouseTypes)
+        sendMouse(parent, type, {10, 10});
+    QCOMPARE(parent.seen, std::vector<QEvent::Type>(std::begin(MouseTypes), std::end(MouseTypes)));
+}
+
+void tst_grid_splitter::theGridIsAPlainFrame()
+{
+    QWidget parent;
+    const CGridSplitter grid(&parent);
+    const QFrame plain(&parent);
+    QCOMPARE(propertyDifferences(&grid, &plain), QStringList());
+    QCOMPARE(grid.windowFlags(), plain.windowFlags());
 }
 
 void tst_grid_splitter::anyOtherDirectionMovesNothing()
 {
-    Grid g(100, 80);
+    ShownGrid g(100, 80);
     const QList<QRect> before = g.paneRects();
     for (const int direction : {0, 3}) {
         g.grid.moveSplitter(0, Qt::Orientation(direction), 5);
@@ -320,7 +301,7 @@ void tst_grid_splitter::aGapWithoutAHandleMovesItsPanesAlone_data()
         << 1 << QList<QRect>{{0, 0, 47, 37}, {52, 0, 87, 37}, {0, 42, 47, 37}, {52, 42, 87, 37}};
     QTest::newRow("before the first column")
         << -1 << QList<QRect>{{40, 0, 7, 37}, {52, 0, 47, 37}, {40, 42, 7, 37}, {52, 42, 47, 37}};
-    QTest::newRow("nowhere") << 7 << Grid().paneRects();
+    QTest::newRow("nowhere") << 7 << ShownGrid().paneRects();
 }
 
 // Only a handle's place is limited, so that a gap without one takes any way.
@@ -328,27 +309,11 @@ void tst_grid_splitter::aGapWithoutAHandleMovesItsPanesAlone()
 {
     QFETCH(int, gap);
     QFETCH(QList<QRect>, panes);
-    Grid g(100, 80);
+    ShownGrid g(100, 80);
     g.grid.moveSplitter(gap, Qt::Vertical, 40);
     QCOMPARE(g.paneRects(), panes);
     QCOMPARE(g.vertical->x(), 47);
     QCOMPARE(g.cross->pos(), QPoint(47, 37));
-}
-
-void tst_grid_splitter::aGridThatIsNotSquareSkipsTheMissingHandle()
-{
-    CGridSplitter grid(nullptr);
-    grid.resize(100, 80);
-    QList<QWidget*> panes;
-    for (int i = 0; i < 3; ++i)
-        panes << new QWidget;
-    QCOMPARE(grid.setWidgets(panes, 1, 3), 0);
-    QCOMPARE(panes.at(2)->geometry(), QRect(70, 0, 30, 80));
-    // A vertical bar is looked for behind a horizontal one, so that these stay where they were made.
-    const auto bars = grid.findChildren<CSplitterHandle*>();
-    QCOMPARE(bars.size(), 2);
-    for (const CSplitterHandle* bar : bars)
-        QCOMPARE(bar->pos(), QPoint(0, 0));
 }
 
 void tst_grid_splitter::aFillDoesNotShowHiddenPanes()

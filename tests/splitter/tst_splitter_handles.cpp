@@ -1,10 +1,14 @@
 #include "splitter/CCrossSplitterHandle.h"
 #include "splitter/CSplitterHandle.h"
+#include "splitter/MouseEvents.h"
+#include "support/PropertyDifferences.h"
 
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <algorithm>
 #include <memory>
+#include <new>
 
 namespace {
 
@@ -20,12 +24,19 @@ void leave(QWidget& widget)
     QCoreApplication::sendEvent(&widget, &event);
 }
 
-void send(QWidget& widget, QEvent::Type type, QPoint place, Qt::MouseButton button = Qt::LeftButton)
+/// Makes a handle in memory that is not zero, gives it an event and answers what it tells.
+template <typename Handle, typename... Arguments>
+int movesOfAFreshHandle(QEvent::Type type, Arguments... arguments)
 {
-    const Qt::MouseButtons held =
-        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
-    QMouseEvent event(type, place, type == QEvent::MouseMove ? Qt::NoButton : button, held, Qt::NoModifier);
-    QCoreApplication::sendEvent(&widget, &event);
+    alignas(Handle) unsigned char memory[sizeof(Handle)];
+    std::fill(std::begin(memory), std::end(memory), static_cast<unsigned char>(0xFF));
+    auto* handle = new (memory) Handle(arguments...);
+    int told = 0;
+    QObject::connect(handle, &Handle::handleMoved, [&told] { ++told; });
+    QObject::connect(handle, &Handle::handleCatched, [&told] { ++told; });
+    sendMouse(*handle, type, {1, 1});
+    handle->~Handle();
+    return told;
 }
 
 } // namespace
@@ -40,7 +51,14 @@ private slots:
     void barReportsTheWayAlongItsAxis_data();
     void barReportsTheWayAlongItsAxis();
     void crossReportsBothWays();
+    void pressOutsideDoesNothing_data();
     void pressOutsideDoesNothing();
+    void aPressOutsideDoesNotTouchADrag();
+    void freshHandlesAreFree_data();
+    void freshHandlesAreFree();
+    void mouseEventsEndInTheHandle_data();
+    void mouseEventsEndInTheHandle();
+    void handlesAreBlank();
     void movesWithoutPressAreSilent();
     void everyButtonDrags_data();
     void everyButtonDrags();
@@ -117,9 +135,9 @@ void tst_splitter_handles::barReportsTheWayAlongItsAxis()
     });
 
     enter(handle);
-    send(handle, QEvent::MouseButtonPress, {2, 1});
+    sendMouse(handle, QEvent::MouseButtonPress, {2, 1});
     QCOMPARE(caught.count(), 1);
-    send(handle, QEvent::MouseMove, {9, 4});
+    sendMouse(handle, QEvent::MouseMove, {9, 4});
     QCOMPARE(moved, 1);
     QCOMPARE(num, 4);
     QCOMPARE(way, delta);
@@ -130,14 +148,22 @@ void tst_splitter_handles::crossReportsBothWays()
     CCrossSplitterHandle handle(2, nullptr);
     QSignalSpy moved(&handle, SIGNAL(handleMoved(int, int, int)));
     enter(handle);
-    send(handle, QEvent::MouseButtonPress, {2, 1});
-    send(handle, QEvent::MouseMove, {9, 4});
+    sendMouse(handle, QEvent::MouseButtonPress, {2, 1});
+    sendMouse(handle, QEvent::MouseMove, {9, 4});
     QCOMPARE(moved.count(), 1);
     QCOMPARE(moved.at(0), (QVariantList{2, 7, 3}));
 }
 
+void tst_splitter_handles::pressOutsideDoesNothing_data()
+{
+    QTest::addColumn<bool>("wasInside");
+    QTest::newRow("a cursor that never came") << false;
+    QTest::newRow("a cursor that left") << true;
+}
+
 void tst_splitter_handles::pressOutsideDoesNothing()
 {
+    QFETCH(bool, wasInside);
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
     CCrossSplitterHandle cross(0, nullptr);
     QSignalSpy barCaught(&bar, SIGNAL(handleCatched()));
@@ -145,10 +171,97 @@ void tst_splitter_handles::pressOutsideDoesNothing()
     QSignalSpy crossCaught(&cross, SIGNAL(handleCatched()));
     QSignalSpy crossMoved(&cross, SIGNAL(handleMoved(int, int, int)));
     for (QWidget* handle : {static_cast<QWidget*>(&bar), static_cast<QWidget*>(&cross)}) {
-        send(*handle, QEvent::MouseButtonPress, {1, 1});
-        send(*handle, QEvent::MouseMove, {5, 5});
+        if (wasInside) {
+            enter(*handle);
+            leave(*handle);
+        }
+        sendMouse(*handle, QEvent::MouseButtonPress, {1, 1});
+        sendMouse(*handle, QEvent::MouseMove, {5, 5});
     }
-    QCOMPARE(barCaught.count() + barMoved.count() + crossCaught.count() + crossMoved.count(), 0);
+    QCOMPARE(barCaught.count(), 0);
+    QCOMPARE(barMoved.count(), 0);
+    QCOMPARE(crossCaught.count(), 0);
+    QCOMPARE(crossMoved.count(), 0);
+}
+
+// The second button of a mouse goes down while the first one drags.
+void tst_splitter_handles::aPressOutsideDoesNotTouchADrag()
+{
+    CSplitterHandle bar(0, Qt::Vertical, nullptr);
+    CCrossSplitterHandle cross(0, nullptr);
+    QSignalSpy barCaught(&bar, SIGNAL(handleCatched()));
+    QSignalSpy crossCaught(&cross, SIGNAL(handleCatched()));
+    QSignalSpy crossMoved(&cross, SIGNAL(handleMoved(int, int, int)));
+    int way = 0;
+    connect(&bar, &CSplitterHandle::handleMoved, [&](int, Qt::Orientation, int d) { way = d; });
+    for (QWidget* handle : {static_cast<QWidget*>(&bar), static_cast<QWidget*>(&cross)}) {
+        enter(*handle);
+        sendMouse(*handle, QEvent::MouseButtonPress, {1, 2});
+        leave(*handle);
+        sendMouse(*handle, QEvent::MouseButtonPress, {20, 20}, Qt::RightButton);
+        sendMouse(*handle, QEvent::MouseMove, {31, 42});
+    }
+    QCOMPARE(barCaught.count(), 1);
+    QCOMPARE(way, 30);
+    QCOMPARE(crossCaught.count(), 1);
+    QCOMPARE(crossMoved.value(0), (QVariantList{0, 30, 40}));
+}
+
+void tst_splitter_handles::freshHandlesAreFree_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::newRow("no cursor is inside") << int(QEvent::MouseButtonPress);
+    QTest::newRow("no drag is under way") << int(QEvent::MouseMove);
+}
+
+void tst_splitter_handles::freshHandlesAreFree()
+{
+    QFETCH(int, type);
+    QCOMPARE(movesOfAFreshHandle<CSplitterHandle>(QEvent::Type(type), 0, Qt::Vertical, nullptr), 0);
+    QCOMPARE(movesOfAFreshHandle<CCrossSplitterHandle>(QEvent::Type(type), 0, nullptr), 0);
+}
+
+void tst_splitter_handles::mouseEventsEndInTheHandle_data()
+{
+    QTest::addColumn<bool>("isInside");
+    QTest::newRow("with the cursor inside") << true;
+    QTest::newRow("with the cursor outside") << false;
+}
+
+void tst_splitter_handles::mouseEventsEndInTheHandle()
+{
+    QFETCH(bool, isInside);
+    MouseNotes parent;
+    CSplitterHandle bar(0, Qt::Vertical, &parent);
+    CCrossSplitterHandle cross(0, &parent);
+    for (QWidget* handle : {static_cast<QWidget*>(&bar), static_cast<QWidget*>(&cross)}) {
+        if (isInside)
+            enter(*handle);
+        for (const QEvent::Type type : MouseTypes)
+            sendMouse(*handle, type, {1, 1});
+    }
+    QCOMPARE(parent.seen, std::vector<QEvent::Type>());
+}
+
+// A handle looks as a plain frame does: no frame style, nothing painted, in use or not.
+void tst_splitter_handles::handlesAreBlank()
+{
+    QWidget parent;
+    QFrame plain(&parent);
+    CSplitterHandle bar(0, Qt::Vertical, &parent);
+    CCrossSplitterHandle cross(0, &parent);
+    plain.resize(20, 20);
+    const QImage expected = plain.grab().toImage();
+    for (QFrame* handle : {static_cast<QFrame*>(&bar), static_cast<QFrame*>(&cross)}) {
+        QCOMPARE(propertyDifferences(handle, &plain), QStringList{"mouseTracking"});
+        QCOMPARE(handle->frameStyle(), plain.frameStyle());
+        QCOMPARE(handle->windowFlags(), plain.windowFlags());
+        handle->resize(20, 20);
+        QCOMPARE(handle->grab().toImage(), expected);
+        enter(*handle);
+        sendMouse(*handle, QEvent::MouseButtonPress, {1, 1});
+        QCOMPARE(handle->grab().toImage(), expected);
+    }
 }
 
 void tst_splitter_handles::movesWithoutPressAreSilent()
@@ -159,8 +272,8 @@ void tst_splitter_handles::movesWithoutPressAreSilent()
     QSignalSpy crossMoved(&cross, SIGNAL(handleMoved(int, int, int)));
     for (QWidget* handle : {static_cast<QWidget*>(&bar), static_cast<QWidget*>(&cross)}) {
         enter(*handle);
-        send(*handle, QEvent::MouseMove, {1, 1});
-        send(*handle, QEvent::MouseMove, {4, 4});
+        sendMouse(*handle, QEvent::MouseMove, {1, 1});
+        sendMouse(*handle, QEvent::MouseMove, {4, 4});
     }
     QCOMPARE(barMoved.count() + crossMoved.count(), 0);
 }
@@ -183,11 +296,11 @@ void tst_splitter_handles::everyButtonDrags()
     QSignalSpy crossMoved(&cross, SIGNAL(handleMoved(int, int, int)));
     for (QWidget* handle : {static_cast<QWidget*>(&bar), static_cast<QWidget*>(&cross)}) {
         enter(*handle);
-        send(*handle, QEvent::MouseButtonPress, {0, 0}, Qt::MouseButton(button));
-        send(*handle, QEvent::MouseMove, {1, 0}, Qt::MouseButton(button));
+        sendMouse(*handle, QEvent::MouseButtonPress, {0, 0}, Qt::MouseButton(button));
+        sendMouse(*handle, QEvent::MouseMove, {1, 0}, Qt::MouseButton(button));
         // Any button lets go again.
-        send(*handle, QEvent::MouseButtonRelease, {1, 0}, Qt::MouseButton(button));
-        send(*handle, QEvent::MouseMove, {2, 0}, Qt::MouseButton(button));
+        sendMouse(*handle, QEvent::MouseButtonRelease, {1, 0}, Qt::MouseButton(button));
+        sendMouse(*handle, QEvent::MouseMove, {2, 0}, Qt::MouseButton(button));
     }
     QCOMPARE(barMoved.count(), 1);
     QCOMPARE(crossMoved.count(), 1);
@@ -198,15 +311,15 @@ void tst_splitter_handles::barReleasedOutsideStaysCaught()
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
     QSignalSpy moved(&bar, &CSplitterHandle::handleMoved);
     enter(bar);
-    send(bar, QEvent::MouseButtonPress, {0, 0});
+    sendMouse(bar, QEvent::MouseButtonPress, {0, 0});
     leave(bar);
-    send(bar, QEvent::MouseButtonRelease, {40, 0});
-    send(bar, QEvent::MouseMove, {41, 0});
+    sendMouse(bar, QEvent::MouseButtonRelease, {40, 0});
+    sendMouse(bar, QEvent::MouseMove, {41, 0});
     QCOMPARE(moved.count(), 1);
 
     enter(bar);
-    send(bar, QEvent::MouseButtonRelease, {1, 0});
-    send(bar, QEvent::MouseMove, {2, 0});
+    sendMouse(bar, QEvent::MouseButtonRelease, {1, 0});
+    sendMouse(bar, QEvent::MouseMove, {2, 0});
     QCOMPARE(moved.count(), 1);
 }
 
@@ -215,10 +328,10 @@ void tst_splitter_handles::crossReleasedOutsideIsFree()
     CCrossSplitterHandle cross(0, nullptr);
     QSignalSpy moved(&cross, SIGNAL(handleMoved(int, int, int)));
     enter(cross);
-    send(cross, QEvent::MouseButtonPress, {0, 0});
+    sendMouse(cross, QEvent::MouseButtonPress, {0, 0});
     leave(cross);
-    send(cross, QEvent::MouseButtonRelease, {40, 0});
-    send(cross, QEvent::MouseMove, {41, 0});
+    sendMouse(cross, QEvent::MouseButtonRelease, {40, 0});
+    sendMouse(cross, QEvent::MouseMove, {41, 0});
     QCOMPARE(moved.count(), 0);
 }
 
@@ -230,9 +343,9 @@ void tst_splitter_handles::leavingDoesNotEndADrag()
     QSignalSpy crossMoved(&cross, SIGNAL(handleMoved(int, int, int)));
     for (QWidget* handle : {static_cast<QWidget*>(&bar), static_cast<QWidget*>(&cross)}) {
         enter(*handle);
-        send(*handle, QEvent::MouseButtonPress, {0, 0});
+        sendMouse(*handle, QEvent::MouseButtonPress, {0, 0});
         leave(*handle);
-        send(*handle, QEvent::MouseMove, {30, 30});
+        sendMouse(*handle, QEvent::MouseMove, {30, 30});
     }
     QCOMPARE(barMoved.count(), 1);
     QCOMPARE(crossMoved.count(), 1);
@@ -244,9 +357,9 @@ void tst_splitter_handles::theWayIsTakenFromThePressAlways()
     QList<int> ways;
     connect(&bar, &CSplitterHandle::handleMoved, [&](int, Qt::Orientation, int way) { ways << way; });
     enter(bar);
-    send(bar, QEvent::MouseButtonPress, {10, 0});
-    send(bar, QEvent::MouseMove, {13, 0});
-    send(bar, QEvent::MouseMove, {15, 0});
+    sendMouse(bar, QEvent::MouseButtonPress, {10, 0});
+    sendMouse(bar, QEvent::MouseMove, {13, 0});
+    sendMouse(bar, QEvent::MouseMove, {15, 0});
     QCOMPARE(ways, (QList<int>{3, 5}));
 }
 
@@ -255,9 +368,11 @@ void tst_splitter_handles::crossTellsOfTheCatchBeforeItStoresThePlace()
 {
     CCrossSplitterHandle cross(0, nullptr);
     QSignalSpy moved(&cross, SIGNAL(handleMoved(int, int, int)));
-    connect(&cross, &CCrossSplitterHandle::handleCatched, [&] { send(cross, QEvent::MouseMove, {10, 10}); });
+    connect(&cross, &CCrossSplitterHandle::handleCatched, [&] {
+        sendMouse(cross, QEvent::MouseMove, {10, 10});
+    });
     enter(cross);
-    send(cross, QEvent::MouseButtonPress, {4, 4});
+    sendMouse(cross, QEvent::MouseButtonPress, {4, 4});
     QCOMPARE(moved.at(0), (QVariantList{0, 10, 10}));
 }
 
@@ -266,9 +381,9 @@ void tst_splitter_handles::barStoresThePlaceBeforeItTellsOfTheCatch()
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
     int way = 0;
     connect(&bar, &CSplitterHandle::handleMoved, [&](int, Qt::Orientation, int d) { way = d; });
-    connect(&bar, &CSplitterHandle::handleCatched, [&] { send(bar, QEvent::MouseMove, {10, 10}); });
+    connect(&bar, &CSplitterHandle::handleCatched, [&] { sendMouse(bar, QEvent::MouseMove, {10, 10}); });
     enter(bar);
-    send(bar, QEvent::MouseButtonPress, {4, 4});
+    sendMouse(bar, QEvent::MouseButtonPress, {4, 4});
     QCOMPARE(way, 6);
 }
 
