@@ -9,14 +9,16 @@
 
 namespace {
 
-/// Rows and columns of all successful fills. No operation reads them.
+// What no operation tells: rows and columns of all successful fills, and the numbers of the panes.
 QPair<int, int> filledCounts(const CGridSplitter& grid);
+QList<int> paneNumbers(const CGridSplitter& grid);
 
-template <int CGridSplitter::*rows, int CGridSplitter::*columns> struct Counts
+template <auto rows, auto columns, auto panes> struct GridFields
 {
     friend QPair<int, int> filledCounts(const CGridSplitter& grid) { return {grid.*rows, grid.*columns}; }
+    friend QList<int> paneNumbers(const CGridSplitter& grid) { return (grid.*panes).keys(); }
 };
-template struct Counts<&CGridSplitter::rowCount, &CGridSplitter::columnCount>;
+template struct GridFields<&CGridSplitter::rowCount, &CGridSplitter::columnCount, &CGridSplitter::panes>;
 
 /// A pane that notes the sizes it is given.
 struct SizeNotes : QWidget
@@ -46,6 +48,7 @@ private slots:
     void anUnknownCrossingIsIgnored();
     void aSecondFillDeletesTheFirst();
     void everyFillIsCounted();
+    void panesAreNumberedFromZero();
     void theGridOwnsItsPanes();
     void theCrossLiesAboveTheBars();
     void mouseEventsOnTheGapsEndInTheGrid();
@@ -238,6 +241,12 @@ void tst_grid_splitter::everyFillIsCounted()
     QCOMPARE(filledCounts(grid), qMakePair(6, 4));
     QCOMPARE(grid.setWidgets({}, 2, 2), -2);
     QCOMPARE(filledCounts(grid), qMakePair(6, 4));
+}
+
+void tst_grid_splitter::panesAreNumberedFromZero()
+{
+    const ShownGrid g;
+    QCOMPARE(paneNumbers(g.grid), (QList<int>{0, 1, 2, 3}));
 }
 
 void tst_grid_splitter::theGridOwnsItsPanes()
