@@ -51,7 +51,6 @@ void makeReadout(QLineEdit* field)
             palette.setBrush(group, role, black);
     field->setPalette(palette);
     field->setEnabled(false);
-    field->setReadOnly(false);
 }
 
 template <typename Pane> Pane* makePane(const char* name, QWidget* parent, const QRect& geometry)

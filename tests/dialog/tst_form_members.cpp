@@ -12,6 +12,7 @@
 
 #include <qwt_plot.h>
 
+#include <memory>
 #include <typeinfo>
 #include <vector>
 

@@ -52,7 +52,9 @@ private slots:
     void curvesStayUntilTheNextRefresh();
     void missingLineLeavesThePlots_data();
     void missingLineLeavesThePlots();
+    void removedCurvesAreDeleted();
     void otherItemsStay();
+    void ticksAreLeftToQwt();
     void picturesAreDrawnAnew();
     void plotsSetNothingElse();
 };
@@ -287,6 +289,27 @@ void tst_profile_plots::missingLineLeavesThePlots()
     QVERIFY(!d.m_viewLock.heldByThisThread());
 }
 
+void tst_profile_plots::removedCurvesAreDeleted()
+{
+    struct NotedCurve : QwtPlotCurve
+    {
+        explicit NotedCurve(int& count)
+            : ended(count)
+        {
+        }
+        ~NotedCurve() override { ++ended; }
+        int& ended;
+    };
+    int ended = 0;
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame(7, 5, 12, sloped));
+    for (QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown})
+        (new NotedCurve(ended))->attach(plot);
+    d.Update();
+    QCOMPARE(ended, 2);
+}
+
 void tst_profile_plots::otherItemsStay()
 {
     DialogProbe d;
@@ -301,6 +324,18 @@ void tst_profile_plots::otherItemsStay()
     for (const QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown}) {
         QCOMPARE(plot->itemList(QwtPlotItem::Rtti_PlotMarker).size(), 1);
         QCOMPARE(plot->itemList(QwtPlotItem::Rtti_PlotGrid).size(), 1);
+    }
+}
+
+void tst_profile_plots::ticksAreLeftToQwt()
+{
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame(7, 5, 12, sloped));
+    d.Update();
+    for (const QwtPlot* plot : {d.ui.PlotUp, d.ui.PlotDown}) {
+        QCOMPARE(plot->axisStepSize(QwtPlot::yLeft), 0.0);
+        QCOMPARE(plot->axisStepSize(QwtPlot::xBottom), 0.0);
     }
 }
 
