@@ -8,8 +8,8 @@ namespace zor {
 /// Takes `width` pixels of one line apart into samples of 16 bits, each as the format holds it, in the order
 /// in which they lie in memory: samplesPerPixel() a pixel. Starts at the line's first byte or at any place in
 /// the line that stands an even number of pixels and a whole number of bytes behind it. Reads no byte behind
-/// the one that holds the last sample's last bit. A field wider than the format's depth, with bits above the
-/// depth set, gives full scale.
+/// the one that holds the last sample's last bit. A word of 16 bits with bits above the format's depth gives
+/// full scale; the spare bits of packed fields mean nothing and are ignored.
 using UnpackRow = void (*)(const std::uint8_t* source, std::uint16_t* destination, std::size_t width);
 
 /// The row function of any format of the pixel type table; null for a code that is not in it as it stands.

@@ -16,22 +16,13 @@ std::uint32_t plainSample(const std::uint8_t* line, std::uint32_t index)
     return static_cast<std::uint32_t>(sample[0] | sample[1] << 8);
 }
 
-/// Two fields of 12 bits in three bytes, the low bits first.
-std::uint32_t flexSample(const std::uint8_t* line, std::uint32_t index)
-{
-    const std::uint8_t* pair = line + std::size_t{index} / 2 * 3;
-    return static_cast<std::uint32_t>(index % 2 == 0 ? pair[0] | (pair[1] & 0x0F) << 8
-                                                     : pair[1] >> 4 | pair[2] << 4);
-}
-
-template <typename Sample>
-void check(const std::string& path, const Frame& frame, std::uint32_t perPixel, Sample sample)
+void check(const std::string& path, const Frame& frame, std::uint32_t perPixel)
 {
     const std::uint32_t limit = (1U << pixelTypeSampleBits(frame.pixelType)) - 1;
     for (std::uint32_t y = 0; y < frame.height; ++y) {
         const std::uint8_t* line = frame.pixels.data() + std::size_t{y} * frame.pitch;
         for (std::uint32_t i = 0; i < frame.width * perPixel; ++i) {
-            const std::uint32_t value = sample(line, i);
+            const std::uint32_t value = plainSample(line, i);
             if (value > limit)
                 failFrame(path, "the sample " + std::to_string(value) + " at " +
                                     samplePlace(frame.width, std::size_t{y} * frame.width + i / perPixel) +
@@ -49,12 +40,8 @@ void checkRawRange(const std::string& path, const Frame& frame)
     const std::uint32_t type = frame.pixelType;
     const std::uint32_t sampleBits = pixelTypeSampleBits(type);
     constexpr std::uint32_t wordBits = 16;
-    constexpr std::uint32_t fieldBits = 12;
     if (pixelTypePackingClass(type) == PackingClass::Plain && sampleBits > 8 && sampleBits < wordBits)
-        check(path, frame, pixelTypeBits(type) / wordBits, plainSample);
-    if (pixelTypePackingClass(type) == PackingClass::Flex && pixelTypeFamily(type) == PixelFamily::Mono &&
-        pixelTypeBits(type) == fieldBits && sampleBits < fieldBits)
-        check(path, frame, 1, flexSample);
+        check(path, frame, pixelTypeBits(type) / wordBits);
 }
 
 } // namespace zor

@@ -13,7 +13,7 @@ void stream10(const std::uint8_t* source, std::uint16_t* destination, std::size_
 /// 12 bits a sample, two samples in three bytes.
 void stream12(const std::uint8_t* source, std::uint16_t* destination, std::size_t count);
 
-/// Fields of 12 bits with 10 significant ones.
+/// Fields of 12 bits, whose upper two bits mean nothing.
 void stream10In12(const std::uint8_t* source, std::uint16_t* destination, std::size_t count);
 
 } // namespace zor::unpack

@@ -71,6 +71,8 @@ void tst_zorffc_convert::aDumpBecomesItsSamples_data()
     add("Mono10Packed as in a record", "Mono10Packed", "2x1", record, "FF 31 80", 1023, {1023, 513});
     add("Mono10_FLExPacked: fields of 12 bits", "Mono10_FLExPacked", "2x1", none, "FF 13 20", 1023,
         {0x3FF, 0x201});
+    add("Mono10_FLExPacked: the upper two bits of a field do not count", "Mono10_FLExPacked", "2x1", none,
+        "00 4C E0", 1023, {0x000, 0x204});
     add("Mono12Packed from the wire", "Mono12Packed", "2x1", none, "32 21 64", 4095, {0x321, 0x642});
     add("Mono12Packed as in a record", "Mono12Packed", "2x1", record, "32 12 64", 4095, {0x321, 0x642});
     add("Mono12Packed told to be from the wire", "Mono12Packed", "2x1", {"--packed-order", "wire"},

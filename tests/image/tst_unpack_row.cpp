@@ -101,6 +101,9 @@ void TestUnpackRow::knownBytesGiveKnownSamples_data()
         << bytes("010800C0"
                  "FFFFFFFF")
         << QVector<int>{1, 2, 0, 0x3FF, 0x3FF, 0x3FF};
+    QTest::newRow("Mono10_FLExPacked: the upper two bits of a field mean nothing")
+        << 0x010C3205U << 9 << bytes("004CE0 FF0F80 23C1AB 000440 0108")
+        << QVector<int>{0x000, 0x204, 0x3FF, 0x000, 0x123, 0x2BC, 0x000, 0x000, 0x001};
     QTest::newRow("RGB_12_FLEX_Packed: two pixels in nine bytes, one in five")
         << 0x0224337FU << 3 << bytes("BC4A12 785634 AB9CDE 234561 07F0")
         << QVector<int>{0xABC, 0x124, 0x678, 0x345, 0xCAB, 0xDE9, 0x523, 0x614, 0x007};

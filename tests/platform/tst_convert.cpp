@@ -133,8 +133,8 @@ void TestConvert::knownBytesGiveKnownSamples_data()
         << 0x01100306U << Mono16 << bytes("BC0A") << QList<int>{0xABCA};
     QTest::newRow("Mono10 with bits above its depth is full scale")
         << 0x01100202U << Mono10 << bytes("0004 00FF FF03") << QList<int>{0x3FF, 0x3FF, 0x3FF};
-    QTest::newRow("Mono10_FLExPacked with bits above its depth is full scale")
-        << 0x010C3205U << Mono10 << bytes("000400") << QList<int>{0x3FF, 0};
+    QTest::newRow("Mono10_FLExPacked: the upper two bits of a field mean nothing")
+        << 0x010C3205U << Mono10 << bytes("004CE0 FF0F80") << QList<int>{0x000, 0x204, 0x3FF, 0x000};
 }
 
 void TestConvert::knownBytesGiveKnownSamples()

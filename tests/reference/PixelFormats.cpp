@@ -87,10 +87,8 @@ PixelFormat formatOf(const ExpectedFormat& expected, std::uint32_t row)
     const bool flex = contains(expected.name, "FLE") || contains(expected.name, "PACKED");
     format.inPairs = contains(expected.name, "Packed") && !flex;
     const bool stream = expected.name.back() == 'p';
-    // FLEx mono samples of 10 bits stand in fields of 12; whole bytes hold what is not packed.
-    if (flex && expected.family == Mono)
-        format.storedBits = format.heldBits == 8 ? 8 : 12;
-    else if (flex || stream || format.inPairs)
+    // Whole bytes hold what is not packed, and all their bits count.
+    if (flex || stream || format.inPairs)
         format.storedBits = format.heldBits;
     else
         format.storedBits = format.heldBits == 8 ? 8 : 16;

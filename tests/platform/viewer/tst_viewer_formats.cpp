@@ -230,6 +230,8 @@ void TestViewerFormats::numbersAreNativeCodes_data()
     QTest::newRow("Mono12p: 12 bits, although its depth is 10")
         << Mono12pCode << 1 << bytes("23C1AB") << Pixels{{0x123}, {0xABC}};
     QTest::newRow("Mono10 with bits above its depth") << ZorMono10 << 1 << bytes("34F2") << Pixels{{0xF234}};
+    QTest::newRow("Mono10_FLExPacked: without the spare bits of its fields")
+        << 0x010C3205u << 1 << bytes("004CE0") << Pixels{{0x000}, {0x204}};
     QTest::newRow("BayerRG10p: the sites, not the luma")
         << 0x030A221Bu << 1 << bytes("0108300001") << Pixels{{1}, {2}, {3}, {4}};
     QTest::newRow("TrueSense of 14 bits: the sites at their own depth")
