@@ -15,7 +15,7 @@ int ZorCreateImageHeader(_ZorImage** slot, std::uint64_t size, std::uint32_t pix
 int ZorReleaseImageHeader(_ZorImage** slot);
 
 /// A full copy of a record and its pixels. What the slot holds is used again or released; on failure the slot
-/// is null.
+/// is null. The source's pixels may be, or lie among, those of the record in the slot.
 int ZorCloneImage(_ZorImage** slot, const _ZorImage* source);
 
 /// Frees a cloned or converted record with its pixels and nulls the slot. A null slot or record is tolerated.

@@ -17,17 +17,30 @@ void release(_ZorImage** slot)
     *slot = nullptr;
 }
 
-/// A record for a copy of `source`: the one in the slot when its pixel buffer has the right size, which
-/// spares the next image of a live view a fresh block, else a new one.
-_ZorImage* recordForCopy(_ZorImage** slot, const _ZorImage& source)
+/// Whether a record's pixel buffer takes the pixels of `source` as it is, which spares the next image of a
+/// live view a fresh block.
+bool isReusable(const _ZorImage* record, const _ZorImage& source)
 {
-    if (*slot && (*slot)->data && source.data && (*slot)->imageSize == source.imageSize)
-        return *slot;
-    release(slot);
-    *slot = zor::platform::makeRecord(source.pixelType);
-    if (*slot && source.data && !zor::platform::makePixels(*slot, source.imageSize))
-        release(slot);
-    return *slot;
+    return record && record->data && source.data && record->imageSize == source.imageSize;
+}
+
+/// A new record with room for the pixels of `source`; null when there is no memory.
+_ZorImage* newRecordFor(const _ZorImage& source)
+{
+    _ZorImage* made = zor::platform::makeRecord(source.pixelType);
+    if (made && source.data && !zor::platform::makePixels(made, source.imageSize))
+        release(&made);
+    return made;
+}
+
+/// Everything but the place of the pixels. The pixels of both may overlap.
+void copyInto(_ZorImage& copy, const _ZorImage& source)
+{
+    std::uint8_t* data = copy.data;
+    copy = source;
+    copy.data = data;
+    if (data)
+        std::memmove(data, source.data, source.imageSize);
 }
 
 } // namespace
@@ -69,15 +82,17 @@ ZOR_PLATFORM_EXPORT int ZorCloneImage(_ZorImage** slot, const _ZorImage* source)
     }
     if (*slot == source)
         return Done;
-    _ZorImage* copy = recordForCopy(slot, *source);
-    if (!copy)
-        return NoMemory;
-    std::uint8_t* data = copy->data;
-    *copy = *source;
-    copy->data = data;
-    if (data)
-        std::memcpy(data, source->data, source->imageSize);
-    return Done;
+    if (isReusable(*slot, *source)) {
+        copyInto(**slot, *source);
+        return Done;
+    }
+    // The source's pixels may be those of the slot, so these go last.
+    _ZorImage* copy = newRecordFor(*source);
+    if (copy)
+        copyInto(*copy, *source);
+    release(slot);
+    *slot = copy;
+    return copy ? Done : NoMemory;
 }
 
 ZOR_PLATFORM_EXPORT int ZorReleaseImage(_ZorImage** slot)

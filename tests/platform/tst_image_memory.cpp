@@ -4,6 +4,8 @@
 #include <QtTest>
 
 #include <cstdlib>
+#include <cstring>
+#include <malloc.h>
 #include <new>
 #include <vector>
 
@@ -48,9 +50,12 @@ void* __wrap_calloc(std::size_t count, std::size_t size)
     return block;
 }
 
+/// What is read of a block after its release is no longer what was in it.
 void __wrap_free(void* block)
 {
     blocksOut -= block ? 1 : 0;
+    if (block)
+        std::memset(block, 0xDD, malloc_usable_size(block));
     __real_free(block);
 }
 
@@ -82,6 +87,8 @@ private slots:
     void aConversionWithoutWorkingMemoryLosesNothing_data();
     void aConversionWithoutWorkingMemoryLosesNothing();
     void aCloneOfTheSameSizeNeedsNoNewBlock();
+    void aPartOfTheSlotsOwnPixelsIsCloned_data();
+    void aPartOfTheSlotsOwnPixelsIsCloned();
 };
 
 namespace {
@@ -277,6 +284,52 @@ void TestImageMemory::aCloneOfTheSameSizeNeedsNoNewBlock()
     pixels[0] = 2;
     QCOMPARE(ZorCloneImage(&clone, &source), 0);
     QCOMPARE(int(clone->data[0]), 2);
+    ZorReleaseImage(&clone);
+    QCOMPARE(blocksOut, 0);
+}
+
+void TestImageMemory::aPartOfTheSlotsOwnPixelsIsCloned_data()
+{
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("size");
+    QTest::addColumn<int>("blocks");
+    QTest::addColumn<bool>("succeeds");
+    QTest::newRow("its beginning") << 0 << 40 << 2 << true;
+    QTest::newRow("its middle") << 30 << 40 << 2 << true;
+    QTest::newRow("its end") << 60 << 40 << 2 << true;
+    QTest::newRow("all of it, in place") << 0 << 100 << 0 << true;
+    QTest::newRow("as many bytes from the second on, in place") << 1 << 100 << 0 << true;
+    QTest::newRow("more than it has, with spare bytes") << 10 << 106 << 2 << true;
+    QTest::newRow("no pixels for a part") << 30 << 40 << 1 << false;
+    QTest::newRow("no record for a part") << 30 << 40 << 0 << false;
+}
+
+/// The source's pixels are those of the slot: they are copied before they are released.
+void TestImageMemory::aPartOfTheSlotsOwnPixelsIsCloned()
+{
+    QFETCH(int, first);
+    QFETCH(int, size);
+    QFETCH(int, blocks);
+    QFETCH(bool, succeeds);
+    std::vector<std::uint8_t> pixels(100);
+    for (std::size_t i = 0; i < pixels.size(); ++i)
+        pixels[i] = std::uint8_t(i + 1);
+    const _ZorImage whole = sourceOf(pixels);
+    _ZorImage* clone = nullptr;
+    QCOMPARE(ZorCloneImage(&clone, &whole), 0);
+    pixels.resize(pixels.size() + 16); // the spare bytes of a clone are 0
+    const QByteArray expected(reinterpret_cast<const char*>(pixels.data()) + first, size);
+
+    _ZorImage part = *clone;
+    part.data += first;
+    part.width = part.pitch = part.imageSize = std::uint32_t(size);
+    allocationsLeft = blocks;
+    QCOMPARE(ZorCloneImage(&clone, &part) == 0, succeeds);
+    QCOMPARE(clone != nullptr, succeeds);
+    if (succeeds) {
+        QCOMPARE(clone->width, std::uint32_t(size));
+        QCOMPARE(QByteArray(reinterpret_cast<const char*>(clone->data), size), expected);
+    }
     ZorReleaseImage(&clone);
     QCOMPARE(blocksOut, 0);
 }
