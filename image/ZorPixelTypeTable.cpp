@@ -3,10 +3,10 @@
 #include "image/ChannelIndex.h"
 #include "image/PixelTypeCode.h"
 
-// The one place that knows the pixel formats; everything else is derived from it. Columns:
+// The one list of the pixel formats. Depth and channels come from here, the order of channels too; how
+// samples lie in memory comes from the fields of the code, see PixelTypeCode.h and UnpackRow.cpp. Columns:
 //
-// name            as GenICam's Pixel Format Naming Convention writes it, `TrueSense` and `FLEx` rows as their
-//                 makers do
+// name            the format's name; in a Bayer row its letters are the colour filter
 // channelLayout   one token per channel for RGB; for raw and YUV one token per position of the colour cell
 // channels        samples that belong to one pixel
 // depth           significant bits per channel
@@ -26,7 +26,7 @@ constexpr ZorPixelTypeRow ZorPixelTypeTable[ZorPixelTypeCount] = {
     {"Mono10Packed",             "Y",                               1, 10, channelIndexY,    0, 0x010C1204},
     {"Mono10_FLExPacked",        "Y",                               1, 10, channelIndexY,    0, 0x010C3205},
     {"Mono12",                   "Y",                               1, 12, channelIndexY,    0, 0x01100306},
-    // Holds 12 bits; a depth of 10 is what the formats' users count on.
+    // The samples have 12 bits; the depth of 10 is deliberate, see docs/decisions.md.
     {"Mono12p",                  "Y",                               1, 10, channelIndexY,    0, 0x010C2307},
     {"Mono12Packed",             "Y",                               1, 12, channelIndexY,    0, 0x010C1308},
     {"Mono12_FLExPacked",        "Y",                               1, 12, channelIndexY,    0, 0x010C3309},

@@ -112,20 +112,32 @@ void TestImageRecord::aLineTakesItsBitsRoundedUp()
 
 void TestImageRecord::theLastLineMayBeShort_data()
 {
+    QTest::addColumn<quint32>("code");
+    QTest::addColumn<quint32>("width");
     QTest::addColumn<quint32>("height");
     QTest::addColumn<quint32>("pitch");
     QTest::addColumn<quint64>("bytes");
-    QTest::newRow("one line needs no pitch") << 1U << 104U << quint64(100);
-    QTest::newRow("three lines") << 3U << 104U << quint64(308);
-    QTest::newRow("largest pitch and height") << 0xFFFFFFFFU << 0xFFFFFFFFU << quint64(18446744060824649830U);
+    constexpr quint32 Mono8 = 0x01080101;
+    constexpr quint32 Rgb16 = 0x0230057B;
+    constexpr quint32 Largest = 0xFFFFFFFF;
+    QTest::newRow("one line needs no pitch") << Mono8 << 100U << 1U << 104U << quint64(100);
+    QTest::newRow("three lines") << Mono8 << 100U << 3U << 104U << quint64(308);
+    QTest::newRow("a last pixel within a byte") << 0x010C1308U << 5U << 2U << 16U << quint64(24);
+    QTest::newRow("largest pitch and height")
+        << Mono8 << 100U << Largest << Largest << quint64(18446744060824649830U);
+    QTest::newRow("largest pitch and height with the widest line that fits")
+        << Rgb16 << Largest / 6 << Largest << Largest << quint64(18446744065119617022U);
 }
 
 void TestImageRecord::theLastLineMayBeShort()
 {
+    QFETCH(quint32, code);
+    QFETCH(quint32, width);
     QFETCH(quint32, height);
     QFETCH(quint32, pitch);
     QFETCH(quint64, bytes);
-    QCOMPARE(quint64(neededBytes(0x01080101, 100, height, pitch)), bytes);
+    QVERIFY(tightPitch(code, width) <= pitch);
+    QCOMPARE(quint64(neededBytes(code, width, height, pitch)), bytes);
 }
 
 QTEST_APPLESS_MAIN(TestImageRecord)

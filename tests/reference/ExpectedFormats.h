@@ -5,7 +5,7 @@
 #include <vector>
 
 /// One pixel format as the product has to know it, put together by hand and by the naming rules, never from
-/// the product's table. It follows the camera makers' lists but for `Mono12p`, which has depth 10 here.
+/// the product's table. `Mono12p` has depth 10 although its samples have 12 bits.
 struct ExpectedFormat
 {
     std::string name;
