@@ -42,7 +42,7 @@ void fillCells(const ConstImageView& frame, std::size_t frameBytes, const ImageV
             std::memset(cells.data, 0, blockBytes);
         return;
     }
-    const std::size_t copied = frame.depth <= 16 ? std::min(rowsBytes, frameBytes) : 0;
+    const std::size_t copied = isCorrectedDepth(frame.depth) ? std::min(rowsBytes, frameBytes) : 0;
     std::memcpy(cells.data, frame.data, copied);
     std::memset(cells.data + copied, 0, blockBytes - copied);
 }

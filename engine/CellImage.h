@@ -21,8 +21,8 @@ constexpr std::int32_t saturationLimit(std::int32_t depth)
 
 /// Fills a working image from a frame of `frameBytes` bytes: at depth 8 pixel by pixel, at depths 9 to 16
 /// with one flat copy of height x cells.step bytes whatever the frame's step is. Where the flat copy is
-/// longer than the frame the rest is zero, and so are all cells above depth 16 and those that stand for no
-/// pixel.
+/// longer than the frame the rest is zero, and so are the cells that belong to no pixel and all cells at a
+/// depth that is not corrected.
 void fillCells(const ConstImageView& frame, std::size_t frameBytes, const ImageView& cells);
 
 /// Clears the cells that stand for no pixel: the padding of each row and the spare row.

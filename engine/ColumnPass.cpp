@@ -61,7 +61,7 @@ void applyColumnCodes(const ImageView& cells, std::int32_t frameStep, const std:
             pixMultiplyInPlace16s(factors, 0, reinterpret_cast<std::int16_t*>(cells.row(y)), cells.step,
                                   {cells.width, 1}, 8);
         }
-    } else if (cells.depth <= 16) {
+    } else if (isCorrectedDepth(cells.depth)) {
         multiplyFlat(cells, frameStep, codes);
     }
 }

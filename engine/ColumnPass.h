@@ -13,7 +13,8 @@ std::int32_t columnCodeCapacity(std::int32_t width, std::int32_t frameStep);
 /// Depths 9 to 16: the block is taken as height rows of frameStep / 2 cells without a gap; a cell that equals
 /// the saturation limit stays, any other becomes (cell x code) >> 8, truncated to 16 bits and limited when
 /// that reads as a signed number above the limit. The walk ends with the block (height + 1 rows of
-/// cells.step). `codes` holds columnCodeCapacity entries.
+/// cells.step). `codes` holds columnCodeCapacity entries. A depth that is not corrected leaves the cells
+/// alone.
 void applyColumnCodes(const ImageView& cells, std::int32_t frameStep, const std::uint16_t* codes);
 
 } // namespace zor

@@ -3,6 +3,7 @@
 #include "engine/FixedPoint.h"
 #include "engine/Profiles.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace zor {
@@ -59,8 +60,11 @@ void turnMeansIntoGains(std::list<double>& means, MeanTally& tally, double count
 void computeColumnGains(const ConstImageView& frame, const GainRule& rule, std::list<double>& gains,
                         std::uint16_t* columnMeans, std::uint16_t* rowMeans)
 {
-    if (frame.depth > 16)
+    if (!isCorrectedDepth(frame.depth)) {
+        std::fill_n(columnMeans, frame.width, std::uint16_t{0});
+        std::fill_n(rowMeans, frame.height, std::uint16_t{0});
         return;
+    }
     MeanTally tally;
     const double height = frame.height;
     forEachColumnSum(frame, [&](std::int32_t x, std::uint64_t sum) {

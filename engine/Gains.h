@@ -16,7 +16,8 @@ struct GainRule
 
 /// One gain per column, left to right, from the frame as it came, into the empty list `gains`, and the
 /// truncated mean of each column (width entries) and row (height entries). A gain is target / mean,
-/// multiplied first and divided last, and may be infinite or NaN. A depth above 16 computes nothing.
+/// multiplied first and divided last, and may be infinite or NaN. A depth that is not corrected has no gains
+/// and means of 0.
 void computeColumnGains(const ConstImageView& frame, const GainRule& rule, std::list<double>& gains,
                         std::uint16_t* columnMeans, std::uint16_t* rowMeans);
 

@@ -19,6 +19,12 @@ template <typename Byte> struct BasicImageView
     Byte* row(std::int32_t y) const { return data + static_cast<std::ptrdiff_t>(y) * step; }
 };
 
+/// Frames of 8 to 16 bits are corrected. Those of any other depth have no gains, means of 0 and black cells.
+constexpr bool isCorrectedDepth(std::int32_t depth)
+{
+    return depth >= 8 && depth <= 16;
+}
+
 using ImageView = BasicImageView<std::uint8_t>;
 using ConstImageView = BasicImageView<const std::uint8_t>;
 

@@ -8,19 +8,22 @@ namespace {
 void signedExtremes(const void* cells, std::int32_t step, zor::PixelRegion region, std::int32_t& minimum,
                     std::int32_t& maximum)
 {
-    auto low = static_cast<std::int16_t>(minimum);
-    auto high = static_cast<std::int16_t>(maximum);
-    zor::pixMinMax16s(static_cast<const std::int16_t*>(cells), step, region, &low, &high);
+    std::int16_t low;
+    std::int16_t high;
+    if (zor::pixMinMax16s(static_cast<const std::int16_t*>(cells), step, region, &low, &high) != zor::PixDone)
+        return;
     minimum = low;
     maximum = high;
 }
 
+/// The same of bytes.
 void byteExtremes(const std::uint8_t* pixels, std::int32_t step, zor::PixelRegion region,
                   std::int32_t& minimum, std::int32_t& maximum)
 {
-    auto low = static_cast<std::uint8_t>(minimum);
-    auto high = static_cast<std::uint8_t>(maximum);
-    zor::pixMinMax8u(pixels, step, region, &low, &high);
+    std::uint8_t low;
+    std::uint8_t high;
+    if (zor::pixMinMax8u(pixels, step, region, &low, &high) != zor::PixDone)
+        return;
     minimum = low;
     maximum = high;
 }

@@ -55,7 +55,8 @@ private slots:
     void secondPassOfLinesNeedsTheResult();
     void eachSelectorOfTheFrameStandsAlone_data();
     void eachSelectorOfTheFrameStandsAlone();
-    void depthsAbove16HaveNoColumnGains();
+    void otherDepthsAreBlack_data();
+    void otherDepthsAreBlack();
     void everyPixelGoesToBlackUnderAGainOfZero_data();
     void everyPixelGoesToBlackUnderAGainOfZero();
     void emptyRegionsPassEveryStage_data();
@@ -374,15 +375,41 @@ void Stages::eachSelectorOfTheFrameStandsAlone()
     QCOMPARE(items(d.m_rowLine, 3), rowLine);
 }
 
-void Stages::depthsAbove16HaveNoColumnGains()
+void Stages::otherDepthsAreBlack_data()
 {
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("result");
+    QTest::newRow("1 bit") << 1 << 0;
+    QTest::newRow("5 bits") << 5 << 0;
+    QTest::newRow("7 bits") << 7 << 0;
+    QTest::newRow("17 bits: the row pass makes white of black") << 17 << 65535;
+    QTest::newRow("24 bits: the row pass makes white of black") << 24 << 65535;
+}
+
+/// Every stage passes: no column gains, means and cells of 0, row gains that are no number.
+void Stages::otherDepthsAreBlack()
+{
+    QFETCH(int, depth);
+    QFETCH(int, result);
     DialogProbe d;
-    d.take(TestFrame::even(3, 2, 16, 100));
-    d.m_columnGains = {2.0};
-    d.m_depth = 17;
-    QVERIFY(d.ComputeColumnGains());
+    d.take(TestFrame::even(2, 3, 16, 20));
+    QVERIFY(d.RunCorrection());
+    d.m_depth = depth;
+    QVERIFY(d.RunCorrection());
     QVERIFY(d.m_columnGains.empty());
-    QVERIFY(d.m_columnMean && d.m_rowMean);
+    QCOMPARE(items(d.m_columnMean, 2), QVector<int>(2, 0));
+    QCOMPARE(items(d.m_rowMean, 3), QVector<int>(3, 0));
+    QCOMPARE(items(d.m_columnLine, 2), QVector<int>(2, 0));
+    QCOMPARE(items(d.m_rowLine, 3), QVector<int>(3, 0));
+    QCOMPARE(items(d.m_flatX, 8), QVector<int>(8, 0));
+    QCOMPARE(items(d.m_flatColumnMean, 2), QVector<int>(2, 0));
+    QCOMPARE(int(d.m_rowGains.size()), 3);
+    for (const double gain : d.m_rowGains)
+        QVERIFY(std::isnan(gain));
+    QCOMPARE(items(d.m_flatY, 6), QVector<int>(6, result));
+    QCOMPARE(items(d.m_flatRowMean, 3), QVector<int>(3, result));
+    QCOMPARE(d.m_histogramLevels, 1 << depth);
+    QCOMPARE(QVector<int>({d.m_imageMin, d.m_imageMax}), QVector<int>({20, 20}));
 }
 
 void Stages::everyPixelGoesToBlackUnderAGainOfZero_data()
@@ -427,10 +454,10 @@ void Stages::emptyRegionsPassEveryStage()
     DialogProbe d;
     d.take(TestFrame::even(2, 2, depth, 100));
     (noColumns ? d.m_width : d.m_height) = 0;
-    d.m_imageMin = 33;
-    d.m_imageMax = 61;
-    d.m_flatMin = 41;
-    d.m_flatMax = 99;
+    d.m_imageMin = -300;
+    d.m_imageMax = 70000;
+    d.m_flatMin = -40000;
+    d.m_flatMax = 99999;
     QVERIFY(d.RunCorrection());
     QCOMPARE(int(d.m_columnGains.size()), noColumns ? 0 : 2);
     QCOMPARE(int(d.m_rowGains.size()), noColumns ? 2 : 0);
@@ -447,9 +474,9 @@ void Stages::emptyRegionsPassEveryStage()
              std::ptrdiff_t{d.m_histogramLevels});
     QCOMPARE(d.m_histogramPeak, 0);
     QCOMPARE(QVector<int>({d.m_imageMin, d.m_imageMax, d.m_flatMin, d.m_flatMax}),
-             QVector<int>({33, 61, 41, 99}));
+             QVector<int>({-300, 70000, -40000, 99999}));
     QCOMPARE(QVector<int>({d.m_rangeXMax, d.m_rangeYMin, d.m_rangeYMax}),
-             QVector<int>({noColumns ? 0 : 2, 20, 100}));
+             QVector<int>({noColumns ? 0 : 2, -40000, 100000}));
 }
 
 QTEST_MAIN(Stages)

@@ -18,7 +18,8 @@ private slots:
     void eightBitFramesThatCannotBeWidenedAreBlack();
     void widerFramesAreCopiedFlat_data();
     void widerFramesAreCopiedFlat();
-    void depthsAbove16AreBlack();
+    void otherDepthsAreBlack_data();
+    void otherDepthsAreBlack();
     void spareCellsAreCleared_data();
     void spareCellsAreCleared();
 };
@@ -129,12 +130,20 @@ void CellImageTest::widerFramesAreCopiedFlat()
     }
 }
 
-void CellImageTest::depthsAbove16AreBlack()
+void CellImageTest::otherDepthsAreBlack_data()
 {
+    QTest::addColumn<int>("depth");
+    for (const int depth : {0, 1, 2, 5, 7, 17, 24, 32})
+        QTest::addRow("depth %d", depth) << depth;
+}
+
+void CellImageTest::otherDepthsAreBlack()
+{
+    QFETCH(int, depth);
     const std::uint8_t frame[] = {1, 2, 3, 4};
     for (const std::uint8_t poison : enginetest::Poisons) {
         std::vector<std::uint8_t> cells(zor::cellBlockBytes(2, 1), poison);
-        zor::fillCells({frame, 4, 2, 1, 17}, sizeof frame, {cells.data(), 4, 2, 1, 17});
+        zor::fillCells({frame, 4, 2, 1, depth}, sizeof frame, {cells.data(), 4, 2, 1, depth});
         QCOMPARE(cells, std::vector<std::uint8_t>(8, 0));
     }
 }

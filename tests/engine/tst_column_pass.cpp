@@ -13,7 +13,8 @@ class ColumnPassTest : public QObject
     Q_OBJECT
 
 private slots:
-    void depthsAbove16AreLeftAlone();
+    void otherDepthsAreLeftAlone_data();
+    void otherDepthsAreLeftAlone();
     void capacityCoversTheStep_data();
     void capacityCoversTheStep();
     void cellsAreMultiplied_data();
@@ -22,11 +23,19 @@ private slots:
     void walkIgnoresTheRowsOfTheBlock();
 };
 
-void ColumnPassTest::depthsAbove16AreLeftAlone()
+void ColumnPassTest::otherDepthsAreLeftAlone_data()
 {
+    QTest::addColumn<int>("depth");
+    for (const int depth : {0, 1, 2, 5, 7, 17, 24, 32})
+        QTest::addRow("depth %d", depth) << depth;
+}
+
+void ColumnPassTest::otherDepthsAreLeftAlone()
+{
+    QFETCH(int, depth);
     std::vector<std::uint8_t> cells(8, 0xA5);
     const std::uint16_t codes[] = {0x200, 0x200};
-    zor::applyColumnCodes({cells.data(), 4, 2, 1, 17}, 4, codes);
+    zor::applyColumnCodes({cells.data(), 4, 2, 1, depth}, 4, codes);
     QCOMPARE(cells, std::vector<std::uint8_t>(8, 0xA5));
 }
 

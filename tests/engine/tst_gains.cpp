@@ -62,7 +62,8 @@ private slots:
     void rowGainsFollowTheRule_data();
     void rowGainsFollowTheRule();
     void meansAreStoredTruncated();
-    void depthsAbove16ComputeNothing();
+    void otherDepthsHaveNoGainsAndNoMeans_data();
+    void otherDepthsHaveNoGainsAndNoMeans();
     void rowGainsReadCellsWhateverTheDepth();
     void emptyFramesGiveNoNumbers_data();
     void emptyFramesGiveNoNumbers();
@@ -183,18 +184,28 @@ void GainsTest::meansAreStoredTruncated()
     QCOMPARE(gains.front(), 65535.0 / 1.5);
 }
 
-void GainsTest::depthsAbove16ComputeNothing()
+void GainsTest::otherDepthsHaveNoGainsAndNoMeans_data()
 {
-    enginetest::Block block = blockOf({1, 2, 3, 4}, 2, 16);
-    std::list<double> gains;
-    std::uint16_t columns[2] = {0xA5A5, 0x5A5A};
-    std::uint16_t rows[2] = {0x5A5A, 0xA5A5};
-    zor::computeColumnGains({block.data(), block.step, 2, 2, 17}, {}, gains, columns, rows);
-    QVERIFY(gains.empty());
-    QCOMPARE(int{columns[0]}, 0xA5A5);
-    QCOMPARE(int{columns[1]}, 0x5A5A);
-    QCOMPARE(int{rows[0]}, 0x5A5A);
-    QCOMPARE(int{rows[1]}, 0xA5A5);
+    QTest::addColumn<int>("depth");
+    for (const int depth : {0, 1, 2, 5, 7, 17, 24, 32})
+        QTest::addRow("depth %d", depth) << depth;
+}
+
+/// Three columns and two rows, so that the two lengths are told apart.
+void GainsTest::otherDepthsHaveNoGainsAndNoMeans()
+{
+    QFETCH(int, depth);
+    enginetest::Block block = blockOf({1, 2, 3, 4, 5, 6}, 3, 16);
+    for (const std::uint16_t poison : {0xA5A5, 0x5A5A}) {
+        std::list<double> gains;
+        std::vector<std::uint16_t> columns(4, poison);
+        std::vector<std::uint16_t> rows(3, poison);
+        zor::computeColumnGains({block.data(), block.step, 3, 2, depth}, {}, gains, columns.data(),
+                                rows.data());
+        QVERIFY(gains.empty());
+        QCOMPARE(columns, (std::vector<std::uint16_t>{0, 0, 0, poison}));
+        QCOMPARE(rows, (std::vector<std::uint16_t>{0, 0, poison}));
+    }
 }
 
 void GainsTest::rowGainsReadCellsWhateverTheDepth()

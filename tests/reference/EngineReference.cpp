@@ -153,7 +153,7 @@ int cellStep(int width)
 void fillCells(const Image& frame, Image& cells)
 {
     std::fill(cells.bytes.begin(), cells.bytes.end(), std::uint8_t{0});
-    if (frame.depth > 16)
+    if (frame.depth < 8 || frame.depth > 16)
         return;
     if (frame.depth != 8) {
         const std::size_t rows =
