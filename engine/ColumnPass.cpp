@@ -33,16 +33,18 @@ void multiplyFlat(const ImageView& cells, std::int32_t frameStep, const std::uin
 {
     const std::int32_t limit = saturationLimit(cells.depth);
     const bool isReached = limit <= std::numeric_limits<std::int16_t>::max();
-    const std::int32_t perRow = frameStep / 2;
-    const std::int64_t total = (std::int64_t{cells.height} + 1) * (cells.step / 2);
-    std::int64_t done = 0;
-    for (std::int32_t y = 0; y < cells.height && done < total && perRow > 0; ++y) {
-        const auto count = static_cast<std::int32_t>(std::min<std::int64_t>(perRow, total - done));
+    // A negative step has no cells either, and nothing before the block is pointed at.
+    const std::int64_t perRow = std::max(frameStep / 2, 0);
+    std::uint8_t* from = cells.data;
+    std::int64_t left = (std::int64_t{cells.height} + 1) * (cells.step / 2);
+    for (std::int32_t y = 0; y < cells.height; ++y) {
+        const auto count = static_cast<std::int32_t>(std::min(perRow, left));
         if (isReached)
-            multiplyRun(cells.data + 2 * done, codes, static_cast<std::int16_t>(limit), count);
+            multiplyRun(from, codes, static_cast<std::int16_t>(limit), count);
         else
-            multiplyUnlimitedRun(cells.data + 2 * done, codes, count);
-        done += count;
+            multiplyUnlimitedRun(from, codes, count);
+        from += 2 * static_cast<std::ptrdiff_t>(count);
+        left -= count;
     }
 }
 

@@ -28,7 +28,7 @@ void encodeGains(const std::list<double>& gains, std::uint16_t* codes, std::int3
     std::int32_t made = 0;
     for (auto gain = gains.begin(); gain != gains.end() && made < count; ++gain)
         EncodeGain(*gain, codes[made++]);
-    std::fill(codes + made, codes + std::max(made, capacity), GainCodeOne);
+    std::fill(codes + made, codes + capacity, GainCodeOne);
 }
 
 } // namespace zor

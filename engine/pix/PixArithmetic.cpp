@@ -24,21 +24,6 @@ std::int32_t roundedShift(std::int32_t value, std::int32_t half, std::int32_t sc
     return (value + half + ((value >> scale) & 1)) >> scale;
 }
 
-std::int32_t halfOf(std::int32_t scale)
-{
-    return static_cast<std::int32_t>((1u << (scale - 1)) - 1);
-}
-
-void subtractRowScaled(const std::uint8_t* source, std::uint8_t* destination, std::int32_t width,
-                       std::int32_t scale)
-{
-    const std::int32_t half = halfOf(scale);
-    for (std::int32_t x = 0; x < width; ++x) {
-        const std::int32_t difference = std::max(0, loadCell(destination, x) - loadCell(source, x));
-        storeCell(destination, x, static_cast<std::uint16_t>(roundedShift(difference, half, scale)));
-    }
-}
-
 std::uint16_t limitedTo16s(std::int32_t value)
 {
     return static_cast<std::uint16_t>(std::clamp(value, -32768, 32767));
@@ -59,7 +44,7 @@ void multiplyRow(const std::uint8_t* source, std::uint8_t* destination, std::int
 void multiplyRowScaled(const std::uint8_t* source, std::uint8_t* destination, std::int32_t width,
                        std::int32_t scale)
 {
-    const std::int32_t half = halfOf(scale);
+    const auto half = static_cast<std::int32_t>((1u << (scale - 1)) - 1);
     for (std::int32_t x = 0; x < width; ++x)
         storeCell(destination, x, limitedTo16s(roundedShift(product(source, destination, x), half, scale)));
 }
@@ -68,22 +53,14 @@ void multiplyRowScaled(const std::uint8_t* source, std::uint8_t* destination, st
 
 std::int32_t pixSubtractInPlace16u(const std::uint16_t* source, std::int32_t sourceStep,
                                    std::uint16_t* sourceDestination, std::int32_t step, PixelRegion region,
-                                   std::int32_t scale)
+                                   std::int32_t /*scale*/)
 {
     if (!source || !sourceDestination)
         return PixNullPointer;
     if (isEmpty(region))
         return PixEmptyRegion;
-    // From 17 on every 16-bit difference rounds to 0.
-    const std::int32_t shift = std::clamp(scale, 0, 17);
-    for (std::int32_t y = 0; y < region.height; ++y) {
-        const std::uint8_t* from = pixRow(source, sourceStep, y);
-        std::uint8_t* to = pixRow(sourceDestination, step, y);
-        if (shift == 0)
-            subtractRow(from, to, region.width);
-        else
-            subtractRowScaled(from, to, region.width, shift);
-    }
+    for (std::int32_t y = 0; y < region.height; ++y)
+        subtractRow(pixRow(source, sourceStep, y), pixRow(sourceDestination, step, y), region.width);
     return PixDone;
 }
 
