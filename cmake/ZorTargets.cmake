@@ -1,6 +1,7 @@
 # One function for each kind of target. Each refuses an argument that it does not know.
 
 include(CMakeParseArguments)
+include(ZorHotSources)
 
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)

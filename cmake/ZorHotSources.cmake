@@ -1,0 +1,31 @@
+# Sources whose loops run over the samples and lines of an image. Every optimised configuration compiles them at -O3,
+# because -O2 keeps the compiler's vectoriser from loops whose length is not known.
+
+# zor_optimised_configurations(RESULT)
+# The configurations of this build that optimise, by the last -O in CMAKE_CXX_FLAGS and their own flags together. -O0
+# and -Og are for looking at the program, and so is a sanitizer.
+function(zor_optimised_configurations result)
+  set(configurations "${CMAKE_CONFIGURATION_TYPES}")
+  if(NOT configurations)
+    set(configurations "${CMAKE_BUILD_TYPE}")
+  endif()
+  set(optimised)
+  foreach(configuration IN LISTS configurations)
+    string(TOUPPER "${configuration}" name)
+    string(REGEX MATCHALL " -O[^ ]*" levels " ${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${name}}")
+    list(POP_BACK levels level)
+    if(level AND NOT level MATCHES "^ -O[0g]$" AND NOT ZOR_SANITIZE)
+      list(APPEND optimised "${configuration}")
+    endif()
+  endforeach()
+  set(${result} "${optimised}" PARENT_SCOPE)
+endfunction()
+
+# zor_hot_sources(sources ...)
+# Of the calling folder.
+function(zor_hot_sources)
+  zor_optimised_configurations(configurations)
+  foreach(configuration IN LISTS configurations)
+    set_property(SOURCE ${ARGN} APPEND PROPERTY COMPILE_OPTIONS "$<$<CONFIG:${configuration}>:-O3>")
+  endforeach()
+endfunction()

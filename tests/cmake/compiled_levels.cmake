@@ -1,0 +1,26 @@
+# The level at which this build compiles the sources with the hot loops, as its list of commands tells.
+# -D COMMANDS=compile_commands.json -D OPTIMISED=the configurations that optimise, if any.
+cmake_minimum_required(VERSION 3.18)
+
+file(STRINGS "${COMMANDS}" commands REGEX "\"command\":")
+foreach(source
+    engine/CellImage.cpp engine/ColumnPass.cpp engine/Profiles.cpp engine/RowPass.cpp engine/TableCorrection.cpp
+    engine/pix/PixArithmetic.cpp engine/pix/PixConvert.cpp engine/pix/PixHistogram.cpp engine/pix/PixMinMax.cpp
+    image/unpack/PairRows.cpp image/unpack/PlainRows.cpp image/unpack/StreamRows.cpp
+    platform/converter/DepthChange.cpp platform/converter/PanchromaticLuma.cpp
+    platform/viewer/Halving.cpp platform/viewer/RowKernels.cpp platform/viewer/Tone.cpp)
+  set(command ${commands})
+  list(FILTER command INCLUDE REGEX "-c [^ ]*/${source}\"")
+  list(LENGTH command found)
+  if(NOT found EQUAL 1)
+    message(SEND_ERROR "${source}: ${found} commands")
+    continue()
+  endif()
+  string(REGEX MATCHALL " -O[^ ]*" levels "${command}")
+  list(POP_BACK levels level)
+  if(OPTIMISED AND NOT level STREQUAL " -O3")
+    message(SEND_ERROR "${source}: compiled at '${level}', expected -O3")
+  elseif(NOT OPTIMISED AND level STREQUAL " -O3")
+    message(SEND_ERROR "${source}: compiled at -O3 in a build that does not optimise")
+  endif()
+endforeach()
