@@ -3,7 +3,6 @@
 #include "platform/viewer/ProcessorChain.h"
 #include "platform/viewer/RecordShape.h"
 
-#include <functional>
 #include <new>
 
 namespace zorview {
@@ -13,24 +12,6 @@ Samples samplesOf(const _ZorImage& record)
     return {record.data, record.pitch, static_cast<int>(record.width), static_cast<int>(record.height)};
 }
 } // namespace
-
-// Asked to show its own copy again, there is nothing to copy; asked for a part of it, the copy must not be
-// written over while it is read.
-ViewerStatus Picture::keepSource(const _ZorImage* source)
-{
-    const _ZorImage* own = m_source.get();
-    if (source == own)
-        return ViewerStatus::Ok;
-    const std::less<const std::uint8_t*> before;
-    if (own && !before(source->data, own->data) && before(source->data, own->data + own->imageSize)) {
-        RecordSlot fresh;
-        if (ZorCloneImage(fresh.place(), source) != 0)
-            return ViewerStatus::Memory;
-        m_source.swap(fresh);
-        return ViewerStatus::Ok;
-    }
-    return ZorCloneImage(m_source.place(), source) == 0 ? ViewerStatus::Ok : ViewerStatus::Memory;
-}
 
 // Everything that can refuse comes before the first change.
 ViewerStatus Picture::show(const _ZorImage* shown, const _ZorImage* source)
@@ -52,9 +33,10 @@ ViewerStatus Picture::show(const _ZorImage* shown, const _ZorImage* source)
     } catch (const std::bad_alloc&) {
         return ViewerStatus::Memory;
     }
-    if (const ViewerStatus status = keepSource(source); status != ViewerStatus::Ok) {
+    // Asked to show its own copy again, or a part of it, it may be written over only now.
+    if (ZorCloneImage(m_source.place(), source) != 0) {
         clear();
-        return status;
+        return ViewerStatus::Memory;
     }
     m_output.swap(output);
     m_pyramid.build(samples(this->shown()), shape);

@@ -34,7 +34,6 @@ public:
 
 private:
     ViewerStatus show(const _ZorImage* shown, const _ZorImage* source);
-    ViewerStatus keepSource(const _ZorImage* source);
 
     RecordSlot m_source;
     RecordSlot m_output;          ///< holds a record when something else than the source is shown
