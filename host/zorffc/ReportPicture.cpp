@@ -82,7 +82,7 @@ void drawGreyScale(QPainter& painter, const GreyRange& range)
 {
     setFont(painter, 17, false, Ink);
     const QString black = QStringLiteral("Grey scale of both pictures: %1 DN").arg(range.black);
-    const int blackWidth = painter.fontMetrics().horizontalAdvance(black);
+    const int blackWidth = painter.fontMetrics().size(Qt::TextSingleLine, black).width();
     const QRect ramp(Margin + blackWidth + 12, ScaleTop, 420, 20);
     drawLine(painter, QRect(Margin, ScaleTop - 4, PanelWidth, 28), Qt::AlignLeft, black);
     drawLine(painter, QRect(ramp.right() + 12, ScaleTop - 4, PanelWidth, 28), Qt::AlignLeft,

@@ -34,7 +34,8 @@ QFont valueFont(double scale, int depth, int lines)
     font.setPixelSize(Probe);
     const QFontMetricsF metrics(font);
     const double room = scale * TextShare;
-    const double across = room / metrics.horizontalAdvance(QString(digitsOf(depth), QLatin1Char('0')));
+    const QString digits(digitsOf(depth), QLatin1Char('0'));
+    const double across = room / metrics.size(Qt::TextSingleLine, digits).width();
     const double down = room / (metrics.height() * lines);
     font.setPixelSize(std::max(1, static_cast<int>(std::min({across * Probe, down * Probe, LargestText}))));
     return font;

@@ -20,8 +20,13 @@ template <class Work> std::int32_t ViewerComponent::onWidgetThread(const Work& w
     if (QThread::currentThread() == m_input.thread())
         return work();
     std::int32_t result = 0;
-    QMetaObject::invokeMethod(
-        &m_input, [&] { result = work(); }, Qt::BlockingQueuedConnection);
+    {
+        // Its end is the call. Qt 5.9 lacks an invokeMethod() that takes a function.
+        const QObject messenger;
+        QObject::connect(
+            &messenger, &QObject::destroyed, &m_input, [&] { result = work(); },
+            Qt::BlockingQueuedConnection);
+    }
     return result;
 }
 

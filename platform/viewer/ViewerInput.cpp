@@ -234,7 +234,11 @@ bool ViewerInput::wheel(QWidget* receiver, QWheelEvent* event)
     const int turned = event->angleDelta().y();
     if (turned == 0)
         return false;
-    const QPointF device = m_viewer.deviceUnder(receiver, event->position());
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    const QPointF place = event->posF(); // Qt 5.9 lacks its newer name, position().
+    QT_WARNING_POP
+    const QPointF device = m_viewer.deviceUnder(receiver, place);
     return m_viewer.navigator.zoom(std::exp2(turned / WheelUnitsPerDoubling), m_viewer.scene.inPane(device));
 }
 
