@@ -1,5 +1,7 @@
 #include "plugin/HostedDialog.h"
 
+#include "plugin/StoppedClock.h"
+
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QCheckBox>
@@ -77,10 +79,10 @@ void HostedDialog::click(const char* name)
 
 void HostedDialog::pause()
 {
-    // What is posted restarts the throttle's clock when it arrives.
-    QCoreApplication::processEvents();
-    QCoreApplication::processEvents();
-    QTest::qWait(70);
+    // What is posted restarts the throttle's clock when it arrives, and may post more.
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    StoppedClock::advance(Throttle);
 }
 
 void HostedDialog::wheel(QWidget* view, const QPoint& where, int units)

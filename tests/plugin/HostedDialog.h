@@ -40,7 +40,10 @@ public:
     /// Clicks a control with the mouse: a check box on its box, anything else in the middle.
     void click(const char* name);
 
-    /// Lets what was posted arrive, then waits for longer than the views' throttle.
+    /// Milliseconds after a followed change of a view in which the next ones are dropped. They pass on the
+    /// program's stopped clock (StoppedClock.h).
+    static constexpr int Throttle = 50;
+    /// Lets what was posted arrive, then the throttle's time pass.
     static void pause();
 
     // The operator's hands on a view: events arrive at the window, which finds the receiver. Places are in

@@ -22,7 +22,7 @@ public:
 
     /// Device pixels for each image pixel; 0 without a viewer.
     static double scaleOf(const QWidget* view);
-    /// Sets the scale, as the viewer's menu does.
+    /// Sets the scale by the viewer's own command, past the adapter. The dialog hears of it as of any change.
     static void setScale(const QWidget* view, double scale);
     /// What the view shows of the image, in image pixels.
     static QRect visibleIn(const QWidget* view);
