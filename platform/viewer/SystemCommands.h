@@ -13,10 +13,11 @@ bool addNotificationCommand(CommandContext context, ParameterMap& parameters);
 /// `flags`: 1 view changes, 2 mouse buttons, 4 mouse moves.
 bool viewNotificationCommand(CommandContext context, ParameterMap& parameters);
 
-/// Returns `qmenu` and `qmenuWidget`.
+/// Returns `qmenu` and `qmenuWidget`; the menu is made at the first call. False without a widget.
 bool createMenuCommand(CommandContext context, ParameterMap& parameters);
-/// Returns when the menu has closed.
+/// Returns when the menu has closed; what was chosen is done after that, by the event loop. False without a
+/// menu and, at once, while it is open.
 bool execMenuCommand(CommandContext context, ParameterMap& parameters);
-/// Empties `qmenu` and `qmenuWidget`.
+/// Empties `qmenu` and `qmenuWidget` where the map holds them. False without a menu.
 bool deleteMenuCommand(CommandContext context, ParameterMap& parameters);
 } // namespace zorview

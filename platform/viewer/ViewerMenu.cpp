@@ -20,6 +20,13 @@ QString text(const char* source)
 }
 } // namespace
 
+ViewerMenu::ViewerMenu(Viewer& viewer)
+    : m_viewer(viewer)
+{
+    m_later.setSingleShot(true);
+    QObject::connect(&m_later, &QTimer::timeout, &m_later, [this] { doChosen(); });
+}
+
 QMenu* ViewerMenu::create()
 {
     if (!m_menu && m_viewer.view()) {
@@ -32,8 +39,9 @@ QMenu* ViewerMenu::create()
 void ViewerMenu::fill()
 {
     Navigator& navigator = m_viewer.navigator;
-    const auto add = [this](const char* label, const auto& action) {
-        QObject::connect(m_menu->addAction(text(label)), &QAction::triggered, m_menu.data(), action);
+    const auto add = [this](const char* label, const Deed& deed) {
+        QObject::connect(m_menu->addAction(text(label)), &QAction::triggered, m_menu.data(),
+                         [this, deed] { choose(deed); });
     };
     add("Zoom in", [&navigator] { navigator.zoom(Navigator::ZoomStep); });
     add("Zoom out", [&navigator] { navigator.zoom(1.0 / Navigator::ZoomStep); });
@@ -43,7 +51,7 @@ void ViewerMenu::fill()
     m_coloration = m_menu->addAction(text("Coloration"));
     m_coloration->setCheckable(true);
     QObject::connect(m_coloration.data(), &QAction::triggered, m_menu.data(),
-                     [this](bool on) { setColoration(on); });
+                     [this](bool on) { choose([this, on] { setColoration(on); }); });
     m_menu->addSeparator();
     add("Copy view", [this] { copyView(); });
     add("Save view...", [this] { saveView(); });
@@ -51,12 +59,37 @@ void ViewerMenu::fill()
 
 bool ViewerMenu::exec()
 {
-    if (!m_menu)
+    // A second loop below the first would end with the menu, and the first never.
+    if (!m_menu || m_isOpen)
         return false;
     if (m_coloration)
         m_coloration->setChecked(m_viewer.scene.coloration);
+    const std::weak_ptr<const int> alive = m_viewer.hub.life();
+    m_isOpen = true;
     m_menu->exec(QCursor::pos());
+    if (alive.expired())
+        return true;
+    m_isOpen = false;
+    m_later.start();
     return true;
+}
+
+void ViewerMenu::choose(Deed deed)
+{
+    m_chosen.push_back(std::move(deed));
+    m_later.start();
+}
+
+// Also called by the loop of a menu that is open, where everything waits for its end.
+void ViewerMenu::doChosen()
+{
+    const std::weak_ptr<const int> alive = m_viewer.hub.life();
+    // A deed may delete the viewer.
+    while (!alive.expired() && !m_isOpen && !m_chosen.empty()) {
+        const Deed deed = std::move(m_chosen.front());
+        m_chosen.pop_front();
+        deed();
+    }
 }
 
 bool ViewerMenu::destroy()
@@ -83,16 +116,17 @@ void ViewerMenu::saveView() const
     Canvas* canvas = m_viewer.canvas();
     if (!canvas)
         return;
-    // What is on the screen now, not when the dialog closes.
+    // What is on the screen now, not when the dialog closes; the viewer may have ended by then.
     const QImage picture = canvas->picture();
-    QString name = QFileDialog::getSaveFileName(m_viewer.view(), text("Save view"), QString(),
-                                                text("PNG images (*.png)"));
+    const QPointer<QWidget> view = m_viewer.view();
+    QString name =
+        QFileDialog::getSaveFileName(view, text("Save view"), QString(), text("PNG images (*.png)"));
     if (name.isEmpty())
         return;
     if (!name.endsWith(QLatin1String(".png"), Qt::CaseInsensitive))
         name += QLatin1String(".png");
     if (!picture.save(name, "PNG"))
-        QMessageBox::warning(m_viewer.view(), text("Save view"),
+        QMessageBox::warning(view, text("Save view"),
                              text("%1 could not be written. Choose another folder or free some space.")
                                  .arg(QDir::toNativeSeparators(name)));
 }

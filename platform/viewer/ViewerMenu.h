@@ -1,7 +1,10 @@
 #pragma once
 
-#include <QPoint>
 #include <QPointer>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
 
 class QAction;
 class QMenu;
@@ -9,25 +12,30 @@ class QMenu;
 namespace zorview {
 class Viewer;
 
-/// The viewer's context menu: zoom, fit, 1 : 1, coloration, copy and save of the view.
+/// The viewer's context menu: zoom, fit, 1 : 1, coloration, copy and save of the view. What is chosen there
+/// is done when the menu's caller has it back and the event loop runs again, and never once the viewer has
+/// ended: a caller may hear nothing of the view while the menu is open. Entries that a host adds are its own
+/// affair.
 class ViewerMenu
 {
 public:
-    explicit ViewerMenu(Viewer& viewer)
-        : m_viewer(viewer)
-    {
-    }
+    explicit ViewerMenu(Viewer& viewer);
     ~ViewerMenu() { destroy(); }
 
     /// The menu, made at the first call; null without a view.
     QMenu* create();
-    /// Shows the menu at the pointer and returns when it has closed; false without a menu.
+    /// Shows the menu at the pointer and returns when it has closed; false without a menu, and while it is
+    /// open. Menu and viewer may be deleted meanwhile.
     bool exec();
     /// False when there is none.
     bool destroy();
 
 private:
+    using Deed = std::function<void()>;
+
     void fill();
+    void choose(Deed deed);
+    void doChosen();
     void setColoration(bool on);
     void copyView() const;
     void saveView() const;
@@ -35,5 +43,8 @@ private:
     Viewer& m_viewer;
     QPointer<QMenu> m_menu;
     QPointer<QAction> m_coloration;
+    bool m_isOpen = false;
+    std::deque<Deed> m_chosen; ///< and not done yet
+    QTimer m_later;            ///< until the event loop runs again
 };
 } // namespace zorview

@@ -5,7 +5,10 @@
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QCheckBox>
+#include <QMenu>
+#include <QMouseEvent>
 #include <QTest>
+#include <QTimer>
 #include <QWheelEvent>
 #include <QWindow>
 
@@ -99,6 +102,33 @@ void HostedDialog::drag(QWidget* view, const QPoint& from, const QPoint& to)
     QTest::mousePress(window, Qt::LeftButton, {}, inWindow(view, from));
     QTest::mouseMove(window, inWindow(view, to));
     QTest::mouseRelease(window, Qt::LeftButton, {}, inWindow(view, to));
+}
+
+bool HostedDialog::useMenu(QWidget* view, const std::function<void(QMenu&)>& work, int presses)
+{
+    // A press that is seen again on its way through the widgets is known by its time.
+    static ulong time = 0;
+    const QPoint place = inWindow(view, view->rect().center());
+    for (int i = 0; i < presses; ++i) {
+        QMouseEvent press(QEvent::MouseButtonPress, place, view->window()->mapToGlobal(place),
+                          Qt::RightButton, Qt::RightButton, Qt::NoModifier);
+        press.setTimestamp(++time);
+        QCoreApplication::sendEvent(view->window()->windowHandle(), &press);
+    }
+    bool hasReturned = true;
+    QTimer turn;
+    QObject::connect(&turn, &QTimer::timeout, [&] {
+        if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+            work(*menu);
+        } else {
+            hasReturned = false;
+            QCoreApplication::exit();
+        }
+    });
+    turn.start(0);
+    // No timer runs in here but in the menu's own event loop.
+    QCoreApplication::sendPostedEvents();
+    return hasReturned;
 }
 
 int HostedDialog::notify(void* context, std::uint32_t code, ZBKInterfacePlugIn*)

@@ -9,6 +9,9 @@
 #include <QVector>
 
 #include <cstdint>
+#include <functional>
+
+class QMenu;
 
 /// The utility as a host has it: the built plug-in from its file, through the loader and the interface alone,
 /// its dialog open and empty, its widgets by their names. The viewer is the real one. Everything is given
@@ -52,6 +55,10 @@ public:
     static void wheel(QWidget* view, const QPoint& where, int units);
     /// The left button goes down at `from` and up at `to`, with one move between.
     static void drag(QWidget* view, const QPoint& from, const QPoint& to);
+    /// The right button goes down so many times before the first request for the menu is answered. `work` is
+    /// done on the open menu, again and again until it is closed. False when the requests don't return then:
+    /// all event loops are ended in that case.
+    static bool useMenu(QWidget* view, const std::function<void(QMenu&)>& work, int presses = 1);
 
 private:
     static int notify(void* context, std::uint32_t code, ZBKInterfacePlugIn* plugIn);

@@ -2,8 +2,10 @@
 #include "plugin/StoppedClock.h"
 
 #include <QGraphicsView>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
+#include <QWindow>
 
 #include <cmath>
 #include <memory>
@@ -47,6 +49,7 @@ struct ZoomedDialog
         hand = fromUpper ? upper : lower;
         follower = fromUpper ? lower : upper;
         HostedDialog::pause();
+        fitted = ViewerTap::scaleOf(hand);
         ViewerTap::setScale(hand, 2.0);
         HostedDialog::pause();
         for (QWidget* view : {hand, follower})
@@ -58,6 +61,7 @@ struct ZoomedDialog
     QWidget* lower;
     QWidget* hand;
     QWidget* follower;
+    double fitted;                                    ///< scale at which the whole frame is seen
     std::vector<std::unique_ptr<QSignalSpy>> changes; ///< of the hand's view, then of the other
 };
 
@@ -71,6 +75,8 @@ class ViewSynchronisation : public QObject
 private slots:
     void otherViewFollows_data();
     void otherViewFollows();
+    void otherViewFollowsTheMenu_data();
+    void otherViewFollowsTheMenu();
     void followUpEndsAtOnce_data();
     void followUpEndsAtOnce();
     void changeWithinTheThrottleIsDropped();
@@ -120,6 +126,40 @@ void ViewSynchronisation::otherViewFollows()
     }
     QVERIFY2(isSame(placeOf(d.follower), after),
              qPrintable(textOf(placeOf(d.follower)) + ", expected " + textOf(after)));
+}
+
+void ViewSynchronisation::otherViewFollowsTheMenu_data()
+{
+    QTest::addColumn<bool>("fromUpper");
+    QTest::addColumn<int>("entry");
+    const char* const entries[] = {"Zoom in", "Zoom out", "Fit", "1:1"};
+    for (int i = 0; i < 4; ++i) {
+        QTest::addRow("%s, with the mouse on the upper view", entries[i]) << true << i;
+        QTest::addRow("%s, with keys on the lower view", entries[i]) << false << i;
+    }
+}
+
+void ViewSynchronisation::otherViewFollowsTheMenu()
+{
+    QFETCH(bool, fromUpper);
+    QFETCH(int, entry);
+    ZoomedDialog d(fromUpper);
+    const bool hasReturned = HostedDialog::useMenu(d.hand, [&](QMenu& menu) {
+        if (fromUpper) {
+            QTest::mouseClick(menu.windowHandle(), Qt::LeftButton, {},
+                              menu.actionGeometry(menu.actions().at(entry)).center());
+            return;
+        }
+        for (int i = 0; i <= entry; ++i)
+            QTest::keyClick(menu.windowHandle(), Qt::Key_Down);
+        QTest::keyClick(menu.windowHandle(), Qt::Key_Return);
+    });
+    QVERIFY(hasReturned);
+    HostedDialog::pause();
+    const double expected[] = {std::sqrt(8.0), std::sqrt(2.0), d.fitted, 1.0};
+    QVERIFY2(std::abs(placeOf(d.hand).scale - expected[entry]) <= 1e-6, qPrintable(textOf(placeOf(d.hand))));
+    QVERIFY2(isSame(placeOf(d.follower), placeOf(d.hand)),
+             qPrintable(textOf(placeOf(d.follower)) + ", expected " + textOf(placeOf(d.hand))));
 }
 
 void ViewSynchronisation::followUpEndsAtOnce_data()

@@ -2,6 +2,7 @@
 #include "image/PixelTypeCode.h"
 #include "tests/platform/viewer/ViewerTools.h"
 
+#include <QMenu>
 #include <QMouseEvent>
 #include <QTest>
 
@@ -22,6 +23,13 @@ TestImage flat(int value, int width = 40, int height = 30)
 {
     return {ZorMono8, width, height, [value](int, int, int) { return value; }};
 }
+
+void chooseFirstEntry(ShownViewer& shown)
+{
+    shown.run("cmd.system.menu.create");
+    shown.view.findChild<QMenu*>()->actions().first()->trigger();
+    QCoreApplication::processEvents();
+}
 } // namespace
 
 void TestViewerDeletion::aListenerMayDeleteTheViewer_data()
@@ -35,6 +43,7 @@ void TestViewerDeletion::aListenerMayDeleteTheViewer_data()
     QTest::newRow("while the wheel turns") << QByteArray("view.changed") << QByteArray("wheel");
     QTest::newRow("while the hand drags") << QByteArray("view.changed") << QByteArray("drag");
     QTest::newRow("while the window grows") << QByteArray("view.changed") << QByteArray("resize");
+    QTest::newRow("while an entry of the menu moves") << QByteArray("view.changed") << QByteArray("menu");
     QTest::newRow("at a click") << QByteArray("mouse.down") << QByteArray("drag");
     QTest::newRow("at a move") << QByteArray("mouse.move") << QByteArray("drag");
     QTest::newRow("at a release") << QByteArray("mouse.up") << QByteArray("drag");
@@ -74,6 +83,8 @@ void TestViewerDeletion::aListenerMayDeleteTheViewer()
         shown.wheel(QPoint(50, 50), 120);
     else if (deed == "resize")
         shown.view.resize(400, 400);
+    else if (deed == "menu")
+        chooseFirstEntry(shown);
     else
         shown.drag(QPoint(50, 50), QPoint(90, 80));
     QVERIFY2(!shown.viewer, "nothing was told");

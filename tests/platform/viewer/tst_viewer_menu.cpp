@@ -1,4 +1,5 @@
 #include "display/DisplayStage.h"
+#include "display/ZorDisplayQt.h"
 #include "image/PixelTypeCode.h"
 #include "tests/platform/viewer/ViewerTools.h"
 
@@ -22,8 +23,15 @@ class TestViewerMenu : public QObject
 private slots:
     void menuEntriesWork();
     void entriesAreChosenWithMouseAndKeys();
+    void hostsEntriesAreDoneWhileTheMenuIsRun();
+    void menuOpensOnceAtATime();
+    void choiceWaitsForASecondMenu();
+    void choiceEndsWithTheViewer();
+    void viewerAndMenuMayEndWhileTheMenuIsOpen_data();
+    void viewerAndMenuMayEndWhileTheMenuIsOpen();
     void menuIsMadeOnceAndDeleted();
     void saveViewWritesAPng();
+    void saveViewTellsOfAFailure_data();
     void saveViewTellsOfAFailure();
 };
 
@@ -45,6 +53,31 @@ QMenu* menuOf(ShownViewer& shown)
     if (std::sscanf(map["qmenu"].c_str(), "%p", &address) != 1)
         qFatal("no address of the menu");
     return static_cast<QMenu*>(address);
+}
+
+/// What the viewer answers when the menu is run, with `work` done on the open menu.
+int runMenu(ShownViewer& shown, const std::function<void(QMenu*)>& work)
+{
+    QMenu* menu = menuOf(shown);
+    QTimer::singleShot(0, menu, [menu, work] { work(menu); });
+    return shown.run("cmd.system.menu.exec");
+}
+
+void escape(QMenu* menu)
+{
+    QTest::keyClick(menu, Qt::Key_Escape);
+}
+
+void click(QMenu* menu, const char* text)
+{
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry(menu, text)).center());
+}
+
+/// Without the menu's being open.
+void trigger(QMenu* menu, const char* text)
+{
+    entry(menu, text)->trigger();
+    QCoreApplication::processEvents();
 }
 
 /// Answers the next modal widget of a kind from a timer.
@@ -73,51 +106,143 @@ void TestViewerMenu::menuEntriesWork()
     shown.show(TestImage(ZorMono8, 640, 480, [](int, int, int) { return 51; }));
     QMenu* menu = menuOf(shown);
     const double fitted = shown.scale();
-    entry(menu, "Zoom in")->trigger();
+    trigger(menu, "Zoom in");
     QVERIFY(std::abs(shown.scale() - fitted * std::sqrt(2.0)) < 1e-9);
-    entry(menu, "1:1")->trigger();
+    trigger(menu, "1:1");
     QCOMPARE(shown.scale(), 1.0);
-    entry(menu, "Zoom out")->trigger();
+    trigger(menu, "Zoom out");
     QVERIFY(std::abs(shown.scale() - std::sqrt(0.5)) < 1e-9);
-    entry(menu, "Fit")->trigger();
+    trigger(menu, "Fit");
     QCOMPARE(shown.scale(), fitted);
-    entry(menu, "Coloration")->trigger();
+    trigger(menu, "Coloration");
     QCOMPARE(shown.pixel(9, 9), QRgb(qRgb(0, 0, 255)));
     QCOMPARE(shown.viewer->stage()->find("image.coloration")->value(), std::int64_t{1});
-    entry(menu, "Copy view")->trigger();
+    trigger(menu, "Copy view");
     const QImage copied = QGuiApplication::clipboard()->image();
     QCOMPARE(copied.size(), shown.surface()->size() * shown.view.devicePixelRatioF());
     QCOMPARE(copied.pixel(9, 9), QRgb(qRgb(0, 0, 255)));
-    entry(menu, "Coloration")->trigger();
+    trigger(menu, "Coloration");
     QCOMPARE(shown.pixel(9, 9), QRgb(qRgb(51, 51, 51)));
 }
 
+// Not before the caller has the menu back, which may hear nothing of the view until then.
 void TestViewerMenu::entriesAreChosenWithMouseAndKeys()
 {
     ShownViewer shown(QSize(320, 240));
     shown.show(ramp());
-    QMenu* menu = menuOf(shown);
-    ParameterMap map;
-    QCOMPARE(shown.run("cmd.system.menu.create", &map), 1);
     const double fitted = shown.scale();
 
-    QTimer::singleShot(50, menu, [menu] {
-        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry(menu, "1:1")).center());
-    });
-    QCOMPARE(shown.run("cmd.system.menu.exec", &map), 1);
+    const auto clickAndGoOn = [](QMenu* menu) {
+        click(menu, "1:1");
+        QCoreApplication::processEvents();
+    };
+    QCOMPARE(runMenu(shown, clickAndGoOn), 1);
+    QCOMPARE(shown.scale(), fitted);
+    QCoreApplication::processEvents();
     QCOMPARE(shown.scale(), 1.0);
 
-    QTimer::singleShot(50, menu, [menu] {
+    const auto choose = [](QMenu* menu) {
         menu->setActiveAction(entry(menu, "1:1"));
         QTest::keyClick(menu, Qt::Key_Up);
         QTest::keyClick(menu, Qt::Key_Return);
-    });
-    QCOMPARE(shown.run("cmd.system.menu.exec", &map), 1);
+    };
+    QCOMPARE(runMenu(shown, choose), 1);
+    QCOMPARE(shown.scale(), 1.0);
+    QCoreApplication::processEvents();
     QCOMPARE(shown.scale(), fitted);
 
-    QTimer::singleShot(50, menu, [menu] { QTest::keyClick(menu, Qt::Key_Escape); });
-    QCOMPARE(shown.run("cmd.system.menu.exec", &map), 1);
+    QCOMPARE(runMenu(shown, escape), 1);
+    QCoreApplication::processEvents();
     QCOMPARE(shown.scale(), fitted);
+}
+
+void TestViewerMenu::hostsEntriesAreDoneWhileTheMenuIsRun()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(ramp());
+    QMenu* menu = menuOf(shown);
+    QAction* own = menu->addAction("Host's entry");
+    bool isDone = false;
+    connect(own, &QAction::triggered, own, [&] { isDone = true; });
+    QCOMPARE(runMenu(shown, [](QMenu* open) { click(open, "Host's entry"); }), 1);
+    QVERIFY(isDone);
+}
+
+void TestViewerMenu::menuOpensOnceAtATime()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(ramp());
+    int second = -1;
+    const auto askAgain = [&](QMenu* menu) {
+        // One that opens again closes, and what runs below it ends.
+        QTimer closing;
+        connect(&closing, &QTimer::timeout, menu, &QMenu::close);
+        closing.start(0);
+        second = shown.run("cmd.system.menu.exec");
+        if (second == 0)
+            escape(menu);
+        else
+            QCoreApplication::exit();
+    };
+    QCOMPARE(runMenu(shown, askAgain), 1);
+    QCOMPARE(second, 0);
+    QCOMPARE(runMenu(shown, escape), 1);
+}
+
+void TestViewerMenu::choiceWaitsForASecondMenu()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(ramp());
+    const double fitted = shown.scale();
+    QCOMPARE(runMenu(shown, [](QMenu* menu) { click(menu, "1:1"); }), 1);
+    double scaleBelow = 0.0;
+    const auto look = [&](QMenu* menu) {
+        QCoreApplication::processEvents();
+        scaleBelow = shown.scale();
+        click(menu, "Zoom in");
+    };
+    QCOMPARE(runMenu(shown, look), 1);
+    QCOMPARE(scaleBelow, fitted);
+    QCoreApplication::processEvents();
+    QVERIFY2(std::abs(shown.scale() - std::sqrt(2.0)) < 1e-9, qPrintable(QString::number(shown.scale())));
+}
+
+void TestViewerMenu::choiceEndsWithTheViewer()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(ramp());
+    QCOMPARE(runMenu(shown, [](QMenu* menu) { click(menu, "1:1"); }), 1);
+    shown.listener.heard.clear();
+    ZorDisplayCPU::DeleteComponent(shown.viewer);
+    shown.viewer = nullptr;
+    QCoreApplication::processEvents();
+    QVERIFY(shown.listener.heard.empty());
+}
+
+void TestViewerMenu::viewerAndMenuMayEndWhileTheMenuIsOpen_data()
+{
+    QTest::addColumn<bool>("isViewer");
+    QTest::newRow("the viewer") << true;
+    QTest::newRow("its menu") << false;
+}
+
+void TestViewerMenu::viewerAndMenuMayEndWhileTheMenuIsOpen()
+{
+    QFETCH(bool, isViewer);
+    ShownViewer shown(QSize(320, 240));
+    shown.show(ramp());
+    const auto end = [&](QMenu*) {
+        if (isViewer) {
+            ZorDisplayCPU::DeleteComponent(shown.viewer);
+            shown.viewer = nullptr;
+        } else {
+            QCOMPARE(shown.run("cmd.system.menu.delete"), 1);
+        }
+    };
+    QCOMPARE(runMenu(shown, end), 1);
+    QVERIFY(!shown.view.findChild<QMenu*>());
+    if (!isViewer)
+        QCOMPARE(runMenu(shown, escape), 1);
 }
 
 void TestViewerMenu::menuIsMadeOnceAndDeleted()
@@ -132,11 +257,7 @@ void TestViewerMenu::menuIsMadeOnceAndDeleted()
     QCOMPARE(static_cast<QWidget*>(widget), static_cast<QWidget*>(&shown.view));
     QCOMPARE(shown.run("cmd.system.menu.create", &map), 1);
     QCOMPARE(map["qmenu"], first);
-    QTimer::singleShot(50, [] {
-        if (QWidget* menu = QApplication::activePopupWidget())
-            menu->close();
-    });
-    QCOMPARE(shown.run("cmd.system.menu.exec", &map), 1);
+    QCOMPARE(runMenu(shown, [](QMenu* menu) { menu->close(); }), 1);
     QCOMPARE(shown.run("cmd.system.menu.delete", &map), 1);
     QCOMPARE(map["qmenu"], std::string());
     QCOMPARE(shown.run("cmd.system.menu.exec", &map), 0);
@@ -155,12 +276,20 @@ void TestViewerMenu::saveViewWritesAPng()
         static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
     });
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    entry(menuOf(shown), "Save view...")->trigger();
+    trigger(menuOf(shown), "Save view...");
     QCOMPARE(QImage(name + ".png").convertToFormat(QImage::Format_RGB32), before);
+}
+
+void TestViewerMenu::saveViewTellsOfAFailure_data()
+{
+    QTest::addColumn<bool>("isEnded");
+    QTest::newRow("the viewer is there") << false;
+    QTest::newRow("the viewer ends while the name is chosen") << true;
 }
 
 void TestViewerMenu::saveViewTellsOfAFailure()
 {
+    QFETCH(bool, isEnded);
     QTemporaryDir folder;
     const QString name = folder.filePath("absent/view.png");
     ShownViewer shown(QSize(320, 240));
@@ -171,11 +300,15 @@ void TestViewerMenu::saveViewTellsOfAFailure()
             told = box->text();
             box->accept();
         });
+        if (isEnded) {
+            ZorDisplayCPU::DeleteComponent(shown.viewer);
+            shown.viewer = nullptr;
+        }
         dialog->findChild<QLineEdit*>("fileNameEdit")->setText(name);
         static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
     });
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    entry(menuOf(shown), "Save view...")->trigger();
+    trigger(menuOf(shown), "Save view...");
     QVERIFY2(told.contains("view.png"), qPrintable(told));
 }
 
