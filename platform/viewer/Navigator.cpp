@@ -12,12 +12,6 @@ bool isRequestFor(const QPointF& centre, const QPointF& reported, const QSize& i
     return std::abs(centre.x() - reported.x()) <= image.width() * TextStep &&
            std::abs(centre.y() - reported.y()) <= image.height() * TextStep;
 }
-
-bool isWithinHalfAPixel(const QPointF& a, const QPointF& b, double scale)
-{
-    const QPointF off = (a - b) * scale;
-    return std::abs(off.x()) <= 0.5 && std::abs(off.y()) <= 0.5;
-}
 } // namespace
 
 Navigator::Navigator(ViewGeometry& geometry, std::function<void(bool)> moved)
@@ -88,8 +82,7 @@ bool Navigator::setScale(double scale)
 {
     if (!m_geometry.hasImage() || !std::isfinite(scale) || scale <= 0.0)
         return false;
-    const bool isFitted = m_geometry.fitMode() != ViewGeometry::NoFit;
-    if (!isFitted || std::abs(scale - m_geometry.scale()) > TextStep) {
+    if (std::abs(scale - m_geometry.scale()) > TextStep) {
         m_geometry.setScale(scale, m_geometry.middle());
         settle();
     }
@@ -100,12 +93,7 @@ bool Navigator::setCentre(const QPointF& centre)
 {
     if (!m_geometry.hasImage() || !std::isfinite(centre.x()) || !std::isfinite(centre.y()))
         return false;
-    const QPointF reported = m_geometry.reportedCentre();
-    const bool isFitted = m_geometry.fitMode() != ViewGeometry::NoFit;
-    const bool isThere = isRequestFor(centre, reported, m_geometry.imageSize()) ||
-                         (isFitted && (isWithinHalfAPixel(centre, reported, m_geometry.scale()) ||
-                                       isWithinHalfAPixel(centre, m_geometry.centre(), m_geometry.scale())));
-    if (!isThere) {
+    if (!isRequestFor(centre, m_geometry.reportedCentre(), m_geometry.imageSize())) {
         m_geometry.setCentre(centre);
         settle();
     }

@@ -27,10 +27,9 @@ public:
     /// Moves the picture by so many device pixels.
     bool pan(const QPointF& device);
 
-    /// A scale or centre (image pixels) that is told by somebody else, taken as it is. Two requests change
-    /// nothing, so that a view that follows another and is followed by it comes to rest with its fit: going
-    /// exactly where the view reports to be, to the six decimals of a text, and, while it is fitted, a centre
-    /// within half a device pixel of its own. A scale that differs by more ends the fit, however little.
+    /// A scale or centre (image pixels) that is asked for by somebody else, taken as it is. What the view
+    /// itself reports, to the six decimals of a text, is no change, so that a view that follows another and
+    /// is followed by it comes to rest with its fit. Anything else ends the fit, however little it differs.
     bool setScale(double scale);
     bool setCentre(const QPointF& centre);
 

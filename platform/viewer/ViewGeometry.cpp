@@ -7,9 +7,23 @@ namespace zorview {
 namespace {
 constexpr double LeastPictureSide = 16.0;
 
-int evenLength(double length)
+/// Whole pixels along one axis.
+struct Span
 {
-    return std::max(2, 2 * static_cast<int>(std::floor(std::min(length, 1e9) * 0.5 + 0.5)));
+    int first;
+    int length;
+};
+
+// A span's middle is an edge between two pixels, which an even length has, or a pixel's own middle, which an
+// odd one has: the nearest of both decides, and the length is the nearest of its kind. `centre` is on the
+// image.
+Span spanAround(double centre, double length)
+{
+    const int twiceTheMiddle = static_cast<int>(std::floor(centre * 2.0 + 0.5));
+    const int odd = twiceTheMiddle % 2;
+    const int pairs = static_cast<int>(std::floor((std::min(length, 1e9) - odd) * 0.5 + 0.5));
+    const int whole = std::max(2 - odd, 2 * pairs + odd);
+    return {(twiceTheMiddle - whole) / 2, whole};
 }
 } // namespace
 
@@ -85,11 +99,9 @@ bool ViewGeometry::isOnImage(const QPoint& pixel) const
 
 QRect ViewGeometry::visibleRect() const
 {
-    const int width = evenLength(m_view.width() / m_scale);
-    const int height = evenLength(m_view.height() / m_scale);
-    const int x = static_cast<int>(std::floor(m_centre.x() + 0.5)) - width / 2;
-    const int y = static_cast<int>(std::floor(m_centre.y() + 0.5)) - height / 2;
-    return {x, y, width, height};
+    const Span across = spanAround(m_centre.x(), m_view.width() / m_scale);
+    const Span down = spanAround(m_centre.y(), m_view.height() / m_scale);
+    return {across.first, down.first, across.length, down.length};
 }
 
 QPointF ViewGeometry::reportedCentre() const

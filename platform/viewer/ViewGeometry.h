@@ -51,9 +51,10 @@ public:
     QPointF toDevice(const QPointF& image) const { return middle() + (image - m_centre) * m_scale; }
     bool isOnImage(const QPoint& pixel) const;
 
-    /// What the view shows in image pixels, not cut to the image. The sides are even numbers, so that place
-    /// plus half the size is the centre rounded to whole pixels in views of every size: views that follow
-    /// each other then agree on one lattice and come to rest.
+    /// What the view shows in image pixels, not cut to the image: of the rectangles of whole pixels one whose
+    /// middle is the nearest to the centre, at most a quarter of a pixel off. In views of every size that is
+    /// the centre rounded to halves, so that views that follow each other agree on one lattice and come to
+    /// rest.
     QRect visibleRect() const;
     /// The middle of visibleRect.
     QPointF reportedCentre() const;

@@ -18,7 +18,11 @@ class TestLinkedViews : public QObject
 private slots:
     void comeToRest_data();
     void comeToRest();
+    void followerIsAtMostAQuarterOfAPixelOff_data();
+    void followerIsAtMostAQuarterOfAPixelOff();
+    void aViewStaysWhereItReportsToBe();
     void theHandIsNotPulledBack();
+    void aFitSurvivesTheEcho_data();
     void aFitSurvivesTheEcho();
     void nearRequestsAreTakenExactly_data();
     void nearRequestsAreTakenExactly();
@@ -66,9 +70,30 @@ private:
     QQueue<int> m_posted;
 };
 
-TestImage picture()
+TestImage picture(int width = 934, int height = 700)
 {
-    return {ZorMono16, 934, 700, [](int x, int y, int) { return x * 60 + y; }};
+    return {ZorMono16, width, height, [](int x, int y, int) { return x * 60 + y; }};
+}
+
+/// The image's place in the middle of the view along one axis, to a pixel of the widget: told by the first
+/// edge between two image pixels.
+double middleAlong(ShownViewer& shown, bool across)
+{
+    const auto pixelAt = [&](int place) {
+        ParameterMap map{{"pos.x", std::to_string(across ? place : 0)},
+                         {"pos.y", std::to_string(across ? 0 : place)},
+                         {"cs.src", "win"},
+                         {"cs.dst", "img"}};
+        shown.run("cmd.display.view.translate", &map);
+        return numberIn(map, across ? "pos.x" : "pos.y");
+    };
+    const int first = pixelAt(0);
+    int place = 0;
+    while (pixelAt(place) == first)
+        ++place;
+    const QRect surface = shown.surface()->geometry();
+    const double middle = across ? surface.x() + surface.width() * 0.5 : surface.y() + surface.height() * 0.5;
+    return first + 1 + (middle - place) * shown.view.devicePixelRatioF() / shown.scale();
 }
 
 bool isTogether(ShownViewer& first, ShownViewer& second)
@@ -126,6 +151,57 @@ void TestLinkedViews::comeToRest()
     }
 }
 
+void TestLinkedViews::followerIsAtMostAQuarterOfAPixelOff_data()
+{
+    QTest::addColumn<double>("scale");
+    QTest::newRow("at scale 20") << 20.0;
+    QTest::newRow("at scale 100") << 100.0;
+    QTest::newRow("at the largest scale") << 256.0;
+}
+
+void TestLinkedViews::followerIsAtMostAQuarterOfAPixelOff()
+{
+    QFETCH(double, scale);
+    ShownViewer a(QSize(400, 300));
+    ShownViewer b(QSize(330, 287));
+    a.show(picture());
+    b.show(picture());
+    Link link(a, b);
+    a.setScale(scale);
+    link.settle();
+    std::mt19937 random(5);
+    std::uniform_int_distribution<int> place(20, 200);
+    for (int i = 0; i < 40; ++i) {
+        a.drag(QPoint(place(random), place(random)), QPoint(place(random), place(random)));
+        QVERIFY(link.settle() <= 4);
+        const QPointF off(middleAlong(b, true) - middleAlong(a, true),
+                          middleAlong(b, false) - middleAlong(a, false));
+        // Each middle is known to a pixel of a widget.
+        const double most = 0.25 + 2.0 * a.view.devicePixelRatioF() / scale;
+        QVERIFY2(std::abs(off.x()) <= most && std::abs(off.y()) <= most,
+                 qPrintable(QString("drag %1: %2, %3 pixels off").arg(i).arg(off.x()).arg(off.y())));
+    }
+}
+
+void TestLinkedViews::aViewStaysWhereItReportsToBe()
+{
+    ShownViewer shown(QSize(401, 300));
+    shown.show(picture());
+    std::mt19937 random(23);
+    std::uniform_real_distribution<double> fraction(0.0, 1.0);
+    for (int i = 0; i < 60; ++i) {
+        shown.setScale(std::exp2(fraction(random) * 12.0 - 4.0));
+        shown.lookAt(fraction(random), fraction(random));
+        const QImage before = shown.grab();
+        shown.listener.heard.clear();
+        const QPointF told = shown.centre();
+        shown.setScale(shown.scale());
+        shown.lookAt(told.x() / 934, told.y() / 700);
+        QCOMPARE(shown.listener.count("view.changed"), 0);
+        QCOMPARE(shown.grab(), before);
+    }
+}
+
 // The view under the hand keeps its place to the device pixel: what comes back from the other is an echo.
 void TestLinkedViews::theHandIsNotPulledBack()
 {
@@ -144,12 +220,22 @@ void TestLinkedViews::theHandIsNotPulledBack()
     }
 }
 
+void TestLinkedViews::aFitSurvivesTheEcho_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::newRow("edges in the image's middle") << 934 << 700;
+    QTest::newRow("a pixel in the image's middle") << 935 << 701;
+}
+
 void TestLinkedViews::aFitSurvivesTheEcho()
 {
+    QFETCH(int, width);
+    QFETCH(int, height);
     ShownViewer a(QSize(400, 300));
     ShownViewer b(QSize(400, 300));
-    a.show(picture());
-    b.show(picture());
+    a.show(picture(width, height));
+    b.show(picture(width, height));
     Link link(a, b);
     a.setScale(3.0);
     link.settle();
