@@ -82,11 +82,4 @@ void OverlayDrag::moveTo(Overlays& overlays, const ViewGeometry& geometry, const
         rect.setBottom(std::clamp(rect.bottom() + dy, rect.top(), std::max(image.height() - 1, rect.top())));
     overlay->rect = rect;
 }
-
-bool OverlayDrag::finish(Overlays& overlays)
-{
-    m_part = Nothing;
-    const Overlay* overlay = overlays.find(m_id);
-    return overlay && overlay->rect != m_rect;
-}
 } // namespace zorview

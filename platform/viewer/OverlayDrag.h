@@ -28,8 +28,7 @@ public:
     bool isActive() const { return m_part != Nothing; }
     /// Moves or sizes the overlay, which stays on the image and at least one pixel wide and high.
     void moveTo(Overlays& overlays, const ViewGeometry& geometry, const QPointF& device) const;
-    /// Ends the drag; true when the rectangle is another one than at its start.
-    bool finish(Overlays& overlays);
+    void stop() { m_part = Nothing; }
 
 private:
     int m_part = Nothing;

@@ -13,7 +13,8 @@
 
 namespace zorview {
 namespace {
-// One notch of a wheel is an eighth of a turn's 120 units; four notches double the scale.
+// A unit is an eighth of a degree; most wheels turn by 15 degrees, 120 units, a notch. Four notches double
+// the scale.
 constexpr double WheelUnitsPerDoubling = 480.0;
 constexpr double ArrowShare = 0.1; ///< of the view that an arrow key moves by
 constexpr double GripReach = 4.0;  ///< widget pixels around an overlay's border
@@ -140,10 +141,8 @@ bool ViewerInput::press(QMouseEvent* event, const QPointF& device)
 bool ViewerInput::move(QMouseEvent* event, const QPointF& device)
 {
     if (!(event->buttons() & Qt::LeftButton)) {
-        const std::weak_ptr<const int> alive = m_viewer.hub.life();
         endDrag();
-        if (!alive.expired())
-            showCursor(device);
+        showCursor(device);
         return false;
     }
     if (m_overlayDrag.isActive()) {
@@ -173,8 +172,7 @@ bool ViewerInput::release(QMouseEvent* event)
 void ViewerInput::endDrag()
 {
     m_isPanning = false;
-    if (m_overlayDrag.isActive() && m_overlayDrag.finish(m_viewer.scene.overlays))
-        m_viewer.hub.viewChanged();
+    m_overlayDrag.stop();
 }
 
 NotificationHub::Pointer ViewerInput::pointerOf(const QWidget* receiver, const QMouseEvent* event,

@@ -437,9 +437,9 @@ void TestViewerInput::overlayBorderMovesAndCornerSizes()
     QTest::mousePress(shown.surface(), Qt::LeftButton, Qt::NoModifier, from);
     shown.move((from + to) / 2, Qt::LeftButton);
     shown.move(to, Qt::LeftButton);
-    QCOMPARE(shown.listener.count("view.changed"), 0);
     QTest::mouseRelease(shown.surface(), Qt::LeftButton, Qt::NoModifier, to);
-    QCOMPARE(shown.listener.count("view.changed"), 1);
+    // Neither zoom nor place.
+    QCOMPARE(shown.listener.count("view.changed"), 0);
     QCOMPARE(shown.centre(), centre);
     const std::int64_t value = shown.viewer->stage()->find("@dump")->value();
     QCOMPARE(QRect(value & 0xFFFF, value >> 16 & 0xFFFF, value >> 32 & 0xFFFF, value >> 48 & 0xFFFF), rect);
