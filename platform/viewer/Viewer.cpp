@@ -85,12 +85,7 @@ ViewerStatus Viewer::display(const _ZorImage* image)
     const ViewerStatus status = scene.first.load(image, chain, &processed);
     if (status == ViewerStatus::Ok)
         scene.second.clear();
-    scene.arrange();
-    const std::weak_ptr<const int> alive = hub.life();
-    navigator.settle();
-    if (status == ViewerStatus::Ok && !alive.expired())
-        hub.processed(processed);
-    return status;
+    return finish(status, processed);
 }
 
 ViewerStatus Viewer::displayPair(const _ZorImage* first, const _ZorImage* second)
@@ -98,11 +93,18 @@ ViewerStatus Viewer::displayPair(const _ZorImage* first, const _ZorImage* second
     // The second is taken first: whichever of the two is refused, nothing has changed.
     Picture beside;
     int processed = 0;
-    ViewerStatus status = beside.load(second, chain, &processed);
+    int processedBeside = 0;
+    ViewerStatus status = beside.load(second, chain, &processedBeside);
     if (status == ViewerStatus::Ok)
         status = scene.first.load(first, chain, &processed);
     if (status == ViewerStatus::Ok)
         scene.second.swap(beside);
+    return finish(status, processed != 0 ? processed : processedBeside);
+}
+
+// Each notification may delete this.
+ViewerStatus Viewer::finish(ViewerStatus status, int processed)
+{
     scene.arrange();
     const std::weak_ptr<const int> alive = hub.life();
     navigator.settle();

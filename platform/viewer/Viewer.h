@@ -60,6 +60,7 @@ public:
     Navigator navigator;
 
 private:
+    ViewerStatus finish(ViewerStatus status, int processed);
     void makeCanvas(Painting painting);
     QPointF onSurface(const QWidget* receiver, const QPointF& position) const;
 

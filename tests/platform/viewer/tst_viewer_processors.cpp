@@ -14,6 +14,8 @@ class TestViewerProcessors : public QObject
 
 private slots:
     void processorsRunInOrder();
+    void pairTellsTheFirstResultThatIsNotZero_data();
+    void pairTellsTheFirstResultThatIsNotZero();
     void processorsAreDeletedByTheViewer();
     void aProcessorWithoutOutputIsPassedOver();
     void rebuildRunsTheProcessorsOnTheCopy();
@@ -78,6 +80,16 @@ private:
     TestImage& m_image;
 };
 
+/// Answers with the first byte, with its sign, of what it is given and passes on.
+class Answerer : public ZorImgProcessor
+{
+public:
+    int processImage(const _ZorImage* source) override { return static_cast<std::int8_t>(*source->data); }
+    void noOperation() override {}
+    int constantZero() override { return 0; }
+    _ZorImage* outputImage() override { return nullptr; }
+};
+
 int addProcessor(ShownViewer& shown, ZorImgProcessor* processor)
 {
     char address[64] = {};
@@ -127,6 +139,32 @@ void TestViewerProcessors::processorsRunInOrder()
     QCOMPARE(int(*shown.viewer->stage()->image(0)->data), 10);
     QCOMPARE(numberIn(shown.listener.last("processed"), "result"), 5);
     QCOMPARE(shown.listener.heard.back().name, QString("notification.image"));
+}
+
+void TestViewerProcessors::pairTellsTheFirstResultThatIsNotZero_data()
+{
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("second");
+    QTest::addColumn<int>("told");
+    QTest::newRow("both answer") << 3 << 5 << 3;
+    QTest::newRow("the first is negative") << -3 << 5 << -3;
+    QTest::newRow("the first alone") << 3 << 0 << 3;
+    QTest::newRow("the second alone") << 0 << 5 << 5;
+    QTest::newRow("none") << 0 << 0 << 0;
+}
+
+void TestViewerProcessors::pairTellsTheFirstResultThatIsNotZero()
+{
+    QFETCH(int, first);
+    QFETCH(int, second);
+    QFETCH(int, told);
+    ShownViewer shown(QSize(40, 30));
+    addProcessor(shown, new Answerer);
+    const TestImage one = flat(first);
+    const TestImage other = flat(second);
+    QCOMPARE(shown.viewer->displayPair(one.record(), other.record()), 1);
+    QCOMPARE(shown.listener.count("processed"), 1);
+    QCOMPARE(numberIn(shown.listener.last("processed"), "result"), told);
 }
 
 void TestViewerProcessors::processorsAreDeletedByTheViewer()
