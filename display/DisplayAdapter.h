@@ -33,10 +33,11 @@ enum DisplayError : std::uint32_t
 
 /// One image view, whichever viewer draws it. The order of the operations is binding.
 ///
-/// A bool result is true on success; after a failure lastError tells why. Nothing throws. Without a viewer
-/// every operation that needs one fails with DisplayErrNoViewer; the viewer comes with the first
-/// prepareImage. Coordinate spaces are "img" (image pixels), "win" (widget pixels) and "base" (fractions of
-/// the image).
+/// A bool result is true on success. After a failure lastError tells why, or 0 where the viewer just refused.
+/// Nothing throws. Without a viewer, which comes with the first prepareImage, viewerSettings and the stage's
+/// operations answer null or 0 and leave the error code alone. Every other operation that needs one fails
+/// with DisplayErrNoViewer, those of an overlay whose feature is off with DisplayErrDisabled. Coordinate
+/// spaces are "img" (image pixels), "win" (widget pixels) and "base" (fractions of the image).
 class DisplayAdapter : public QObject
 {
     Q_OBJECT
