@@ -23,6 +23,7 @@ class TestViewerMenu : public QObject
 private slots:
     void menuEntriesWork();
     void entriesAreChosenWithMouseAndKeys();
+    void openMenuShowsWhetherTheColorationIsOn();
     void hostsEntriesAreDoneWhileTheMenuIsRun();
     void menuOpensOnceAtATime();
     void choiceWaitsForASecondMenu();
@@ -154,6 +155,22 @@ void TestViewerMenu::entriesAreChosenWithMouseAndKeys()
     QCOMPARE(runMenu(shown, escape), 1);
     QCoreApplication::processEvents();
     QCOMPARE(shown.scale(), fitted);
+}
+
+void TestViewerMenu::openMenuShowsWhetherTheColorationIsOn()
+{
+    ShownViewer shown(QSize(320, 240));
+    shown.show(ramp());
+    for (const bool isOn : {true, false}) {
+        shown.viewer->stage()->find("image.coloration")->setValue(isOn ? 1 : 0);
+        bool isChecked = !isOn;
+        const auto look = [&](QMenu* menu) {
+            isChecked = entry(menu, "Coloration")->isChecked();
+            escape(menu);
+        };
+        QCOMPARE(runMenu(shown, look), 1);
+        QCOMPARE(isChecked, isOn);
+    }
 }
 
 void TestViewerMenu::hostsEntriesAreDoneWhileTheMenuIsRun()
