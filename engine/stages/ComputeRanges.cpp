@@ -47,6 +47,7 @@ void CFFCUtility::ComputeRanges()
         // The image after both passes, with the step and the null test of the one after the column pass.
         if (m_flatX) {
             signedExtremes(m_flatY, m_flatXStep, region, m_flatMin, m_flatMax);
+            // The extremes' places are looked up and dropped: deliberate, see docs/decisions.md.
             zor::pixMinMaxLocate16u(m_flatY, m_flatXStep, region, nullptr, nullptr, nullptr, nullptr);
         }
     }

@@ -104,6 +104,7 @@ void tst_ffc_file::headerTextsMustBePlain_data()
     QTest::newRow("a tab") << QByteArray("a\tb") << false;
     QTest::newRow("the delete character") << QByteArray("a\x7F") << false;
     QTest::newRow("a comment") << QByteArray("-- a") << false;
+    QTest::newRow("a comment of three dashes") << QByteArray("--- a") << false;
     QTest::newRow("a section") << QByteArray(":a") << false;
 }
 
