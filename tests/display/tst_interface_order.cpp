@@ -30,8 +30,6 @@ class tst_interface_order : public QObject
 private slots:
     void operationsStandAtTheirPlaces_data();
     void operationsStandAtTheirPlaces();
-    void eventTypesAreTheirHints_data();
-    void eventTypesAreTheirHints();
     void mouseEventsStartEmpty();
     void thePlainListenerIgnoresNotifications();
     void theImageProcessorsBaseAnswers();
@@ -120,32 +118,6 @@ void tst_interface_order::operationsStandAtTheirPlaces()
     QFETCH(std::size_t, place);
     QFETCH(std::size_t, expected);
     QCOMPARE(place, expected);
-}
-
-void tst_interface_order::eventTypesAreTheirHints_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("hint");
-    QTest::newRow("start") << int(DisplayEvStart) << 8000;
-    QTest::newRow("reserved") << int(DisplayEvReserved) << 8001;
-    QTest::newRow("context menu") << int(DisplayEvContextMenu) << 8002;
-    QTest::newRow("view changed") << int(DisplayEvViewChanged) << 8003;
-    QTest::newRow("mouse down") << int(DisplayEvMouseDown) << 8100;
-    QTest::newRow("mouse move") << int(DisplayEvMouseMove) << 8101;
-    QTest::newRow("mouse up") << int(DisplayEvMouseUp) << 8102;
-    QTest::newRow("hex dump") << int(DisplayEvHexDump) << 8103;
-    QTest::newRow("hex dump here") << int(DisplayEvHexDumpHere) << 8104;
-    QTest::newRow("message") << int(DisplayEvMessage) << 8200;
-    QTest::newRow("image processed") << int(DisplayEvImageProcessed) << 8201;
-}
-
-void tst_interface_order::eventTypesAreTheirHints()
-{
-    QFETCH(int, type);
-    QFETCH(int, hint);
-    QCOMPARE(type, hint);
-    // Registered for good: the same hint is not given a second time.
-    QVERIFY(QEvent::registerEventType(hint) != hint);
 }
 
 void tst_interface_order::mouseEventsStartEmpty()
