@@ -16,6 +16,13 @@ std::uint32_t repeated(std::uint32_t value, std::uint32_t bits, std::uint32_t fi
     return result >> (filled - fileBits);
 }
 
+/// `value` of `bits` bits times the ratio of the full scales, to nearest.
+std::uint32_t scaled(std::uint32_t value, std::uint32_t bits, std::uint32_t fileBits)
+{
+    const std::uint32_t full = (1U << bits) - 1;
+    return (value * ((1U << fileBits) - 1) + full / 2) / full;
+}
+
 } // namespace
 
 void applySignificantBits(StoredSamples& samples, std::uint32_t fileBits, std::uint32_t significantBits)
@@ -28,7 +35,8 @@ void applySignificantBits(StoredSamples& samples, std::uint32_t fileBits, std::u
         return;
     const auto isBroughtUp = [=](std::uint16_t sample) {
         const std::uint32_t high = std::uint32_t{sample} >> shift;
-        return sample == high << shift || sample == repeated(high, significantBits, fileBits);
+        return sample == high << shift || sample == repeated(high, significantBits, fileBits) ||
+               sample == scaled(high, significantBits, fileBits);
     };
     if (!std::all_of(values.begin(), values.end(), isBroughtUp))
         return;

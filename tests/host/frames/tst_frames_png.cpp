@@ -105,6 +105,12 @@ void TestFramesPng::significantBitsTellTheDepth_data()
     QTest::newRow("12 of 16, brought up with zeros below")
         << 16 << 12 << QList<int>{0, 0xABC0, 0xFFF0} << QList<int>{0, 0xABC, 0xFFF} << 0x01100306U
         << "sBIT 12, in the high bits of 16";
+    QTest::newRow("12 of 16, brought up by the ratio of the full scales")
+        << 16 << 12 << QList<int>{0, 6754, 65519, 65535} << QList<int>{0, 422, 4094, 4095} << 0x01100306U
+        << "sBIT 12, in the high bits of 16";
+    QTest::newRow("15 of 16, brought up by the ratio of the full scales")
+        << 16 << 15 << QList<int>{0, 32769, 65533, 65535} << QList<int>{0, 16384, 32766, 32767} << 0x0110050BU
+        << "sBIT 15, in the high bits of 16";
     QTest::newRow("3 of 8, brought up by repeating more than once")
         << 8 << 3 << QList<int>{0, 0xB6, 0xFF} << QList<int>{0, 5, 7} << 0x01080101U
         << "sBIT 3, in the high bits of 8";
