@@ -1,0 +1,152 @@
+#include "host/frames/FrameFiles.h"
+
+#include <QDir>
+#include <QtTest>
+
+namespace {
+
+using Formula = int (*)(int x, int y);
+
+// The sources of the files, as their README makes them.
+int grey8(int x, int y)
+{
+    return (37 * x + 101 * y + x * y) % 256;
+}
+
+int grey12(int x, int y)
+{
+    return (211 * x + 97 * y + 3 * x * y) % 4096;
+}
+
+int grey16(int x, int y)
+{
+    return (4099 * x + 977 * y + 31 * x * y) % 65536;
+}
+
+int squares(int x, int y)
+{
+    return 20 + 40 * (x / 8) + 70 * (y / 8);
+}
+
+constexpr quint32 Mono8 = 0x01080101;
+constexpr quint32 Mono12 = 0x01100306;
+constexpr quint32 Mono16 = 0x0110050B;
+
+/// What reading a file gives: the samples of its source, or an error.
+struct Expectation
+{
+    Formula formula = nullptr;
+    quint32 pixelType = 0;
+    QString error;
+};
+
+/// One for each file, by its name.
+QMap<QString, Expectation> expectations()
+{
+    QMap<QString, Expectation> all;
+    const auto gives = [&all](Formula formula, quint32 pixelType, const QStringList& names) {
+        for (const QString& name : names)
+            all[name] = {formula, pixelType, {}};
+    };
+    gives(grey8, Mono8, {"grey8.pgm", "strip-8.tif", "low-bit-first-8.tif", "planes-8-packbits.tif"});
+    gives(grey8, Mono8, {"pages-8-then-16.tif", "netpbm-8.png", "netpbm-8-interlaced.png", "pngfix-8.png"});
+    gives(grey8, Mono8, {"netpbm-8-transparent.png", "imagemagick-8-interlaced.png"});
+    gives(grey12, Mono12, {"grey12.pgm", "netpbm-12-in-16.png"});
+    gives(grey16, Mono16, {"grey16.pgm", "grey16-plain.pgm", "strip-16.tif", "low-bit-first-16-lzw.tif"});
+    gives(squares, Mono8, {"squares.pgm", "strips-8-jpeg.tif", "tiles-8-jpeg.tif"});
+    for (const char* compression :
+         {"none", "packbits", "lzw", "lzw-predictor", "zip", "zip-predictor", "lzma", "lzma-predictor",
+          "zstd", "zstd-predictor", "lerc", "lerc-deflate", "lerc-zstd"}) {
+        gives(grey8, Mono8, {QString("strips-8-%1.tif").arg(compression)});
+        gives(grey16, Mono16, {QString("tiles-16-%1.tif").arg(compression)});
+    }
+    for (const char* way :
+         {"strips-16", "strips-16-zip-predictor", "tiles-16-lzw-predictor", "tiles-16-lerc"})
+        gives(grey16, Mono16, {QString("big-endian-%1.tif").arg(way)});
+    gives(grey16, Mono16, {"bigtiff-strips-16-lzw.tif", "bigtiff-big-endian-tiles-16.tif"});
+    for (const char* way : {"", "-interlaced", "-nofilter", "-sub", "-up", "-avg", "-paeth"})
+        gives(grey16, Mono16, {QString("netpbm-16%1.png").arg(way)});
+    gives(grey16, Mono16, {"imagemagick-16.png", "graphicsmagick-16.png", "pngcrush-16.png"});
+    gives(grey16, Mono16, {"imagemagick-16.tif", "graphicsmagick-16.tif", "netpbm-16.tif"});
+    gives(grey16, Mono16, {"optipng-16-interlaced.png"});
+
+    const auto refuses = [&all](const QString& error, const QStringList& names) {
+        for (const QString& name : names)
+            all[name] = {nullptr, 0, error};
+    };
+    const QString bits = "has %1 bits a sample; save it as grey of 8 or 16 bits";
+    refuses(bits.arg(1), {"bits-1-none.tif", "bits-1-packbits.tif", "bits-1-g3-1d.tif", "bits-1-g3-2d.tif"});
+    refuses(bits.arg(1), {"bits-1-g4.tif", "bits-1-jbig.tif", "grey-1.png"});
+    refuses(bits.arg(2), {"bits-2.tif", "grey-2-interlaced.png"});
+    refuses(bits.arg(4), {"bits-4.tif", "grey-4.png"});
+    for (const int count : {10, 12, 14, 32})
+        refuses(bits.arg(count), {QString("bits-%1.tif").arg(count)});
+    refuses(bits.arg(32), {"float-32.tif"});
+    refuses("has signed or floating point samples; save it as unsigned grey of 8 or 16 bits",
+            {"float-16.tif", "signed-16.tif"});
+    refuses(
+        "is a TIFF with colour, a palette or alpha; save it as grey of 8 or 16 bits",
+        {"palette-2.tif", "palette-8.tif", "rgb-8.tif", "rgb-8-planes.tif", "rgb-8-webp.tif", "alpha-8.tif"});
+    refuses("is a PNG with colour, a palette or alpha; save it as grey of 8 or 16 bits",
+            {"palette.png", "palette-interlaced.png", "rgb-8.png", "alpha-8.png"});
+    refuses("is a bitmap, colour or PAM file of the PNM family; save it as grey PGM (P2 or P5)",
+            {"bits.pbm", "four-colours.ppm"});
+    refuses("is a TIFF whose 0 is white; save it with 0 as black",
+            {"bits-1-g4-white-is-zero.tif", "white-is-zero-8-netpbm.tif", "white-is-zero-16.tif",
+             "white-is-zero-big-endian-tiles-16.tif"});
+    return all;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Expectation)
+
+/// Picture files that other programs made, in every way in which a grey picture can be stored.
+class TestFramesOtherPrograms : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyFileHasItsExpectation();
+    void aFileIsReadOrRefused_data();
+    void aFileIsReadOrRefused();
+};
+
+void TestFramesOtherPrograms::everyFileHasItsExpectation()
+{
+    QStringList files = QDir(PICTURE_FILES).entryList(QDir::Files);
+    QVERIFY(files.removeOne("README.md"));
+    files.sort();
+    QCOMPARE(files, QStringList(expectations().keys()));
+}
+
+void TestFramesOtherPrograms::aFileIsReadOrRefused_data()
+{
+    QTest::addColumn<Expectation>("expected");
+    const auto all = expectations();
+    for (auto it = all.begin(); it != all.end(); ++it)
+        QTest::newRow(qPrintable(it.key())) << it.value();
+}
+
+void TestFramesOtherPrograms::aFileIsReadOrRefused()
+{
+    QFETCH(Expectation, expected);
+    const std::string path = QDir(PICTURE_FILES).filePath(QTest::currentDataTag()).toStdString();
+    try {
+        const zor::Frame frame = zor::readFrame(path, {});
+        QVERIFY(expected.formula);
+        QCOMPARE(frame.width, expected.formula == squares ? 24U : 19U);
+        QCOMPARE(frame.height, expected.formula == squares ? 16U : 21U);
+        QCOMPARE(frame.pixelType, expected.pixelType);
+        QList<int> samples;
+        for (int y = 0; y < int(frame.height); ++y)
+            for (int x = 0; x < int(frame.width); ++x)
+                samples.append(expected.formula(x, y));
+        QCOMPARE(samplesOf(frame), samples);
+    } catch (const zor::FrameError& error) {
+        QCOMPARE(QString(error.what()), QString::fromStdString(path) + ": " + expected.error);
+    }
+}
+
+QTEST_GUILESS_MAIN(TestFramesOtherPrograms)
+#include "tst_frames_other_programs.moc"
