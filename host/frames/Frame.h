@@ -25,10 +25,19 @@ struct Frame
     _ZorImage record() const;
 };
 
+/// What to make of the samples of a TIFF file whose 0 is white.
+enum class WhiteIsZero
+{
+    Stored,   ///< the samples as they stand
+    Inverted, ///< full scale of 8 or 16 bits less the sample
+};
+
 /// How a file is to be read.
 struct FrameOptions
 {
     std::optional<std::uint32_t> depth; ///< 8, 10, 12 or 16: overrides the depth of a PGM, PNG or TIFF file
+    /// Needed for a TIFF file whose 0 is white, refused for any other file.
+    std::optional<WhiteIsZero> whiteIsZero;
     /// Set for a raw dump, which has no header of its own.
     struct RawLayout
     {

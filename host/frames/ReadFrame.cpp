@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-StoredSamples readPicture(const std::string& path, std::optional<std::uint32_t> asked)
+StoredSamples readPicture(const std::string& path, const FrameOptions& options)
 {
     const std::vector<std::uint8_t> bytes = readStart(path, 8);
     const std::string_view start(reinterpret_cast<const char*>(bytes.data()), bytes.size());
@@ -23,12 +23,16 @@ StoredSamples readPicture(const std::string& path, std::optional<std::uint32_t> 
         return start.substr(0, magic.size()) == magic;
     };
 
-    if (startsWith("P2"sv) || startsWith("P5"sv))
-        return readPgm(path);
-    if (startsWith("\x89PNG\r\n\x1a\n"sv))
-        return readPng(path, asked);
     if (startsWith("II*\0"sv) || startsWith("MM\0*"sv) || startsWith("II+\0"sv) || startsWith("MM\0+"sv))
-        return readTiff(path);
+        return readTiff(path, options.whiteIsZero);
+    const bool pgm = startsWith("P2"sv) || startsWith("P5"sv);
+    const bool png = startsWith("\x89PNG\r\n\x1a\n"sv);
+    if ((pgm || png) && options.whiteIsZero)
+        failFrame(path, "is no TIFF file, so that its 0 is black; leave --white-is-zero out");
+    if (pgm)
+        return readPgm(path);
+    if (png)
+        return readPng(path, options.depth);
     if (start.size() >= 2 && start[0] == 'P' && start[1] >= '1' && start[1] <= '7')
         failFrame(path, "is a bitmap, colour or PAM file of the PNM family; save it as grey PGM (P2 or P5)");
     failFrame(path,
@@ -37,6 +41,8 @@ StoredSamples readPicture(const std::string& path, std::optional<std::uint32_t> 
 
 void checkOptions(const std::string& path, const FrameOptions& options)
 {
+    if (options.raw && options.whiteIsZero)
+        failFrame(path, "a raw dump's 0 is black; leave --white-is-zero out");
     if (!options.depth)
         return;
     if (options.raw)
@@ -54,7 +60,7 @@ Frame readFrame(const std::string& path, const FrameOptions& options)
     try {
         if (options.raw)
             return readRaw(path, *options.raw);
-        return frameFromSamples(path, readPicture(path, options.depth), options.depth);
+        return frameFromSamples(path, readPicture(path, options), options.depth);
     } catch (const std::bad_alloc&) {
         failFrame(path, "there is not enough memory for a frame of this size; use a smaller frame or close "
                         "other programs");

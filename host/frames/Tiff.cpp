@@ -18,6 +18,7 @@ struct Layout
     std::uint32_t width;
     std::uint32_t height;
     std::uint32_t sampleBytes;
+    bool inverted;
 };
 
 [[noreturn]] void failTiff(const std::string& path, const TiffHandle& tiff)
@@ -26,25 +27,35 @@ struct Layout
                         std::to_string(fileSize(path)) + " bytes; write or copy the file again");
 }
 
-Layout readLayout(const std::string& path, const TiffHandle& tiff)
+/// Whether the samples are to be inverted.
+bool checkWhite(const std::string& path, bool whiteIsZero, std::optional<WhiteIsZero> asked)
+{
+    if (whiteIsZero && !asked)
+        failFrame(path, "is a TIFF whose 0 is white; give --white-is-zero stored to take the samples as they "
+                        "are, or --white-is-zero inverted to take full scale less the sample");
+    if (!whiteIsZero && asked)
+        failFrame(path, "is a TIFF whose 0 is black; leave --white-is-zero out");
+    return asked == WhiteIsZero::Inverted;
+}
+
+Layout readLayout(const std::string& path, const TiffHandle& tiff, std::optional<WhiteIsZero> whiteIsZero)
 {
     const unsigned samples = tiff.tag16(TIFFTAG_SAMPLESPERPIXEL, 1);
     const unsigned photometric = tiff.tag16(TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
     const unsigned bits = tiff.tag16(TIFFTAG_BITSPERSAMPLE, 1);
     if (samples != 1 || (photometric != PHOTOMETRIC_MINISBLACK && photometric != PHOTOMETRIC_MINISWHITE))
         failFrame(path, "is a TIFF with colour, a palette or alpha; save it as grey of 8 or 16 bits");
-    if (photometric == PHOTOMETRIC_MINISWHITE)
-        failFrame(path, "is a TIFF whose 0 is white; save it with 0 as black");
     if (bits != 8 && bits != 16)
         failFrame(path, "has " + std::to_string(bits) + " bits a sample; save it as grey of 8 or 16 bits");
     const unsigned format = tiff.tag16(TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT);
     if (format != SAMPLEFORMAT_UINT && format != SAMPLEFORMAT_VOID)
         failFrame(path, "has signed or floating point samples; save it as unsigned grey of 8 or 16 bits");
+    const bool inverted = checkWhite(path, photometric == PHOTOMETRIC_MINISWHITE, whiteIsZero);
 
     const std::uint32_t width = tiff.tag32(TIFFTAG_IMAGEWIDTH, 0);
     const std::uint32_t height = tiff.tag32(TIFFTAG_IMAGELENGTH, 0);
     checkFrameSize(path, width, height, std::uint64_t{width} * bits / 8);
-    return {width, height, bits / 8};
+    return {width, height, bits / 8, inverted};
 }
 
 /// Appends samples of 8 or 16 bits, the latter in the machine's byte order.
@@ -109,14 +120,24 @@ void readTiles(const std::string& path, const TiffHandle& tiff, const Layout& la
     }
 }
 
+/// A stored 0 becomes full scale: what the file tells about its largest sample is then about the smallest.
+void invert(StoredSamples& samples, std::uint32_t bits)
+{
+    const std::uint32_t fullScale = (1U << bits) - 1;
+    for (std::uint16_t& sample : samples.values)
+        sample = static_cast<std::uint16_t>(fullScale - sample);
+    if (samples.told)
+        samples.told = {bits, samples.told->source + ", inverted in " + std::to_string(bits) + " bits"};
+}
+
 } // namespace
 
-StoredSamples readTiff(const std::string& path)
+StoredSamples readTiff(const std::string& path, std::optional<WhiteIsZero> whiteIsZero)
 {
     const TiffHandle tiff(path);
     if (!tiff.get())
         failTiff(path, tiff);
-    const Layout layout = readLayout(path, tiff);
+    const Layout layout = readLayout(path, tiff, whiteIsZero);
 
     StoredSamples samples;
     samples.width = layout.width;
@@ -126,9 +147,11 @@ StoredSamples readTiff(const std::string& path)
     else
         readStrips(path, tiff, layout, samples.values);
 
-    std::uint16_t largest = 0;
-    if (TIFFGetField(tiff.get(), TIFFTAG_MAXSAMPLEVALUE, &largest) == 1 && largest != 0)
+    const std::uint16_t largest = tiff.tag16(TIFFTAG_MAXSAMPLEVALUE, 0);
+    if (largest != 0)
         samples.told = {bitsForValue(largest), "MaxSampleValue " + std::to_string(largest)};
+    if (layout.inverted)
+        invert(samples, 8 * layout.sampleBytes);
     return samples;
 }
 

@@ -25,6 +25,13 @@ CLI::Option* addDumpArguments(CLI::App& command, FrameArguments& arguments)
     size->needs(format);
     pitch->needs(format);
     order->needs(format);
+    command
+        .add_option("--white-is-zero", arguments.whiteIsZero,
+                    "Needed for a TIFF whose 0 is white: take the samples as they are (stored) or full scale "
+                    "less the sample (inverted)")
+        ->check(CLI::IsMember({"stored", "inverted"}))
+        ->type_name("SAMPLES")
+        ->excludes(format);
     return format;
 }
 
@@ -44,6 +51,9 @@ Frame readFrame(const FrameArguments& arguments)
     FrameOptions options;
     if (arguments.depth != 0)
         options.depth = arguments.depth;
+    if (arguments.whiteIsZero)
+        options.whiteIsZero =
+            *arguments.whiteIsZero == "inverted" ? WhiteIsZero::Inverted : WhiteIsZero::Stored;
     if (arguments.format) {
         FrameOptions::RawLayout layout;
         layout.format = *arguments.format;

@@ -23,6 +23,8 @@ private slots:
     void onlyTheFourDepthsCanBeAsked_data();
     void onlyTheFourDepthsCanBeAsked();
     void aSampleAboveTheAskedDepthIsNamed();
+    void whiteIsZeroIsAboutTiffFilesAlone_data();
+    void whiteIsZeroIsAboutTiffFilesAlone();
 
 private:
     FrameFiles m_files;
@@ -162,6 +164,33 @@ void TestFramesFiles::aSampleAboveTheAskedDepthIsNamed()
         text.contains(
             "the sample 1024 at column 1, row 1 (from 0) is above 1023, the limit of depth 10 (--depth 10)"),
         qPrintable(text));
+}
+
+void TestFramesFiles::whiteIsZeroIsAboutTiffFilesAlone_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("raw");
+    QTest::addColumn<QString>("says");
+    const QString noTiff = "is no TIFF file, so that its 0 is black; leave --white-is-zero out";
+    QTest::newRow("a binary PGM") << QByteArray("P5 1 1 255 A") << false << noTiff;
+    QTest::newRow("a decimal PGM") << QByteArray("P2 1 1 255 1") << false << noTiff;
+    QTest::newRow("a PNG") << QByteArray("\x89PNG\r\n\x1a\n") << false << noTiff;
+    QTest::newRow("a raw dump") << QByteArray("A") << true
+                                << "a raw dump's 0 is black; leave --white-is-zero out";
+    QTest::newRow("no picture") << QByteArray("hello") << false << "is no PGM, PNG or TIFF file; ";
+}
+
+void TestFramesFiles::whiteIsZeroIsAboutTiffFilesAlone()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, raw);
+    QFETCH(QString, says);
+    zor::FrameOptions options;
+    options.whiteIsZero = zor::WhiteIsZero::Stored;
+    if (raw)
+        options.raw = zor::FrameOptions::RawLayout{"Mono8", 1, 1, {}, false};
+    const QString text = m_files.error(bytes, options);
+    QVERIFY2(text.contains(": " + says), qPrintable(text));
 }
 
 QTEST_GUILESS_MAIN(TestFramesFiles)

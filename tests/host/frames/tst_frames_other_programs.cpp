@@ -32,6 +32,20 @@ constexpr quint32 Mono8 = 0x01080101;
 constexpr quint32 Mono12 = 0x01100306;
 constexpr quint32 Mono16 = 0x0110050B;
 
+QList<int> samplesOf(Formula formula)
+{
+    QList<int> samples;
+    for (int y = 0; y < (formula == squares ? 16 : 21); ++y)
+        for (int x = 0; x < (formula == squares ? 24 : 19); ++x)
+            samples.append(formula(x, y));
+    return samples;
+}
+
+std::string pathOf(const char* name)
+{
+    return QDir(PICTURE_FILES).filePath(name).toStdString();
+}
+
 /// What reading a file gives: the samples of its source, or an error.
 struct Expectation
 {
@@ -76,7 +90,7 @@ QMap<QString, Expectation> expectations()
     };
     const QString bits = "has %1 bits a sample; save it as grey of 8 or 16 bits";
     refuses(bits.arg(1), {"bits-1-none.tif", "bits-1-packbits.tif", "bits-1-g3-1d.tif", "bits-1-g3-2d.tif"});
-    refuses(bits.arg(1), {"bits-1-g4.tif", "bits-1-jbig.tif", "grey-1.png"});
+    refuses(bits.arg(1), {"bits-1-g4.tif", "bits-1-g4-white-is-zero.tif", "bits-1-jbig.tif", "grey-1.png"});
     refuses(bits.arg(2), {"bits-2.tif", "grey-2-interlaced.png"});
     refuses(bits.arg(4), {"bits-4.tif", "grey-4.png"});
     for (const int count : {10, 12, 14, 32})
@@ -91,15 +105,16 @@ QMap<QString, Expectation> expectations()
             {"palette.png", "palette-interlaced.png", "rgb-8.png", "alpha-8.png"});
     refuses("is a bitmap, colour or PAM file of the PNM family; save it as grey PGM (P2 or P5)",
             {"bits.pbm", "four-colours.ppm"});
-    refuses("is a TIFF whose 0 is white; save it with 0 as black",
-            {"bits-1-g4-white-is-zero.tif", "white-is-zero-8-netpbm.tif", "white-is-zero-16.tif",
-             "white-is-zero-big-endian-tiles-16.tif"});
+    refuses("is a TIFF whose 0 is white; give --white-is-zero stored to take the samples as they are, or "
+            "--white-is-zero inverted to take full scale less the sample",
+            {"white-is-zero-8-netpbm.tif", "white-is-zero-16.tif", "white-is-zero-big-endian-tiles-16.tif"});
     return all;
 }
 
 } // namespace
 
 Q_DECLARE_METATYPE(Expectation)
+Q_DECLARE_METATYPE(Formula)
 
 /// Picture files that other programs made, in every way in which a grey picture can be stored.
 class TestFramesOtherPrograms : public QObject
@@ -110,6 +125,8 @@ private slots:
     void everyFileHasItsExpectation();
     void aFileIsReadOrRefused_data();
     void aFileIsReadOrRefused();
+    void whiteIsZeroDecides_data();
+    void whiteIsZeroDecides();
 };
 
 void TestFramesOtherPrograms::everyFileHasItsExpectation()
@@ -131,21 +148,43 @@ void TestFramesOtherPrograms::aFileIsReadOrRefused_data()
 void TestFramesOtherPrograms::aFileIsReadOrRefused()
 {
     QFETCH(Expectation, expected);
-    const std::string path = QDir(PICTURE_FILES).filePath(QTest::currentDataTag()).toStdString();
+    const std::string path = pathOf(QTest::currentDataTag());
     try {
         const zor::Frame frame = zor::readFrame(path, {});
         QVERIFY(expected.formula);
         QCOMPARE(frame.width, expected.formula == squares ? 24U : 19U);
         QCOMPARE(frame.height, expected.formula == squares ? 16U : 21U);
         QCOMPARE(frame.pixelType, expected.pixelType);
-        QList<int> samples;
-        for (int y = 0; y < int(frame.height); ++y)
-            for (int x = 0; x < int(frame.width); ++x)
-                samples.append(expected.formula(x, y));
-        QCOMPARE(samplesOf(frame), samples);
+        QCOMPARE(samplesOf(frame), samplesOf(expected.formula));
     } catch (const zor::FrameError& error) {
         QCOMPARE(QString(error.what()), QString::fromStdString(path) + ": " + expected.error);
     }
+}
+
+void TestFramesOtherPrograms::whiteIsZeroDecides_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<bool>("inverted");
+    QTest::addColumn<Formula>("formula");
+    // netpbm stores the source inverted, the other two are marked alone.
+    QTest::newRow("netpbm's file inverted") << "white-is-zero-8-netpbm.tif" << true << Formula(grey8);
+    QTest::newRow("netpbm's file as it stands")
+        << "white-is-zero-8-netpbm.tif" << false << Formula([](int x, int y) { return 255 - grey8(x, y); });
+    for (const char* file : {"white-is-zero-16.tif", "white-is-zero-big-endian-tiles-16.tif"}) {
+        QTest::addRow("%s as it stands", file) << QString(file) << false << Formula(grey16);
+        QTest::addRow("%s inverted", file)
+            << QString(file) << true << Formula([](int x, int y) { return 65535 - grey16(x, y); });
+    }
+}
+
+void TestFramesOtherPrograms::whiteIsZeroDecides()
+{
+    QFETCH(QString, file);
+    QFETCH(bool, inverted);
+    QFETCH(Formula, formula);
+    zor::FrameOptions options;
+    options.whiteIsZero = inverted ? zor::WhiteIsZero::Inverted : zor::WhiteIsZero::Stored;
+    QCOMPARE(samplesOf(zor::readFrame(pathOf(qPrintable(file)), options)), samplesOf(formula));
 }
 
 QTEST_GUILESS_MAIN(TestFramesOtherPrograms)

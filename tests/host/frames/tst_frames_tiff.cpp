@@ -19,6 +19,9 @@ private slots:
     void withoutItTheLargestSampleTellsTheDepth();
     void aSampleAboveMaxSampleValuesDepthIsNamed();
     void anAskedDepthOverrides();
+    void whiteIsZeroDecides_data();
+    void whiteIsZeroDecides();
+    void whiteIsZeroIsRefusedWhereBlackIs();
     void otherKindsAreRefused_data();
     void otherKindsAreRefused();
     void truncationsNeverCrash_data();
@@ -162,6 +165,67 @@ void TestFramesTiff::anAskedDepthOverrides()
     QCOMPARE(QString::fromStdString(frame.depthSource), QString("--depth 12"));
 }
 
+void TestFramesTiff::whiteIsZeroDecides_data()
+{
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<int>("maxSampleValue");
+    QTest::addColumn<QList<int>>("stored");
+    QTest::addColumn<bool>("inverted");
+    QTest::addColumn<QList<int>>("samples");
+    QTest::addColumn<quint32>("pixelType");
+    QTest::addColumn<QString>("source");
+    QTest::newRow("8 bits as they stand") << 8 << -1 << QList<int>{0, 1, 254} << false
+                                          << QList<int>{0, 1, 254} << 0x01080101U << "largest sample 254";
+    QTest::newRow("8 bits inverted") << 8 << -1 << QList<int>{0, 1, 255} << true << QList<int>{255, 254, 0}
+                                     << 0x01080101U << "largest sample 255";
+    QTest::newRow("16 bits as they stand") << 16 << -1 << QList<int>{0, 1, 4095} << false
+                                           << QList<int>{0, 1, 4095} << 0x01100306U << "largest sample 4095";
+    QTest::newRow("16 bits inverted") << 16 << -1 << QList<int>{1, 255, 65535} << true
+                                      << QList<int>{65534, 65280, 0} << 0x0110050BU << "largest sample 65534";
+    QTest::newRow("the largest inverted sample tells the depth")
+        << 16 << -1 << QList<int>{61440, 65535} << true << QList<int>{4095, 0} << 0x01100306U
+        << "largest sample 4095";
+    QTest::newRow("MaxSampleValue tells the depth as they stand")
+        << 16 << 4095 << QList<int>{0, 7} << false << QList<int>{0, 7} << 0x01100306U
+        << "MaxSampleValue 4095";
+    QTest::newRow("a small MaxSampleValue is a large inverted sample")
+        << 16 << 4095 << QList<int>{0, 4095} << true << QList<int>{65535, 61440} << 0x0110050BU
+        << "MaxSampleValue 4095, inverted in 16 bits";
+    QTest::newRow("MaxSampleValue keeps the depth of inverted dark samples")
+        << 16 << 65535 << QList<int>{65535, 65000} << true << QList<int>{0, 535} << 0x0110050BU
+        << "MaxSampleValue 65535, inverted in 16 bits";
+    QTest::newRow("MaxSampleValue in 8 bits inverted")
+        << 8 << 127 << QList<int>{0, 127} << true << QList<int>{255, 128} << 0x01080101U
+        << "MaxSampleValue 127, inverted in 8 bits";
+}
+
+void TestFramesTiff::whiteIsZeroDecides()
+{
+    QFETCH(int, bits);
+    QFETCH(int, maxSampleValue);
+    QFETCH(QList<int>, stored);
+    QFETCH(bool, inverted);
+    TiffContent content = grey(bits, stored, quint32(stored.size()));
+    content.photometric = PHOTOMETRIC_MINISWHITE;
+    content.maxSampleValue = maxSampleValue;
+    zor::FrameOptions options;
+    options.whiteIsZero = inverted ? zor::WhiteIsZero::Inverted : zor::WhiteIsZero::Stored;
+    const zor::Frame frame = m_files.read(makeTiff(content), options);
+    QTEST(samplesOf(frame), "samples");
+    QTEST(frame.pixelType, "pixelType");
+    QTEST(QString::fromStdString(frame.depthSource), "source");
+}
+
+void TestFramesTiff::whiteIsZeroIsRefusedWhereBlackIs()
+{
+    for (const zor::WhiteIsZero way : {zor::WhiteIsZero::Stored, zor::WhiteIsZero::Inverted}) {
+        zor::FrameOptions options;
+        options.whiteIsZero = way;
+        const QString text = m_files.error(makeTiff(grey(8, {0, 1}, 2)), options);
+        QVERIFY2(text.endsWith(": is a TIFF whose 0 is black; leave --white-is-zero out"), qPrintable(text));
+    }
+}
+
 void TestFramesTiff::otherKindsAreRefused_data()
 {
     QTest::addColumn<TiffContent>("content");
@@ -182,7 +246,9 @@ void TestFramesTiff::otherKindsAreRefused_data()
     });
     add("a palette", "colour, a palette or alpha",
         [](TiffContent& content) { content.photometric = PHOTOMETRIC_PALETTE; });
-    add("0 as white", "whose 0 is white",
+    add("0 as white",
+        "whose 0 is white; give --white-is-zero stored to take the samples as they are, or "
+        "--white-is-zero inverted to take full scale less the sample",
         [](TiffContent& content) { content.photometric = PHOTOMETRIC_MINISWHITE; });
     add("1 bit", "has 1 bits a sample", [](TiffContent& content) { content.bits = 1; });
     add("4 bits", "has 4 bits a sample", [](TiffContent& content) { content.bits = 4; });

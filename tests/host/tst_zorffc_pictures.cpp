@@ -1,0 +1,144 @@
+#include "ZorffcRun.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+const QStringList Header{"--title", "Title", "--camera", "Camera"};
+
+QString otherProgramsFile(const QString& name)
+{
+    return QDir(PICTURE_FILES).filePath(name);
+}
+
+} // namespace
+
+/// Picture files as frames: what only some kinds of them need, and those that claim more than they hold.
+class tst_zorffc_pictures : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void aWhiteZeroNeedsItsOption_data();
+    void aWhiteZeroNeedsItsOption();
+    void aWhiteZeroIsTakenAsAsked_data();
+    void aWhiteZeroIsTakenAsAsked();
+    void everyCommandTakesTheSameSamples();
+    void theOptionIsRefusedWhereItCannotMatter_data();
+    void theOptionIsRefusedWhereItCannotMatter();
+
+private:
+    QString path(const QString& name) const { return m_folder->filePath(name); }
+    ZorffcRun run(const QStringList& arguments) const { return runZorffc(m_folder->path(), arguments); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_zorffc_pictures::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+    QVERIFY(QFile::copy(otherProgramsFile("white-is-zero-8-netpbm.tif"), path("white.tif")));
+    writeFile(path("black.pgm"), readFile(otherProgramsFile("grey8.pgm")));
+}
+
+void tst_zorffc_pictures::aWhiteZeroNeedsItsOption_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("compute") << QStringList{"compute", "white.tif", "-o", "out.ffc"} + Header;
+    QTest::newRow("report") << QStringList{"report", "white.tif", "--ffc", "f.ffc", "-o", "out.png"};
+    QTest::newRow("convert") << QStringList{"convert", "white.tif", "out.png"};
+}
+
+void tst_zorffc_pictures::aWhiteZeroNeedsItsOption()
+{
+    QFETCH(QStringList, arguments);
+    QCOMPARE(run(QStringList{"compute", "black.pgm", "-o", "f.ffc"} + Header).exitCode, 0);
+    const QStringList before = namesIn(m_folder->path());
+    const ZorffcRun refused = run(arguments);
+    QVERIFY2(refused.exitCode == 2 && refused.err.count('\n') == 1, qPrintable(refused.told()));
+    QVERIFY2(refused.err.startsWith(
+                 "zorffc: white.tif: is a TIFF whose 0 is white; give --white-is-zero stored to take the "
+                 "samples as they are, or --white-is-zero inverted to take full scale less the sample"),
+             qPrintable(refused.told()));
+    QCOMPARE(namesIn(m_folder->path()), before);
+
+    const ZorffcRun done = run(arguments + QStringList{"--white-is-zero", "stored"});
+    QVERIFY2(done.exitCode == 0, qPrintable(done.told()));
+}
+
+void tst_zorffc_pictures::aWhiteZeroIsTakenAsAsked_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("way");
+    QTest::addColumn<QString>("source");
+    // netpbm stores what it is given inverted, libtiff's tool marks it alone.
+    QTest::newRow("inverted") << "white-is-zero-8-netpbm.tif"
+                              << "inverted"
+                              << "grey8.pgm";
+    QTest::newRow("stored") << "white-is-zero-16.tif"
+                            << "stored"
+                            << "grey16.pgm";
+}
+
+void tst_zorffc_pictures::aWhiteZeroIsTakenAsAsked()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, way);
+    QFETCH(QString, source);
+    const ZorffcRun done = run({"convert", otherProgramsFile(file), "out.pgm", "--white-is-zero", way});
+    QVERIFY2(done.exitCode == 0, qPrintable(done.told()));
+    QCOMPARE(readFile(path("out.pgm")), readFile(otherProgramsFile(source)));
+}
+
+void tst_zorffc_pictures::everyCommandTakesTheSameSamples()
+{
+    // Two lines tell of the frame and its depth, which a PGM tells by its maxval.
+    const auto figures = [](const ZorffcRun& done) { return done.out.section('\n', 2); };
+    const ZorffcRun computed = run(QStringList{"compute", "black.pgm", "-o", "f.ffc"} + Header);
+    QVERIFY2(computed.exitCode == 0, qPrintable(computed.told()));
+    const ZorffcRun shown = run({"report", "black.pgm", "--ffc", "f.ffc", "-o", "f.png"});
+    QVERIFY2(shown.exitCode == 0, qPrintable(shown.told()));
+
+    const QStringList inverted{"--white-is-zero", "inverted"};
+    const ZorffcRun computedInverted =
+        run(QStringList{"compute", "white.tif", "-o", "f.ffc"} + Header + inverted);
+    QCOMPARE(figures(computedInverted), figures(computed));
+    const ZorffcRun shownInverted =
+        run(QStringList{"report", "white.tif", "--ffc", "f.ffc", "-o", "f.png"} + inverted);
+    QCOMPARE(figures(shownInverted), figures(shown));
+}
+
+void tst_zorffc_pictures::theOptionIsRefusedWhereItCannotMatter_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("says");
+    QTest::newRow("a TIFF whose 0 is black")
+        << QStringList{otherProgramsFile("strip-8.tif"), "--white-is-zero", "stored"}
+        << "strip-8.tif: is a TIFF whose 0 is black; leave --white-is-zero out";
+    QTest::newRow("a PGM") << QStringList{"black.pgm", "--white-is-zero", "inverted"}
+                           << "black.pgm: is no TIFF file, so that its 0 is black; leave --white-is-zero out";
+    QTest::newRow("a raw dump") << QStringList{"black.pgm", "--white-is-zero", "inverted", "--format",
+                                               "Mono8",     "--size",          "2x2"}
+                                << "--white-is-zero";
+    QTest::newRow("a way that is none")
+        << QStringList{"white.tif", "--white-is-zero", "white"} << "--white-is-zero: white not in";
+    QTest::newRow("no way") << QStringList{"white.tif", "--white-is-zero"} << "--white-is-zero";
+}
+
+void tst_zorffc_pictures::theOptionIsRefusedWhereItCannotMatter()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, says);
+    const QStringList before = namesIn(m_folder->path());
+    const ZorffcRun refused = run(QStringList{"convert"} + arguments + QStringList{"--", "out.png"});
+    QVERIFY2(refused.exitCode == 2 && refused.err.count('\n') == 1, qPrintable(refused.told()));
+    QVERIFY2(refused.err.contains(says), qPrintable(refused.told()));
+    QCOMPARE(namesIn(m_folder->path()), before);
+}
+
+QTEST_GUILESS_MAIN(tst_zorffc_pictures)
+#include "tst_zorffc_pictures.moc"
