@@ -2,6 +2,8 @@
 
 #include "host/frames/Fail.h"
 
+#include <algorithm>
+
 namespace zor {
 
 void checkFrameSize(const std::string& path, std::uint64_t width, std::uint64_t height,
@@ -15,6 +17,16 @@ void checkFrameSize(const std::string& path, std::uint64_t width, std::uint64_t 
         failFrame(path, "its size " + size + " with " + std::to_string(bytesPerLine) +
                             " bytes a line is above the limit of " + std::to_string(MaxFrameBytes) +
                             " bytes; use a smaller frame");
+}
+
+void checkFileHolds(const std::string& path, std::uint64_t fileBytes, std::uint64_t sampleBytes,
+                    const Inflation& inflation)
+{
+    const std::uint64_t needed = (sampleBytes - std::min(sampleBytes, inflation.freely)) / inflation.factor;
+    if (fileBytes < needed)
+        failFrame(path, "its header asks for " + std::to_string(sampleBytes) +
+                            " bytes of samples, which takes a file of at least " + std::to_string(needed) +
+                            " bytes; it has " + std::to_string(fileBytes) + "; write or copy the file again");
 }
 
 } // namespace zor

@@ -101,19 +101,6 @@ void checkFormat(const std::string& path, const PngFile& file)
         failFrame(path, "has " + std::to_string(bits) + " bits a sample; save it as grey of 8 or 16 bits");
 }
 
-/// Deflate makes at most 1032 bytes of one: a header that asks for more than the file can hold is refused
-/// before anything is allocated for it.
-void checkPlausible(const std::string& path, const PngFile& file, std::uint64_t pixelBytes)
-{
-    constexpr std::uint64_t MaxInflation = 1032;
-    const std::uint64_t needed = pixelBytes / MaxInflation;
-    if (file.bytes.size() < needed)
-        failFrame(path, "its header asks for " + std::to_string(pixelBytes) +
-                            " bytes of samples, which takes a file of at least " + std::to_string(needed) +
-                            " bytes; it has " + std::to_string(file.bytes.size()) +
-                            "; write or copy the file again");
-}
-
 bool fitInto(const std::vector<std::uint16_t>& values, std::uint32_t bits)
 {
     return std::all_of(values.begin(), values.end(),
@@ -136,7 +123,7 @@ StoredSamples readPng(const std::string& path, std::optional<std::uint32_t> aske
     const std::uint32_t bits = png_get_bit_depth(file.png, file.info);
     const std::size_t lineBytes = std::size_t{samples.width} * bits / 8;
     checkFrameSize(path, samples.width, samples.height, lineBytes);
-    checkPlausible(path, file, lineBytes * samples.height);
+    checkFileHolds(path, file.bytes.size(), lineBytes * samples.height, DeflateInflation);
 
     file.pixels.resize(lineBytes * samples.height);
     for (std::size_t y = 0; y < samples.height; ++y)

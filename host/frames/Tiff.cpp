@@ -4,6 +4,7 @@
 #include "host/frames/Fail.h"
 #include "host/frames/FileBytes.h"
 #include "host/frames/FrameSize.h"
+#include "host/frames/TiffCompression.h"
 #include "host/frames/TiffHandle.h"
 
 #include <algorithm>
@@ -19,11 +20,12 @@ struct Layout
     std::uint32_t height;
     std::uint32_t sampleBytes;
     bool inverted;
+    Inflation inflation;
 };
 
-[[noreturn]] void failTiff(const std::string& path, const TiffHandle& tiff)
+[[noreturn]] void failTiff(const std::string& path, const std::string& reason)
 {
-    failFrame(path, "the TIFF data are broken (" + tiff.error() + "); the file has " +
+    failFrame(path, "the TIFF data are broken (" + reason + "); the file has " +
                         std::to_string(fileSize(path)) + " bytes; write or copy the file again");
 }
 
@@ -50,12 +52,13 @@ Layout readLayout(const std::string& path, const TiffHandle& tiff, std::optional
     const unsigned format = tiff.tag16(TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT);
     if (format != SAMPLEFORMAT_UINT && format != SAMPLEFORMAT_VOID)
         failFrame(path, "has signed or floating point samples; save it as unsigned grey of 8 or 16 bits");
+    const Inflation inflation = tiffInflation(path, tiff.tag16(TIFFTAG_COMPRESSION, COMPRESSION_NONE));
     const bool inverted = checkWhite(path, photometric == PHOTOMETRIC_MINISWHITE, whiteIsZero);
 
     const std::uint32_t width = tiff.tag32(TIFFTAG_IMAGEWIDTH, 0);
     const std::uint32_t height = tiff.tag32(TIFFTAG_IMAGELENGTH, 0);
     checkFrameSize(path, width, height, std::uint64_t{width} * bits / 8);
-    return {width, height, bits / 8, inverted};
+    return {width, height, bits / 8, inverted, inflation};
 }
 
 /// Appends samples of 8 or 16 bits, the latter in the machine's byte order.
@@ -70,17 +73,18 @@ void append(std::vector<std::uint16_t>& values, const std::uint8_t* source, std:
         std::memcpy(values.data() + start, source, count * sampleBytes);
 }
 
-/// Line after line; the samples grow with what the file really holds.
+/// Line after line: memory is touched with what the file really holds.
 void readStrips(const std::string& path, const TiffHandle& tiff, const Layout& layout,
                 std::vector<std::uint16_t>& values)
 {
     const std::size_t lineBytes = std::size_t{layout.width} * layout.sampleBytes;
-    if (static_cast<std::size_t>(TIFFScanlineSize(tiff.get())) != lineBytes)
-        failTiff(path, tiff);
-    std::vector<std::uint8_t> line(lineBytes);
+    checkFileHolds(path, fileSize(path), lineBytes * layout.height, layout.inflation);
+    values.reserve(std::size_t{layout.width} * layout.height);
+    // The library's own size, so that it never writes behind the line. One grey sample a pixel fills it.
+    std::vector<std::uint8_t> line(static_cast<std::size_t>(TIFFScanlineSize(tiff.get())));
     for (std::uint32_t y = 0; y < layout.height; ++y) {
-        if (TIFFReadScanline(tiff.get(), line.data(), y, 0) != 1)
-            failTiff(path, tiff);
+        if (TIFFReadScanline(tiff.get(), line.data(), y, 0) != 1 || tiff.madeUpSamples())
+            failTiff(path, tiff.reason("row " + std::to_string(y) + " cannot be read"));
         append(values, line.data(), layout.width, layout.sampleBytes);
     }
 }
@@ -96,19 +100,22 @@ void readTiles(const std::string& path, const TiffHandle& tiff, const Layout& la
         failFrame(path, "its tiles of " + std::to_string(tileWidth) + "x" + std::to_string(tileHeight) +
                             " are not usable; save it in strips");
     const std::size_t tileLine = std::size_t{tileWidth} * layout.sampleBytes;
-    const std::size_t tileBytes = tileLine * tileHeight;
-    if (static_cast<std::size_t>(TIFFTileSize(tiff.get())) != tileBytes)
-        failTiff(path, tiff);
+    // As for a line.
+    const auto tileBytes = static_cast<std::size_t>(TIFFTileSize(tiff.get()));
 
     const std::size_t tilesAcross = (layout.width + tileWidth - 1) / tileWidth;
+    const std::size_t tilesDown = (layout.height + tileHeight - 1) / tileHeight;
+    checkFileHolds(path, fileSize(path), tilesAcross * tilesDown * tileBytes, layout.inflation);
+    values.reserve(std::size_t{layout.width} * layout.height);
     std::vector<std::vector<std::uint8_t>> tiles(tilesAcross);
     for (std::uint32_t top = 0; top < layout.height; top += tileHeight) {
         for (std::size_t across = 0; across < tilesAcross; ++across) {
             // A broken file fails at its first tile, before memory is taken for the others.
             tiles[across].resize(tileBytes);
             const auto left = static_cast<std::uint32_t>(across * tileWidth);
-            if (TIFFReadTile(tiff.get(), tiles[across].data(), left, top, 0, 0) < 0)
-                failTiff(path, tiff);
+            if (TIFFReadTile(tiff.get(), tiles[across].data(), left, top, 0, 0) < 0 || tiff.madeUpSamples())
+                failTiff(path, tiff.reason("the tile at column " + std::to_string(left) + ", row " +
+                                           std::to_string(top) + " cannot be read"));
         }
         const std::uint32_t lines = std::min(tileHeight, layout.height - top);
         for (std::uint32_t y = 0; y < lines; ++y) {
@@ -136,7 +143,7 @@ StoredSamples readTiff(const std::string& path, std::optional<WhiteIsZero> white
 {
     const TiffHandle tiff(path);
     if (!tiff.get())
-        failTiff(path, tiff);
+        failTiff(path, tiff.reason("it cannot be opened"));
     const Layout layout = readLayout(path, tiff, whiteIsZero);
 
     StoredSamples samples;

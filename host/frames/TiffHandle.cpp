@@ -3,10 +3,22 @@
 #include <array>
 #include <cstdarg>
 #include <cstdio>
+#include <string_view>
 
 #include <unistd.h>
 
 namespace zor {
+
+namespace {
+
+std::string textOf(const char* format, va_list arguments)
+{
+    std::array<char, 256> text = {};
+    std::vsnprintf(text.data(), text.size(), format, arguments);
+    return text.data();
+}
+
+} // namespace
 
 template <typename Open> void TiffHandle::openWith(Open open)
 {
@@ -53,16 +65,25 @@ std::uint32_t TiffHandle::tag32(std::uint32_t tag, std::uint32_t otherwise) cons
     return TIFFGetField(m_tiff, tag, &value) == 1 ? value : otherwise;
 }
 
+std::string TiffHandle::reason(const std::string& failure) const
+{
+    if (!m_error.empty())
+        return m_error;
+    return m_warning.empty() ? failure : failure + ": " + m_warning;
+}
+
 int TiffHandle::onError(TIFF*, void* self, const char*, const char* format, va_list arguments)
 {
-    std::array<char, 256> text = {};
-    std::vsnprintf(text.data(), text.size(), format, arguments);
-    static_cast<TiffHandle*>(self)->m_error = text.data();
+    static_cast<TiffHandle*>(self)->m_error = textOf(format, arguments);
     return 1;
 }
 
-int TiffHandle::onWarning(TIFF*, void*, const char*, const char*, va_list)
+int TiffHandle::onWarning(TIFF*, void* self, const char* module, const char* format, va_list arguments)
 {
+    auto* handle = static_cast<TiffHandle*>(self);
+    handle->m_warning = textOf(format, arguments);
+    if (module && std::string_view(module) == "JPEGLib")
+        handle->m_madeUpSamples = true;
     return 1;
 }
 

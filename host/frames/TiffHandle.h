@@ -5,7 +5,7 @@
 
 namespace zor {
 
-/// An open TIFF file that keeps the library's last error text to itself instead of printing it.
+/// An open TIFF file that keeps the library's last texts to itself instead of printing them.
 class TiffHandle
 {
 public:
@@ -18,7 +18,12 @@ public:
     TiffHandle& operator=(const TiffHandle&) = delete;
 
     TIFF* get() const { return m_tiff; }
-    const std::string& error() const { return m_error; }
+
+    /// Why the library failed: its error, else the `failure` itself and what it warned of before.
+    std::string reason(const std::string& failure) const;
+
+    /// Whether a decoder went on with made up samples: JPEG's only warns of broken data.
+    bool madeUpSamples() const { return m_madeUpSamples; }
 
     /// A tag of 16 bits that stands in the file; `otherwise` when it does not.
     std::uint16_t tag16(std::uint32_t tag, std::uint16_t otherwise) const;
@@ -33,6 +38,8 @@ private:
     static int onWarning(TIFF*, void* self, const char* module, const char* format, va_list arguments);
 
     std::string m_error;
+    std::string m_warning;
+    bool m_madeUpSamples = false;
     TIFF* m_tiff = nullptr;
 };
 

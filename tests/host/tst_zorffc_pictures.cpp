@@ -1,8 +1,13 @@
 #include "ZorffcRun.h"
 
+#include "host/frames/MakePng.h"
+#include "host/frames/TiffEntries.h"
+
 #include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <sys/resource.h>
 
 namespace {
 
@@ -29,6 +34,8 @@ private slots:
     void everyCommandTakesTheSameSamples();
     void theOptionIsRefusedWhereItCannotMatter_data();
     void theOptionIsRefusedWhereItCannotMatter();
+    void aFileThatClaimsMoreThanItHoldsTakesNoMemory_data();
+    void aFileThatClaimsMoreThanItHoldsTakesNoMemory();
 
 private:
     QString path(const QString& name) const { return m_folder->filePath(name); }
@@ -138,6 +145,54 @@ void tst_zorffc_pictures::theOptionIsRefusedWhereItCannotMatter()
     QVERIFY2(refused.exitCode == 2 && refused.err.count('\n') == 1, qPrintable(refused.told()));
     QVERIFY2(refused.err.contains(says), qPrintable(refused.told()));
     QCOMPARE(namesIn(m_folder->path()), before);
+}
+
+void tst_zorffc_pictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("says");
+
+    // 300 strips of 100 lines in one place.
+    constexpr quint32 side = 30000;
+    const QByteArray strip = qCompress(QByteArray(100 * int{side}, '\0'), 9).mid(4);
+    TiffEntries entries = greyEntries(side, side, 8);
+    entries[278] = {100};
+    for (int i = 0; i < 300; ++i) {
+        entries[273].append(TiffDataPlace);
+        entries[279].append(quint32(strip.size()));
+    }
+    QTest::newRow("a TIFF whose strips share one place")
+        << tiffOfEntries(entries, strip)
+        << "its header asks for 900000000 bytes of samples, which takes a "
+           "file of at least 872093 bytes; it has ";
+    // As many bytes as the claim needs, which are no samples.
+    QTest::newRow("a TIFF that is filled up")
+        << tiffOfEntries(entries, "no strip", 1000000) << "the TIFF data are broken (";
+    PngContent content;
+    content.width = 2;
+    content.height = 2;
+    content.samples = {1, 2, 3, 4};
+    const QByteArray png = makePng(content);
+    QTest::newRow("a PNG of the largest sides")
+        << pngWithSides(png, 65535, 65535)
+        << "its header asks for 4294836225 bytes of samples, which takes a "
+           "file of at least 4161663 bytes; it has ";
+}
+
+void tst_zorffc_pictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, says);
+    writeFile(path("frame"), bytes);
+    const ZorffcRun refused = run({"convert", "frame", "out.png"});
+    QVERIFY2(refused.exitCode == 2 && refused.err.count('\n') == 1, qPrintable(refused.told()));
+    QVERIFY2(refused.err.contains("frame: " + says), qPrintable(refused.told()));
+
+    // The most that any run of this program has had in memory.
+    rusage usage = {};
+    QCOMPARE(::getrusage(RUSAGE_CHILDREN, &usage), 0);
+    constexpr long most = 400 * 1024; // KiB: less than half of the smallest claim
+    QVERIFY2(usage.ru_maxrss < most, qPrintable(QString("%1 KiB").arg(usage.ru_maxrss)));
 }
 
 QTEST_GUILESS_MAIN(tst_zorffc_pictures)

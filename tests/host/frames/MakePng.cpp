@@ -2,6 +2,8 @@
 
 #include <png.h>
 
+#include <QtEndian>
+
 #include <stdexcept>
 #include <vector>
 
@@ -66,4 +68,19 @@ QByteArray makePng(const PngContent& content)
     png_write_end(png, info);
     png_destroy_write_struct(&png, &info);
     return result;
+}
+
+QByteArray pngWithSides(QByteArray png, quint32 width, quint32 height)
+{
+    // Signature and length take 12 bytes, then come "IHDR", the sides, five bytes more and the checksum.
+    qToBigEndian(width, png.data() + 16);
+    qToBigEndian(height, png.data() + 20);
+    quint32 crc = 0xFFFFFFFF;
+    for (int i = 12; i < 29; ++i) {
+        crc ^= quint8(png[i]);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = crc >> 1 ^ (crc % 2 == 1 ? 0xEDB88320 : 0);
+    }
+    qToBigEndian(~crc, png.data() + 29);
+    return png;
 }

@@ -17,3 +17,6 @@ struct PngContent
 
 /// The file's bytes.
 QByteArray makePng(const PngContent& content);
+
+/// The PNG file with other sides in its header, and the header's checksum made anew.
+QByteArray pngWithSides(QByteArray png, quint32 width, quint32 height);
