@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <csetjmp>
 #include <cstring>
+#include <memory>
 
 namespace zor {
 
@@ -25,8 +26,12 @@ struct PngFile
 
     png_structp png = nullptr;
     png_infop info = nullptr;
-    std::vector<std::uint8_t> pixels;
-    std::vector<png_bytep> rows;
+    StoredSamples samples;
+    std::size_t sampleBytes = 0;
+    std::size_t lineBytes = 0;
+    /// One line, or all of an interlaced picture, whose lines are complete in the last pass only. The memory
+    /// is touched as it is decoded.
+    std::unique_ptr<std::uint8_t[]> lines;
 
     PngFile() = default;
     PngFile(const PngFile&) = delete;
@@ -69,9 +74,16 @@ bool readPixels(PngFile& file)
         return false;
     if (png_get_bit_depth(file.png, file.info) == 16)
         png_set_swap(file.png);
-    png_set_interlace_handling(file.png);
+    const int passes = png_set_interlace_handling(file.png);
     png_read_update_info(file.png, file.info);
-    png_read_image(file.png, file.rows.data());
+    for (int pass = 1; pass <= passes; ++pass) {
+        for (std::size_t y = 0; y < file.samples.height; ++y) {
+            std::uint8_t* line = file.lines.get() + (passes == 1 ? 0 : y * file.lineBytes);
+            png_read_row(file.png, line, nullptr);
+            if (pass == passes)
+                appendSamples(file.samples.values, line, file.samples.width, file.sampleBytes);
+        }
+    }
     png_read_end(file.png, nullptr);
     return true;
 }
@@ -117,31 +129,26 @@ StoredSamples readPng(const std::string& path, std::optional<std::uint32_t> aske
         failPng(path, file);
     checkFormat(path, file);
 
-    StoredSamples samples;
+    StoredSamples& samples = file.samples;
     samples.width = png_get_image_width(file.png, file.info);
     samples.height = png_get_image_height(file.png, file.info);
     const std::uint32_t bits = png_get_bit_depth(file.png, file.info);
-    const std::size_t lineBytes = std::size_t{samples.width} * bits / 8;
-    checkFrameSize(path, samples.width, samples.height, lineBytes);
-    checkFileHolds(path, file.bytes.size(), lineBytes * samples.height, DeflateInflation);
+    file.sampleBytes = bits / 8;
+    file.lineBytes = samples.width * file.sampleBytes;
+    checkFrameSize(path, samples.width, samples.height, file.lineBytes);
+    checkFileHolds(path, file.bytes.size(), file.lineBytes * samples.height, DeflateInflation);
 
-    file.pixels.resize(lineBytes * samples.height);
-    for (std::size_t y = 0; y < samples.height; ++y)
-        file.rows.push_back(file.pixels.data() + y * lineBytes);
+    const bool interlaced = png_get_interlace_type(file.png, file.info) != PNG_INTERLACE_NONE;
+    file.lines.reset(new std::uint8_t[interlaced ? file.lineBytes * samples.height : file.lineBytes]);
+    samples.values.reserve(std::size_t{samples.width} * samples.height);
     if (!readPixels(file))
         failPng(path, file);
 
-    if (bits == 8) {
-        samples.values.assign(file.pixels.begin(), file.pixels.end());
-    } else {
-        samples.values.resize(file.pixels.size() / 2);
-        std::memcpy(samples.values.data(), file.pixels.data(), file.pixels.size());
-    }
     png_color_8p significant = nullptr;
     const bool taken = asked && fitInto(samples.values, *asked);
     if (!taken && png_get_sBIT(file.png, file.info, &significant) != 0)
         applySignificantBits(samples, bits, significant->gray);
-    return samples;
+    return std::move(samples);
 }
 
 } // namespace zor

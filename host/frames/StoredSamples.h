@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -22,5 +23,9 @@ struct StoredSamples
     };
     std::optional<Told> told;
 };
+
+/// Appends stored samples of one byte, or of two in the machine's order.
+void appendSamples(std::vector<std::uint16_t>& values, const std::uint8_t* source, std::size_t count,
+                   std::size_t sampleBytes);
 
 } // namespace zor

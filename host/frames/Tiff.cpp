@@ -8,7 +8,6 @@
 #include "host/frames/TiffHandle.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace zor {
 
@@ -61,18 +60,6 @@ Layout readLayout(const std::string& path, const TiffHandle& tiff, std::optional
     return {width, height, bits / 8, inverted, inflation};
 }
 
-/// Appends samples of 8 or 16 bits, the latter in the machine's byte order.
-void append(std::vector<std::uint16_t>& values, const std::uint8_t* source, std::size_t count,
-            std::size_t sampleBytes)
-{
-    const std::size_t start = values.size();
-    values.resize(start + count);
-    if (sampleBytes == 1)
-        std::copy(source, source + count, values.begin() + static_cast<std::ptrdiff_t>(start));
-    else
-        std::memcpy(values.data() + start, source, count * sampleBytes);
-}
-
 /// Line after line: memory is touched with what the file really holds.
 void readStrips(const std::string& path, const TiffHandle& tiff, const Layout& layout,
                 std::vector<std::uint16_t>& values)
@@ -85,7 +72,7 @@ void readStrips(const std::string& path, const TiffHandle& tiff, const Layout& l
     for (std::uint32_t y = 0; y < layout.height; ++y) {
         if (TIFFReadScanline(tiff.get(), line.data(), y, 0) != 1 || tiff.madeUpSamples())
             failTiff(path, tiff.reason("row " + std::to_string(y) + " cannot be read"));
-        append(values, line.data(), layout.width, layout.sampleBytes);
+        appendSamples(values, line.data(), layout.width, layout.sampleBytes);
     }
 }
 
@@ -120,7 +107,7 @@ void readTiles(const std::string& path, const TiffHandle& tiff, const Layout& la
         const std::uint32_t lines = std::min(tileHeight, layout.height - top);
         for (std::uint32_t y = 0; y < lines; ++y) {
             for (std::size_t across = 0; across < tilesAcross; ++across)
-                append(values, tiles[across].data() + y * tileLine,
+                appendSamples(values, tiles[across].data() + y * tileLine,
                        std::min<std::size_t>(tileWidth, layout.width - across * tileWidth),
                        layout.sampleBytes);
         }

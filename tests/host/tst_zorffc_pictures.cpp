@@ -173,10 +173,16 @@ void tst_zorffc_pictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory_data()
     content.height = 2;
     content.samples = {1, 2, 3, 4};
     const QByteArray png = makePng(content);
+    content.interlaced = true;
+    const QByteArray interlaced = makePng(content);
     QTest::newRow("a PNG of the largest sides")
         << pngWithSides(png, 65535, 65535)
         << "its header asks for 4294836225 bytes of samples, which takes a "
            "file of at least 4161663 bytes; it has ";
+    QTest::newRow("a PNG that is filled up")
+        << pngWithSides(png, side, side) + QByteArray(1000000, '\0') << "the PNG data are broken (";
+    QTest::newRow("an interlaced PNG that is filled up")
+        << pngWithSides(interlaced, side, side) + QByteArray(1000000, '\0') << "the PNG data are broken (";
 }
 
 void tst_zorffc_pictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory()
