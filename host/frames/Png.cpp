@@ -64,6 +64,9 @@ bool readInfo(PngFile& file)
     if (setjmp(png_jmpbuf(file.png)) != 0)
         return false;
     png_set_read_fn(file.png, &file, onRead);
+    // Texts and colours hold no samples and can unfold to gigabytes. Each name comes with its zero.
+    constexpr png_byte unused[] = "tEXt\0zTXt\0iTXt\0iCCP\0sPLT";
+    png_set_keep_unknown_chunks(file.png, PNG_HANDLE_CHUNK_NEVER, unused, sizeof unused / 5);
     png_read_info(file.png, file.info);
     return true;
 }

@@ -181,6 +181,11 @@ void tst_zorffc_pictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory_data()
            "file of at least 4161663 bytes; it has ";
     QTest::newRow("a PNG that is filled up")
         << pngWithSides(png, side, side) + QByteArray(1000000, '\0') << "the PNG data are broken (";
+    const QByteArray text =
+        pngChunk("zTXt", QByteArray("text\0\0", 6) + qCompress(QByteArray(7900000, ' '), 9).mid(4));
+    QTest::newRow("a PNG with texts that unfold to 632 MB")
+        << pngWithChunks(png, text.repeated(80)).chopped(1)
+        << "the PNG data are broken (the file ends too early)";
     QTest::newRow("an interlaced PNG that is filled up")
         << pngWithSides(interlaced, side, side) + QByteArray(1000000, '\0') << "the PNG data are broken (";
 }

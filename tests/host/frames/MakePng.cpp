@@ -1,6 +1,7 @@
 #include "host/frames/MakePng.h"
 
 #include <png.h>
+#include <zlib.h>
 
 #include <QtEndian>
 
@@ -8,6 +9,9 @@
 #include <vector>
 
 namespace {
+
+/// The signature and the header's chunk.
+constexpr int HeaderEnd = 33;
 
 void append(png_structp png, png_bytep bytes, std::size_t count)
 {
@@ -72,15 +76,26 @@ QByteArray makePng(const PngContent& content)
 
 QByteArray pngWithSides(QByteArray png, quint32 width, quint32 height)
 {
-    // Signature and length take 12 bytes, then come "IHDR", the sides, five bytes more and the checksum.
-    qToBigEndian(width, png.data() + 16);
-    qToBigEndian(height, png.data() + 20);
-    quint32 crc = 0xFFFFFFFF;
-    for (int i = 12; i < 29; ++i) {
-        crc ^= quint8(png[i]);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = crc >> 1 ^ (crc % 2 == 1 ? 0xEDB88320 : 0);
-    }
-    qToBigEndian(~crc, png.data() + 29);
-    return png;
+    // Signature and length take 12 bytes, then come "IHDR", the sides and five bytes more.
+    QByteArray header = png.mid(16, 13);
+    qToBigEndian(width, header.data());
+    qToBigEndian(height, header.data() + 4);
+    return png.replace(8, HeaderEnd - 8, pngChunk("IHDR", header));
+}
+
+QByteArray pngChunk(const QByteArray& name, const QByteArray& data)
+{
+    QByteArray length(4, '\0');
+    qToBigEndian(quint32(data.size()), length.data());
+    QByteArray checksum(4, '\0');
+    const QByteArray checked = name + data;
+    qToBigEndian(
+        quint32(::crc32(0, reinterpret_cast<const Bytef*>(checked.constData()), uInt(checked.size()))),
+        checksum.data());
+    return length + checked + checksum;
+}
+
+QByteArray pngWithChunks(QByteArray png, const QByteArray& chunks)
+{
+    return png.insert(HeaderEnd, chunks);
 }

@@ -20,3 +20,9 @@ QByteArray makePng(const PngContent& content);
 
 /// The PNG file with other sides in its header, and the header's checksum made anew.
 QByteArray pngWithSides(QByteArray png, quint32 width, quint32 height);
+
+/// A chunk: length, name of four letters, data and checksum.
+QByteArray pngChunk(const QByteArray& name, const QByteArray& data);
+
+/// The PNG file with more chunks behind its header.
+QByteArray pngWithChunks(QByteArray png, const QByteArray& chunks);
