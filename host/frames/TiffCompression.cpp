@@ -29,7 +29,6 @@ Inflation tiffInflation(const std::string& path, std::uint16_t compression)
         return {2560};
     case COMPRESSION_ADOBE_DEFLATE:
     case COMPRESSION_DEFLATE:
-    case COMPRESSION_PIXARLOG:
         return DeflateInflation;
     case COMPRESSION_JPEG:
     case COMPRESSION_LERC:
@@ -42,7 +41,7 @@ Inflation tiffInflation(const std::string& path, std::uint16_t compression)
     }
     default:
         failFrame(path, "its compression " + compressionName(compression) +
-                            " is not for grey of 8 or 16 bits; save it uncompressed, or with LZW or Deflate");
+                            " is not read here; save it uncompressed, or with LZW or Deflate");
     }
 }
 

@@ -8,7 +8,7 @@
 namespace zor {
 
 /// How much a TIFF file with this compression holds at most. Throws FrameError for a compression that is not
-/// for grey samples of 8 or 16 bits.
+/// read: those of other pictures, PixarLog, which rounds to 11 bits, and JPEG's old way.
 Inflation tiffInflation(const std::string& path, std::uint16_t compression);
 
 } // namespace zor

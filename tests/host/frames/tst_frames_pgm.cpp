@@ -63,6 +63,8 @@ void TestFramesPgm::samplesAreExact_data()
     QTest::newRow("P2 without a last line end") << QByteArray("P2 2 1 9 0 9") << 2 << QList<int>{0, 9};
     QTest::newRow("P2 with comments and leading zeros")
         << QByteArray("P2 #x\n2 1 0255\n007# seven\n0255 # end") << 2 << QList<int>{7, 255};
+    QTest::newRow("P2 with numbers of ten digits")
+        << QByteArray("P2 2 1 0000000255 0000000007 0000000009") << 2 << QList<int>{7, 9};
 }
 
 void TestFramesPgm::samplesAreExact()
@@ -174,6 +176,7 @@ void TestFramesPgm::brokenFilesAreRefused_data()
     add("maxval 0", "P5\n1 1\n0\nA", "maxval 0 is not 1 to 65535");
     add("maxval 65536", "P5\n1 1\n65536\nAB", "maxval 65536 is not 1 to 65535");
     add("no white space behind the maxval", "P5\n1 1\n255A", "does not end with white space");
+    add("nothing behind the first white space", "P5\n", "before width, height and maxval are complete");
     add("no white space behind the first letters", "P51 1 255 A", "first two letters");
     add("a sample above the maxval", "P5\n2 2\n100\n\x01\x02\x03\x65",
         "the sample 101 at column 1, row 1 (from 0) is above the file's maxval 100; correct the maxval");

@@ -23,6 +23,8 @@ private slots:
     void otherKindsAreRefused_data();
     void otherKindsAreRefused();
     void aHostileSizeIsRefusedBeforeItIsRead();
+    void brokenDataHaveAReason_data();
+    void brokenDataHaveAReason();
     void everyTruncationIsAnError_data();
     void everyTruncationIsAnError();
     void everyFlippedByteIsAnErrorOrAFrame();
@@ -228,6 +230,39 @@ void TestFramesPng::aHostileSizeIsRefusedBeforeItIsRead()
     const QString text = m_files.error(bytes);
     QVERIFY2(text.contains("its header asks for 4294836225 bytes of samples") &&
                  text.contains(QString("it has %1").arg(bytes.size())),
+             qPrintable(text));
+}
+
+void TestFramesPng::brokenDataHaveAReason_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("says");
+    // The signature takes 8 bytes, the header's chunk 25.
+    const QByteArray whole = makePng(grey(8, {1, 2, 3, 4}, 2));
+    const int size = whole.size();
+    QTest::newRow("a header that is cut")
+        << whole.left(20) << "(the file ends too early); the file has 20 bytes, reading stopped at byte 16; ";
+    QByteArray header = whole;
+    header[30] = char(~header[30]);
+    QTest::newRow("a header with a wrong checksum")
+        << header
+        << QString("(IHDR: CRC error); the file has %1 bytes, reading stopped at byte 33; ").arg(size);
+    QTest::newRow("data that are cut")
+        << whole.left(45) << "(the file ends too early); the file has 45 bytes, reading stopped at byte 41; ";
+    QTest::newRow("an end that is cut")
+        << whole.chopped(1)
+        << QString("(the file ends too early); the file has %1 bytes, reading "
+                   "stopped at byte %2; ")
+               .arg(size - 1)
+               .arg(size - 4);
+}
+
+void TestFramesPng::brokenDataHaveAReason()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, says);
+    const QString text = m_files.error(bytes);
+    QVERIFY2(text.contains(": the PNG data are broken " + says + "write or copy the file again"),
              qPrintable(text));
 }
 

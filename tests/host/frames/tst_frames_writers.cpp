@@ -193,6 +193,8 @@ void TestFramesWriters::aTiffIsPlainGrey()
     QFETCH(Samples, samples);
     const QByteArray bytes = fileOf("TIFF", picture(depth, width, samples, padding));
     QVERIFY(bytes.startsWith(QByteArray("II*\0", 4)));
+    // PlanarConfiguration, which libtiff fills in by itself when it reads: one SHORT of 1.
+    QVERIFY(bytes.contains(QByteArray::fromHex("1C01 0300 01000000 0100")));
     TIFF* tiff = TIFFOpen(m_files.write(bytes).c_str(), "r");
     QVERIFY(tiff != nullptr);
     const auto tag = [tiff](ttag_t name) {
@@ -205,6 +207,11 @@ void TestFramesWriters::aTiffIsPlainGrey()
     QCOMPARE(tag(TIFFTAG_PHOTOMETRIC), PHOTOMETRIC_MINISBLACK);
     QCOMPARE(tag(TIFFTAG_COMPRESSION), COMPRESSION_NONE);
     QCOMPARE(tag(TIFFTAG_MAXSAMPLEVALUE), (1 << depth) - 1);
+    // Strips of 8 KiB at most, as TIFF recommends, and not a strip a line.
+    const quint32 lineBytes = width * (depth == 8 ? 1 : 2);
+    const quint32 perStrip = 8192 / lineBytes;
+    const quint32 lines = quint32(samples.size()) / width;
+    QCOMPARE(TIFFNumberOfStrips(tiff), (lines + perStrip - 1) / perStrip);
     Samples seen;
     std::vector<std::uint8_t> line(std::size_t(TIFFScanlineSize(tiff)));
     for (int y = 0; y < samples.size() / int(width); ++y) {
