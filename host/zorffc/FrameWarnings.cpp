@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace zor {
 
@@ -13,6 +14,13 @@ namespace {
 
 /// A few stuck pixels are normal; a larger share than this tells of the whole frame.
 constexpr double TolerableShare = 0.001;
+
+/// A quarter of the smallest step of a gain in a file of 8 fraction bits.
+constexpr double TolerableError = 0.001;
+
+/// The mean of a flat frame, as a share of full scale, from which on its gains are worth something. What a
+/// covered lens leaves is below: black levels lie up to 16 of 255.
+constexpr double DarkShare = 0.1;
 
 std::string counted(std::ptrdiff_t count, const std::string& noun)
 {
@@ -22,6 +30,17 @@ std::string counted(std::ptrdiff_t count, const std::string& noun)
 std::string percent(double share)
 {
     return fixedText(share * 100.0, 1) + " %";
+}
+
+double meanOf(const std::vector<double>& values)
+{
+    return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
+}
+
+/// Samples of 12 bits in words of 16 look dark, too, when nobody says what they are.
+std::string fewerBitsAdvice(std::int32_t depth)
+{
+    return depth == 16 ? ", or tell with --depth or --format that its samples have fewer than 16 bits" : "";
 }
 
 std::ptrdiff_t countDark(const std::vector<double>& means)
@@ -56,7 +75,16 @@ void addGainWarnings(std::vector<std::string>& warnings, const std::string& noun
 
 std::vector<std::string> frameWarnings(const ConstImageView& frame)
 {
+    const double mean = meanOf(columnMeans(frame));
+    if (mean == 0.0)
+        return {"the frame is black, so every value in the file is 0; uncover the lens and light the scene"};
+
     std::vector<std::string> warnings;
+    const double share = mean / saturationLimit(frame.depth);
+    if (share < DarkShare)
+        warnings.push_back("the frame is nearly dark: its mean of " + fixedText(mean, 1) + " is " +
+                           percent(share) + " of full scale; uncover the lens or give it more light, " +
+                           fixedText(DarkShare * 100.0, 0) + " % at least" + fewerBitsAdvice(frame.depth));
     const double saturated = saturatedShare(frame);
     if (saturated > TolerableShare)
         warnings.push_back(percent(saturated) +
@@ -77,6 +105,12 @@ std::vector<std::string> gainWarnings(const ConstImageView& frame, const FrameGa
     std::vector<std::string> warnings;
     addGainWarnings(warnings, "column", gains.columns, columnMeans(frame), fractionBits);
     addGainWarnings(warnings, "row", gains.rows, rowMeans(frame), fractionBits);
+    if (gains.rowError > TolerableError)
+        warnings.push_back("row gains are up to " + percent(gains.rowError) +
+                           " off, because values above half of 16 bits wrap in the working image; bring the "
+                           "frame to fewer bits with convert --depth " +
+                           std::to_string(frame.depth == 16 ? 12 : 10) +
+                           ", exact for left-aligned samples, or take it with less light");
     return warnings;
 }
 

@@ -11,11 +11,12 @@ namespace zor {
 
 /// Warnings are one line each, without a line end, and say what to do.
 
-/// What makes a frame a poor base for gains: saturated pixels, columns or rows without light.
+/// What makes a frame a poor base for gains: no light or next to none, saturated pixels, columns or rows
+/// without light.
 std::vector<std::string> frameWarnings(const ConstImageView& frame);
 
-/// Gains that are no finite number although the frame has light there, and gains that the file's 32-bit
-/// values cannot hold.
+/// Gains that are no finite number although the frame has light there, gains that the file's 32-bit values
+/// cannot hold, and row gains that are off because the working image wraps.
 std::vector<std::string> gainWarnings(const ConstImageView& frame, const FrameGains& gains,
                                       std::uint8_t fractionBits);
 

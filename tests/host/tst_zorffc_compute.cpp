@@ -31,6 +31,14 @@ QByteArray fileText(const QByteArray& columns, const QByteArray& rows)
            rows;
 }
 
+/// Samples of one value but for the first.
+std::vector<std::uint16_t> oneAmong(std::size_t count, std::uint16_t first, std::uint16_t others)
+{
+    std::vector<std::uint16_t> samples(count, others);
+    samples.front() = first;
+    return samples;
+}
+
 /// Column means 100 and 200, row means equal.
 QByteArray twoColumns()
 {
@@ -53,6 +61,7 @@ private slots:
     void summaryOfAFrameWithoutLight();
     void warnsOfAPoorFrame_data();
     void warnsOfAPoorFrame();
+    void theWayOutOfAWrappedFrameLeavesItFlat();
     void keepsALinkAndThePermissionsOfTheTarget();
     void needsNoScreen();
 
@@ -230,6 +239,52 @@ void tst_zorffc_compute::warnsOfAPoorFrame_data()
         << pgm(2, 2, 255, {255, 255, 190, 190}) << QStringList{"--mean"}
         << QStringList{"50.0 % of the pixels are saturated; take the frame with "
                        "less light or exposure"};
+    QTest::newRow("a black frame") << pgm(2, 2, 255, {0, 0, 0, 0}) << QStringList{}
+                                   << QStringList{"the frame is black, so every value in the file is 0; "
+                                                  "uncover the lens and light the scene"};
+    const QString dark =
+        "the frame is nearly dark: its mean of %1 is %2 % of full scale; uncover the lens or "
+        "give it more light, 10 % at least";
+    QTest::newRow("a lens cap over a black level of 16, 8 bits")
+        << pgm(2, 2, 255, {16, 16, 16, 16}) << QStringList{} << QStringList{dark.arg("16.0", "6.3")};
+    QTest::newRow("a lens cap over a black level of 16, 12 bits")
+        << pgm(2, 2, 4095, {15, 16, 16, 17}) << QStringList{} << QStringList{dark.arg("16.0", "0.4")};
+    QTest::newRow("just below a tenth of full scale")
+        << pgm(2, 2, 255, {25, 25, 26, 25}) << QStringList{} << QStringList{dark.arg("25.2", "9.9")};
+    QTest::newRow("a tenth of full scale")
+        << pgm(2, 2, 255, {25, 26, 26, 25}) << QStringList{} << QStringList{};
+    QTest::newRow("samples of 12 bits in a file of 16")
+        << pgm(2, 1, 65535, {3000, 3000}) << QStringList{}
+        << QStringList{dark.arg("3000.0", "4.6") +
+                       ", or tell with --depth or --format that its samples have fewer than 16 bits"};
+    QTest::newRow("the same with the depth told")
+        << pgm(2, 1, 65535, {3000, 3000}) << QStringList{"--depth", "12"} << QStringList{};
+
+    const QString wrong = "row gains are up to %1 % off, because values above half of 16 bits wrap in the "
+                          "working image; bring the frame to fewer bits with convert --depth %2, exact for "
+                          "left-aligned samples, or take it with less light";
+    // Code 336 for the second column. 40000 and 36000 read as -25536 and -29536 and become 32020 and 26770,
+    // not 52500 and 47250: row means 46010 and 33385, not 56250 and 43625.
+    QTest::newRow("16 bits above half of the scale") << pgm(2, 2, 65535, {60000, 40000, 40000, 36000})
+                                                     << QStringList{} << QStringList{wrong.arg("6.9", "12")};
+    QTest::newRow("16 bits whose products wrap: 30000 x 1.5 x 1.5 in the second column")
+        << pgm(2, 2, 65535, {32000, 30000, 30000, 2000}) << QStringList{"--normalize", "1.5"}
+        << QStringList{wrong.arg("38.7", "12"), "75.0 %" + limited.arg(65535)};
+    QTest::newRow("16 bits above half of the scale under gains of 1")
+        << pgm(2, 2, 65535, {60000, 60000, 50000, 50000}) << QStringList{} << QStringList{};
+    QTest::newRow("16 bits above half of the scale, wrapped alike in all rows")
+        << pgm(2, 2, 65535, {60000, 40000, 60000, 40000}) << QStringList{} << QStringList{};
+    QTest::newRow("16 bits with a stuck pixel, which becomes 65534 and not 65535")
+        << pgm(40, 40, 65535, oneAmong(40 * 40, 65535, 30000)) << QStringList{"--normalize", "1.2"}
+        << QStringList{};
+    QTest::newRow("12 bits: 4000 under a gain of 10 becomes 40000, not 4095")
+        << pgm(2, 10, 4095,
+               {4000, 4000, 4000, 0, 4000, 0, 4000, 0, 4000, 0, 4000, 0, 4000, 0, 4000, 0, 4000, 0, 4000, 0})
+        << QStringList{} << QStringList{wrong.arg("443.5", "10"), "50.0 %" + limited.arg(4095)};
+    QTest::newRow("12 bits at the limit, which the column gains leave alone")
+        << pgm(2, 2, 4095, {4095, 1000, 1000, 3000}) << QStringList{"--mean"}
+        << QStringList{"25.0 % of the pixels are saturated; take the frame with less light or exposure"};
+
     QTest::newRow("a black column") << pgm(2, 1, 255, {0, 90}) << QStringList{}
                                     << QStringList{
                                            "1 column without light, where no gain helps; light the whole "
@@ -273,6 +328,25 @@ void tst_zorffc_compute::warnsOfAPoorFrame()
         lines += "zorffc: warning: f.pgm: " + warning + "\n";
     QCOMPARE(run.err, lines);
     QCOMPARE(run.exitCode, 0);
+}
+
+void tst_zorffc_compute::theWayOutOfAWrappedFrameLeavesItFlat()
+{
+    QCOMPARE(
+        runZorffc(m_folder->path(), {"simulate", "-o", "f.pgm", "--depth", "16", "--level", "90"}).exitCode,
+        0);
+    QCOMPARE(runZorffc(m_folder->path(), {"convert", "f.pgm", "12.pgm", "--depth", "12"}).exitCode, 0);
+    const auto rowsAfter = [](const ZorffcRun& run) {
+        const QRegularExpression figures("row means +[0-9.]+ % +([0-9.]+) %\n");
+        return figures.match(run.out).captured(1).toDouble();
+    };
+    const QStringList rest = QStringList{"--output", "f.ffc", "--precision", "12"} + Header;
+    const ZorffcRun wrapped = compute(QStringList{"f.pgm"} + rest);
+    QVERIFY2(wrapped.err.contains("wrap in the working image"), qPrintable(wrapped.told()));
+    QVERIFY2(rowsAfter(wrapped) > 0.1, qPrintable(wrapped.told()));
+    const ZorffcRun fewer = compute(QStringList{"12.pgm"} + rest);
+    QVERIFY2(fewer.err.isEmpty(), qPrintable(fewer.told()));
+    QVERIFY2(fewer.exitCode == 0 && rowsAfter(fewer) < 0.02, qPrintable(fewer.told()));
 }
 
 void tst_zorffc_compute::keepsALinkAndThePermissionsOfTheTarget()
