@@ -9,7 +9,6 @@
 #include "host/zorffc/Options.h"
 #include "host/zorffc/Summary.h"
 
-#include <limits>
 #include <memory>
 
 namespace zor {
@@ -76,10 +75,10 @@ void addComputeCommand(CLI::App& app)
         ->type_name("FILE");
     addPrecision(*command, arguments->precision);
 
-    constexpr double largest = std::numeric_limits<double>::max();
     CLI::Option* normalize =
-        addReal(*command, "--normalize", arguments->normalize, -largest, largest,
-                "Aim at this multiple of the brightest column's and row's mean (default 1)");
+        addFactor(*command, "--normalize", arguments->normalize,
+                  "Aim at V times the mean of the brightest column, then of the brightest row, so at V * V "
+                  "times the level (default 1)");
     addFlag(*command, "--mean", arguments->mean, "Aim at the mean of the column and row means")
         ->excludes(normalize);
     command->callback([arguments] { compute(*arguments); });

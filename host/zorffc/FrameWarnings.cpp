@@ -122,7 +122,8 @@ std::vector<std::string> limitWarnings(const ConstImageView& frame, const ConstI
     return {percent(limited) + " of the pixels are limited to " +
             std::to_string(saturationLimit(frame.depth)) +
             " by the correction, which hides what is left of the pattern; aim lower with compute --normalize "
-            "or take the frame with less light"};
+            "V, which acts on columns and on rows, so as V * V on the level, or take the frame with less "
+            "light"};
 }
 
 } // namespace zor

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <functional>
 
 namespace zor {
 
@@ -13,12 +13,18 @@ std::string shortest(double value)
     return value == std::floor(value) && std::abs(value) < 1e15 ? fixedText(value, 0) : fixedText(value, 2);
 }
 
-std::string realRange(double least, double most)
+/// An option with a number that `fits`; `kind` tells which do.
+CLI::Option* addNumber(CLI::App& app, const std::string& name, double& target,
+                       const std::function<bool(double)>& fits, const std::string& kind,
+                       const std::string& help, const std::string& typeName)
 {
-    const bool open =
-        least <= std::numeric_limits<double>::lowest() || most >= std::numeric_limits<double>::max();
-    return open ? "a finite number with a decimal point"
-                : "a number from " + shortest(least) + " to " + shortest(most);
+    const auto store = [&target, name, fits, kind](const std::string& text) {
+        const std::optional<double> value = parseReal(text);
+        if (!value || !fits(*value))
+            throw CLI::ValidationError(name, "\"" + text + "\" does not fit; give a number " + kind);
+        target = *value;
+    };
+    return app.add_option_function<std::string>(name, store, help)->type_name(typeName);
 }
 
 } // namespace
@@ -26,13 +32,16 @@ std::string realRange(double least, double most)
 CLI::Option* addReal(CLI::App& app, const std::string& name, double& target, double least, double most,
                      const std::string& help)
 {
-    const auto store = [&target, name, least, most](const std::string& text) {
-        const std::optional<double> value = parseReal(text);
-        if (!value || *value < least || *value > most)
-            throw CLI::ValidationError(name, "\"" + text + "\" does not fit; give " + realRange(least, most));
-        target = *value;
-    };
-    return app.add_option_function<std::string>(name, store, help)->type_name("NUMBER");
+    return addNumber(
+        app, name, target, [least, most](double value) { return value >= least && value <= most; },
+        "from " + shortest(least) + " to " + shortest(most), help, "NUMBER");
+}
+
+CLI::Option* addFactor(CLI::App& app, const std::string& name, double& target, const std::string& help)
+{
+    return addNumber(
+        app, name, target, [](double value) { return value > 0.0; }, "above 0, with a decimal point", help,
+        "V");
 }
 
 CLI::Option* addWhole(CLI::App& app, const std::string& name, std::optional<std::uint64_t>& target,

@@ -17,6 +17,9 @@ namespace zor {
 CLI::Option* addReal(CLI::App& app, const std::string& name, double& target, double least, double most,
                      const std::string& help);
 
+/// A finite number above 0, "V" in the help.
+CLI::Option* addFactor(CLI::App& app, const std::string& name, double& target, const std::string& help);
+
 CLI::Option* addWhole(CLI::App& app, const std::string& name, std::optional<std::uint64_t>& target,
                       const std::string& help);
 

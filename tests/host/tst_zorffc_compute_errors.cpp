@@ -109,6 +109,16 @@ void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget_data()
     QTest::newRow("an infinite target") << good + QStringList{"--normalize", "inf"} << "--normalize";
     QTest::newRow("a target beyond all numbers")
         << good + QStringList{"--normalize", "1e999"} << "--normalize";
+    const QString above0 = "\" does not fit; give a number above 0, with a decimal point";
+    QTest::newRow("a target of 0") << good + QStringList{"--normalize", "0"} << "--normalize: \"0" + above0;
+    QTest::newRow("a target of minus 0")
+        << good + QStringList{"--normalize=-0.0"} << "--normalize: \"-0.0" + above0;
+    QTest::newRow("a negative target")
+        << good + QStringList{"--normalize=-1.5"} << "--normalize: \"-1.5" + above0;
+    QTest::newRow("a negative target as a word of its own")
+        << good + QStringList{"--normalize", "-1.5"} << "--normalize: \"-1.5" + above0;
+    QTest::newRow("a target below all numbers")
+        << good + QStringList{"--normalize", "1e-999"} << "--normalize: \"1e-999" + above0;
     QTest::newRow("an empty target") << good + QStringList{"--normalize", ""} << "--normalize";
     QTest::newRow("a number for a switch") << good + QStringList{"--mean=5"} << "--mean: takes no value";
     QTest::newRow("a switch that is switched off")

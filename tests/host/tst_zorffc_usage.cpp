@@ -26,6 +26,11 @@ void tst_zorffc_usage::helpAndVersionEndWell_data()
     QTest::newRow("short help") << QStringList{"-h"} << "report";
     QTest::newRow("version") << QStringList{"--version"} << "zorffc ";
     QTest::newRow("help of compute") << QStringList{"compute", "--help"} << "--precision";
+    QTest::newRow("help of compute tells what the target does")
+        << QStringList{"compute", "--help"}
+        << "Aim at V times the mean of the brightest column, then of the brightest row, so at V * V times "
+           "the "
+           "level (default 1)";
     QTest::newRow("help of simulate") << QStringList{"simulate", "--help"} << "--vignetting";
     QTest::newRow("help of convert") << QStringList{"convert", "--help"} << "--packed-order";
     QTest::newRow("help of simulate names formats") << QStringList{"simulate", "--help"} << "--format NAME";
