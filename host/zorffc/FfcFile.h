@@ -29,8 +29,8 @@ struct FfcFile
     std::vector<std::int32_t> rows;
 };
 
-/// Reads the text of a coefficient file. Lines that begin with two dashes and empty lines are skipped, line
-/// ends may be those of another platform. Throws CommandError with `name` and the line's number.
+/// Reads the text of a coefficient file. Lines that begin with two dashes and empty lines are skipped. Every
+/// line ends in a line feed, with or without a carriage return before it. Throws CommandError with `name` and the line's number.
 FfcFile parseFfcText(const std::string& name, const std::string& text);
 
 /// Reads a coefficient file. Throws CommandError or FrameError, the latter when there is no regular file.

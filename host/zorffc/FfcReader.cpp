@@ -25,11 +25,14 @@ public:
     {
         while (!text.empty()) {
             const std::size_t end = text.find('\n');
+            ++m_line;
+            // The last line, too, has an end: without it nobody can tell 27 from the beginning of 273.
+            if (end == std::string_view::npos)
+                fail("the line has no end, so the file may be cut short");
             std::string_view line = text.substr(0, end);
-            text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+            text.remove_prefix(end + 1);
             if (!line.empty() && line.back() == '\r')
                 line.remove_suffix(1);
-            ++m_line;
             if (!line.empty() && line.substr(0, 2) != "--")
                 take(line);
         }

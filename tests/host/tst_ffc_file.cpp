@@ -136,7 +136,7 @@ void tst_ffc_file::readsOtherLineEnds()
 {
     const FfcFile file =
         parseFfcText("f", ":Header,\r\nT,\r\nC,\r\ndate 1/02/26,\r\n\r\n:Table,\r\n1,-2147483648\r\n"
-                          ":FFC_Y start,\r\n-- rows\r\n1,2147483647");
+                          ":FFC_Y start,\r\n-- rows\r\n1,2147483647\r\n");
     QCOMPARE(file.camera, std::string("C"));
     QCOMPARE(file.columns, (std::vector<std::int32_t>{-2147483647 - 1}));
     QCOMPARE(file.rows, (std::vector<std::int32_t>{2147483647}));
@@ -185,6 +185,17 @@ void tst_ffc_file::refusesBadText_data()
                                        << "f: line 6: no entry";
     QTest::newRow("numbers from 0") << header + ":Table,\n0,256\n"
                                     << "entry 0 where entry 1 belongs";
+    QTest::newRow("a last row without its end")
+        << header + ":Table,\n1,256\n:FFC_Y start,\n1,256\n2,27"
+        << "f: line 9: the line has no end, so the file may be cut short";
+    QTest::newRow("a last row with half of its end") << header + ":Table,\r\n1,256\r\n:FFC_Y start,\r\n1,27\r"
+                                                     << "f: line 8: the line has no end";
+    QTest::newRow("a last comment without its end") << header + ":Table,\n1,256\n:FFC_Y start,\n1,256\n--"
+                                                    << "f: line 9: the line has no end";
+    QTest::newRow("rows that begin at 2") << header + ":Table,\n1,256\n:FFC_Y start,\n2,256\n"
+                                          << "f: line 8: entry 2 where entry 1";
+    QTest::newRow("a number twice") << header + ":Table,\n1,256\n1,256\n"
+                                    << "f: line 7: entry 1 where entry 2";
     QTest::newRow("a number left out") << header + ":Table,\n1,256\n3,256\n"
                                        << "f: line 7: entry 3 where entry 2";
 }

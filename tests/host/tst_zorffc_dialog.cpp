@@ -86,6 +86,7 @@ private slots:
     void initTestCase();
     void tablesAreThoseOfTheDialog_data();
     void tablesAreThoseOfTheDialog();
+    void theDialogsFileIsRead();
 
 private:
     /// The file that the dialog saves after an update with the given settings.
@@ -164,6 +165,16 @@ void tst_zorffc_dialog::tablesAreThoseOfTheDialog()
     QCOMPARE(expected.count('\n'), 4 + frame.width + frame.height);
     const QByteArray wrong = difference(tables(readFile(m_folder.filePath("f.ffc"))), expected);
     QVERIFY2(wrong.isEmpty(), wrong.constData());
+}
+
+void tst_zorffc_dialog::theDialogsFileIsRead()
+{
+    const TestFrame pixels = makeFrame({12, 64, 48, "vignette"});
+    writeFile(m_folder.filePath("f.pgm"), pgmOf(pixels));
+    writeFile(m_folder.filePath("f.ffc"), save(pixels, "1", 12));
+    const ZorffcRun run =
+        runZorffc(m_folder.path(), {"report", "f.pgm", "--ffc", "f.ffc", "--precision", "12", "-o", "f.png"});
+    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.told()));
 }
 
 QTEST_MAIN(tst_zorffc_dialog)

@@ -56,6 +56,7 @@ private slots:
     void anEvenFrameIsDrawnInGrey();
     void warnsOfLimitedPixels();
     void warningsWaitForTheEnd();
+    void readsFilesWithOtherLineEnds();
     void warnsOfAnotherPrecision_data();
     void warnsOfAnotherPrecision();
     void refusesBadFiles_data();
@@ -236,6 +237,20 @@ void tst_zorffc_report::warningsWaitForTheEnd()
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
 
+void tst_zorffc_report::readsFilesWithOtherLineEnds()
+{
+    writeFile(path("f.pgm"), pgm(2, 1, 255, {100, 200}));
+    QCOMPARE(run({"compute", "f.pgm", "--title", "T", "--camera", "C", "-o", "f.ffc"}).exitCode, 0);
+    writeFile(path("dos.ffc"), readFile(path("f.ffc")).replace("\n", "\r\n"));
+    for (const char* name : {"f", "dos"}) {
+        const QString file(name);
+        const ZorffcRun report = run({"report", "f.pgm", "--ffc", file + ".ffc", "-o", file + ".png"});
+        QVERIFY2(report.exitCode == 0 && report.err.isEmpty(), qPrintable(report.told()));
+        QVERIFY2(report.out.contains("  column means      33.3333 %    0.0000 %\n"),
+                 qPrintable(report.told()));
+    }
+}
+
 void tst_zorffc_report::warnsOfAnotherPrecision_data()
 {
     QTest::addColumn<QString>("written");
@@ -301,6 +316,13 @@ void tst_zorffc_report::refusesBadFiles_data()
         << "f.jpg: the name does not tell the file's kind";
     QTest::newRow("a missing folder")
         << good << QStringList{"f.pgm", "--ffc", "f.ffc", "-o", "absent/f.png"} << "absent/f.png";
+    QTest::newRow("a file that is cut inside its last number")
+        << good.chopped(2) << usual
+        << "f.ffc: line 9: the line has no end, so the file may be cut short; use a file that was written by";
+    QTest::newRow("a file that is cut before its last line end")
+        << good.chopped(1) << usual << "f.ffc: line 9: the line has no end";
+    QTest::newRow("a file that is cut behind its last line but one")
+        << good.chopped(6) << usual << "f.ffc: has a table without entries";
     QTest::newRow("too few columns") << Header + ":Table,\n1,256\n:FFC_Y start,\n1,256\n"
                                      << usual << "holds 1 column entries where f.pgm needs 2";
     QTest::newRow("too many rows") << good + "2,256\n" << usual << "holds 2 row entries where f.pgm needs 1";
