@@ -2,12 +2,14 @@
 
 #include "host/zorffc/Commands.h"
 #include "host/zorffc/OneLine.h"
+#include "host/zorffc/StandardStreams.h"
 
 #include <CLI/CLI.hpp>
 
 #include <exception>
 #include <iostream>
 #include <new>
+#include <sstream>
 #include <string>
 
 namespace zor {
@@ -36,13 +38,15 @@ int parse(CLI::App& app, int argc, char** argv)
             return reportError(
                 "no command; name one: compute, report, convert, formats or simulate; see zorffc --help");
     } catch (const CLI::Success& success) {
-        // Help and version: the parser prints what was asked for.
-        app.exit(success);
+        // Help and version: the parser has what was asked for.
+        std::ostringstream text;
+        app.exit(success, text);
+        if (tell(text.str()) == Delivery::Failed)
+            return reportError("standard output cannot be written");
     } catch (const CLI::ParseError& error) {
         return reportError(std::string(error.what()) + "; see " + commandName(app) + " --help");
     }
-    std::cout.flush();
-    return std::cout ? ExitDone : reportError("standard output cannot be written");
+    return ExitDone;
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "host/zorffc/FfcFile.h"
 #include "host/zorffc/FrameArguments.h"
 #include "host/zorffc/FrameWarnings.h"
+#include "host/zorffc/OneLine.h"
 #include "host/zorffc/Options.h"
 #include "host/zorffc/Summary.h"
 
@@ -51,9 +52,9 @@ void compute(const ComputeArguments& arguments)
     printSummary(frameSummary(frame, mono) + "Column gain      " + gainRange(gains.columns) + "\n" +
                  "Row gain         " + gainRange(gains.rows) + "\n" +
                  nonUniformitySummary(nonUniformity(mono.view()), nonUniformity(corrected.view())) +
-                 "File             " + arguments.output + ": " + std::to_string(gains.columns.size()) +
-                 " column and " + std::to_string(gains.rows.size()) + " row entries with " +
-                 std::to_string(arguments.precision) + " fraction bits\n");
+                 "File             " + oneLine(arguments.output) + ": " +
+                 std::to_string(gains.columns.size()) + " column and " + std::to_string(gains.rows.size()) +
+                 " row entries with " + std::to_string(arguments.precision) + " fraction bits\n");
     output.commit();
     printWarnings(arguments.frame.path, frameWarnings(mono.view()));
     printWarnings(arguments.frame.path, gainWarnings(mono.view(), gains, fractionBits));

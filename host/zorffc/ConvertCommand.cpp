@@ -6,6 +6,7 @@
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/CommandError.h"
 #include "host/zorffc/FrameArguments.h"
+#include "host/zorffc/OneLine.h"
 #include "host/zorffc/Options.h"
 #include "host/zorffc/Summary.h"
 
@@ -47,7 +48,7 @@ void convert(const ConvertArguments& arguments)
         convertFrame(arguments.frame, frame,
                      arguments.depth == 0 ? std::nullopt : std::optional<std::uint32_t>(arguments.depth));
     output.write(pictureBytes(arguments.output, ending, mono.record()));
-    printSummary(frameSummary(frame, mono) + "Picture          " + arguments.output + "\n");
+    printSummary(frameSummary(frame, mono) + "Picture          " + oneLine(arguments.output) + "\n");
     output.commit();
 }
 

@@ -2,16 +2,15 @@
 
 #include "host/quality/MonoFrame.h"
 #include "host/zorffc/CommandError.h"
+#include "host/zorffc/StandardStreams.h"
 #include "image/MonoTarget.h"
 #include "image/ZorPixelTypeTable.h"
 
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <csignal>
 #include <cstdlib>
 #include <iomanip>
-#include <iostream>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -113,10 +112,9 @@ void printFormats(const std::string& part)
     if (!found)
         throw CommandError("TEXT: no pixel format has '" + part +
                            "' in its name or family; leave it out to see all");
-    // No file depends on the table being read: a reader that has seen enough, as `head` has, ends the command
-    // without a word.
-    std::signal(SIGPIPE, SIG_DFL);
-    std::cout << table.str();
+    // No file depends on the table being read, so a reader may leave before its end.
+    if (tell(table.str()) == Delivery::Failed)
+        throw CommandError("standard output cannot be written");
 }
 
 } // namespace

@@ -139,7 +139,7 @@ void report(const ReportArguments& arguments)
     output.write({png.constData(), static_cast<std::size_t>(png.size())});
     printSummary(frameSummary(frame, mono) +
                  nonUniformitySummary(nonUniformity(mono.view()), nonUniformity(corrected.view())) +
-                 "Picture          " + arguments.output + "\n");
+                 "Picture          " + oneLine(arguments.output) + "\n");
     output.commit();
     printWarnings(arguments.ffc, precisionWarnings(arguments, ffc.columns));
     printWarnings(arguments.frame.path, limitWarnings(mono.view(), corrected.view()));

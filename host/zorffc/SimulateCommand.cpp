@@ -6,6 +6,7 @@
 #include "host/frames/encode/EncodeScene.h"
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/CommandError.h"
+#include "host/zorffc/OneLine.h"
 #include "host/zorffc/Options.h"
 #include "host/zorffc/SensorModel.h"
 #include "host/zorffc/Summary.h"
@@ -89,7 +90,7 @@ void simulate(const SimulateArguments& arguments)
                  " pixels, " + std::to_string(model.depth) + " bits\n" + "Sensor           full well " +
                  fixedText(model.fullWell, 0) + " e-, system gain " + significantText(model.systemGain(), 5) +
                  " DN/e-, seed " + std::to_string(model.seed) + "\n" + "File             " +
-                 arguments.output + readingOptions(arguments) + "\n");
+                 oneLine(arguments.output) + readingOptions(arguments) + "\n");
     output.commit();
 }
 

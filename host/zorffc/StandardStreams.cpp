@@ -1,5 +1,6 @@
 #include "host/zorffc/StandardStreams.h"
 
+#include <cerrno>
 #include <initializer_list>
 
 #include <fcntl.h>
@@ -14,6 +15,18 @@ void holdStandardStreams()
         if (::fcntl(stream, F_GETFD) == -1)
             static_cast<void>(::open("/dev/null", O_RDONLY));
     }
+}
+
+Delivery tell(std::string_view text)
+{
+    while (!text.empty()) {
+        const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
+        if (written >= 0)
+            text.remove_prefix(static_cast<std::size_t>(written));
+        else if (errno != EINTR)
+            return errno == EPIPE ? Delivery::ReaderGone : Delivery::Failed;
+    }
+    return Delivery::Whole;
 }
 
 } // namespace zor

@@ -3,6 +3,7 @@
 #include "host/zorffc/CommandError.h"
 #include "host/zorffc/Numbers.h"
 #include "host/zorffc/OneLine.h"
+#include "host/zorffc/StandardStreams.h"
 
 #include <algorithm>
 #include <cmath>
@@ -62,8 +63,7 @@ std::string nonUniformitySummary(const NonUniformity& before, const NonUniformit
 
 void printSummary(const std::string& text)
 {
-    std::cout << text << std::flush;
-    if (!std::cout)
+    if (tell(text) != Delivery::Whole)
         throw CommandError("standard output: the summary cannot be written; nothing was saved");
 }
 

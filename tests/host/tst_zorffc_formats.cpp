@@ -18,7 +18,6 @@ private slots:
     void wrongUseIsTold_data();
     void wrongUseIsTold();
     void aTableThatCannotBeToldIsAnError();
-    void aReaderThatHasSeenEnoughIsNoError();
 
 private:
     ZorffcRun formats(const QStringList& arguments = {}) const
@@ -148,16 +147,6 @@ void tst_zorffc_formats::aTableThatCannotBeToldIsAnError()
     const ZorffcRun run = runShell(m_folder.path(), "exec \"$@\" >/dev/full", {"formats"});
     QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
     QVERIFY2(run.err.contains("standard output cannot be written"), qPrintable(run.told()));
-}
-
-void tst_zorffc_formats::aReaderThatHasSeenEnoughIsNoError()
-{
-    // The reader is gone before the table comes.
-    const ZorffcRun run =
-        runShell(m_folder.path(), "{ sleep 0.3; \"$@\"; echo $? >&3; } 3>code | true", {"formats"});
-    QVERIFY2(run.err.isEmpty(), qPrintable(run.told()));
-    // 128 and the number of the signal.
-    QCOMPARE(readFile(m_folder.filePath("code")).trimmed(), QByteArray("141"));
 }
 
 QTEST_GUILESS_MAIN(tst_zorffc_formats)

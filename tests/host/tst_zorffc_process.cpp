@@ -49,6 +49,20 @@ private:
     int m_ends[2];
 };
 
+/// A run whose output nobody reads any more.
+class UnreadRun : public QProcess
+{
+protected:
+    void setupChildProcess() override
+    {
+        int ends[2];
+        if (::pipe(ends) != 0)
+            ::_exit(1);
+        ::close(ends[0]);
+        ::dup2(ends[1], STDOUT_FILENO);
+    }
+};
+
 /// A run that waits when it comes to tell its summary. It may be started with a signal ignored.
 class WaitingRun : public QProcess
 {
@@ -83,6 +97,8 @@ private slots:
     void init();
     void aClosedStreamDoesNotEndInTheFile_data();
     void aClosedStreamDoesNotEndInTheFile();
+    void aReaderThatHasSeenEnoughIsNoError_data();
+    void aReaderThatHasSeenEnoughIsNoError();
     void aSignalLeavesNoTemporaryFile_data();
     void aSignalLeavesNoTemporaryFile();
     void anIgnoredSignalStaysIgnored();
@@ -125,6 +141,31 @@ void tst_zorffc_process::aClosedStreamDoesNotEndInTheFile()
     const ZorffcRun run = runShell(m_folder->path(), line, Compute);
     QVERIFY2(run.exitCode == exitCode, qPrintable(run.told()));
     QCOMPARE(readFile(path("f.ffc")), expected);
+    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
+}
+
+void tst_zorffc_process::aReaderThatHasSeenEnoughIsNoError_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::newRow("the table of formats") << QStringList{"formats"} << 0;
+    QTest::newRow("help") << QStringList{"compute", "--help"} << 0;
+    QTest::newRow("version") << QStringList{"--version"} << 0;
+    QTest::newRow("a summary without which no file is written") << Compute << 2;
+}
+
+void tst_zorffc_process::aReaderThatHasSeenEnoughIsNoError()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(int, exitCode);
+    UnreadRun run;
+    run.setWorkingDirectory(m_folder->path());
+    run.start(ZORFFC_PROGRAM, arguments);
+    QVERIFY(run.waitForFinished(60000));
+    const QByteArray told = run.readAllStandardError();
+    QVERIFY2(run.exitStatus() == QProcess::NormalExit && run.exitCode() == exitCode, told.constData());
+    QVERIFY2(told.isEmpty() == (exitCode == 0), told.constData());
+    QCOMPARE(readFile(path("f.ffc")), QByteArray("what was there"));
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
 
