@@ -4,9 +4,7 @@
 
 #include <cerrno>
 #include <cstring>
-#include <utility>
 
-#include <fcntl.h>
 #include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -32,36 +30,12 @@ fs::path behindLinks(fs::path path)
     return path;
 }
 
-/// Makes a new file in the folder, guarded from its first moment; -1 with errno set when that fails.
-int createTemporary(const fs::path& folder, fs::path& name, std::optional<RemoveOnSignal>& guard)
-{
-    constexpr int attempts = 1000;
-    for (int i = 0; i < attempts; ++i) {
-        name = folder / (".zorffc-" + std::to_string(::getpid()) + "-" + std::to_string(i) + ".tmp");
-        if (::faccessat(AT_FDCWD, name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0)
-            continue;
-        guard.emplace(name);
-        const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (descriptor >= 0)
-            return descriptor;
-        const int error = errno;
-        guard.reset();
-        errno = error;
-        if (error != EEXIST)
-            return -1;
-    }
-    return -1;
-}
-
 } // namespace
 
 AtomicFile::AtomicFile(const std::string& path)
     : m_name(path)
     , m_target(behindLinks(path))
 {
-    if (path.empty())
-        throw CommandError("the output has no name; give --output a file name");
-
     std::error_code error;
     if (fs::is_symlink(fs::symlink_status(m_target, error)))
         fail("is a link that leads to itself; remove it or give another file name");
@@ -84,38 +58,30 @@ AtomicFile::AtomicFile(const std::string& path)
              "); choose another folder");
     if (!fs::is_directory(folder))
         fail("cannot be written: there is no folder " + m_folder.string() + "; make it first");
-    if (m_target.filename().empty())
-        fail("names no file; give a file name");
     if (exists)
-        m_permissions = existing.st_mode & 07777;
-}
-
-AtomicFile::~AtomicFile()
-{
-    if (m_descriptor >= 0)
-        ::close(m_descriptor);
-    if (!m_temporary.empty())
-        ::unlink(m_temporary.c_str());
+        m_existing = existing;
 }
 
 void AtomicFile::open()
 {
-    m_descriptor = createTemporary(m_folder, m_temporary, m_guard);
-    if (m_descriptor < 0) {
-        const int error = errno;
-        m_temporary.clear();
-        fail("cannot be written: " + std::string(std::strerror(error)) + "; choose another folder");
-    }
-    if (m_permissions)
-        // The new file stands in for the old one, so it is as open to others as that was.
-        static_cast<void>(::fchmod(m_descriptor, *m_permissions));
+    m_file.emplace(m_folder);
+    if (m_file->descriptor() < 0)
+        fail("cannot be written: " + std::string(std::strerror(errno)) + "; choose another folder");
+    if (!m_existing)
+        return;
+    // The new file stands in for the old one, so it belongs to the same user and group, as far as this
+    // process may give files away, and is as open to others as that was.
+    constexpr auto unchanged = static_cast<uid_t>(-1);
+    static_cast<void>(::fchown(m_file->descriptor(), unchanged, m_existing->st_gid));
+    static_cast<void>(::fchown(m_file->descriptor(), m_existing->st_uid, unchanged));
+    static_cast<void>(::fchmod(m_file->descriptor(), m_existing->st_mode & 07777));
 }
 
 void AtomicFile::write(std::string_view bytes)
 {
     open();
     while (!bytes.empty()) {
-        const ssize_t written = ::write(m_descriptor, bytes.data(), bytes.size());
+        const ssize_t written = ::write(m_file->descriptor(), bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR)
             continue;
         if (written < 0)
@@ -129,16 +95,11 @@ void AtomicFile::commit()
 {
     // The content has to be on the disk before its name is, or a power cut could leave an empty target.
     // File systems that cannot sync answer EINVAL or ENOTSUP, and then there is nothing to wait for.
-    const bool synced = ::fsync(m_descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
-    const int syncError = errno;
-    const bool closed = ::close(std::exchange(m_descriptor, -1)) == 0;
-    if (!synced || !closed)
-        fail("cannot be written: " + std::string(std::strerror(synced ? errno : syncError)) +
+    if (::fsync(m_file->descriptor()) != 0 && errno != EINVAL && errno != ENOTSUP)
+        fail("cannot be written: " + std::string(std::strerror(errno)) +
              "; make room or choose another folder");
-    if (::rename(m_temporary.c_str(), m_target.c_str()) != 0)
+    if (!m_file->replace(m_target))
         fail("cannot be replaced: " + std::string(std::strerror(errno)) + "; choose another file name");
-    m_temporary.clear();
-    m_guard.reset();
 }
 
 void AtomicFile::fail(const std::string& problem) const
@@ -163,8 +124,9 @@ std::string requireEnding(const std::string& output, const std::vector<std::stri
             return ending;
         list += (list.empty() ? "" : &ending == &endings.back() ? " or " : ", ") + ending;
     }
-    throw CommandError(output + ": the name does not tell the file's kind; give " + option +
-                       " a name that ends in " + list);
+    throw CommandError((output.empty() ? option : output) +
+                       ": the name does not tell the file's kind; give " + option + " a name that ends in " +
+                       list);
 }
 
 } // namespace zor

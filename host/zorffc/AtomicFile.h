@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/zorffc/RemoveOnSignal.h"
+#include "host/zorffc/TemporaryFile.h"
 
 #include <filesystem>
 #include <optional>
@@ -8,14 +8,15 @@
 #include <string_view>
 #include <vector>
 
-#include <sys/types.h>
+#include <sys/stat.h>
 
 namespace zor {
 
 /// A file that appears whole or not at all. The content goes into a temporary file in the target's folder,
-/// commit() renames it over the target; without commit() the temporary file is removed, also when a signal
-/// ends the process, and the target is as it was. A symbolic link stays and the file that it points to is
-/// replaced; an existing target's permissions are kept. Everything throws CommandError.
+/// commit() renames it over the target; without commit() the temporary file is gone, also when a signal ends
+/// the process, and the target is as it was. A symbolic link stays and the file that it points to is
+/// replaced. An existing target's permissions are kept, and its owner and group where the process may do so.
+/// Everything throws CommandError.
 class AtomicFile
 {
 public:
@@ -24,7 +25,6 @@ public:
     explicit AtomicFile(const std::string& path);
     AtomicFile(const AtomicFile&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
-    ~AtomicFile();
 
     /// Writes the whole content to the temporary file. To be called once, before commit().
     void write(std::string_view bytes);
@@ -34,13 +34,11 @@ private:
     void open();
     [[noreturn]] void fail(const std::string& problem) const;
 
-    std::string m_name;             ///< as the user wrote it, for messages
-    std::filesystem::path m_target; ///< behind all links
-    std::filesystem::path m_folder; ///< of the target
-    std::filesystem::path m_temporary;
-    std::optional<RemoveOnSignal> m_guard;
-    std::optional<mode_t> m_permissions; ///< of an existing target
-    int m_descriptor = -1;
+    std::string m_name;                    ///< as the user wrote it, for messages
+    std::filesystem::path m_target;        ///< behind all links
+    std::filesystem::path m_folder;        ///< of the target
+    std::optional<struct stat> m_existing; ///< what the target is now, if anything
+    std::optional<TemporaryFile> m_file;
 };
 
 /// Refuses an output that is the very file which the command reads.

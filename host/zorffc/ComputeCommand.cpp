@@ -32,6 +32,7 @@ void compute(const ComputeArguments& arguments)
     checkHeaderText("--title", arguments.title);
     checkHeaderText("--camera", arguments.camera);
     refuseSameFile(arguments.frame.path, arguments.output);
+    requireEnding(arguments.output, {".ffc"});
     AtomicFile output(arguments.output);
 
     const Frame frame = readFrame(arguments.frame);

@@ -6,6 +6,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 const QStringList Header{"--title", "Title", "--camera", "Camera"};
@@ -63,6 +66,8 @@ private slots:
     void warnsOfAPoorFrame();
     void theWayOutOfAWrappedFrameLeavesItFlat();
     void keepsALinkAndThePermissionsOfTheTarget();
+    void keepsTheOwnerOfTheTarget();
+    void takesItsEndingInCapitalLetters();
     void needsNoScreen();
 
 private:
@@ -363,6 +368,36 @@ void tst_zorffc_compute::keepsALinkAndThePermissionsOfTheTarget()
     // Without the four bits that Qt works out for whoever asks.
     constexpr int ownerGroupOthers = 0x7077;
     QCOMPARE(int(QFile::permissions(path("real.ffc"))) & ownerGroupOthers, int(permissions));
+}
+
+void tst_zorffc_compute::keepsTheOwnerOfTheTarget()
+{
+    writeFile(path("f.pgm"), twoColumns());
+    writeFile(path("f.ffc"), "what was there");
+    const QByteArray target = QFile::encodeName(path("f.ffc"));
+    if (::chown(target.constData(), 12345, 23456) != 0)
+        QSKIP("only root may give files away");
+    // The bit of the set user ID goes when a file is given away, unless it is set after that.
+    QCOMPARE(::chmod(target.constData(), 04640), 0);
+
+    const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QCOMPARE(readFile(path("f.ffc")), fileText("1,512\n2,256\n", "1,256\n2,256\n"));
+    struct stat now
+    {
+    };
+    QCOMPARE(::stat(target.constData(), &now), 0);
+    QCOMPARE(now.st_uid, uid_t(12345));
+    QCOMPARE(now.st_gid, gid_t(23456));
+    QCOMPARE(now.st_mode & 07777, mode_t(04640));
+}
+
+void tst_zorffc_compute::takesItsEndingInCapitalLetters()
+{
+    writeFile(path("f.pgm"), twoColumns());
+    const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "F.FFC"} + Header);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QCOMPARE(readFile(path("F.FFC")), fileText("1,512\n2,256\n", "1,256\n2,256\n"));
 }
 
 void tst_zorffc_compute::needsNoScreen()

@@ -156,29 +156,38 @@ void tst_zorffc_compute_errors::refusesBadTargets_data()
 {
     QTest::addColumn<QString>("target");
     QTest::addColumn<QString>("problem");
-    QTest::newRow("a folder in the target's place") << "folder"
-                                                    << "folder: is a folder";
-    QTest::newRow("a folder by its slash") << "new/"
-                                           << "new/: ";
+    const QString ending = ": the name does not tell the file's kind; give --output a name that ends in .ffc";
+    QTest::newRow("a frame that is not read") << "other.pgm"
+                                              << "other.pgm" + ending;
+    QTest::newRow("a name without an ending") << "f"
+                                              << "f" + ending;
+    QTest::newRow("an ending alone") << ".ffc"
+                                     << ".ffc" + ending;
+    QTest::newRow("a folder by its slash") << "new.ffc/"
+                                           << "new.ffc/" + ending;
+    QTest::newRow("no name") << ""
+                             << "--output" + ending;
+    QTest::newRow("a folder in the target's place") << "folder.ffc"
+                                                    << "folder.ffc: is a folder; give a file name";
     QTest::newRow("a folder that is missing") << "absent/f.ffc"
                                               << "there is no folder absent";
     QTest::newRow("a file for a folder") << "f.pgm/f.ffc"
                                          << "there is no folder f.pgm";
-    QTest::newRow("a link to itself") << "loop"
-                                      << "loop: is a link that leads to itself";
-    QTest::newRow("a folder that cannot be reached") << "loop/f.ffc"
-                                                     << "the folder loop cannot be reached (Too many levels";
-    QTest::newRow("a device") << "/dev/full"
-                              << "/dev/full: is not a regular file";
+    QTest::newRow("a link to itself") << "loop.ffc"
+                                      << "loop.ffc: is a link that leads to itself";
+    QTest::newRow("a folder that cannot be reached")
+        << "loop.ffc/f.ffc"
+        << "the folder loop.ffc cannot be reached (Too many levels";
+    QTest::newRow("a device behind a link") << "full.ffc"
+                                            << "full.ffc: is not a regular file";
     QTest::newRow("a folder that takes no files") << "/proc/f.ffc"
                                                   << "/proc/f.ffc: cannot be written";
     QTest::newRow("the frame itself") << "f.pgm"
                                       << "f.pgm: is the file that is read";
-    QTest::newRow("the frame by another path") << "./folder/../f.pgm"
+    QTest::newRow("the frame by another path") << "./folder.ffc/../f.pgm"
                                                << "is the file that is read";
-    QTest::newRow("a name that is too long") << QString(300, 'n') << "nnn: ";
-    QTest::newRow("no name") << ""
-                             << "--output";
+    QTest::newRow("a name that is too long") << QString(300, 'n') + ".ffc"
+                                             << "nnn.ffc: ";
 }
 
 void tst_zorffc_compute_errors::refusesBadTargets()
@@ -186,17 +195,21 @@ void tst_zorffc_compute_errors::refusesBadTargets()
     QFETCH(QString, target);
     QFETCH(QString, problem);
     writeFile(path("f.pgm"), smallFrame());
-    QVERIFY(QDir(m_folder->path()).mkdir("folder"));
-    QVERIFY(QFile::link("loop", path("loop")));
+    writeFile(path("other.pgm"), smallFrame());
+    QVERIFY(QDir(m_folder->path()).mkdir("folder.ffc"));
+    QVERIFY(QFile::link("loop.ffc", path("loop.ffc")));
+    QVERIFY(QFile::link("/dev/full", path("full.ffc")));
+    const QStringList before = namesIn(m_folder->path());
 
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", target} + Header);
     QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
     QVERIFY2(run.err.startsWith("zorffc: ") && run.err.count('\n') == 1, qPrintable(run.told()));
     QVERIFY2(run.err.contains(problem), qPrintable(run.told()));
     QCOMPARE(readFile(path("f.pgm")), smallFrame());
-    QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.pgm", "folder", "loop"}));
-    QVERIFY(QFileInfo(path("loop")).isSymLink());
-    QCOMPARE(namesIn(path("folder")), QStringList());
+    QCOMPARE(readFile(path("other.pgm")), smallFrame());
+    QCOMPARE(namesIn(m_folder->path()), before);
+    QVERIFY(QFileInfo(path("loop.ffc")).isSymLink());
+    QCOMPARE(namesIn(path("folder.ffc")), QStringList());
 }
 
 void tst_zorffc_compute_errors::aFailingWriteKeepsTheTarget()

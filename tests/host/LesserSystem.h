@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+
+/// What the system calls of a program that is linked with their wrappers do. A fresh object stands for a
+/// system that has everything.
+struct LesserSystem
+{
+    bool hasUnnamedFiles = true;
+    bool hasProc = true;
+    int lockError = 0; ///< errno of flock(), 0: it works
+    int linkError = 0;
+    int renameError = 0;
+    int syncError = 0;
+    std::size_t longestWrite = 0; ///< bytes that one write() takes, every other one is interrupted; 0: all
+    std::function<void()> beforeLock;
+    std::function<void()> beforeRename;
+};
+
+/// The one system of the process.
+LesserSystem& lesserSystem();
