@@ -1,17 +1,24 @@
 #include "display/DisplayView.h"
 
 #include "display/DisplayEvents.h"
+#include "display/UnloadableMetaType.h"
 
 #include <QIcon>
 #include <QPixmap>
 #include <QToolButton>
+
+int QMetaTypeId<DisplayView*>::qt_metatype_id()
+{
+    static const UnloadableMetaType<DisplayView*> type("DisplayView*", &DisplayView::staticMetaObject);
+    return type.id();
+}
 
 DisplayView::DisplayView(QWidget* parent)
     : QGraphicsView(parent)
 {
     // A press may come on the viewer's thread; a listener then gets the signal through its own queue, which
     // must know how to copy the arguments.
-    qRegisterMetaType<QEvent::Type>("QEvent::Type");
+    static const UnloadableMetaType<QEvent::Type> type("QEvent::Type", &QEvent::staticMetaObject);
     // A file of the host's installation, found from the working directory; without it the icon is empty.
     const QIcon icon(QPixmap(QStringLiteral("../ZorBench/Resources/ZoomFull.png")));
     escapeButton = new QToolButton(this);

@@ -4,7 +4,18 @@
 #include <QGraphicsView>
 #include <QPoint>
 
+class DisplayView;
 class QToolButton;
+
+/// Registered at the first question for it: a signal and a slot take the type.
+template <> struct QMetaTypeId<DisplayView*>
+{
+    enum
+    {
+        Defined = 1
+    };
+    static int qt_metatype_id();
+};
 
 /// The widget that a viewer draws into. It turns the display adapter's events into signals.
 class DisplayView : public QGraphicsView

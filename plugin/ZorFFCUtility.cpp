@@ -10,7 +10,8 @@ constexpr int ShowWithoutDialog = 4;
 
 ZorFFCUtility::ZorFFCUtility()
 {
-    m_name = QStringLiteral("FFC Utility");
+    // No literal: a host's copies of the text may outlive this library.
+    m_name = QString::fromLatin1("FFC Utility");
 }
 
 ZorFFCUtility::~ZorFFCUtility()

@@ -27,7 +27,8 @@ int digitsOf(int depth)
 
 QFont valueFont(double scale, int depth, int lines)
 {
-    QFont font(QStringLiteral("monospace"));
+    // No literal: Qt keeps the names of fonts, and this library may be unloaded.
+    QFont font(QLatin1String("monospace"));
     // The same on every canvas: coloured edges can't be laid over a picture.
     font.setStyleHint(QFont::Monospace, QFont::NoSubpixelAntialias);
     constexpr int Probe = 100;

@@ -1,9 +1,9 @@
 #include "plugin/HostedDialog.h"
 
 #include "plugin/StoppedClock.h"
+#include "plugin/UtilityDialog.h"
 
 #include <QAbstractScrollArea>
-#include <QApplication>
 #include <QCheckBox>
 #include <QMenu>
 #include <QMouseEvent>
@@ -13,17 +13,6 @@
 #include <QWindow>
 
 namespace {
-
-/// The utility's dialog, as anybody in the process finds it.
-QDialog* utilityDialog()
-{
-    const QWidgetList widgets = QApplication::topLevelWidgets();
-    for (QWidget* widget : widgets) {
-        if (widget->objectName() == QLatin1String("CFFCUtility"))
-            return qobject_cast<QDialog*>(widget);
-    }
-    return nullptr;
-}
 
 /// A place of the view's viewport in the window's pixels.
 QPoint inWindow(const QWidget* view, const QPoint& place)

@@ -1,9 +1,8 @@
+#include "plugin/UtilityDialog.h"
 #include "plugin/ZBKInterfacePlugIn.h"
 #include "support/ModalWatch.h"
 #include "support/TestFrame.h"
 
-#include <QApplication>
-#include <QDialog>
 #include <QFile>
 #include <QLineEdit>
 #include <QPluginLoader>
@@ -45,17 +44,6 @@ int noteCode(void* context, std::uint32_t code, ZBKInterfacePlugIn*)
 // Qt adds the title and the system menu to what was set.
 constexpr unsigned InitFlags =
     0x0800C003U | unsigned(Qt::WindowTitleHint) | unsigned(Qt::WindowSystemMenuHint);
-
-/// The utility's dialog, as anybody in the process finds it.
-QDialog* utilityDialog()
-{
-    const QWidgetList widgets = QApplication::topLevelWidgets();
-    for (QWidget* widget : widgets) {
-        if (widget->objectName() == QLatin1String("CFFCUtility"))
-            return qobject_cast<QDialog*>(widget);
-    }
-    return nullptr;
-}
 
 } // namespace
 

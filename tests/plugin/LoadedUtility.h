@@ -1,0 +1,42 @@
+#pragma once
+
+#include "plugin/UtilityDialog.h"
+#include "plugin/ZBKInterfacePlugIn.h"
+#include "support/TestFrame.h"
+
+#include <QPluginLoader>
+
+class QWidget;
+
+/// The built plug-in in a host that lets go of it again: the loader's hint that keeps a library is cleared, and
+/// the program itself doesn't use the viewer's library. The dialog is found by the names of its widgets, and the
+/// operator's hands reach it through the mouse and keys.
+class LoadedUtility
+{
+public:
+    /// Ends the program with a message when the plug-in can't be loaded.
+    LoadedUtility();
+    ~LoadedUtility() { unload(); }
+
+    ZBKInterfacePlugIn& plugIn() { return *m_plugIn; }
+    QObject* object() { return m_loader.instance(); }
+
+    /// Lets go of the library; false when the loader can't.
+    bool unload();
+    /// Whether the plug-in or its viewer's library is in this process.
+    static bool isMapped();
+
+    /// Hands a frame over, has it computed and shown.
+    void show(TestFrame frame);
+    /// A widget of the dialog; ends the program when there is none of that name.
+    static QWidget* find(const char* name);
+    static void click(const char* name);
+    /// Zooms the upper view so far in that its pixels carry numbers, and has it painted.
+    static void readPixels();
+    /// Opens the context menu of the upper view and closes it again; whether it opened.
+    static bool openMenu();
+
+private:
+    QPluginLoader m_loader;
+    ZBKInterfacePlugIn* m_plugIn = nullptr;
+};
