@@ -2,6 +2,7 @@
 
 #include "dialog/LocalRecord.h"
 #include "dialog/Message.h"
+#include "dialog/WaitCursor.h"
 #include "display/DisplayAdapter.h"
 #include "display/DisplaySettings.h"
 #include "display/ParameterText.h"
@@ -10,7 +11,6 @@
 #include "image/HighLightProcessor.h"
 
 #include <QCheckBox>
-#include <QGuiApplication>
 
 #include <algorithm>
 #include <cstring>
@@ -42,23 +42,26 @@ HighLightProcessor* newHighLight()
 
 void CFFCUtility::ShowAll()
 {
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    const std::uint16_t* corrected = ui.chBShowY->isChecked() ? m_flatY : m_flatX;
-    if (!m_image || !m_flatY || !corrected) {
-        QGuiApplication::restoreOverrideCursor();
+    // It ends after the lock.
+    WaitCursor cursor;
+    if (!m_image || !m_flatY)
+        return;
+    const std::lock_guard<OwnedMutex> viewLock(m_viewLock);
+    // Before the first show the wait cursor stays: deliberate, see docs/decisions.md.
+    if (!m_adapterUp || !m_adapterDown) {
+        cursor.leaveSet();
         return;
     }
-
-    std::unique_lock<OwnedMutex> viewLock(m_viewLock);
-    // Before the first show the wait cursor stays: deliberate, see docs/decisions.md.
-    if (!m_adapterUp || !m_adapterDown)
+    // While the lock was another thread's, that one may have dropped the frame.
+    const std::uint16_t* corrected = ui.chBShowY->isChecked() ? m_flatY : m_flatX;
+    if (!m_image || !m_flatY || !corrected)
         return;
 
     _ZorImage upper =
         localRecord(m_width, m_height, m_step, static_cast<std::uint32_t>(m_imageBytes), m_pixelFormat);
     upper.data = static_cast<std::uint8_t*>(zorAllocate(upper.imageSize));
     if (!upper.data) {
-        QGuiApplication::restoreOverrideCursor();
+        cursor.restore();
         showNotEnoughMemory();
         return;
     }
@@ -69,7 +72,7 @@ void CFFCUtility::ShowAll()
     lower.data = static_cast<std::uint8_t*>(zorAllocate(coveringBytes(lower, lower.width, lower.height)));
     if (!lower.data) {
         // The upper block is lost here: deliberate, see docs/decisions.md.
-        QGuiApplication::restoreOverrideCursor();
+        cursor.restore();
         showNotEnoughMemory();
         return;
     }
@@ -79,8 +82,6 @@ void CFFCUtility::ShowAll()
     showIn(m_adapterDown, lower);
     if (m_columnLine && m_rowLine && m_flatColumnLine && m_flatRowLine)
         RefreshPlots();
-    viewLock.unlock();
-    QGuiApplication::restoreOverrideCursor();
 }
 
 void CFFCUtility::FillLowerImage(_ZorImage& lower, const std::uint16_t* corrected)

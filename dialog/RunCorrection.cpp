@@ -1,15 +1,13 @@
 #include "dialog/CFFCUtility.h"
-
-#include <QGuiApplication>
+#include "dialog/WaitCursor.h"
 
 bool CFFCUtility::RunCorrection()
 {
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const WaitCursor cursor;
     const bool done = ComputeColumnGains() && ApplyColumnGains(true) && ComputeRowGains() &&
                       ApplyRowGains() && ComputeHistogram() && TakeProfileLines(0, -1, -1) &&
                       TakeProfileLines(1, -1, -1);
     if (done)
         ComputeRanges();
-    QGuiApplication::restoreOverrideCursor();
     return done;
 }

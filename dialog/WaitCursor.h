@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QGuiApplication>
+
+/// The wait cursor over the whole application for the life of the object.
+class WaitCursor
+{
+public:
+    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { restore(); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+
+    /// Gives the cursor of before back, ahead of the object's end.
+    void restore()
+    {
+        if (m_isSet)
+            QGuiApplication::restoreOverrideCursor();
+        m_isSet = false;
+    }
+
+    /// The wait cursor outlives the object.
+    void leaveSet() { m_isSet = false; }
+
+private:
+    bool m_isSet = true;
+};
