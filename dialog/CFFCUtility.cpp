@@ -1,5 +1,6 @@
 #include "dialog/CFFCUtility.h"
 
+#include "dialog/DialogUse.h"
 #include "display/DisplayAdapterQT.h"
 #include "display/DisplayView.h"
 #include "engine/Allocation.h"
@@ -11,6 +12,7 @@
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QShowEvent>
+#include <QThread>
 
 #include <qwt_plot.h>
 
@@ -77,8 +79,41 @@ void CFFCUtility::GetResult(void** result)
     *result = nullptr;
 }
 
+bool CFFCUtility::Deferred(DeferredRequests::Request request)
+{
+    if (!m_viewLock.heldByThisThread())
+        return false;
+    m_requests.add(request);
+    return true;
+}
+
+void CFFCUtility::ViewLockReleased()
+{
+    if (m_uses == 0)
+        CarryOutRequests();
+}
+
+void CFFCUtility::CarryOutRequests()
+{
+    // Another thread that gives the lock back leaves the requests to the thread that they came in on.
+    if (QThread::currentThread() != thread() || m_viewLock.heldByThisThread())
+        return;
+    using Request = DeferredRequests::Request;
+    m_requests.carryOut([this](Request request) {
+        if (request == Request::Reset)
+            ResetData(false);
+        else if (request == Request::Update)
+            Update();
+        else
+            SetHighlights(request == Request::HighlightsOn);
+    });
+}
+
 void CFFCUtility::ResetData(bool destroyAdapters)
 {
+    if (!destroyAdapters && Deferred(DeferredRequests::Request::Reset))
+        return;
+    const DialogUse use(*this);
     const std::lock_guard<OwnedMutex> viewLock(m_viewLock);
     const std::lock_guard<OwnedMutex> dataLock(m_dataLock);
     if (destroyAdapters) {
@@ -129,8 +164,10 @@ void CFFCUtility::ResetFrame()
 
 void CFFCUtility::Update()
 {
-    // A click or a host's timer can come in while a refresh runs a nested event loop on this thread.
-    if (m_viewLock.heldByThisThread() || !m_image)
+    if (Deferred(DeferredRequests::Request::Update))
+        return;
+    const DialogUse use(*this);
+    if (!m_image)
         return;
     m_normalize = ui.chBNormFFC->isChecked() ? 1 : 0;
     m_normalizeValue = ui.lENormFFC->text().toDouble();
@@ -155,6 +192,7 @@ void CFFCUtility::resizeEvent(QResizeEvent* event)
 
 void CFFCUtility::closeEvent(QCloseEvent* event)
 {
+    const DialogUse use(*this);
     if (m_hostCallback)
         m_hostCallback(m_hostContext, ZBKEventDialogClosed, m_plugIn);
     m_shown = false;
@@ -163,6 +201,7 @@ void CFFCUtility::closeEvent(QCloseEvent* event)
 
 void CFFCUtility::showEvent(QShowEvent* event)
 {
+    const DialogUse use(*this);
     // A show from within a refresh finds the adapters made.
     if (!m_viewLock.heldByThisThread()) {
         const std::lock_guard<OwnedMutex> viewLock(m_viewLock);

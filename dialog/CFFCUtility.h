@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dialog/DeferredRequests.h"
 #include "dialog/OwnedMutex.h"
 #include "dialog/Ui_CFFCUtility.h"
 #include "display/DisplayView.h"
@@ -8,10 +9,12 @@
 #include <QDialog>
 #include <QTime>
 
+#include <atomic>
 #include <cstdint>
 #include <list>
 
 class CGridSplitter;
+class DialogUse;
 class DisplayAdapter;
 class HighLightProcessor;
 struct _ZorImage;
@@ -34,7 +37,8 @@ public:
     void SetHostInfo(ZBKHostInfo info);
 
     /// Drops the frame and everything derived from it, and on request the adapters. Waits for a refresh that
-    /// runs on another thread; raises std::system_error inside a refresh on this one.
+    /// runs on another thread. While this thread holds the view lock, as inside a refresh, the frame is
+    /// dropped after that, and a request with the adapters raises std::system_error.
     void ResetData(bool destroyAdapters);
     /// The one place that releases the frame and what was computed from it; the gain lists and texts stay.
     /// Takes no lock.
@@ -55,12 +59,13 @@ public slots:
     /// Hands the frame and the corrected image to the two views and rebuilds the plots. Nothing happens
     /// without a result.
     void ShowAll();
-    /// Reads the normalise settings, corrects the frame and shows the result. Nothing happens without a frame
-    /// or while a refresh runs.
+    /// Reads the normalise settings, corrects the frame and shows the result. Nothing happens without a
+    /// frame. While this thread holds the view lock, as inside a refresh, it is done after that.
     void Update();
     /// Asks for a name and writes the gains to a coefficient file.
     void DoSaveFFC();
-    /// Takes the mark of bright pixels from the upper view or gives it, and refreshes.
+    /// Takes the mark of bright pixels from the upper view or gives it, and refreshes. While this thread
+    /// holds the view lock, as inside a refresh, it is done after that, as the box is ticked now.
     void highLightSlot();
     /// One view was zoomed or panned: the other follows.
     void onViewChanged(DisplayView* view);
@@ -102,8 +107,9 @@ protected:
     DisplayAdapter* m_adapterDown = nullptr;   ///< owned
     void* m_reservedPointers[2] = {};          ///< read by nothing
     HighLightProcessor* m_highLight = nullptr; ///< the viewer's
-    OwnedMutex m_viewLock;                     ///< adapters and buffers while a refresh runs
-    OwnedMutex m_dataLock;                     ///< the frame's data while it is dropped
+    /// Adapters and buffers while a refresh runs. Who gives it back carries out what waited for it.
+    OwnedMutex m_viewLock{[this] { ViewLockReleased(); }};
+    OwnedMutex m_dataLock; ///< the frame's data while it is dropped
     ZBKHostInfo m_hostInfo;
     bool m_shown = false; ///< the host knows that the dialog is open
 
@@ -156,4 +162,18 @@ protected:
     std::int64_t m_reservedValue = 0; ///< read by nothing
     std::int32_t m_reservedFlag = 1;  ///< read by nothing
     QTime m_viewClock;                ///< since the last change of a view that was followed
+
+private:
+    friend class DialogUse;
+
+    /// True when the request has to wait because this thread holds the view lock.
+    bool Deferred(DeferredRequests::Request request);
+    /// An operation that is on the stack carries the requests out at its end.
+    void ViewLockReleased();
+    /// Carries out the requests that waited, when this thread no longer holds the view lock.
+    void CarryOutRequests();
+    void SetHighlights(bool on);
+
+    DeferredRequests m_requests;
+    std::atomic<int> m_uses{0}; ///< on the stack
 };

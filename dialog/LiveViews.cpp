@@ -1,5 +1,6 @@
 #include "dialog/CFFCUtility.h"
 
+#include "dialog/DialogUse.h"
 #include "dialog/LocalRecord.h"
 #include "dialog/Message.h"
 #include "dialog/WaitCursor.h"
@@ -42,6 +43,7 @@ HighLightProcessor* newHighLight()
 
 void CFFCUtility::ShowAll()
 {
+    const DialogUse use(*this);
     // It ends after the lock.
     WaitCursor cursor;
     if (!m_image || !m_flatY)
@@ -101,11 +103,17 @@ void CFFCUtility::FillLowerImage(_ZorImage& lower, const std::uint16_t* correcte
 
 void CFFCUtility::highLightSlot()
 {
-    // A click can come in while a refresh runs a nested event loop on this thread.
-    if (m_viewLock.heldByThisThread())
-        return;
+    const bool on = ui.chBHighlights->isChecked();
+    using Request = DeferredRequests::Request;
+    if (!Deferred(on ? Request::HighlightsOn : Request::HighlightsOff))
+        SetHighlights(on);
+}
+
+void CFFCUtility::SetHighlights(bool on)
+{
+    const DialogUse use(*this);
     const auto viewerSettings = [this] { return m_adapterUp ? m_adapterUp->viewerSettings() : nullptr; };
-    if (ui.chBHighlights->isChecked()) {
+    if (on) {
         // The one before is overwritten, not deleted: a processor is its viewer's.
         m_highLight = newHighLight();
         const ZorImgProcessor* processor = m_highLight;
@@ -129,6 +137,7 @@ void CFFCUtility::onViewChanged(DisplayView* view)
         return;
     m_viewClock.restart();
     QT_WARNING_POP
+    const DialogUse use(*this);
     const std::unique_lock<OwnedMutex> viewLock(m_viewLock, std::try_to_lock);
     if (!viewLock || !m_adapterUp || !m_adapterDown)
         return;

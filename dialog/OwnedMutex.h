@@ -1,16 +1,22 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 /// A non-recursive mutex that knows its owner, so that a nested event loop on the owning thread finds it busy
 /// instead of waiting for itself for ever. Serves std::lock_guard and std::unique_lock.
 class OwnedMutex
 {
 public:
-    OwnedMutex() = default;
+    /// `afterUnlock` is called on the owner's thread each time that the mutex has been given back.
+    explicit OwnedMutex(std::function<void()> afterUnlock = {})
+        : m_afterUnlock(std::move(afterUnlock))
+    {
+    }
     OwnedMutex(const OwnedMutex&) = delete;
     OwnedMutex& operator=(const OwnedMutex&) = delete;
 
@@ -39,6 +45,8 @@ public:
             throw std::system_error(std::make_error_code(std::errc::operation_not_permitted));
         m_owner = std::thread::id();
         m_mutex.unlock();
+        if (m_afterUnlock)
+            m_afterUnlock();
     }
 
     bool heldByThisThread() const { return m_owner.load() == std::this_thread::get_id(); }
@@ -46,4 +54,5 @@ public:
 private:
     std::mutex m_mutex;
     std::atomic<std::thread::id> m_owner{};
+    const std::function<void()> m_afterUnlock;
 };

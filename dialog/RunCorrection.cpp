@@ -1,8 +1,10 @@
 #include "dialog/CFFCUtility.h"
+#include "dialog/DialogUse.h"
 #include "dialog/WaitCursor.h"
 
 bool CFFCUtility::RunCorrection()
 {
+    const DialogUse use(*this);
     const WaitCursor cursor;
     const bool done = ComputeColumnGains() && ApplyColumnGains(true) && ComputeRowGains() &&
                       ApplyRowGains() && ComputeHistogram() && TakeProfileLines(0, -1, -1) &&

@@ -59,7 +59,10 @@ private slots:
     void refreshGivesCursorAndLockBack();
     void viewerThatFailsIsNotAsked();
     void failedImageIsIgnored();
-    void requestsFromWithinARefreshAreDropped();
+    void framesAndViewChangesFromWithinARefreshAreDropped();
+    void adaptersEndInTheirOrder();
+    void formatsDepthDecidesOnTheNarrowing_data();
+    void formatsDepthDecidesOnTheNarrowing();
 };
 
 void tst_live_views::init()
@@ -405,8 +408,8 @@ void tst_live_views::failedImageIsIgnored()
     QVERIFY(watch.texts.isEmpty());
 }
 
-// The viewer's start runs in a nested event loop, where clicks and a host's timers come in.
-void tst_live_views::requestsFromWithinARefreshAreDropped()
+// The viewer's start runs in a nested event loop, where a host's timers come in.
+void tst_live_views::framesAndViewChangesFromWithinARefreshAreDropped()
 {
     DialogProbe d;
     d.show();
@@ -415,11 +418,9 @@ void tst_live_views::requestsFromWithinARefreshAreDropped()
     FakeViewer::script().onConfigure = [&](QWidget* view) {
         ++calls;
         const std::uint8_t* before = d.m_image;
-        d.Update();
-        d.highLightSlot();
         d.take(TestFrame(3, 2, 8, sloped));
         QCOMPARE(static_cast<const std::uint8_t*>(d.m_image), before);
-        QTest::qWait(60);
+        d.m_viewClock = QTime::currentTime().addSecs(-10);
         d.onViewChanged(view == d.ui.gVUp ? d.ui.gVUp : d.ui.gVDown);
         QShowEvent event;
         d.showEvent(&event);
@@ -429,6 +430,42 @@ void tst_live_views::requestsFromWithinARefreshAreDropped()
     QCOMPARE(d.m_width, 6);
     QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t{2});
     QVERIFY(FakeViewer::callsOf("cmd.display.view.at").empty());
+}
+
+void tst_live_views::adaptersEndInTheirOrder()
+{
+    DialogProbe d;
+    d.show();
+    QStringList order;
+    connect(d.m_adapterUp, &QObject::destroyed, this, [&order] { order << "upper"; });
+    connect(d.m_adapterDown, &QObject::destroyed, this, [&order] { order << "lower"; });
+    d.ResetData(true);
+    QCOMPARE(order, (QStringList{"upper", "lower"}));
+}
+
+void tst_live_views::formatsDepthDecidesOnTheNarrowing_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("claimed");
+    QTest::newRow("8 bits, whatever the frame's depth says") << 8 << 12;
+    QTest::newRow("12 bits, whatever the frame's depth says") << 12 << 8;
+}
+
+void tst_live_views::formatsDepthDecidesOnTheNarrowing()
+{
+    QFETCH(int, depth);
+    QFETCH(int, claimed);
+    DialogProbe d;
+    d.show();
+    d.take(TestFrame(6, 4, depth, sloped));
+    QVERIFY(d.RunCorrection());
+    d.m_depth = claimed;
+    d.ShowAll();
+    const ViewerCall lower = shownIn(d.ui.gVDown).at(0);
+    if (depth == 8)
+        QCOMPARE(int(lower.pixels.at(7)), int(d.m_flatX[7]));
+    else
+        QCOMPARE(std::memcmp(lower.pixels.data(), d.m_flatX, lower.pixels.size()), 0);
 }
 
 QTEST_MAIN(tst_live_views)

@@ -16,6 +16,7 @@ private slots:
     void unlockWithoutLockRaises();
     void lockWaitsForAnotherThread();
     void ownershipEndsWithTheLock();
+    void unlockCallsWhenTheMutexIsFree();
 };
 
 void OwnedMutexTest::tryIsBusyForTheOwnerToo()
@@ -87,6 +88,27 @@ void OwnedMutexTest::ownershipEndsWithTheLock()
         QVERIFY(!std::async(std::launch::async, [&] { return mutex.heldByThisThread(); }).get());
     }
     QVERIFY(!mutex.heldByThisThread());
+}
+
+void OwnedMutexTest::unlockCallsWhenTheMutexIsFree()
+{
+    int calls = 0;
+    int busy = 0;
+    OwnedMutex* watched = nullptr;
+    OwnedMutex mutex([&] {
+        if (++calls > 1)
+            return;
+        // It calls once more.
+        const std::unique_lock<OwnedMutex> lock(*watched, std::try_to_lock);
+        busy += lock ? 0 : 1;
+    });
+    watched = &mutex;
+    QVERIFY_EXCEPTION_THROWN(mutex.unlock(), std::system_error);
+    mutex.lock();
+    QCOMPARE(calls, 0);
+    mutex.unlock();
+    QCOMPARE(calls, 2);
+    QCOMPARE(busy, 0);
 }
 
 QTEST_GUILESS_MAIN(OwnedMutexTest)
