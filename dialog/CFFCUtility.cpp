@@ -54,6 +54,8 @@ CFFCUtility::CFFCUtility(QWidget* parent)
 
 CFFCUtility::~CFFCUtility()
 {
+    // No use that ends in here deletes the dialog once more.
+    ++m_uses;
     ResetData(true);
 }
 
@@ -79,6 +81,13 @@ void CFFCUtility::GetResult(void** result)
     *result = nullptr;
 }
 
+void CFFCUtility::Discard()
+{
+    SetHost(nullptr, nullptr, nullptr);
+    if (--m_uses == 0)
+        delete this;
+}
+
 bool CFFCUtility::Deferred(DeferredRequests::Request request)
 {
     if (!m_viewLock.heldByThisThread())
@@ -89,7 +98,7 @@ bool CFFCUtility::Deferred(DeferredRequests::Request request)
 
 void CFFCUtility::ViewLockReleased()
 {
-    if (m_uses == 0)
+    if (m_uses == 1)
         CarryOutRequests();
 }
 

@@ -36,6 +36,10 @@ public:
     void SetHost(ZBKHostCallback callback, void* context, ZBKInterfacePlugIn* plugIn);
     void SetHostInfo(ZBKHostInfo info);
 
+    /// The owner gives the dialog up: nobody is notified any more, and the dialog deletes itself, at once or
+    /// when its operations that are on the stack have returned.
+    void Discard();
+
     /// Drops the frame and everything derived from it, and on request the adapters. Waits for a refresh that
     /// runs on another thread. While this thread holds the view lock, as inside a refresh, the frame is
     /// dropped after that, and a request with the adapters raises std::system_error.
@@ -175,5 +179,5 @@ private:
     void SetHighlights(bool on);
 
     DeferredRequests m_requests;
-    std::atomic<int> m_uses{0}; ///< on the stack
+    std::atomic<int> m_uses{1}; ///< the owner's and those on the stack; the last one deletes the dialog
 };

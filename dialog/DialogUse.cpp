@@ -2,8 +2,9 @@
 
 #include "dialog/CFFCUtility.h"
 
-DialogUse::DialogUse(CFFCUtility& used)
+DialogUse::DialogUse(CFFCUtility& used, Deletion when)
     : m_dialog(used)
+    , m_deletion(when)
 {
     ++m_dialog.m_uses;
 }
@@ -11,5 +12,10 @@ DialogUse::DialogUse(CFFCUtility& used)
 DialogUse::~DialogUse()
 {
     m_dialog.CarryOutRequests();
-    --m_dialog.m_uses;
+    if (--m_dialog.m_uses != 0)
+        return;
+    if (m_deletion == Deletion::AtOnce)
+        delete &m_dialog;
+    else
+        m_dialog.deleteLater();
 }

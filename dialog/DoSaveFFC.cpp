@@ -1,4 +1,5 @@
 #include "dialog/CFFCUtility.h"
+#include "dialog/DialogUse.h"
 #include "dialog/Message.h"
 #include "engine/FfcText.h"
 
@@ -12,6 +13,7 @@
 
 void CFFCUtility::DoSaveFFC()
 {
+    const DialogUse use(*this);
     m_title = ui.lETitle->text();
     m_camera = ui.lECamera->text();
     if (m_title.isEmpty()) {

@@ -1,4 +1,5 @@
 #include "dialog/CFFCUtility.h"
+#include "dialog/DialogUse.h"
 #include "dialog/LocalRecord.h"
 #include "dialog/Message.h"
 #include "engine/Allocation.h"
@@ -15,6 +16,7 @@ void CFFCUtility::SetFrame(_ZorImage* image)
         return;
     if (!image || !image->data || image->imageSize == 0)
         return;
+    const DialogUse use(*this);
     ResetData(false);
     // The size is the host's, everything else the converted record's.
     m_width = static_cast<std::int32_t>(image->width);

@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QPointer>
 #include <QWidget>
 
 bool DisplayAdapterQT::showContextMenu()
@@ -21,8 +22,11 @@ bool DisplayAdapterQT::showContextMenu()
         return false;
     if (features & DisplayFeatureDump)
         addHexDumpEntries(menu);
+    const QPointer<DisplayAdapterQT> living(this);
     processor->command("cmd.system.menu.exec", &menuParameters);
-    notification.open();
+    // The event loop of an open menu may end the adapter.
+    if (living)
+        notification.open();
     return true;
 }
 

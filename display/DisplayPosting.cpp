@@ -4,6 +4,7 @@
 #include "display/DisplayEvents.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <QWidget>
 
 #include <chrono>
@@ -27,6 +28,7 @@ bool DisplayAdapterQT::routeEvent(QEvent* event)
 bool DisplayAdapterQT::handleDisplayEvent(QEvent* event)
 {
     bool handled = false;
+    const QPointer<DisplayAdapterQT> living(this);
     if (event && event->type() == DisplayEvStart) {
         startViewer();
         handled = true;
@@ -34,8 +36,10 @@ bool DisplayAdapterQT::handleDisplayEvent(QEvent* event)
         showContextMenu();
         handled = true;
     }
-    // Whatever came here ends the wait, also an event that is not handled, or none at all.
-    done.exchange(true);
+    // Whatever came here ends the wait, also an event that is not handled, or none at all. An open menu may
+    // have ended the adapter.
+    if (living)
+        done.exchange(true);
     return handled;
 }
 

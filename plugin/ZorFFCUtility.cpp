@@ -1,10 +1,47 @@
 #include "plugin/ZorFFCUtility.h"
 
 #include "dialog/CFFCUtility.h"
+#include "dialog/DialogUse.h"
+
+#include <QApplication>
+#include <QVector>
+
+#include <utility>
 
 namespace {
 
 constexpr int ShowWithoutDialog = 4;
+
+/// Deletes this library's dialogs: the one that the host has not released, and those that it released while
+/// they were in use. A widget can't outlive the application, nor an object the code of its class.
+void deleteDialogs()
+{
+    // A dialog takes other windows along, its menus.
+    QVector<CFFCUtility*> dialogs;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (auto* dialog = qobject_cast<CFFCUtility*>(window))
+            dialogs.append(dialog);
+    }
+    qDeleteAll(dialogs);
+}
+
+/// The library's objects have ended, as they do in a process that exits before Qt deletes the plug-in object.
+bool hasEnded = false;
+
+/// Takes the post routine back when the library goes, also from a host that has not deleted the plug-in
+/// object.
+class LibraryEnd
+{
+public:
+    ~LibraryEnd()
+    {
+        qRemovePostRoutine(deleteDialogs);
+        hasEnded = true;
+    }
+};
+
+const LibraryEnd libraryEnd;
 
 } // namespace
 
@@ -16,13 +53,26 @@ ZorFFCUtility::ZorFFCUtility()
 
 ZorFFCUtility::~ZorFFCUtility()
 {
+    // What Qt keeps for each thread is gone by then, and widgets can't end any more.
+    if (hasEnded)
+        return;
     ZorFFCUtility::Release();
+    deleteDialogs();
 }
 
 int ZorFFCUtility::Init(ZBKHostCallback callback, void* context)
 {
-    if (!m_dialog)
-        m_dialog = new CFFCUtility(nullptr);
+    if (!m_dialog) {
+        auto* dialog = new CFFCUtility(nullptr);
+        m_dialog = dialog;
+        connect(dialog, &QObject::destroyed, this, [this, dialog] {
+            if (m_dialog == dialog)
+                m_dialog = nullptr;
+        });
+        // For a host that ends without Release. It stands once in the list.
+        qRemovePostRoutine(deleteDialogs);
+        qAddPostRoutine(deleteDialogs);
+    }
     // Set on every call, also on a dialog that is visible, which Qt hides then.
     m_dialog->setWindowFlags(Qt::Dialog | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint |
                              Qt::WindowCloseButtonHint);
@@ -33,8 +83,8 @@ int ZorFFCUtility::Init(ZBKHostCallback callback, void* context)
 int ZorFFCUtility::Release()
 {
     Reset();
-    delete m_dialog;
-    m_dialog = nullptr;
+    if (CFFCUtility* dialog = std::exchange(m_dialog, nullptr))
+        dialog->Discard();
     return 0;
 }
 
@@ -42,6 +92,7 @@ int ZorFFCUtility::Show(bool visible)
 {
     if (!m_dialog)
         return ShowWithoutDialog;
+    const DialogUse use(*m_dialog, DialogUse::Deletion::AtOnce);
     if (visible)
         m_dialog->show();
     else
@@ -51,8 +102,10 @@ int ZorFFCUtility::Show(bool visible)
 
 int ZorFFCUtility::SetImage(_ZorImage* image)
 {
-    if (m_dialog && image)
+    if (m_dialog && image) {
+        const DialogUse use(*m_dialog, DialogUse::Deletion::AtOnce);
         m_dialog->SetFrame(image);
+    }
     return 0;
 }
 
@@ -64,8 +117,10 @@ void ZorFFCUtility::SetHostInfo(ZBKHostInfo info)
 
 int ZorFFCUtility::Update()
 {
-    if (m_dialog)
+    if (m_dialog) {
+        const DialogUse use(*m_dialog, DialogUse::Deletion::AtOnce);
         m_dialog->Update();
+    }
     return 0;
 }
 

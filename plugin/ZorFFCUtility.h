@@ -6,8 +6,8 @@
 
 class CFFCUtility;
 
-/// The plug-in object: owns the dialog from Init to Release and hands the host's calls on to it.
-/// All calls belong on the GUI thread.
+/// The plug-in object: owns the dialog from Init to Release and hands the host's calls on to it. The dialog
+/// goes with the application at the latest, as with the object.
 class ZorFFCUtility : public QObject, public ZBKInterfacePlugIn
 {
     Q_OBJECT

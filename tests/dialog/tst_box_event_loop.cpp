@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTest>
 
 namespace {
@@ -44,6 +45,8 @@ private slots:
     void runInsideTheBoxStands();
     void frameTakenInsideTheBoxIsNotMixedUp_data();
     void frameTakenInsideTheBoxIsNotMixedUp();
+    void dialogDiscardedInsideTheBoxEndsAfterIt_data();
+    void dialogDiscardedInsideTheBoxEndsAfterIt();
 
 private:
     static void addPlaces();
@@ -145,6 +148,36 @@ void BoxEventLoop::frameTakenInsideTheBoxIsNotMixedUp()
     QVERIFY(sound.RunCorrection());
     QCOMPARE(listed(d.m_columnGains), listed(sound.m_columnGains));
     QCOMPARE(items(d.m_flatY, 8), items(sound.m_flatY, 8));
+}
+
+void BoxEventLoop::dialogDiscardedInsideTheBoxEndsAfterIt_data()
+{
+    addPlaces();
+}
+
+void BoxEventLoop::dialogDiscardedInsideTheBoxEndsAfterIt()
+{
+    QFETCH(int, place);
+    const QPointer<DialogProbe> d = new DialogProbe;
+    d->ui.chBShowY->setChecked(true);
+    bool isLiving = false;
+    ModalWatch watch;
+    watch.onBox = [&](QMessageBox&) {
+        d->ResetData(false);
+        d->Discard();
+        isLiving = !d.isNull();
+    };
+    failAllocation(place == Image ? 1 : 0);
+    d->take(largeFrame());
+    if (place != Image) {
+        failAllocation(place);
+        d->Update();
+    }
+    QCOMPARE(watch.texts.size(), 1);
+    QVERIFY(isLiving);
+    QVERIFY(!d->m_flatY);
+    QCoreApplication::sendPostedEvents(d, QEvent::DeferredDelete);
+    QVERIFY(!d);
 }
 
 QTEST_MAIN(BoxEventLoop)

@@ -1,10 +1,12 @@
 #include "plugin/LoadedUtility.h"
 
-#include <QAbstractButton>
 #include <QAbstractScrollArea>
+#include <QCheckBox>
 #include <QFile>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 namespace {
 
@@ -56,7 +58,11 @@ QWidget* LoadedUtility::find(const char* name)
 
 void LoadedUtility::click(const char* name)
 {
-    static_cast<QAbstractButton*>(find(name))->click();
+    QWidget* control = find(name);
+    const QPoint place =
+        qobject_cast<QCheckBox*>(control) ? QPoint(8, control->height() / 2) : control->rect().center();
+    QTest::mouseClick(control->window()->windowHandle(), Qt::LeftButton, {},
+                      control->mapTo(control->window(), place));
 }
 
 void LoadedUtility::readPixels()
@@ -66,14 +72,17 @@ void LoadedUtility::readPixels()
     upperViewport()->grab();
 }
 
-bool LoadedUtility::openMenu()
+bool LoadedUtility::openMenu(const std::function<void()>& whileOpen)
 {
     bool wasOpen = false;
     QTimer closer;
-    QObject::connect(&closer, &QTimer::timeout, &closer, [&wasOpen] {
-        if (QWidget* menu = QApplication::activePopupWidget()) {
+    QObject::connect(&closer, &QTimer::timeout, &closer, [&] {
+        if (const QPointer<QWidget> menu = QApplication::activePopupWidget()) {
             wasOpen = true;
-            menu->close();
+            if (whileOpen)
+                whileOpen();
+            if (menu)
+                menu->close();
         }
     });
     closer.start(1);

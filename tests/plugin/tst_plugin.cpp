@@ -1,3 +1,4 @@
+#include "plugin/NotifiedHost.h"
 #include "plugin/UtilityDialog.h"
 #include "plugin/ZBKInterfacePlugIn.h"
 #include "support/ModalWatch.h"
@@ -10,29 +11,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <functional>
-
 namespace {
 
 const char* const InterfaceId = "com.zorlabs.ZorBench.ZBKInterfacePlugIn/1.0";
-
-/// A host's end of the callback.
-struct Host
-{
-    QVector<std::uint32_t> codes;
-    ZBKInterfacePlugIn* plugIn = nullptr;
-    std::function<void(std::uint32_t)> onCode;
-
-    static int call(void* context, std::uint32_t code, ZBKInterfacePlugIn* plugIn)
-    {
-        auto* host = static_cast<Host*>(context);
-        host->codes.append(code);
-        host->plugIn = plugIn;
-        if (host->onCode)
-            host->onCode(code);
-        return 42;
-    }
-};
 
 /// Another host's function.
 int noteCode(void* context, std::uint32_t code, ZBKInterfacePlugIn*)
@@ -195,8 +176,8 @@ void PlugIn::initSetsTheWindowFlags()
 
 void PlugIn::showNotifiesWithContextAndPlugIn()
 {
-    Host host;
-    m_plugIn->Init(Host::call, &host);
+    NotifiedHost host;
+    m_plugIn->Init(NotifiedHost::call, &host);
     QVERIFY(host.codes.isEmpty());
     QCOMPARE(m_plugIn->Show(true), 0);
     QVERIFY(utilityDialog()->isVisible());
@@ -209,8 +190,8 @@ void PlugIn::showNotifiesWithContextAndPlugIn()
 
 void PlugIn::frameOfTheOpenedCallbackIsComputed()
 {
-    Host host;
-    m_plugIn->Init(Host::call, &host);
+    NotifiedHost host;
+    m_plugIn->Init(NotifiedHost::call, &host);
     host.onCode = [&](std::uint32_t) {
         TestFrame frame(2, 2, 12, [](int x, int) { return x == 0 ? 500U : 1000U; });
         _ZorImage record = frame.record();
@@ -222,8 +203,8 @@ void PlugIn::frameOfTheOpenedCallbackIsComputed()
 
 void PlugIn::imageAloneComputesNothing()
 {
-    Host host;
-    m_plugIn->Init(Host::call, &host);
+    NotifiedHost host;
+    m_plugIn->Init(NotifiedHost::call, &host);
     m_plugIn->Show(true);
     TestFrame frame(2, 2, 8, [](int x, int) { return x == 0 ? 50U : 100U; });
     _ZorImage record = frame.record();
@@ -259,8 +240,8 @@ void PlugIn::unusableImagesLeaveTheFrame()
 
 void PlugIn::closeAndReopen()
 {
-    Host host;
-    m_plugIn->Init(Host::call, &host);
+    NotifiedHost host;
+    m_plugIn->Init(NotifiedHost::call, &host);
     m_plugIn->Show(true);
     TestFrame frame(2, 1, 8, [](int x, int) { return x == 0 ? 50U : 100U; });
     _ZorImage record = frame.record();
@@ -274,8 +255,8 @@ void PlugIn::closeAndReopen()
 
 void PlugIn::operatorsCloseNotifies()
 {
-    Host host;
-    m_plugIn->Init(Host::call, &host);
+    NotifiedHost host;
+    m_plugIn->Init(NotifiedHost::call, &host);
     m_plugIn->Show(true);
     utilityDialog()->close();
     QCOMPARE(host.codes, QVector<std::uint32_t>({16387, 16386}));
@@ -295,11 +276,11 @@ void PlugIn::nullCallbackWorks()
 
 void PlugIn::secondInitKeepsTheDialogAndReplacesTheHost()
 {
-    Host first;
-    Host second;
-    m_plugIn->Init(Host::call, &first);
+    NotifiedHost first;
+    NotifiedHost second;
+    m_plugIn->Init(NotifiedHost::call, &first);
     const QDialog* dialog = utilityDialog();
-    m_plugIn->Init(Host::call, &second);
+    m_plugIn->Init(NotifiedHost::call, &second);
     QCOMPARE(utilityDialog(), dialog);
     m_plugIn->Show(true);
     QVERIFY(first.codes.isEmpty());
@@ -320,8 +301,8 @@ void PlugIn::secondInitKeepsTheDialogAndReplacesTheHost()
 
 void PlugIn::closingAHiddenDialogNotifies()
 {
-    Host host;
-    m_plugIn->Init(Host::call, &host);
+    NotifiedHost host;
+    m_plugIn->Init(NotifiedHost::call, &host);
     QCOMPARE(m_plugIn->Show(false), 0);
     QVERIFY(!utilityDialog()->isVisible());
     QCOMPARE(host.codes, QVector<std::uint32_t>({16386}));
@@ -360,13 +341,13 @@ void PlugIn::resetKeepsTheDialog()
 
 void PlugIn::releaseAndNewInit()
 {
-    Host host;
-    m_plugIn->Init(Host::call, &host);
+    NotifiedHost host;
+    m_plugIn->Init(NotifiedHost::call, &host);
     m_plugIn->Show(true);
     QCOMPARE(m_plugIn->Release(), 0);
     QVERIFY(!utilityDialog());
     QCOMPARE(m_plugIn->Show(true), 4);
-    m_plugIn->Init(Host::call, &host);
+    m_plugIn->Init(NotifiedHost::call, &host);
     m_plugIn->Show(true);
     QCOMPARE(host.codes, QVector<std::uint32_t>({16387, 16387}));
 }

@@ -1,0 +1,394 @@
+#include "plugin/LoadedUtility.h"
+#include "plugin/LostHeaders.h"
+#include "plugin/NotifiedHost.h"
+#include "support/Cursors.h"
+#include "support/ModalWatch.h"
+
+#include <QCloseEvent>
+#include <QLibrary>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPointer>
+#include <QProcess>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+#include <QtPlugin>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+constexpr int NoDialog = 4;
+
+/// Has this program be a host that exits, with this code.
+const char* const ExitArgument = "--exit";
+constexpr int ExitCode = 42;
+
+int argumentCount = 1;
+char programName[] = "tst_odd_hosts";
+char* arguments[] = {programName, nullptr};
+
+TestFrame frameOf(int width)
+{
+    return TestFrame(width, 20, 12, [](int x, int y) { return static_cast<unsigned>(500 + 7 * x + 3 * y); });
+}
+
+/// The operator closes the dialog's window.
+void closeWindow(QDialog* dialog)
+{
+    QCloseEvent event;
+    QCoreApplication::sendEvent(dialog->windowHandle(), &event);
+}
+
+} // namespace
+
+/// Hosts that end or let go at awkward moments. Each test is the whole life of an application and of the
+/// library in it, as the host sees them.
+class OddHosts : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void applicationEndsWithoutRelease_data();
+    void applicationEndsWithoutRelease();
+    void nextApplicationEndsWithoutReleaseToo();
+    void processExitsWithoutTheEndOfTheApplication();
+    void libraryGoesWithoutTheEndOfItsObject();
+    void releaseInsideANotification_data();
+    void releaseInsideANotification();
+    void releaseWhenTheOperatorCloses_data();
+    void releaseWhenTheOperatorCloses();
+    void newDialogInsideANotification_data();
+    void newDialogInsideANotification();
+    void releaseInsideARefresh_data();
+    void releaseInsideARefresh();
+    void releaseInsideTheBoxOfAFrame();
+    void releaseInsideASave_data();
+    void releaseInsideASave();
+    void releaseWhileAMenuIsOpen();
+    void requestsInsideARefreshAreCarriedOut();
+
+private:
+    /// The library and a host of it, with its dialog made.
+    struct Hosted
+    {
+        Hosted() { plugIn.Init(NotifiedHost::call, &host); }
+        /// Releases; the dialog that was there has to stay while it is in use.
+        void releaseInUse()
+        {
+            const QPointer<QDialog> used = utilityDialog();
+            plugIn.Release();
+            answer = plugIn.Show(true);
+            stayed = !used.isNull();
+        }
+
+        NotifiedHost host;
+        LoadedUtility utility;
+        ZBKInterfacePlugIn& plugIn = utility.plugIn();
+        int answer = -1;
+        bool stayed = false;
+    };
+
+    std::unique_ptr<QApplication> m_application;
+};
+
+void OddHosts::init()
+{
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    m_application = std::make_unique<QApplication>(argumentCount, arguments);
+}
+
+void OddHosts::cleanup()
+{
+    if (m_application)
+        QCOMPARE(restoreAllCursors(), 0);
+    m_application.reset();
+    QVERIFY(!LoadedUtility::isMapped());
+    releaseLostHeaders();
+}
+
+void OddHosts::applicationEndsWithoutRelease_data()
+{
+    QTest::addColumn<bool>("shown");
+    QTest::newRow("with the dialog open") << true;
+    QTest::newRow("with the dialog never shown") << false;
+}
+
+void OddHosts::applicationEndsWithoutRelease()
+{
+    QFETCH(bool, shown);
+    Hosted hosted;
+    if (shown) {
+        hosted.plugIn.Show(true);
+        hosted.utility.show(frameOf(40));
+        LoadedUtility::click("chBHighlights");
+    }
+    m_application.reset();
+    // The dialog is gone, and what a host may still call does nothing.
+    QCOMPARE(hosted.plugIn.Show(true), NoDialog);
+    QCOMPARE(hosted.plugIn.Update(), 0);
+    hosted.plugIn.Reset();
+    QCOMPARE(hosted.plugIn.Release(), 0);
+    QVERIFY(!hosted.host.codes.contains(ZBKEventDialogClosed));
+}
+
+void OddHosts::nextApplicationEndsWithoutReleaseToo()
+{
+    Hosted hosted;
+    for (int i = 0; i < 2; ++i) {
+        hosted.plugIn.Init(NotifiedHost::call, &hosted.host);
+        hosted.plugIn.Show(true);
+        const QPointer<QDialog> dialog = utilityDialog();
+        QVERIFY(dialog);
+        m_application.reset();
+        QVERIFY(!dialog);
+        m_application = std::make_unique<QApplication>(argumentCount, arguments);
+    }
+}
+
+void OddHosts::processExitsWithoutTheEndOfTheApplication()
+{
+    QCOMPARE(QProcess::execute(QCoreApplication::applicationFilePath(), {QLatin1String(ExitArgument)}),
+             ExitCode);
+}
+
+// A host with a loader of its own, which knows of no object.
+void OddHosts::libraryGoesWithoutTheEndOfItsObject()
+{
+    QLibrary library(QStringLiteral(ZOR_PLUGIN_FILE));
+    const auto instance = reinterpret_cast<QtPluginInstanceFunction>(library.resolve("qt_plugin_instance"));
+    QVERIFY(instance);
+    // Kept for the leak checker.
+    static QObject* object = nullptr;
+    object = instance();
+    auto* plugIn = qobject_cast<ZBKInterfacePlugIn*>(object);
+    plugIn->Init(nullptr, nullptr);
+    plugIn->Show(true);
+    plugIn->Release();
+    QVERIFY(library.unload());
+    QVERIFY(!LoadedUtility::isMapped());
+    m_application.reset();
+}
+
+void OddHosts::releaseInsideANotification_data()
+{
+    QTest::addColumn<bool>("opens");
+    QTest::newRow("when the dialog opens") << true;
+    QTest::newRow("when the dialog closes") << false;
+}
+
+void OddHosts::releaseInsideANotification()
+{
+    QFETCH(bool, opens);
+    Hosted hosted;
+    const std::uint32_t awaited = opens ? ZBKEventDialogOpened : ZBKEventDialogClosed;
+    hosted.host.onCode = [&](std::uint32_t code) {
+        hosted.utility.show(frameOf(40));
+        if (code == awaited)
+            hosted.releaseInUse();
+    };
+    hosted.plugIn.Show(true);
+    if (!opens)
+        hosted.plugIn.Show(false);
+    QCOMPARE(hosted.answer, NoDialog);
+    QVERIFY(hosted.stayed);
+    QVERIFY(!utilityDialog());
+    QCOMPARE(hosted.host.codes.last(), awaited);
+    QCOMPARE(hosted.host.codes.size(), opens ? 1 : 2);
+}
+
+void OddHosts::releaseWhenTheOperatorCloses_data()
+{
+    QTest::addColumn<QString>("then");
+    QTest::newRow("and the event loop runs on") << "loop";
+    QTest::newRow("and the library is unloaded") << "unload";
+    QTest::newRow("and the application ends") << "end";
+}
+
+void OddHosts::releaseWhenTheOperatorCloses()
+{
+    QFETCH(QString, then);
+    Hosted hosted;
+    hosted.plugIn.Show(true);
+    hosted.utility.show(frameOf(40));
+    hosted.host.onCode = [&](std::uint32_t) { hosted.releaseInUse(); };
+    const QPointer<QDialog> dialog = utilityDialog();
+    closeWindow(dialog);
+    QCOMPARE(hosted.answer, NoDialog);
+    QVERIFY(hosted.stayed);
+    if (then == "loop")
+        QCoreApplication::processEvents();
+    else if (then == "unload")
+        QVERIFY(hosted.utility.unload());
+    else
+        m_application.reset();
+    QVERIFY(!dialog);
+}
+
+void OddHosts::newDialogInsideANotification_data()
+{
+    releaseInsideANotification_data();
+}
+
+void OddHosts::newDialogInsideANotification()
+{
+    QFETCH(bool, opens);
+    Hosted hosted;
+    const QPointer<QDialog> first = utilityDialog();
+    const std::uint32_t awaited = opens ? ZBKEventDialogOpened : ZBKEventDialogClosed;
+    hosted.host.onCode = [&](std::uint32_t code) {
+        if (code != awaited || hosted.stayed)
+            return;
+        hosted.plugIn.Release();
+        hosted.stayed = !first.isNull();
+        hosted.plugIn.Init(NotifiedHost::call, &hosted.host);
+        hosted.plugIn.Show(true);
+        hosted.utility.show(frameOf(40));
+    };
+    hosted.plugIn.Show(true);
+    if (!opens)
+        hosted.plugIn.Show(false);
+    QVERIFY(hosted.stayed);
+    QVERIFY(!first);
+    QDialog* second = utilityDialog();
+    QVERIFY(second && second->isVisible());
+    hosted.utility.show(frameOf(30));
+    QCOMPARE(hosted.plugIn.Show(false), 0);
+    QCOMPARE(hosted.host.codes.last(), ZBKEventDialogClosed);
+}
+
+void OddHosts::releaseInsideARefresh_data()
+{
+    QTest::addColumn<bool>("operatorAsks");
+    QTest::newRow("of the host's update") << false;
+    QTest::newRow("of a click on Update") << true;
+}
+
+void OddHosts::releaseInsideARefresh()
+{
+    QFETCH(bool, operatorAsks);
+    Hosted hosted;
+    hosted.plugIn.Show(true);
+    TestFrame frame = frameOf(40);
+    _ZorImage record = frame.record();
+    hosted.plugIn.SetImage(&record);
+    const QPointer<QDialog> dialog = utilityDialog();
+    // The start of the viewers lets events in.
+    bool isInside = false;
+    QTimer::singleShot(0, [&] {
+        isInside = QGuiApplication::overrideCursor() != nullptr;
+        hosted.releaseInUse();
+    });
+    if (operatorAsks) {
+        LoadedUtility::click("pBUpdate");
+        QCoreApplication::processEvents();
+    } else {
+        QCOMPARE(hosted.plugIn.Update(), 0);
+    }
+    QVERIFY(isInside);
+    QVERIFY(hosted.stayed);
+    QCOMPARE(hosted.answer, NoDialog);
+    QVERIFY(!dialog);
+}
+
+void OddHosts::releaseInsideTheBoxOfAFrame()
+{
+    Hosted hosted;
+    hosted.plugIn.Show(true);
+    ModalWatch watch;
+    watch.onBox = [&](QMessageBox&) { hosted.releaseInUse(); };
+    TestFrame frame = frameOf(40);
+    _ZorImage record = frame.record();
+    record.pixelType = 0;
+    QCOMPARE(hosted.plugIn.SetImage(&record), 0);
+    QCOMPARE(watch.texts, QStringList("Converter error!"));
+    QVERIFY(hosted.stayed);
+    QVERIFY(!utilityDialog());
+}
+
+void OddHosts::releaseInsideASave_data()
+{
+    QTest::addColumn<bool>("titled");
+    QTest::newRow("while the box asks for the title") << false;
+    QTest::newRow("while the file dialog is open") << true;
+}
+
+void OddHosts::releaseInsideASave()
+{
+    QFETCH(bool, titled);
+    Hosted hosted;
+    hosted.plugIn.Show(true);
+    if (titled) {
+        static_cast<QLineEdit*>(LoadedUtility::find("lETitle"))->setText(QStringLiteral("T"));
+        static_cast<QLineEdit*>(LoadedUtility::find("lECamera"))->setText(QStringLiteral("C"));
+    }
+    ModalWatch watch;
+    watch.onBox = [&](QMessageBox&) { hosted.releaseInUse(); };
+    watch.onFileDialog = [&](QFileDialog&) { hosted.releaseInUse(); };
+    const QPointer<QDialog> dialog = utilityDialog();
+    LoadedUtility::click("pBSave");
+    QCOMPARE(watch.fileDialogs, titled ? 1 : 0);
+    QVERIFY(hosted.stayed);
+    QCOMPARE(hosted.answer, NoDialog);
+    QCoreApplication::processEvents();
+    QVERIFY(!dialog);
+}
+
+void OddHosts::releaseWhileAMenuIsOpen()
+{
+    Hosted hosted;
+    hosted.plugIn.Show(true);
+    hosted.utility.show(frameOf(40));
+    QVERIFY(LoadedUtility::openMenu([&] { hosted.plugIn.Release(); }));
+    QVERIFY(!utilityDialog());
+}
+
+void OddHosts::requestsInsideARefreshAreCarriedOut()
+{
+    Hosted hosted;
+    hosted.plugIn.Show(true);
+    TestFrame frame = frameOf(40);
+    _ZorImage record = frame.record();
+    hosted.plugIn.SetImage(&record);
+    bool isInside = false;
+    QTimer::singleShot(0, [&] {
+        isInside = QGuiApplication::overrideCursor() != nullptr;
+        hosted.plugIn.Update();
+        LoadedUtility::click("chBHighlights");
+        hosted.plugIn.Reset();
+    });
+    hosted.plugIn.Update();
+    QVERIFY(isInside);
+    // A frame that comes after the reset is the only one.
+    hosted.utility.show(frameOf(30));
+    hosted.plugIn.Release();
+    QVERIFY(!utilityDialog());
+}
+
+/// The life of the other process.
+static void exitWithTheDialogOpen()
+{
+    QApplication application(argumentCount, arguments);
+    {
+        QPluginLoader loader(QStringLiteral(ZOR_PLUGIN_FILE));
+        auto* plugIn = qobject_cast<ZBKInterfacePlugIn*>(loader.instance());
+        plugIn->Init(nullptr, nullptr);
+        plugIn->Show(true);
+    }
+    std::exit(ExitCode);
+}
+
+int main(int argc, char* argv[])
+{
+    if (argc == 2 && std::strcmp(argv[1], ExitArgument) == 0)
+        exitWithTheDialogOpen();
+    OddHosts hosts;
+    return QTest::qExec(&hosts, argc, argv);
+}
+
+#include "tst_odd_hosts.moc"
