@@ -4,6 +4,7 @@
 #include "support/ModalWatch.h"
 
 #include <QCheckBox>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
@@ -20,6 +21,7 @@ private slots:
     void cleanup();
     void updateButtonComputes();
     void saveButtonAsksForTheTitle();
+    void normaliseSettingsComputeNothing();
     void highlightBoxRefreshes();
     void eachViewIsFollowed_data();
     void eachViewIsFollowed();
@@ -44,6 +46,19 @@ void DialogConnections::saveButtonAsksForTheTitle()
     ModalWatch watch;
     d.ui.pBSave->click();
     QCOMPARE(watch.texts, QStringList("Define Title of file"));
+}
+
+void DialogConnections::normaliseSettingsComputeNothing()
+{
+    DialogProbe d;
+    d.take(TestFrame::even(3, 2, 12, 500));
+    d.ui.chBNormFFC->click();
+    d.ui.lENormFFC->setText(QStringLiteral("0.5"));
+    QTest::keyClick(d.ui.lENormFFC, Qt::Key_Tab);
+    emit d.ui.lENormFFC->editingFinished();
+    emit d.ui.lENormFFC->returnPressed();
+    QVERIFY(!d.m_flatY);
+    QCOMPARE(d.m_normalizeValue, 1.0);
 }
 
 void DialogConnections::highlightBoxRefreshes()

@@ -8,6 +8,7 @@
 #include <QResizeEvent>
 #include <QShowEvent>
 #include <QSignalSpy>
+#include <QSizeGrip>
 #include <QTest>
 
 #include <qwt_plot.h>
@@ -66,6 +67,7 @@ private slots:
     void resizeArrangesTheTwoAreas();
     void firstShowStretchesTheStrip();
     void nullResizeEventChangesNothing();
+    void sizeGripFollowsTheCorner();
     void panesFillTheUpperArea();
 };
 
@@ -300,6 +302,18 @@ void DialogEvents::nullResizeEventChangesNothing()
     d.resizeEvent(nullptr);
     QCOMPARE(d.ui.wSettings->geometry(), strip);
     QCOMPARE(d.ui.gVUp->geometry(), view);
+}
+
+// QDialog's own handler moves it.
+void DialogEvents::sizeGripFollowsTheCorner()
+{
+    DialogProbe d;
+    d.setSizeGripEnabled(true);
+    d.show();
+    d.resize(900, 600);
+    const auto* grip = d.findChild<QSizeGrip*>();
+    QVERIFY(grip);
+    QCOMPARE(grip->geometry().bottomRight(), d.rect().bottomRight());
 }
 
 void DialogEvents::panesFillTheUpperArea()

@@ -63,6 +63,7 @@ private slots:
     void updateLeavesAResult();
     void updateCanRunAgainOnTheSameFrame();
     void resetDropsTheFrameAndKeepsTheGains();
+    void resetKeepsTextsAndSettings();
     void resetSetsRangesAndHistogramWordsToZero();
     void resetCallsTheOverride();
     void newFrameDropsTheResultAndKeepsTheGains();
@@ -327,6 +328,24 @@ void DialogState::resetDropsTheFrameAndKeepsTheGains()
     QCOMPARE(int(d.m_rowGains.size()), 4);
     QCOMPARE(d.m_imageBytes, std::uint64_t{48});
     QCOMPARE(d.m_pixelFormat, ZorMono12);
+}
+
+void DialogState::resetKeepsTextsAndSettings()
+{
+    DialogProbe d;
+    d.m_title = QStringLiteral("line 3");
+    d.m_camera = QStringLiteral("CAM-12");
+    d.m_date = QStringLiteral("7/01/24");
+    d.m_normalize = 1;
+    d.m_normalizeValue = 0.75;
+    d.m_pairSmoothing = 5;
+    d.ResetFrame();
+    QCOMPARE(d.m_title, QStringLiteral("line 3"));
+    QCOMPARE(d.m_camera, QStringLiteral("CAM-12"));
+    QCOMPARE(d.m_date, QStringLiteral("7/01/24"));
+    QCOMPARE(d.m_normalize, 1);
+    QCOMPARE(d.m_normalizeValue, 0.75);
+    QCOMPARE(d.m_pairSmoothing, 5);
 }
 
 void DialogState::resetSetsRangesAndHistogramWordsToZero()
