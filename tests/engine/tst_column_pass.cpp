@@ -19,6 +19,7 @@ private slots:
     void capacityCoversTheStep();
     void cellsAreMultiplied_data();
     void cellsAreMultiplied();
+    void byteFramesAreWalkedByTheirPixels();
     void walkIgnoresTheRowsOfTheBlock_data();
     void walkIgnoresTheRowsOfTheBlock();
 };
@@ -106,6 +107,17 @@ void ColumnPassTest::cellsAreMultiplied()
     reference::Image image{bytesOf({cell, 0, 0, 0}), 4, 1, 1, depth};
     reference::columnPass(image, 4, {word, word});
     QCOMPARE(wordsOf(image.bytes)[0], result);
+}
+
+/// Padding and the spare row stay, whatever the frame's step is.
+void ColumnPassTest::byteFramesAreWalkedByTheirPixels()
+{
+    const std::uint16_t codes[] = {0x200, 0x300, 0x400, 0x500, 0x600};
+    for (const int step : {3, 4, 10}) {
+        std::vector<std::uint8_t> cells = bytesOf(Words(12, 10));
+        zor::applyColumnCodes({cells.data(), 8, 3, 2, 8}, step, codes);
+        QCOMPARE(wordsOf(cells), (Words{20, 30, 40, 10, 20, 30, 40, 10, 10, 10, 10, 10}));
+    }
 }
 
 void ColumnPassTest::walkIgnoresTheRowsOfTheBlock_data()
