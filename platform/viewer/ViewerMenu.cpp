@@ -11,6 +11,7 @@
 #include <QImage>
 #include <QMenu>
 #include <QMessageBox>
+#include <QTimer>
 
 namespace zorview {
 namespace {
@@ -19,13 +20,6 @@ QString text(const char* source)
     return QCoreApplication::translate("ViewerMenu", source);
 }
 } // namespace
-
-ViewerMenu::ViewerMenu(Viewer& viewer)
-    : m_viewer(viewer)
-{
-    m_later.setSingleShot(true);
-    QObject::connect(&m_later, &QTimer::timeout, &m_later, [this] { doChosen(); });
-}
 
 QMenu* ViewerMenu::create()
 {
@@ -70,14 +64,19 @@ bool ViewerMenu::exec()
     if (alive.expired())
         return true;
     m_isOpen = false;
-    m_later.start();
+    doChosenLater();
     return true;
 }
 
 void ViewerMenu::choose(Deed deed)
 {
     m_chosen.push_back(std::move(deed));
-    m_later.start();
+    doChosenLater();
+}
+
+void ViewerMenu::doChosenLater()
+{
+    QTimer::singleShot(0, &m_life, [this] { doChosen(); });
 }
 
 // Also called by the loop of a menu that is open, where everything waits for its end.

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QObject>
 #include <QPointer>
-#include <QTimer>
 
 #include <deque>
 #include <functional>
@@ -19,7 +19,10 @@ class Viewer;
 class ViewerMenu
 {
 public:
-    explicit ViewerMenu(Viewer& viewer);
+    explicit ViewerMenu(Viewer& viewer)
+        : m_viewer(viewer)
+    {
+    }
     ~ViewerMenu() { destroy(); }
 
     /// The menu, made at the first call; null without a view.
@@ -35,6 +38,7 @@ private:
 
     void fill();
     void choose(Deed deed);
+    void doChosenLater();
     void doChosen();
     void setColoration(bool on);
     void copyView() const;
@@ -45,6 +49,6 @@ private:
     QPointer<QAction> m_coloration;
     bool m_isOpen = false;
     std::deque<Deed> m_chosen; ///< and not done yet
-    QTimer m_later;            ///< until the event loop runs again
+    QObject m_life;            ///< at its end nothing is due any more
 };
 } // namespace zorview
