@@ -108,6 +108,8 @@ void TestViewerCommands::goodAndBadInput_data()
     row("place in an unknown space", "cmd.display.view.at", {{"pos.x", "0"}, {"pos.y", "0"}, {"cs", "up"}},
         0);
     row("scale", "cmd.display.view.scale", {{"scale", "2.500000"}, {"cs", "base"}}, 1);
+    row("place beyond all numbers across", "cmd.display.view.at", {{"pos.x", "1e308"}, {"pos.y", "0.5"}}, 0);
+    row("place beyond all numbers down", "cmd.display.view.at", {{"pos.x", "0.5"}, {"pos.y", "1e308"}}, 0);
     row("huge scale is cut", "cmd.display.view.scale", {{"scale", "1e12"}}, 1);
     row("tiny scale is cut", "cmd.display.view.scale", {{"scale", "0.000001"}}, 1);
     row("scale of 0", "cmd.display.view.scale", {{"scale", "0.000000"}}, 0);

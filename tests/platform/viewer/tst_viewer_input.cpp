@@ -1,7 +1,9 @@
 #include "display/DisplayStage.h"
+#include "display/ZorDisplayQt.h"
 #include "image/PixelTypeCode.h"
 #include "tests/platform/viewer/ViewerTools.h"
 
+#include <QAbstractScrollArea>
 #include <QMouseEvent>
 #include <QTest>
 
@@ -29,14 +31,20 @@ private slots:
     void everyDevicePixelIsMet();
     void dragsAndWheelsAreExactToTheDevicePixel();
     void aDoubleClickTellsWhatWasSeen();
+    void anOverlayDragStaysInItsPane_data();
     void anOverlayDragStaysInItsPane();
     void buttonsAreTold();
     void aMoveIsToldOnce();
+    void whatAScrollAreaPassesOnIsToldOnce();
     void overlayBorderMovesAndCornerSizes_data();
     void overlayBorderMovesAndCornerSizes();
     void smallOverlaysCanBeMoved_data();
     void smallOverlaysCanBeMoved();
     void aDragBesideTheOverlayPans();
+    void anOverlayIsTakenWithinFourPixels_data();
+    void anOverlayIsTakenWithinFourPixels();
+    void aDragEndsWithTheRelease_data();
+    void aDragEndsWithTheRelease();
 
 private:
     static TestImage places();
@@ -56,6 +64,16 @@ public:
     }
 };
 
+/// An overlay to take hold of.
+void addDump(ShownViewer& shown)
+{
+    shown.run("cmd.display.overlay.rect.add", {{"objectID", "@dump"},
+                                               {"rect.x", "20"},
+                                               {"rect.y", "30"},
+                                               {"rect.w", "40"},
+                                               {"rect.h", "24"},
+                                               {"adjust", "1"}});
+}
 } // namespace
 
 // Red tells x, green y; blue the blocks of 64 of both.
@@ -344,9 +362,21 @@ void TestViewerInput::aDoubleClickTellsWhatWasSeen()
     QCOMPARE(numberIn(told, "img.y"), numberIn(seen, "img.y"));
 }
 
+void TestViewerInput::anOverlayDragStaysInItsPane_data()
+{
+    QTest::addColumn<int>("pane");
+    QTest::addColumn<int>("way");
+    QTest::addColumn<int>("x");
+    QTest::newRow("from the left pane to the right one") << 0 << 80 << 380;
+    QTest::newRow("from the right pane to the left one") << 1 << -160 << 260;
+}
+
 // A drag over the gap does not jump by the width of a pane.
 void TestViewerInput::anOverlayDragStaysInItsPane()
 {
+    QFETCH(int, pane);
+    QFETCH(int, way);
+    QFETCH(int, x);
     ShownViewer shown(QSize(402, 240));
     QCOMPARE(shown.viewer->displayPair(places().record(), places().record()), 1);
     const double ratio = shown.view.devicePixelRatioF();
@@ -359,11 +389,11 @@ void TestViewerInput::anOverlayDragStaysInItsPane()
                                                {"rect.w", "20"},
                                                {"rect.h", "20"},
                                                {"adjust", "1"}});
-    const int left = (340 - 270) * 2;
+    const int left = (340 - 270) * 2 + pane * 202;
     shown.press(QPoint(left, 120));
-    shown.move(QPoint(left + 80, 120), Qt::LeftButton);
-    shown.release(QPoint(left + 80, 120));
-    QCOMPARE(shown.viewer->stage()->find("@dump")->value() & 0xFFFF, std::int64_t{380});
+    shown.move(QPoint(left + way, 120), Qt::LeftButton);
+    shown.release(QPoint(left + way, 120));
+    QCOMPARE(shown.viewer->stage()->find("@dump")->value() & 0xFFFF, std::int64_t{x});
 }
 
 void TestViewerInput::buttonsAreTold()
@@ -399,6 +429,27 @@ void TestViewerInput::aMoveIsToldOnce()
     QCOMPARE(numberIn(shown.listener.last("mouse.down"), "win.x"), 53);
 }
 
+void TestViewerInput::whatAScrollAreaPassesOnIsToldOnce()
+{
+    Host host;
+    QAbstractScrollArea view;
+    view.installEventFilter(&host);
+    view.resize(200, 160);
+    view.show();
+    ZorDisplayProcessor* viewer = ZorDisplayCPU::CreateComponent(&view);
+    Listener listener;
+    char address[64] = {};
+    std::snprintf(address, sizeof address, "%p",
+                  static_cast<void*>(static_cast<ZorDisplayCommand*>(&listener)));
+    ParameterMap proc{{"proc", address}};
+    QCOMPARE(viewer->command("cmd.system.notification.add", &proc), 1);
+    QCOMPARE(viewer->display(places().record()), 0);
+    QTest::mousePress(view.viewport(), Qt::RightButton, Qt::NoModifier, QPoint(30, 20));
+    QCOMPARE(listener.count("mouse.down"), 1);
+    QCOMPARE(host.types.count(QEvent::MouseButtonPress), 1);
+    ZorDisplayCPU::DeleteComponent(viewer);
+}
+
 void TestViewerInput::overlayBorderMovesAndCornerSizes_data()
 {
     QTest::addColumn<QPoint>("from");
@@ -426,12 +477,7 @@ void TestViewerInput::overlayBorderMovesAndCornerSizes()
     const double ratio = shown.view.devicePixelRatioF();
     shown.setScale(2.0 * ratio);
     shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
-    shown.run("cmd.display.overlay.rect.add", {{"objectID", "@dump"},
-                                               {"rect.x", "20"},
-                                               {"rect.y", "30"},
-                                               {"rect.w", "40"},
-                                               {"rect.h", "24"},
-                                               {"adjust", "1"}});
+    addDump(shown);
     const QPointF centre = shown.centre();
     shown.listener.heard.clear();
     QTest::mousePress(shown.surface(), Qt::LeftButton, Qt::NoModifier, from);
@@ -491,6 +537,53 @@ void TestViewerInput::aDragBesideTheOverlayPans()
     shown.drag(QPoint(80, 120), QPoint(100, 120));
     QVERIFY(shown.centre() != before);
     QCOMPARE(shown.viewer->stage()->find("@inspect")->value() & 0xFFFF, std::int64_t{120});
+}
+
+void TestViewerInput::anOverlayIsTakenWithinFourPixels_data()
+{
+    QTest::addColumn<int>("x");
+    QTest::addColumn<bool>("isTaken");
+    QTest::newRow("five pixels outside") << 35 << false;
+    QTest::newRow("four pixels outside") << 36 << true;
+    QTest::newRow("the fourth pixel inside") << 43 << true;
+    QTest::newRow("the fifth pixel inside") << 44 << false;
+}
+
+// Of a widget, on every screen. The left border lies between pixels 39 and 40.
+void TestViewerInput::anOverlayIsTakenWithinFourPixels()
+{
+    QFETCH(int, x);
+    QFETCH(bool, isTaken);
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    shown.setScale(2.0 * shown.view.devicePixelRatioF());
+    shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
+    addDump(shown);
+    shown.drag(QPoint(x, 84), QPoint(x + 20, 84));
+    QCOMPARE(shown.viewer->stage()->find("@dump")->value() & 0xFFFF, std::int64_t{isTaken ? 30 : 20});
+}
+
+void TestViewerInput::aDragEndsWithTheRelease_data()
+{
+    QTest::addColumn<QPoint>("from");
+    QTest::newRow("of the picture") << QPoint(200, 200);
+    QTest::newRow("of an overlay") << QPoint(40, 84);
+}
+
+// A double click begins none, and the moves after it continue none.
+void TestViewerInput::aDragEndsWithTheRelease()
+{
+    QFETCH(QPoint, from);
+    ShownViewer shown(QSize(320, 240));
+    shown.show(places());
+    shown.setScale(2.0 * shown.view.devicePixelRatioF());
+    shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
+    addDump(shown);
+    shown.drag(from, from + QPoint(20, 10));
+    shown.press(QPoint(250, 200), QEvent::MouseButtonDblClick);
+    const QImage before = shown.grab();
+    shown.move(QPoint(200, 150), Qt::LeftButton);
+    QCOMPARE(shown.grab(), before);
 }
 
 QTEST_MAIN(TestViewerInput)

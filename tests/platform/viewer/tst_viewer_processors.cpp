@@ -19,6 +19,7 @@ private slots:
     void processorsAreDeletedByTheViewer();
     void aProcessorWithoutOutputIsPassedOver();
     void rebuildRunsTheProcessorsOnTheCopy();
+    void rebuildRunsTheProcessorsOnBothOfAPair();
     void theLastOutputIsSeenInItsOwnFormat_data();
     void theLastOutputIsSeenInItsOwnFormat();
     void nothingOfAProcessorsBufferIsReadLater_data();
@@ -218,6 +219,16 @@ void TestViewerProcessors::rebuildRunsTheProcessorsOnTheCopy()
     shown.viewer->settings()->run("processing.proc.del");
     shown.run("cmd.image.rebuild");
     QCOMPARE(qRed(shown.pixel(5, 5)), 10);
+}
+
+void TestViewerProcessors::rebuildRunsTheProcessorsOnBothOfAPair()
+{
+    ShownViewer shown(QSize(82, 30));
+    QCOMPARE(shown.viewer->displayPair(flat(10).record(), flat(20).record()), 1);
+    addProcessor(shown, new Painter(1));
+    QCOMPARE(shown.run("cmd.image.rebuild"), 1);
+    QCOMPARE(qRed(shown.pixel(20, 15)), 21);
+    QCOMPARE(qRed(shown.pixel(62, 15)), 41);
 }
 
 void TestViewerProcessors::theLastOutputIsSeenInItsOwnFormat_data()
