@@ -6,11 +6,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <exception>
 #include <iostream>
 #include <new>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace zor {
 
@@ -30,13 +32,33 @@ std::string commandName(const CLI::App& app)
     return "zorffc";
 }
 
+std::vector<std::string> commandNames(const CLI::App& app)
+{
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+        names.push_back(command->get_name());
+    return names;
+}
+
+int reportNoCommand(const std::string& problem, const std::vector<std::string>& commands)
+{
+    std::string list;
+    for (const std::string& name : commands)
+        list += (list.empty() ? "" : &name == &commands.back() ? " or " : ", ") + name;
+    return reportError(problem + "; name one: " + list + "; see zorffc --help");
+}
+
 int parse(CLI::App& app, int argc, char** argv)
 {
+    const std::vector<std::string> commands = commandNames(app);
+    const std::string word = argc > 1 ? argv[1] : "";
+    const bool isOption = word.size() > 1 && word[0] == '-';
+    if (argc > 1 && !isOption && std::find(commands.begin(), commands.end(), word) == commands.end())
+        return reportNoCommand("unknown command '" + word + "'", commands);
     try {
         app.parse(argc, argv);
         if (app.get_subcommands().empty())
-            return reportError(
-                "no command; name one: compute, report, convert, formats or simulate; see zorffc --help");
+            return reportNoCommand("no command", commands);
     } catch (const CLI::Success& success) {
         // Help and version: the parser has what was asked for.
         std::ostringstream text;

@@ -56,10 +56,21 @@ void tst_zorffc_usage::wrongUseEndsWith2AndOneLine_data()
     QTest::addColumn<QString>("names");
     QTest::newRow("nothing") << QStringList{}
                              << "no command; name one: compute, report, convert, formats or simulate";
-    QTest::newRow("an unknown command") << QStringList{"compile"} << "compile";
-    QTest::newRow("an unknown option") << QStringList{"--fast"} << "--fast";
-    QTest::newRow("an empty word") << QStringList{""} << "not expected";
-    QTest::newRow("a word of two lines") << QStringList{"com\npute"} << "com pute";
+    const QString list = "; name one: compute, report, convert, formats or simulate; see zorffc --help\n";
+    QTest::newRow("an unknown command") << QStringList{"compile"} << "unknown command 'compile'" + list;
+    QTest::newRow("the beginning of a command") << QStringList{"comp"} << "unknown command 'comp'" + list;
+    QTest::newRow("a command in capital letters")
+        << QStringList{"Compute"} << "unknown command 'Compute'" + list;
+    QTest::newRow("an unknown command with arguments")
+        << QStringList{"comp", "f.pgm", "--help"} << "unknown command 'comp'" + list;
+    QTest::newRow("a dash") << QStringList{"-"} << "unknown command '-'" + list;
+    QTest::newRow("two dashes") << QStringList{"--"} << "no command" + list;
+    QTest::newRow("an unknown option") << QStringList{"--fast"} << "not expected: --fast; see zorffc --help";
+    QTest::newRow("an unknown letter") << QStringList{"-x"} << "not expected: -x; see zorffc --help";
+    QTest::newRow("an empty word") << QStringList{""} << "unknown command ''" + list;
+    QTest::newRow("a word of two lines") << QStringList{"com\npute"} << "unknown command 'com pute'" + list;
+    QTest::newRow("two commands, of which the second is a word of the first")
+        << QStringList{"formats", "simulate"} << "TEXT: no pixel format has 'simulate'";
     QTest::newRow("compute without anything") << QStringList{"compute"} << "zorffc compute --help";
     QTest::newRow("simulate without an output") << QStringList{"simulate"} << "--output";
     QTest::newRow("report without a coefficient file")
