@@ -15,6 +15,7 @@ struct Depth
 {
     std::uint32_t bits;
     std::string source;
+    bool guessed = false;
 };
 
 Depth chooseDepth(const StoredSamples& samples, std::optional<std::uint32_t> asked)
@@ -24,10 +25,11 @@ Depth chooseDepth(const StoredSamples& samples, std::optional<std::uint32_t> ask
     if (samples.told)
         return {depthForBits(samples.told->bits), samples.told->source};
     const std::uint16_t largest = *std::max_element(samples.values.begin(), samples.values.end());
-    return {depthForBits(bitsForValue(largest)), "largest sample " + std::to_string(largest)};
+    return {depthForBits(bitsForValue(largest)), "largest sample " + std::to_string(largest), true};
 }
 
-void checkSamples(const std::string& path, const StoredSamples& samples, const Depth& depth)
+void checkSamples(const std::string& path, const StoredSamples& samples, const Depth& depth,
+                  const std::string& advice)
 {
     const std::uint32_t limit = (1U << depth.bits) - 1;
     const auto above = std::find_if(samples.values.begin(), samples.values.end(),
@@ -37,7 +39,7 @@ void checkSamples(const std::string& path, const StoredSamples& samples, const D
     const auto index = static_cast<std::size_t>(above - samples.values.begin());
     failFrame(path, "the sample " + std::to_string(*above) + " at " + samplePlace(samples.width, index) +
                         " is above " + std::to_string(limit) + ", the limit of depth " +
-                        std::to_string(depth.bits) + " (" + depth.source + "); give a larger --depth");
+                        std::to_string(depth.bits) + " (" + depth.source + "); " + advice);
 }
 
 } // namespace
@@ -64,11 +66,12 @@ std::string samplePlace(std::uint32_t width, std::size_t index)
     return "column " + std::to_string(index % width) + ", row " + std::to_string(index / width) + " (from 0)";
 }
 
-Frame frameFromSamples(const std::string& path, const StoredSamples& samples,
-                       std::optional<std::uint32_t> asked)
+Frame frameFromSamples(const std::string& path, const StoredSamples& samples, const FrameOptions& options)
 {
-    const Depth depth = chooseDepth(samples, asked);
-    checkSamples(path, samples, depth);
+    const Depth depth = chooseDepth(samples, options.depth);
+    checkSamples(path, samples, depth,
+                 options.depthIsOffered ? "give a larger --depth"
+                                        : "correct this entry or write the file again");
 
     Frame frame;
     frame.width = samples.width;
@@ -76,6 +79,7 @@ Frame frameFromSamples(const std::string& path, const StoredSamples& samples,
     frame.pixelType = monoTargetForDepth(depth.bits);
     frame.pitch = static_cast<std::uint32_t>(tightPitch(frame.pixelType, frame.width));
     frame.depthSource = depth.source;
+    frame.depthGuessed = depth.guessed && depth.bits > 8 && depth.bits < 16;
     if (depth.bits == 8) {
         frame.pixels.resize(samples.values.size());
         std::transform(samples.values.begin(), samples.values.end(), frame.pixels.begin(),

@@ -14,10 +14,9 @@ std::uint32_t depthForBits(std::uint32_t bits);
 /// Where a sample stands, for an error's text; `index` counts from 0, line after line.
 std::string samplePlace(std::uint32_t width, std::size_t index);
 
-/// A frame in the plain mono format of its depth, with the samples unchanged: the depth is `asked` when
-/// given, else what the file tells, else what the largest sample needs. Throws FrameError for a sample above
-/// the depth.
-Frame frameFromSamples(const std::string& path, const StoredSamples& samples,
-                       std::optional<std::uint32_t> asked);
+/// A frame in the plain mono format of its depth, with the samples unchanged: the depth is that of the
+/// options when given, else what the file tells, else what the largest sample needs. Throws FrameError for a
+/// sample above the depth.
+Frame frameFromSamples(const std::string& path, const StoredSamples& samples, const FrameOptions& options);
 
 } // namespace zor

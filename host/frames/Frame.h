@@ -20,6 +20,8 @@ struct Frame
     std::vector<std::uint8_t> pixels;
     /// Where the depth comes from, as a person reads it: "maxval 4095", "largest sample 3981", "--depth 12".
     std::string depthSource;
+    /// Nothing tells the depth but the largest sample, and the stored words have room for more bits.
+    bool depthGuessed = false;
 
     /// A record that borrows this frame's pixels: valid while the frame lives and is not changed.
     _ZorImage record() const;
@@ -36,6 +38,7 @@ enum class WhiteIsZero
 struct FrameOptions
 {
     std::optional<std::uint32_t> depth; ///< 8, 10, 12 or 16: overrides the depth of a PGM, PNG or TIFF file
+    bool depthIsOffered = true;         ///< texts may advise to give a depth
     /// Needed for a TIFF file whose 0 is white, refused for any other file.
     std::optional<WhiteIsZero> whiteIsZero;
     /// Set for a raw dump, which has no header of its own.
@@ -57,8 +60,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Reads a frame from a PGM (P2, P5), grey PNG or grey TIFF file, told by its content, or from a raw dump when
-/// `options.raw` is set. Throws FrameError.
+/// Reads a frame from a PGM (P2, P5), grey PNG or grey TIFF file, told by its content, or from a raw dump
+/// when `options.raw` is set. Throws FrameError.
 Frame readFrame(const std::string& path, const FrameOptions& options);
 
 } // namespace zor

@@ -60,7 +60,7 @@ Frame readFrame(const std::string& path, const FrameOptions& options)
     try {
         if (options.raw)
             return readRaw(path, *options.raw);
-        return frameFromSamples(path, readPicture(path, options), options.depth);
+        return frameFromSamples(path, readPicture(path, options), options);
     } catch (const std::bad_alloc&) {
         failFrame(path, "there is not enough memory for a frame of this size; use a smaller frame or close "
                         "other programs");

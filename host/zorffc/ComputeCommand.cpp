@@ -59,7 +59,7 @@ void compute(const ComputeArguments& arguments)
     output.commit();
     printWarnings(arguments.frame.path, frameWarnings(mono.view()));
     printWarnings(arguments.frame.path, gainWarnings(mono.view(), gains, fractionBits));
-    printWarnings(arguments.frame.path, limitWarnings(mono.view(), corrected.view()));
+    printWarnings(arguments.frame.path, limitWarnings(mono.view(), corrected.view(), frame.depthGuessed));
 }
 
 } // namespace

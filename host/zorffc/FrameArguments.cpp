@@ -38,6 +38,7 @@ CLI::Option* addDumpArguments(CLI::App& command, FrameArguments& arguments)
 void addFrameArguments(CLI::App& command, FrameArguments& arguments)
 {
     CLI::Option* format = addDumpArguments(command, arguments);
+    arguments.hasDepthOption = true;
     addChoice(command, "--depth", arguments.depth, {8, 10, 12, 16},
               "Significant bits of a sample, in place of what the file says")
         ->excludes(format);
@@ -49,6 +50,7 @@ Frame readFrame(const FrameArguments& arguments)
         throw CommandError("FRAME: the file name is empty; name a file");
 
     FrameOptions options;
+    options.depthIsOffered = arguments.hasDepthOption;
     if (arguments.depth != 0)
         options.depth = arguments.depth;
     if (arguments.whiteIsZero)

@@ -17,6 +17,7 @@ struct FrameArguments
 {
     std::string path;
     std::uint32_t depth = 0;           ///< 0: as the file says
+    bool hasDepthOption = false;       ///< the command can be told the depth
     std::optional<std::string> format; ///< nothing: the file has a header of its own
     FrameSize size;
     std::optional<std::uint64_t> pitch;

@@ -62,13 +62,14 @@ void addGainWarnings(std::vector<std::string>& warnings, const std::string& noun
         ++mean;
     }
     if (endless > 0)
-        warnings.push_back(counted(endless, noun + " gain") +
+        warnings.push_back(counted(endless, noun + " gain") + (endless == 1 ? " is" : " are") +
                            " no finite number although there is light in the frame; choose another target "
                            "with --normalize or --mean");
     if (large > 0)
-        warnings.push_back(counted(large, noun + " gain") + " of " + fixedText(beyond, 0) +
-                           " or more, which wrap in the file's 32-bit values; choose a lower target with "
-                           "--normalize or --mean");
+        warnings.push_back(counted(large, noun + " gain") + (large == 1 ? " is " : " are ") +
+                           fixedText(beyond, 0) +
+                           " or more, which wraps in the file's 32-bit values; choose a "
+                           "lower target with --normalize or --mean");
 }
 
 } // namespace
@@ -114,16 +115,19 @@ std::vector<std::string> gainWarnings(const ConstImageView& frame, const FrameGa
     return warnings;
 }
 
-std::vector<std::string> limitWarnings(const ConstImageView& frame, const ConstImageView& corrected)
+std::vector<std::string> limitWarnings(const ConstImageView& frame, const ConstImageView& corrected,
+                                       bool depthGuessed)
 {
     const double limited = newlySaturatedShare(frame, corrected);
     if (limited <= TolerableShare)
         return {};
+    const std::string depthAdvice =
+        depthGuessed ? "give --depth, because the depth is guessed from the largest sample, " : "";
     return {percent(limited) + " of the pixels are limited to " +
             std::to_string(saturationLimit(frame.depth)) +
-            " by the correction, which hides what is left of the pattern; aim lower with compute --normalize "
-            "V, which acts on columns and on rows, so as V * V on the level, or take the frame with less "
-            "light"};
+            " by the correction, which hides what is left of the pattern; " + depthAdvice +
+            "aim lower with compute --normalize V, which acts on columns and on rows, so as V * V on the "
+            "level, or take the frame with less light"};
 }
 
 } // namespace zor

@@ -20,7 +20,9 @@ std::vector<std::string> frameWarnings(const ConstImageView& frame);
 std::vector<std::string> gainWarnings(const ConstImageView& frame, const FrameGains& gains,
                                       std::uint8_t fractionBits);
 
-/// Pixels that only the correction brings to the limit of the depth.
-std::vector<std::string> limitWarnings(const ConstImageView& frame, const ConstImageView& corrected);
+/// Pixels that only the correction brings to the limit of the depth, which may be too low where it was
+/// guessed.
+std::vector<std::string> limitWarnings(const ConstImageView& frame, const ConstImageView& corrected,
+                                       bool depthGuessed);
 
 } // namespace zor

@@ -142,7 +142,7 @@ void report(const ReportArguments& arguments)
                  "Picture          " + oneLine(arguments.output) + "\n");
     output.commit();
     printWarnings(arguments.ffc, precisionWarnings(arguments, ffc.columns));
-    printWarnings(arguments.frame.path, limitWarnings(mono.view(), corrected.view()));
+    printWarnings(arguments.frame.path, limitWarnings(mono.view(), corrected.view(), frame.depthGuessed));
 }
 
 } // namespace

@@ -64,6 +64,8 @@ private slots:
     void summaryOfAFrameWithoutLight();
     void warnsOfAPoorFrame_data();
     void warnsOfAPoorFrame();
+    void aGuessedDepthThatLimitsPixelsIsTold_data();
+    void aGuessedDepthThatLimitsPixelsIsTold();
     void theWayOutOfAWrappedFrameLeavesItFlat();
     void keepsALinkAndThePermissionsOfTheTarget();
     void keepsTheOwnerOfTheTarget();
@@ -234,7 +236,7 @@ void tst_zorffc_compute::warnsOfAPoorFrame_data()
     const QString endless =
         " no finite number although there is light in the frame; choose another target with "
         "--normalize or --mean";
-    const QString wrapped = " or more, which wrap in the file's 32-bit values; choose a lower target with "
+    const QString wrapped = " or more, which wraps in the file's 32-bit values; choose a lower target with "
                             "--normalize or --mean";
     const QByteArray flat = pgm(2, 2, 255, {100, 200, 100, 200});
 
@@ -303,20 +305,20 @@ void tst_zorffc_compute::warnsOfAPoorFrame_data()
         << pgm(2, 2, 255, {255, 255, 255, 255}) << QStringList{}
         << QStringList{"100.0 % of the pixels are saturated; take the frame with less light or exposure"};
     QTest::newRow("a target of next to nothing leaves the rows without a gain")
-        << flat << QStringList{"--normalize", "0.001"} << QStringList{"2 row gains" + endless};
+        << flat << QStringList{"--normalize", "0.001"} << QStringList{"2 row gains are" + endless};
     QTest::newRow("a target beyond all numbers")
         << flat << QStringList{"--normalize", "1e308"}
-        << QStringList{"2 column gains" + endless, "2 row gains" + endless};
+        << QStringList{"2 column gains are" + endless, "2 row gains are" + endless};
     QTest::newRow("gains that wrap at 8 fraction bits")
         << pgm(1, 1, 255, {100}) << QStringList{"--normalize", "8388608"}
-        << QStringList{"1 column gain of 8388608" + wrapped, "1 row gain of 8388608" + wrapped,
+        << QStringList{"1 column gain is 8388608" + wrapped, "1 row gain is 8388608" + wrapped,
                        "100.0 %" + limited.arg(255)};
     QTest::newRow("gains just below do not wrap, and limit the frame")
         << pgm(1, 1, 255, {100}) << QStringList{"--normalize", "8388607"}
         << QStringList{"100.0 %" + limited.arg(255)};
     QTest::newRow("gains that wrap at 12 fraction bits")
         << pgm(1, 1, 255, {100}) << QStringList{"--normalize", "524288", "--precision", "12"}
-        << QStringList{"1 column gain of 524288" + wrapped, "1 row gain of 524288" + wrapped,
+        << QStringList{"1 column gain is 524288" + wrapped, "1 row gain is 524288" + wrapped,
                        "100.0 %" + limited.arg(255)};
 }
 
@@ -332,6 +334,49 @@ void tst_zorffc_compute::warnsOfAPoorFrame()
         lines += "zorffc: warning: f.pgm: " + warning + "\n";
     QCOMPARE(run.err, lines);
     QCOMPARE(run.exitCode, 0);
+}
+
+void tst_zorffc_compute::aGuessedDepthThatLimitsPixelsIsTold_data()
+{
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<int>("brightest");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<int>("limit");
+    QTest::addColumn<bool>("isAdvised");
+    QTest::newRow("the largest sample needs 10 bits") << 16 << 900 << QStringList{} << 1023 << true;
+    QTest::newRow("the largest sample needs 12 bits") << 16 << 3900 << QStringList{} << 4095 << true;
+    QTest::newRow("the depth is told") << 16 << 900 << QStringList{"--depth", "10"} << 1023 << false;
+    QTest::newRow("the largest sample needs all 16 bits") << 16 << 63000 << QStringList{} << 65535 << false;
+    QTest::newRow("samples of one byte have no more") << 8 << 240 << QStringList{} << 255 << false;
+}
+
+void tst_zorffc_compute::aGuessedDepthThatLimitsPixelsIsTold()
+{
+    QFETCH(int, bits);
+    QFETCH(int, brightest);
+    QFETCH(QStringList, options);
+    QFETCH(int, limit);
+    QFETCH(bool, isAdvised);
+    // Two bright pixels in one direction, two of half the light in the other: the bright ones get above.
+    QImage image(2, 2, bits == 16 ? QImage::Format_Grayscale16 : QImage::Format_Grayscale8);
+    for (int y = 0; y < 2; ++y) {
+        for (int x = 0; x < 2; ++x) {
+            const int sample = x == y ? brightest : brightest / 2;
+            if (bits == 16)
+                reinterpret_cast<quint16*>(image.scanLine(y))[x] = quint16(sample);
+            else
+                image.scanLine(y)[x] = uchar(sample);
+        }
+    }
+    QVERIFY(image.save(path("f.png")));
+    const ZorffcRun run =
+        compute(QStringList{"f.png", "--output", "f.ffc", "--normalize", "1.1"} + Header + options);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    const QString limited = QString("zorffc: warning: f.png: 50.0 % of the pixels are limited to %1 by the "
+                                    "correction, which hides what is left of the pattern; ")
+                                .arg(limit);
+    const QString advice = "give --depth, because the depth is guessed from the largest sample, ";
+    QVERIFY2(run.err.contains(limited + (isAdvised ? advice : "") + "aim lower"), qPrintable(run.told()));
 }
 
 void tst_zorffc_compute::theWayOutOfAWrappedFrameLeavesItFlat()

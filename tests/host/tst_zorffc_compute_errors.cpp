@@ -1,3 +1,4 @@
+#include "ContradictoryPng.h"
 #include "ZorffcRun.h"
 
 #include <QDir>
@@ -87,6 +88,11 @@ void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget_data()
     QTest::newRow("a depth that is none") << good + QStringList{"--depth", "14"} << "--depth";
     QTest::newRow("a sample above the depth")
         << QStringList{"wide.pgm", "--depth", "10"} + Header << "wide.pgm";
+    QTest::newRow("a picture that contradicts itself")
+        << QStringList{"sbit.png"} + Header
+        << "sbit.png: the sample 2049 at column 0, row 0 (from 0) is above 1023, the limit of depth 10 (sBIT "
+           "10); "
+           "give a larger --depth";
     QTest::newRow("an empty title") << QStringList{"f.pgm", "--title", "", "--camera", "C"} << "--title";
     QTest::newRow("an empty camera") << QStringList{"f.pgm", "--title", "T", "--camera", ""} << "--camera";
     QTest::newRow("a title of two lines")
@@ -136,6 +142,7 @@ void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget()
     writeFile(path("empty.pgm"), {});
     writeFile(path("short.pgm"), smallFrame().chopped(1));
     writeFile(path("text.pgm"), "not a frame\n");
+    writeFile(path("sbit.png"), contradictoryPng());
     writeFile(path("f.raw"), QByteArray("\x01\x02\xFF\xFF", 4));
     QCOMPARE(::mkfifo(qPrintable(path("pipe")), 0600), 0);
     QVERIFY(QFile::link("loop.pgm", path("loop.pgm")));

@@ -23,6 +23,10 @@ private slots:
     void aDumpBecomesItsSamples();
     void theDepthOfThePictureCanBeAsked_data();
     void theDepthOfThePictureCanBeAsked();
+    void aStretchedPictureHasFullScale_data();
+    void aStretchedPictureHasFullScale();
+    void aPictureThatViewersShowDarkIsTold_data();
+    void aPictureThatViewersShowDarkIsTold();
     void theEndingTellsTheKind_data();
     void theEndingTellsTheKind();
     void picturesGoThroughAllKindsUnchanged_data();
@@ -168,6 +172,72 @@ void tst_zorffc_convert::theDepthOfThePictureCanBeAsked()
     const ZorffcRun run = convert(frame + QStringList{"f.pgm", "--depth", depth});
     QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
     QCOMPARE(readFile(path("f.pgm")), pgm(2, 1, maxval, samples));
+}
+
+void tst_zorffc_convert::aStretchedPictureHasFullScale_data()
+{
+    QTest::addColumn<QStringList>("frame");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("maxval");
+    QTest::addColumn<Samples>("samples");
+    const auto dump = [](const char* format) {
+        return QStringList{"f.in", "--size", "2x1", "--format", format};
+    };
+    const auto hex = [](const char* text) { return QByteArray::fromHex(text); };
+    QTest::newRow("8 bits fill their byte") << dump("Mono8") << hex("12FF") << 255 << Samples{0x12, 255};
+    QTest::newRow("10 bits: the six highest are repeated below")
+        << dump("Mono10") << hex("FF03 0102") << 65535 << Samples{65535, 0x8060};
+    QTest::newRow("12 bits: the four highest are repeated below")
+        << dump("Mono12Packed") << hex("FFF264") << 65535 << Samples{0xFF2F, 0x64F6};
+    QTest::newRow("all 12 bits of Mono12p")
+        << dump("Mono12p") << hex("FF3F12") << 65535 << Samples{65535, 0x1231};
+    QTest::newRow("14 bits") << dump("Mono14") << hex("FF3F 3412") << 65535 << Samples{65535, 18641};
+    QTest::newRow("16 bits stay") << dump("Mono16") << hex("CDABFFFF") << 65535 << Samples{0xABCD, 0xFFFF};
+    QTest::newRow("colour of 12 bits")
+        << dump("RGB12") << hex("BC0ABC0ABC0A FF0FFF0FFF0F") << 65535 << Samples{0xABCA, 0xFFFF};
+    QTest::newRow("a PGM of 12 bits")
+        << QStringList{"f.in"} << pgm(2, 1, 4095, {0xABC, 15}) << 65535 << Samples{0xABCA, 0xF0};
+}
+
+void tst_zorffc_convert::aStretchedPictureHasFullScale()
+{
+    QFETCH(QStringList, frame);
+    QFETCH(QByteArray, bytes);
+    QFETCH(int, maxval);
+    QFETCH(Samples, samples);
+    writeFile(path("f.in"), bytes);
+    const ZorffcRun run = convert(frame + QStringList{"f.pgm", "--stretch"});
+    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QCOMPARE(readFile(path("f.pgm")), pgm(2, 1, maxval, samples));
+}
+
+void tst_zorffc_convert::aPictureThatViewersShowDarkIsTold_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QStringList>("output");
+    QTest::addColumn<QString>("note");
+    const QString dark =
+        ": %1 bits in samples of 16, nearly black in most viewers; --stretch makes a bright one";
+    QTest::newRow("a PNG of 12 bits") << "Mono12" << QStringList{"f.png"} << dark.arg(12);
+    QTest::newRow("a TIFF of 10 bits") << "Mono10" << QStringList{"f.tif"} << dark.arg(10);
+    QTest::newRow("a TIFF with four letters") << "Mono12" << QStringList{"f.tiff"} << dark.arg(12);
+    QTest::newRow("a PNG of 16 bits that are to be 10")
+        << "Mono16" << QStringList{"f.png", "--depth", "10"} << dark.arg(10);
+    QTest::newRow("a PGM, whose maxval every viewer knows") << "Mono12" << QStringList{"f.pgm"} << "";
+    QTest::newRow("a stretched PNG") << "Mono12" << QStringList{"f.png", "--stretch"} << "";
+    QTest::newRow("a PNG of 16 bits") << "Mono16" << QStringList{"f.png"} << "";
+    QTest::newRow("a PNG of 14 bits, which come down to 8") << "Mono14" << QStringList{"f.png"} << "";
+}
+
+void tst_zorffc_convert::aPictureThatViewersShowDarkIsTold()
+{
+    QFETCH(QString, format);
+    QFETCH(QStringList, output);
+    QFETCH(QString, note);
+    writeFile(path("f.raw"), QByteArray(8, '\1'));
+    const ZorffcRun run = convert(QStringList{"f.raw", "--format", format, "--size", "2x2"} + output);
+    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.told()));
+    QVERIFY2(run.out.endsWith("\nPicture          " + output[0] + note + "\n"), qPrintable(run.told()));
 }
 
 void tst_zorffc_convert::theEndingTellsTheKind_data()

@@ -1,3 +1,4 @@
+#include "ContradictoryPng.h"
 #include "ZorffcRun.h"
 
 #include <QDir>
@@ -30,6 +31,7 @@ void tst_zorffc_convert_errors::init()
     writeFile(path("f.raw"), "ABCD");
     writeFile(path("f.pgm"), pgm(2, 2, 255, {1, 2, 3, 4}));
     writeFile(path("wide.raw"), QByteArray("\x01\x02\xFF\xFF", 4));
+    writeFile(path("sbit.png"), contradictoryPng());
     writeFile(path("target.png"), "what was there");
     QVERIFY(QDir(m_folder->path()).mkdir("folder.png"));
     QVERIFY(QFile::link("loop.png", path("loop.png")));
@@ -107,6 +109,15 @@ void tst_zorffc_convert_errors::refusesWhatIsWrong_data()
         << "wide.raw: the sample 65535 at column 1, row 0 (from 0) is above 4095, the limit of Mono12";
     QTest::newRow("a picture of 14 bits") << QStringList{"f.pgm", "target.png", "--depth", "14"}
                                           << "--depth: \"14\" does not fit; give one of 8|10|12|16";
+    QTest::newRow("a depth and all bits")
+        << QStringList{"f.pgm", "target.png", "--depth", "16", "--stretch"} << "--depth excludes --stretch";
+    QTest::newRow("a value for a switch")
+        << QStringList{"f.pgm", "target.png", "--stretch=2"} << "--stretch: takes no value";
+    QTest::newRow("a picture that contradicts itself, whose depth cannot be told here")
+        << QStringList{"sbit.png", "target.png"}
+        << "sbit.png: the sample 2049 at column 0, row 0 (from 0) is above 1023, the limit of depth 10 (sBIT "
+           "10); "
+           "correct this entry or write the file again";
     QTest::newRow("an option of compute")
         << QStringList{"f.pgm", "target.png", "--precision", "8"} << "--precision";
 }

@@ -222,6 +222,19 @@ void tst_zorffc_report::warnsOfLimitedPixels()
                                    "correction"),
              qPrintable(report.told()));
     QCOMPARE(report.err.count('\n'), 1);
+    QVERIFY2(!report.err.contains("--depth"), qPrintable(report.told()));
+
+    // A picture that does not tell its depth: 600 needs 10 bits and becomes 1200.
+    QImage picture(2, 1, QImage::Format_Grayscale16);
+    picture.fill(Qt::black);
+    reinterpret_cast<quint16*>(picture.scanLine(0))[1] = 600;
+    QVERIFY(picture.save(path("g.png")));
+    const ZorffcRun guessed = run({"report", "g.png", "--ffc", "f.ffc", "-o", "f.png"});
+    QVERIFY2(guessed.exitCode == 0, qPrintable(guessed.told()));
+    QVERIFY2(
+        guessed.err.contains("are limited to 1023 by the correction") &&
+            guessed.err.contains("; give --depth, because the depth is guessed from the largest sample, "),
+        qPrintable(guessed.told()));
 }
 
 void tst_zorffc_report::warningsWaitForTheEnd()
