@@ -1,8 +1,11 @@
 #include "tests/display/AdapterTools.h"
 
+#include <QCursor>
+#include <QSocketNotifier>
 #include <QtTest>
 
 #include <atomic>
+#include <unistd.h>
 
 namespace {
 
@@ -19,6 +22,29 @@ public:
 
 private:
     int* count;
+};
+
+/// Counts the events of one type that come to an object.
+class EventCounter : public QObject
+{
+public:
+    EventCounter(QObject* watched, QEvent::Type which)
+        : type(which)
+    {
+        watched->installEventFilter(this);
+    }
+
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        count += event->type() == type ? 1 : 0;
+        return false;
+    }
+
+private:
+    QEvent::Type type;
 };
 
 /// A thread that works while the test's thread, the view's own, delivers events.
@@ -64,12 +90,16 @@ private slots:
     void handledEvents();
     void aReservedEventReachesTheView();
     void postingNeedsEventAndView();
+    void postedEventsWaitTheirTurn();
     void pendingEventsArriveInsidePrepare();
+    void otherEventsOfTheThreadArriveInsidePrepare_data();
+    void otherEventsOfTheThreadArriveInsidePrepare();
     void anotherThreadWaitsForTheStart_data();
     void anotherThreadWaitsForTheStart();
     void anotherThreadShowsManyShapes();
     void anyHandledEventEndsTheWait_data();
     void anyHandledEventEndsTheWait();
+    void anEventThatIsHandledBeforeTheWaitEndsIt();
     void anAdapterMadeElsewhereMovesToItsView();
 
 private:
@@ -182,6 +212,19 @@ void tst_waiting::postingNeedsEventAndView()
     QCOMPARE(deletions, 4);
 }
 
+void tst_waiting::postedEventsWaitTheirTurn()
+{
+    const auto postPlainly = [this] {
+        QCoreApplication::postEvent(view.get(), new QEvent(DisplayEvHexDump), Qt::NormalEventPriority);
+    };
+    postPlainly();
+    adapter->postToView(new QEvent(DisplayEvViewChanged));
+    postPlainly();
+    QCoreApplication::sendPostedEvents();
+    const std::vector<int> expected = {DisplayEvHexDump, DisplayEvViewChanged, DisplayEvHexDump};
+    QCOMPARE(view->seenTypes(), expected);
+}
+
 void tst_waiting::pendingEventsArriveInsidePrepare()
 {
     adapter->postToView(new QEvent(DisplayEvViewChanged));
@@ -192,6 +235,47 @@ void tst_waiting::pendingEventsArriveInsidePrepare()
     // An unchanged frame lets them wait.
     QVERIFY(!adapter->prepareImage(&image, false));
     QCOMPARE(view->seen.size(), std::size_t(1));
+}
+
+void tst_waiting::otherEventsOfTheThreadArriveInsidePrepare_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::newRow("a posted event of another object") << "post";
+    QTest::newRow("what the user does") << "user";
+    QTest::newRow("a file that can be read") << "file";
+}
+
+void tst_waiting::otherEventsOfTheThreadArriveInsidePrepare()
+{
+    QFETCH(QString, source);
+    QObject other;
+    EventCounter posts(&other, QEvent::User);
+    EventCounter moves(view->viewport(), QEvent::MouseMove);
+    int ends[2];
+    QCOMPARE(pipe(ends), 0);
+    QSocketNotifier notifier(ends[0], QSocketNotifier::Read);
+    EventCounter reads(&notifier, QEvent::SockAct);
+    const EventCounter& expected = source == "post" ? posts : source == "user" ? moves : reads;
+    view->setMouseTracking(true);
+    view->setGeometry(100, 100, 200, 200);
+    view->show();
+    QVERIFY(QTest::qWaitForWindowExposed(view.get()));
+    QCursor::setPos(view->mapToGlobal(QPoint(50, 50)));
+    QCoreApplication::processEvents();
+    const int before = expected.count;
+
+    if (source == "post")
+        QCoreApplication::postEvent(&other, new QEvent(QEvent::User));
+    else if (source == "user")
+        QCursor::setPos(view->mapToGlobal(QPoint(60, 60)));
+    else
+        QCOMPARE(write(ends[1], "", 1), ssize_t(1));
+    QCOMPARE(expected.count, before);
+    const _ZorImage image = imageOf(64, 48);
+    QVERIFY(adapter->prepareImage(&image, false));
+    QCOMPARE(expected.count, before + 1);
+    close(ends[0]);
+    close(ends[1]);
 }
 
 void tst_waiting::anotherThreadWaitsForTheStart_data()
@@ -237,10 +321,14 @@ void tst_waiting::anotherThreadWaitsForTheStart()
 void tst_waiting::anotherThreadShowsManyShapes()
 {
     int changes = 0;
+    std::atomic<int> configured{0};
+    FakeViewer::script().onConfigure = [&](QWidget*) { ++configured; };
+    int early = 0;
     Worker worker([&] {
         for (std::uint32_t i = 0; i < 200; ++i) {
             const _ZorImage image = imageOf(64 + i / 2, 48);
             changes += adapter->prepareImage(&image, false) ? 1 : 0;
+            early += configured == changes ? 0 : 1;
             adapter->displayImage(&image);
             ParameterMap move = {{"code", "mouse.move"}, {"img.x", std::to_string(i)}};
             FakeViewer::notify("notification.view", &move);
@@ -249,6 +337,8 @@ void tst_waiting::anotherThreadShowsManyShapes()
     worker.finish();
     QCoreApplication::sendPostedEvents();
     QCOMPARE(changes, 100);
+    // Each shape waited for its own start.
+    QCOMPARE(early, 0);
     QCOMPARE(FakeViewer::callsOf("configure").size(), std::size_t(100));
     QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t(200));
     QCOMPARE(view->seen.size(), std::size_t(200));
@@ -281,6 +371,35 @@ void tst_waiting::anyHandledEventEndsTheWait()
     adapter->handleDisplayEvent(type == 0 ? nullptr : &event);
     worker.finish();
     QVERIFY(posted);
+}
+
+void tst_waiting::anEventThatIsHandledBeforeTheWaitEndsIt()
+{
+    auto* application = static_cast<TsanApplication*>(QCoreApplication::instance());
+    std::atomic<bool> posted{false};
+    std::atomic<bool> handled{false};
+    application->afterPost = [&] {
+        posted = true;
+        while (!handled)
+            std::this_thread::yield();
+    };
+    Worker worker([&] {
+        const _ZorImage image = imageOf(64, 48);
+        adapter->prepareImage(&image, false);
+    });
+    while (!posted)
+        std::this_thread::yield();
+    QCoreApplication::sendPostedEvents();
+    handled = true;
+    for (int i = 0; i < 3000 && !worker.isDone(); ++i)
+        QTest::qWait(10);
+    const bool ended = worker.isDone();
+    // A wait that missed its event ends now.
+    adapter->handleDisplayEvent(nullptr);
+    worker.finish();
+    application->afterPost = nullptr;
+    QVERIFY(ended);
+    QVERIFY(adapter->hasViewer());
 }
 
 void tst_waiting::anAdapterMadeElsewhereMovesToItsView()

@@ -32,6 +32,9 @@ extern "C" void __wrap__ZN16QCoreApplication9postEventEP7QObjectP6QEventi(QObjec
 {
     release(event);
     __real__ZN16QCoreApplication9postEventEP7QObjectP6QEventi(receiver, event, priority);
+    const auto* application = static_cast<TsanApplication*>(QCoreApplication::instance());
+    if (application->afterPost)
+        application->afterPost();
 }
 
 bool TsanApplication::notify(QObject* receiver, QEvent* event)

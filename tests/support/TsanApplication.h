@@ -2,6 +2,8 @@
 
 #include <QApplication>
 
+#include <functional>
+
 /// An application under which ThreadSanitizer sees how posted events travel between threads.
 ///
 /// Qt itself is not instrumented, so what a thread wrote before it posted an event looks unordered against
@@ -14,4 +16,8 @@ public:
     using QApplication::QApplication;
 
     bool notify(QObject* receiver, QEvent* event) override;
+
+    /// Called on the posting thread after each post of the program's own code, for a test that decides what
+    /// comes between a post and what follows it.
+    std::function<void()> afterPost{};
 };
