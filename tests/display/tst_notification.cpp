@@ -75,8 +75,15 @@ void tst_notification::becomesEvents_data()
         0, 0, true);
     row("a press of button 2 asks for the menu", "notification.view", "mouse.down", "2", 0, 0, true);
     row("a press without a button asks for the menu", "notification.view", "mouse.down", nullptr, 0, 0, true);
+    row("a press of button 10 asks for the menu", "notification.view", "mouse.down", "10", 0, 0, true);
+    row("a press of button -1 asks for the menu", "notification.view", "mouse.down", "-1", 0, 0, true);
+    row("a left press by a number with a zero before", "notification.view", "mouse.down", "01", down, 0);
+    row("a left press by a number with a sign", "notification.view", "mouse.down", "+1", down, 0);
+    row("a left press by a number with more text after", "notification.view", "mouse.down", "1.0", down, 0);
     row("a left release comes at once", "notification.view", "mouse.up", "1", up, 0);
     row("a left release under any name", "", "mouse.up", "1", up, 0);
+    row("a left release by a number with a zero before", "notification.view", "mouse.up", "01", up, 0);
+    row("a release of button 10 is nothing", "notification.view", "mouse.up", "10", 0, 0);
     row("a right release is nothing", "notification.view", "mouse.up", "0", 0, 0);
     row("a release without a button is nothing", "notification.view", "mouse.up", nullptr, 0, 0);
     row("a move is posted", "notification.view", "mouse.move", nullptr, 0, move);
