@@ -172,9 +172,11 @@ void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent_data()
     QTest::addColumn<int>("answer");
     QTest::addColumn<QString>("result");
     QTest::addColumn<bool>("hasWidget");
-    QTest::newRow("the command fails") << 0 << "1" << true;
-    QTest::newRow("the point lies outside") << 1 << "0" << true;
-    QTest::newRow("the viewer names no widget") << 1 << "1" << false;
+    QTest::addColumn<bool>("keepsMenu");
+    QTest::newRow("the command fails") << 0 << "1" << true << true;
+    QTest::newRow("the point lies outside") << 1 << "0" << true << true;
+    QTest::newRow("the viewer names no widget") << 1 << "1" << false << true;
+    QTest::newRow("the viewer takes its menu out of the map") << 1 << "1" << true << false;
 }
 
 void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent()
@@ -182,9 +184,16 @@ void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent()
     QFETCH(int, answer);
     QFETCH(QString, result);
     QFETCH(bool, hasWidget);
+    QFETCH(bool, keepsMenu);
     if (!hasWidget) {
         FakeViewer::script().answers["cmd.system.menu.create"] = [this](ParameterMap* map) {
             paramSetText(map, "qmenu", textFromPointer(menu.get()).c_str());
+            return 1;
+        };
+    }
+    if (!keepsMenu) {
+        FakeViewer::script().answers["cmd.system.menu.exec"] = [](ParameterMap* map) {
+            (*map)["qmenu"] = "";
             return 1;
         };
     }
@@ -197,7 +206,8 @@ void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent()
     QSignalSpy spy(view.get(), &DisplayView::sigHexDumpHere);
     menu->actions().at(2)->trigger();
     QCOMPARE(spy.size(), 0);
-    QCOMPARE(FakeViewer::callsOf("cmd.display.view.translate").size(), std::size_t(hasWidget ? 1 : 0));
+    QCOMPARE(FakeViewer::callsOf("cmd.display.view.translate").size(),
+             std::size_t(hasWidget && keepsMenu ? 1 : 0));
 }
 
 void tst_hex_dump_entries::withoutAViewNothingIsSent()
