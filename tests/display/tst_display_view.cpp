@@ -1,7 +1,9 @@
 #include "tests/display/AdapterTools.h"
 
 #include <QDir>
+#include <QGraphicsScene>
 #include <QImage>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QToolButton>
@@ -22,6 +24,7 @@ private slots:
     void theIconIsAFileOfTheHost();
     void theButtonIsSeenInFullScreenAlone_data();
     void theButtonIsSeenInFullScreenAlone();
+    void theBaseIsShownAfterTheButton();
     void aChangeOfStateWhileVisibleLeavesTheButton();
     void hiddenAndShownAgainKeepsTheButtonHidden();
     void onlyTheButtonEscapes();
@@ -164,6 +167,30 @@ void tst_display_view::theButtonIsSeenInFullScreenAlone()
     QShowEvent shown;
     QCoreApplication::sendEvent(&view, &shown);
     QCOMPARE(!view.findChild<QToolButton*>()->isHidden(), seen);
+}
+
+void tst_display_view::theBaseIsShownAfterTheButton()
+{
+    QGraphicsScene scene(0, 0, 1000, 1000);
+    QGraphicsView plain(&scene);
+    DisplayView view;
+    view.setScene(&scene);
+    // While they are hidden, nothing but a show event takes the new size up.
+    plain.resize(500, 400);
+    view.resize(500, 400);
+    view.setWindowState(Qt::WindowFullScreen);
+    const QScrollBar* bar = view.horizontalScrollBar();
+    const int before = bar->maximum();
+    const auto* button = view.findChild<QToolButton*>();
+    bool buttonWasThere = false;
+    connect(bar, &QScrollBar::rangeChanged, &view, [&] { buttonWasThere = !button->isHidden(); });
+    for (QWidget* shown : {static_cast<QWidget*>(&plain), static_cast<QWidget*>(&view)}) {
+        QShowEvent event;
+        QCoreApplication::sendEvent(shown, &event);
+    }
+    QVERIFY(bar->maximum() != before);
+    QCOMPARE(bar->maximum(), plain.horizontalScrollBar()->maximum());
+    QVERIFY(buttonWasThere);
 }
 
 void tst_display_view::aChangeOfStateWhileVisibleLeavesTheButton()
