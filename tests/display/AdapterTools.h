@@ -54,7 +54,7 @@ struct SeenEvent
 };
 
 /// A view that keeps what the adapter delivers to it. Messages also stand among the calls of the fake viewer,
-/// as "message TEXT", so that their place in the order shows.
+/// as "message TEXT" with the event as the argument, so that their place in the order shows.
 class RecordingView : public DisplayView
 {
 public:
@@ -94,7 +94,7 @@ protected:
             seen.push_back(entry);
         } else if (type == DisplayEvMessage) {
             const QString message = static_cast<DisplayAdapterQT::DisplayMessageEv*>(e)->message;
-            FakeViewer::calls().push_back({"message " + message.toStdString()});
+            FakeViewer::calls().push_back({"message " + message.toStdString(), false, {}, {}, e});
         } else if (type == DisplayEvStart || type == DisplayEvReserved || type == DisplayEvContextMenu ||
                    type == DisplayEvViewChanged || type == DisplayEvHexDump) {
             seen.push_back(entry);

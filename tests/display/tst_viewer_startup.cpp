@@ -12,6 +12,8 @@ private slots:
     void cleanup();
     void startsCommandByCommand_data();
     void startsCommandByCommand();
+    void theMessageIsTakenBackByTheSameEvent_data();
+    void theMessageIsTakenBackByTheSameEvent();
     void theViewersAnswersAreIgnored_data();
     void theViewersAnswersAreIgnored();
     void theMapIsNeverCleared();
@@ -30,6 +32,8 @@ private slots:
     void aHeaderThatCannotBeMadeStaysNull();
     void forceKeepsTheHeader();
     void withoutAViewTheGeometryIsRemembered();
+    void overlayDefaultsComeBetweenListenerAndFeatures_data();
+    void overlayDefaultsComeBetweenListenerAndFeatures();
     void overlayDefaultsAreRestored_data();
     void overlayDefaultsAreRestored();
 
@@ -130,6 +134,23 @@ void tst_viewer_startup::startsCommandByCommand()
     QCOMPARE(adapter->hasViewer(), canCreate);
     // The start event ends at the adapter.
     QVERIFY(view->seen.empty());
+}
+
+void tst_viewer_startup::theMessageIsTakenBackByTheSameEvent_data()
+{
+    QTest::addColumn<bool>("canCreate");
+    QTest::newRow("success") << true;
+    QTest::newRow("failed creation") << false;
+}
+
+void tst_viewer_startup::theMessageIsTakenBackByTheSameEvent()
+{
+    QFETCH(bool, canCreate);
+    FakeViewer::script().canCreate = canCreate;
+    start(false, 13);
+    const ViewerCall shown = FakeViewer::callsOf("message Initializing CPU viewer...").at(0);
+    const ViewerCall takenBack = FakeViewer::callsOf("message ").at(0);
+    QCOMPARE(takenBack.argument, shown.argument);
 }
 
 void tst_viewer_startup::theViewersAnswersAreIgnored_data()
@@ -428,6 +449,37 @@ void tst_viewer_startup::withoutAViewTheGeometryIsRemembered()
     QVERIFY(!prepare(imageOf(64, 48)));
     QVERIFY(!adapter->hasViewer());
     QCOMPARE(adapter->lastError(), 0u);
+}
+
+void tst_viewer_startup::overlayDefaultsComeBetweenListenerAndFeatures_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QStringList>("dump");
+    QTest::addColumn<QStringList>("inspect");
+    const QStringList dump = {"adjust=1", "line.clr=50372", "line.width=1", "objectID=@dump"};
+    const QStringList inspect = {"line.clr=16419840", "line.width=1", "objectID=@inspect"};
+    QTest::newRow("not there while the listener is added")
+        << "cmd.system.notification.add" << QStringList() << QStringList();
+    QTest::newRow("there when view events are asked for") << "cmd.display.view.nofication" << dump << inspect;
+    QTest::newRow("there when image events are asked for") << "cmd.parameter.set" << dump << inspect;
+}
+
+void tst_viewer_startup::overlayDefaultsComeBetweenListenerAndFeatures()
+{
+    QFETCH(QString, command);
+    QFETCH(QStringList, dump);
+    QFETCH(QStringList, inspect);
+    // The viewer has both overlays shown in the middle of the command.
+    FakeViewer::script().answers[command.toStdString()] = [this](ParameterMap*) {
+        adapter->showDumpOverlay(true);
+        adapter->showInspectOverlay(true);
+        return 1;
+    };
+    start(false, 15);
+    const auto shown = FakeViewer::callsOf("cmd.display.overlay.rect.add");
+    QCOMPARE(shown.size(), std::size_t(2));
+    QCOMPARE(textOf(shown[0].before), dump);
+    QCOMPARE(textOf(shown[1].before), inspect);
 }
 
 void tst_viewer_startup::overlayDefaultsAreRestored_data()
