@@ -153,8 +153,16 @@ void OddHosts::nextApplicationEndsWithoutReleaseToo()
 
 void OddHosts::processExitsWithoutTheEndOfTheApplication()
 {
-    QCOMPARE(QProcess::execute(QCoreApplication::applicationFilePath(), {QLatin1String(ExitArgument)}),
-             ExitCode);
+    QProcess host;
+    // What a process leaves behind when it exits is no leak.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"));
+    host.setProcessEnvironment(environment);
+    host.setProcessChannelMode(QProcess::ForwardedChannels);
+    host.start(QCoreApplication::applicationFilePath(), {QLatin1String(ExitArgument)});
+    QVERIFY(host.waitForFinished());
+    QCOMPARE(host.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(host.exitCode(), ExitCode);
 }
 
 // A host with a loader of its own, which knows of no object.
@@ -163,10 +171,10 @@ void OddHosts::libraryGoesWithoutTheEndOfItsObject()
     QLibrary library(QStringLiteral(ZOR_PLUGIN_FILE));
     const auto instance = reinterpret_cast<QtPluginInstanceFunction>(library.resolve("qt_plugin_instance"));
     QVERIFY(instance);
-    // Kept for the leak checker.
-    static QObject* object = nullptr;
+    // Kept where the leak checker finds it; the compiler drops a plain variable that nobody reads later.
+    static QObject* volatile object = nullptr;
     object = instance();
-    auto* plugIn = qobject_cast<ZBKInterfacePlugIn*>(object);
+    auto* plugIn = qobject_cast<ZBKInterfacePlugIn*>(static_cast<QObject*>(object));
     plugIn->Init(nullptr, nullptr);
     plugIn->Show(true);
     plugIn->Release();
