@@ -57,7 +57,7 @@ void* __wrap_zorAllocate(std::size_t bytes)
     if (failing != 0 && (number == failing || (failingOnwards && number > failing)))
         return nullptr;
     void* block = __real_zorAllocate(bytes);
-    std::memset(block, Unwritten, bytes);
+    std::memset(block, UnwrittenByte, bytes);
     live().insert(block);
     return block;
 }

@@ -5,7 +5,7 @@
 /// Stands between the dialog and its allocation seam in a program that wraps zorAllocate and zorRelease.
 
 /// The bytes of a fresh block.
-constexpr char Unwritten = '\xA5';
+constexpr char UnwrittenByte = '\xA5';
 
 /// Starts to count anew. The allocation of this number, from 1, fails, and with `onwards` all after it; 0:
 /// none.

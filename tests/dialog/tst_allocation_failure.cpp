@@ -334,7 +334,7 @@ void AllocationFailure::eachFailureOfARun()
         const int size = made.bytes.size();
         const QByteArray expected = content == Content::Kept           ? before[i].bytes
                                     : content == Content::Missing      ? QByteArray()
-                                    : content == Content::Unwritten    ? QByteArray(size, Unwritten)
+                                    : content == Content::Unwritten    ? QByteArray(size, UnwrittenByte)
                                     : content == Content::Zero         ? QByteArray(size, 0)
                                     : content == Content::OfColumnPass ? ofColumnPass.bytes
                                                                        : made.bytes;
