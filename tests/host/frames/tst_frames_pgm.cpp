@@ -170,9 +170,9 @@ void TestFramesPgm::brokenFilesAreRefused_data()
     add("a hostile size within the limit", "P5\n65535 65535\n255\nA",
         "asks for 4294836225 bytes of samples, the file has 1");
     add("a hostile size in decimal", "P2\n65535 65535\n255\n1", "asks for 4294836225 samples");
-    add("a width of 11 digits", "P5\n10000000000 1\n255\nA", "header");
-    add("a negative width", "P5\n-2 2\n255\nABCD", "header");
-    add("letters for a width", "P5\nab 2\n255\nABCD", "header");
+    add("a width of 11 digits", "P5\n10000000000 1\n255\nA", "before width, height and maxval are complete");
+    add("a negative width", "P5\n-2 2\n255\nABCD", "before width, height and maxval are complete");
+    add("letters for a width", "P5\nab 2\n255\nABCD", "before width, height and maxval are complete");
     add("maxval 0", "P5\n1 1\n0\nA", "maxval 0 is not 1 to 65535");
     add("maxval 65536", "P5\n1 1\n65536\nAB", "maxval 65536 is not 1 to 65535");
     add("no white space behind the maxval", "P5\n1 1\n255A", "does not end with white space");
