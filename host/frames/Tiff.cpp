@@ -82,8 +82,9 @@ void readTiles(const std::string& path, const TiffHandle& tiff, const Layout& la
 {
     const std::uint32_t tileWidth = tiff.tag32(TIFFTAG_TILEWIDTH, 0);
     const std::uint32_t tileHeight = tiff.tag32(TIFFTAG_TILELENGTH, 0);
+    const std::uint64_t tileSamples = std::uint64_t{tileWidth} * tileHeight;
     constexpr std::uint64_t MaxTileSamples = std::uint64_t{1} << 24;
-    if (tileWidth == 0 || tileHeight == 0 || std::uint64_t{tileWidth} * tileHeight > MaxTileSamples)
+    if (tileSamples == 0 || tileSamples > MaxTileSamples)
         failFrame(path, "its tiles of " + std::to_string(tileWidth) + "x" + std::to_string(tileHeight) +
                             " are not usable; save it in strips");
     const std::size_t tileLine = std::size_t{tileWidth} * layout.sampleBytes;
@@ -108,8 +109,8 @@ void readTiles(const std::string& path, const TiffHandle& tiff, const Layout& la
         for (std::uint32_t y = 0; y < lines; ++y) {
             for (std::size_t across = 0; across < tilesAcross; ++across)
                 appendSamples(values, tiles[across].data() + y * tileLine,
-                       std::min<std::size_t>(tileWidth, layout.width - across * tileWidth),
-                       layout.sampleBytes);
+                              std::min<std::size_t>(tileWidth, layout.width - across * tileWidth),
+                              layout.sampleBytes);
         }
     }
 }

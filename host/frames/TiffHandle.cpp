@@ -55,14 +55,16 @@ TiffHandle::~TiffHandle()
 
 std::uint16_t TiffHandle::tag16(std::uint32_t tag, std::uint16_t otherwise) const
 {
-    std::uint16_t value = 0;
-    return TIFFGetField(m_tiff, tag, &value) == 1 ? value : otherwise;
+    std::uint16_t value = otherwise;
+    TIFFGetField(m_tiff, tag, &value);
+    return value;
 }
 
 std::uint32_t TiffHandle::tag32(std::uint32_t tag, std::uint32_t otherwise) const
 {
-    std::uint32_t value = 0;
-    return TIFFGetField(m_tiff, tag, &value) == 1 ? value : otherwise;
+    std::uint32_t value = otherwise;
+    TIFFGetField(m_tiff, tag, &value);
+    return value;
 }
 
 std::string TiffHandle::reason(const std::string& failure) const

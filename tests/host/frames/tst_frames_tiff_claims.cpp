@@ -16,6 +16,8 @@ private slots:
     void aFileHoldsWhatItsCompressionCan();
     void tilesCountWhole_data();
     void tilesCountWhole();
+    void tilesHaveAtMost16MillionSamples();
+    void tilesOfOneSampleAreRead();
     void compressionsOfOtherPicturesAreRefused_data();
     void compressionsOfOtherPicturesAreRefused();
     void brokenDataHaveAReason_data();
@@ -123,6 +125,21 @@ void TestFramesTiffClaims::tilesCountWhole()
     QVERIFY2(refused.endsWith(": " + claim(quint64(needed), needed, needed - 1)), qPrintable(refused));
     // All lie at one place, where a file that is large enough has one.
     QCOMPARE(m_files.error(tiffOfEntries(entries, {}, needed + int{TiffDataPlace})), QString());
+}
+
+void TestFramesTiffClaims::tilesHaveAtMost16MillionSamples()
+{
+    const QString most = m_files.error(tiffOfEntries(tiles(1, 1, 4096, 4096, 1)));
+    QVERIFY2(most.contains(": its header asks for 16777216 bytes of samples"), qPrintable(most));
+    const QString more = m_files.error(tiffOfEntries(tiles(1, 1, 4096, 4097, 1)));
+    QVERIFY2(more.endsWith(": its tiles of 4096x4097 are not usable; save it in strips"), qPrintable(more));
+}
+
+void TestFramesTiffClaims::tilesOfOneSampleAreRead()
+{
+    TiffEntries entries = tiles(2, 2, 1, 1, 4);
+    entries[TIFFTAG_TILEOFFSETS] = {TiffDataPlace, TiffDataPlace + 1, TiffDataPlace + 2, TiffDataPlace + 3};
+    QCOMPARE(samplesOf(m_files.read(tiffOfEntries(entries, "ABCD"))), (QList<int>{65, 66, 67, 68}));
 }
 
 void TestFramesTiffClaims::compressionsOfOtherPicturesAreRefused_data()
