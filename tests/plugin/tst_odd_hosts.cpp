@@ -273,13 +273,17 @@ void OddHosts::newDialogInsideANotification()
 void OddHosts::releaseInsideARefresh_data()
 {
     QTest::addColumn<bool>("operatorAsks");
-    QTest::newRow("of the host's update") << false;
-    QTest::newRow("of a click on Update") << true;
+    QTest::addColumn<bool>("goesOn");
+    QTest::newRow("of the host's update") << false << false;
+    QTest::newRow("of a click on Update") << true << false;
+    QTest::newRow("of the host's update, then a new dialog") << false << true;
+    QTest::newRow("of a click on Update, then a new dialog") << true << true;
 }
 
 void OddHosts::releaseInsideARefresh()
 {
     QFETCH(bool, operatorAsks);
+    QFETCH(bool, goesOn);
     Hosted hosted;
     hosted.plugIn.Show(true);
     TestFrame frame = frameOf(40);
@@ -291,6 +295,11 @@ void OddHosts::releaseInsideARefresh()
     QTimer::singleShot(0, [&] {
         isInside = QGuiApplication::overrideCursor() != nullptr;
         hosted.releaseInUse();
+        if (!goesOn)
+            return;
+        hosted.plugIn.Init(NotifiedHost::call, &hosted.host);
+        hosted.plugIn.Show(true);
+        hosted.utility.show(frameOf(30));
     });
     if (operatorAsks) {
         LoadedUtility::click("pBUpdate");
@@ -302,6 +311,7 @@ void OddHosts::releaseInsideARefresh()
     QVERIFY(hosted.stayed);
     QCOMPARE(hosted.answer, NoDialog);
     QVERIFY(!dialog);
+    QCOMPARE(utilityDialog() != nullptr, goesOn);
 }
 
 void OddHosts::releaseInsideTheBoxOfAFrame()
