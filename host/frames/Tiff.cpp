@@ -82,9 +82,9 @@ void readTiles(const std::string& path, const TiffHandle& tiff, const Layout& la
 {
     const std::uint32_t tileWidth = tiff.tag32(TIFFTAG_TILEWIDTH, 0);
     const std::uint32_t tileHeight = tiff.tag32(TIFFTAG_TILELENGTH, 0);
-    const std::uint64_t tileSamples = std::uint64_t{tileWidth} * tileHeight;
+    // The library opens no file whose tiles have a side of 0.
     constexpr std::uint64_t MaxTileSamples = std::uint64_t{1} << 24;
-    if (tileSamples == 0 || tileSamples > MaxTileSamples)
+    if (std::uint64_t{tileWidth} * tileHeight > MaxTileSamples)
         failFrame(path, "its tiles of " + std::to_string(tileWidth) + "x" + std::to_string(tileHeight) +
                             " are not usable; save it in strips");
     const std::size_t tileLine = std::size_t{tileWidth} * layout.sampleBytes;

@@ -102,8 +102,11 @@ void TestFramesPng::significantBitsTellTheDepth_data()
     QTest::newRow("16 of 16") << 16 << 16 << QList<int>{0, 7} << QList<int>{0, 7} << 0x0110050BU << "sBIT 16";
     QTest::newRow("7 of 8") << 8 << 7 << QList<int>{0, 127} << QList<int>{0, 127} << 0x01080101U << "sBIT 7";
     QTest::newRow("12 of 16, brought up by repeating the high bits")
-        << 16 << 12 << QList<int>{0, 0xABCA, 0xFFFF} << QList<int>{0, 0xABC, 0xFFF} << 0x01100306U
-        << "sBIT 12, in the high bits of 16";
+        << 16 << 12 << QList<int>{0, 0x1A61, 0xABCA, 0xFFFF} << QList<int>{0, 0x1A6, 0xABC, 0xFFF}
+        << 0x01100306U << "sBIT 12, in the high bits of 16";
+    QTest::newRow("6 of 16, brought up by repeating more than once")
+        << 16 << 6 << QList<int>{0, 3120, 65535} << QList<int>{0, 3, 63} << 0x01080101U
+        << "sBIT 6, in the high bits of 16";
     QTest::newRow("12 of 16, brought up with zeros below")
         << 16 << 12 << QList<int>{0, 0xABC0, 0xFFF0} << QList<int>{0, 0xABC, 0xFFF} << 0x01100306U
         << "sBIT 12, in the high bits of 16";
@@ -113,7 +116,7 @@ void TestFramesPng::significantBitsTellTheDepth_data()
     QTest::newRow("15 of 16, brought up by the ratio of the full scales")
         << 16 << 15 << QList<int>{0, 32769, 65533, 65535} << QList<int>{0, 16384, 32766, 32767} << 0x0110050BU
         << "sBIT 15, in the high bits of 16";
-    QTest::newRow("3 of 8, brought up by repeating more than once")
+    QTest::newRow("3 of 8, brought up by repeating or by the ratio")
         << 8 << 3 << QList<int>{0, 0xB6, 0xFF} << QList<int>{0, 5, 7} << 0x01080101U
         << "sBIT 3, in the high bits of 8";
 }

@@ -190,6 +190,12 @@ void TestFramesTiffClaims::brokenDataHaveAReason_data()
     QTest::newRow("tiles without a place")
         << tiffOfEntries(placeless, {}, 512) << "TIFF directory is missing required \"TileOffsets\" field";
 
+    TiffEntries flat = tiles(32, 16, 32, 16, 1);
+    flat.remove(TIFFTAG_TILELENGTH);
+    QTest::newRow("tiles without a height")
+        << tiffOfEntries(flat, {}, 1024) << "Cannot handle zero number of tiles";
+    QTest::newRow("tiles of width 0")
+        << tiffOfEntries(tiles(32, 16, 0, 16, 1), {}, 1024) << "Cannot handle zero number of tiles";
     // The library says nothing about this one.
     TiffEntries far = tiles(33, 16, 32, 16, 2);
     far[TIFFTAG_TILEOFFSETS] = {TiffDataPlace, 100000};
