@@ -167,6 +167,7 @@ void TestFramesPgm::brokenFilesAreRefused_data()
     add("height 0", "P5\n2 0\n255\n", "2x0 is not usable");
     add("width 65536", "P5\n65536 1\n255\n", "65536x1 is not usable");
     add("a hostile size", "P5\n65535 65535\n65535\nA", "is above the limit");
+    add("a hostile size of two bytes a sample", "P5\n65535 65535\n256\nA", "is above the limit");
     add("a hostile size within the limit", "P5\n65535 65535\n255\nA",
         "asks for 4294836225 bytes of samples, the file has 1");
     add("a hostile size in decimal", "P2\n65535 65535\n255\n1", "asks for 4294836225 samples");

@@ -218,7 +218,8 @@ void TestFramesRaw::wrongLayoutsAreRefused_data()
     add("width 65536", "Mono8", 65536, 1, -1, "65536x1 is not usable");
     add("the largest width of 32 bits", "RGB16", 0xFFFFFFFF, 1, -1, "is not usable");
     add("a frame above 32 bits", "Mono16", 65535, 65535, -1, "is above the limit");
-    add("a pitch above 32 bits in all", "Mono8", 2, 65535, 65600, "is above the limit");
+    add("as many bytes as 32 bits count", "Mono8", 2, 65535, 65537, "takes 4294967295 bytes, the file has 4");
+    add("a pitch above 32 bits in all", "Mono8", 2, 65535, 65538, "is above the limit");
     add("a pitch one byte short", "Mono12Packed", 3, 2, 4, "a pitch of 4 bytes is too small");
     add("pitch 0", "Mono8", 2, 2, 0, "a pitch of 0 bytes is too small");
 }
