@@ -1,3 +1,4 @@
+#include "dialog/LocalRecord.h"
 #include "fakes/FakeConverter.h"
 #include "fakes/FakeViewer.h"
 #include "support/Cursors.h"
@@ -26,6 +27,8 @@ private slots:
     void cleanup();
     void runTakesTheMissingPixelsAsBlack_data();
     void runTakesTheMissingPixelsAsBlack();
+    void blockCoversTheLargerOfBothSizes_data();
+    void blockCoversTheLargerOfBothSizes();
 };
 
 void FrameBlock::cleanup()
@@ -120,6 +123,33 @@ void FrameBlock::runTakesTheMissingPixelsAsBlack()
             QCOMPARE(int(lower.at(std::size_t(y * pitch + x))), std::min(cell, 255));
         }
     }
+}
+
+void FrameBlock::blockCoversTheLargerOfBothSizes_data()
+{
+    QTest::addColumn<quint32>("depth");
+    QTest::addColumn<quint32>("imageSize");
+    QTest::addColumn<quint32>("height");
+    QTest::addColumn<quint64>("bytes");
+    QTest::newRow("a host without rows still has a row's pixels") << 12U << 0U << 0U << quint64(14);
+    QTest::newRow("without rows in 8 bits") << 8U << 0U << 0U << quint64(7);
+    QTest::newRow("the record's size, larger than no rows") << 12U << 40U << 0U << quint64(40);
+    QTest::newRow("one row without its padding") << 12U << 0U << 1U << quint64(14);
+    QTest::newRow("three rows, the last one without its padding") << 12U << 0U << 3U << quint64(54);
+    QTest::newRow("three rows in 8 bits") << 8U << 0U << 3U << quint64(47);
+    QTest::newRow("the record's size, larger than three rows") << 12U << 55U << 3U << quint64(55);
+}
+
+void FrameBlock::blockCoversTheLargerOfBothSizes()
+{
+    QFETCH(quint32, depth);
+    QFETCH(quint32, imageSize);
+    QFETCH(quint32, height);
+    _ZorImage record{};
+    record.depth = depth;
+    record.imageSize = imageSize;
+    record.pitch = 20;
+    QTEST(quint64(coveringBytes(record, HostWidth, height)), "bytes");
 }
 
 QTEST_MAIN(FrameBlock)

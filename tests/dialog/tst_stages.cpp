@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -49,6 +50,7 @@ private slots:
     void linesAreCopiesOfTheMeans();
     void linesOfAChosenRowAndColumn();
     void linesOfTheResultWalkRowsAndColumnsByStepsOfTheirOwn();
+    void aColumnOfTheResultAloneTakesARowToo();
     void unknownPassIsRefused();
     void spareCellsOfTheResultAreBlack_data();
     void spareCellsOfTheResultAreBlack();
@@ -301,6 +303,23 @@ void Stages::linesOfTheResultWalkRowsAndColumnsByStepsOfTheirOwn()
     QCOMPARE(items(d.m_flatColumnLine, 4), cells.mid(4, 4));
     QCOMPARE(items(d.m_flatRowLine, 3), QVector<int>({cells[1], cells[5], cells[9]}));
     QVERIFY(cells[4] != cells[8] && cells[5] != cells[3]);
+}
+
+/// The first line is then the row of that number, and row -1 lies before the image: callers choose both or
+/// neither.
+void Stages::aColumnOfTheResultAloneTakesARowToo()
+{
+    DialogProbe d;
+    d.take(TestFrame::even(2, 2, 12, 100));
+    QVERIFY(d.RunCorrection());
+    QCOMPARE(d.m_flatXStep, 4);
+    std::uint16_t rows[] = {11, 12, 21, 22, 31, 32};
+    std::uint16_t* const own = std::exchange(d.m_flatY, rows + 2);
+    const bool done = d.TakeProfileLines(1, -1, 1);
+    d.m_flatY = own;
+    QVERIFY(done);
+    QCOMPARE(items(d.m_flatColumnLine, 2), QVector<int>({11, 12}));
+    QCOMPARE(items(d.m_flatRowLine, 2), QVector<int>({22, 32}));
 }
 
 void Stages::unknownPassIsRefused()
