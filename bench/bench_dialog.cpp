@@ -54,7 +54,7 @@ public:
         _ZorImage record{};
         record.recordSize = ZorImageRecordSize;
         record.recordVersion = ZorImageRecordVersion;
-        record.pixelType = monoTargetForDepth(12);
+        record.pixelType = computeFormat(12);
         record.depth = 12;
         record.packing = pixelTypePacking(record.pixelType);
         record.channels = 1;

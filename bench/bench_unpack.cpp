@@ -11,11 +11,11 @@
 //   of_copy          the ratio of the two
 
 #include "image/LineBytes.h"
-#include "image/UnpackRow.h"
 #include "image/ZorFormatFromCode.h"
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
 #include "image/ZorPixelTypeTable.h"
+#include "image/unpack/UnpackRow.h"
 
 #include <benchmark/benchmark.h>
 

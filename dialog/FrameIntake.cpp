@@ -23,7 +23,7 @@ void CFFCUtility::SetFrame(_ZorImage* image)
     m_height = static_cast<std::int32_t>(image->height);
 
     _ZorImage* converted = nullptr;
-    if (ZimConvert(image, monoTargetForDepth(image->depth), &converted) != 0) {
+    if (ZimConvert(image, computeFormat(image->depth), &converted) != 0) {
         showMessage(QStringLiteral("Converter error!"));
         return;
     }

@@ -4,7 +4,7 @@
 
 /// The mono format that a frame of the given depth is brought to before anything is computed on it.
 /// 10, 12 and 16 keep their depth; every other depth, 14 among them, comes down to 8 bits.
-constexpr std::uint32_t monoTargetForDepth(std::uint32_t depth)
+constexpr std::uint32_t computeFormat(std::uint32_t depth)
 {
     switch (depth) {
     case 10:
@@ -16,4 +16,19 @@ constexpr std::uint32_t monoTargetForDepth(std::uint32_t depth)
     default:
         return ZorMono8;
     }
+}
+
+/// The mono format that holds the luma of any format of the pixel type table without loss, for showing it. It
+/// goes by the bits that a sample has in memory; 14 bits come up to 16.
+constexpr std::uint32_t displayFormat(std::uint32_t pixelType)
+{
+    const std::uint32_t bits = pixelTypeSampleBits(pixelType);
+    return computeFormat(bits == 14 ? 16 : bits);
+}
+
+/// Whether the image converter brings frames to this format.
+constexpr bool isMonoTarget(unsigned long pixelType)
+{
+    return pixelType == ZorMono8 || pixelType == ZorMono10 || pixelType == ZorMono12 ||
+           pixelType == ZorMono16;
 }

@@ -1,6 +1,6 @@
 #include "image/ZimPixelAccessor.h"
 
-#include "image/PackedClass.h"
+#include "image/PixelTypeCode.h"
 #include "image/ZimCustomAccessor.h"
 #include "image/ZimTPixelAccessor.h"
 
@@ -89,7 +89,7 @@ ZimPixelAccessor::ZimPixelAccessor(const ZorFormatBlock& format)
         kind = Signed16;
         impl = new Accessor16s;
     } else if (format.depth <= 16 && isBitAddressed(format.packing)) {
-        kind = format.packing == ZorPacked10 ? Packed10 : Packed12;
+        kind = Packing{format.packing} == Packing::Packed10 ? Packed10 : Packed12;
         impl = new Marker;
     } else if (format.depth <= 16) {
         kind = Unsigned16;

@@ -1,6 +1,6 @@
 #include "image/ZimPixelIterator.h"
 
-#include "image/PackedClass.h"
+#include "image/PixelTypeCode.h"
 
 ZimPixelIterator::ZimPixelIterator(const _ZorImage* image, std::uint32_t x, std::uint32_t y)
     : bitAddressed(isBitAddressed(image->packing))

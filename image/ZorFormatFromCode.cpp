@@ -6,15 +6,13 @@
 ZorFormatBlock ZorFormatFromCode(std::uint32_t code)
 {
     ZorFormatBlock block = {};
-    // Row 0 wraps to an index far above the count and misses as well.
-    const std::uint32_t index = pixelTypeRow(code) - 1;
-    if (index >= ZorPixelTypeCount)
+    const ZorPixelTypeRow* row = pixelTypeRow(code);
+    if (!row)
         return block;
-    const ZorPixelTypeRow& row = ZorPixelTypeTable[index];
     block.pixelType = code;
-    block.depth = row.depth;
+    block.depth = row->depth;
     block.packing = pixelTypePacking(code);
-    block.channels = row.channels;
+    block.channels = row->channels;
     block.pixelBits = pixelTypeBits(code);
     return block;
 }

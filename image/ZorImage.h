@@ -15,13 +15,13 @@ struct ZorRecordHead
 /// ZorFormatFromCode fills it; code that only needs the pixel's shape takes this and not the whole record.
 struct ZorFormatBlock
 {
-    std::uint32_t pixelType;     ///< whole pixel type code, see PixelTypeCode.h
-    std::uint32_t depth;         ///< significant bits per channel
-    std::uint8_t isSigned;       ///< non-zero: samples are signed
+    std::uint32_t pixelType; ///< whole pixel type code, see PixelTypeCode.h
+    std::uint32_t depth;     ///< significant bits per channel
+    std::uint8_t isSigned;   ///< non-zero: samples are signed
     std::uint8_t formatPadding[3];
-    std::uint32_t packing;       ///< the code's packing byte left in place: code & 0xFF00
+    std::uint32_t packing; ///< the code's packing byte left in place: code & 0xFF00
     std::uint32_t channels;
-    std::uint32_t pixelBits;     ///< bits that one pixel takes in memory
+    std::uint32_t pixelBits; ///< bits that one pixel takes in memory
 };
 
 /// One image, whatever its origin. The 96 bytes are exchanged as they stand with the closed libraries,
@@ -32,13 +32,13 @@ struct ZorFormatBlock
 struct _ZorImage : ZorRecordHead, ZorFormatBlock
 {
     std::uint32_t reserved32;
-    std::uint32_t width;         ///< pixels per line
-    std::uint32_t height;        ///< lines
-    std::uint32_t imageSize;     ///< bytes of the pixel buffer
-    std::uint32_t pitch;         ///< bytes from the start of one line to the start of the next
+    std::uint32_t width;     ///< pixels per line
+    std::uint32_t height;    ///< lines
+    std::uint32_t imageSize; ///< bytes of the pixel buffer
+    std::uint32_t pitch;     ///< bytes from the start of one line to the start of the next
     std::uint32_t sizePadding;
     std::uint64_t reserved56[3];
-    std::uint8_t* data;          ///< first byte of the first line
+    std::uint8_t* data; ///< first byte of the first line
     std::uint64_t reserved88;
 };
 

@@ -76,7 +76,7 @@ Frame frameFromSamples(const std::string& path, const StoredSamples& samples, co
     Frame frame;
     frame.width = samples.width;
     frame.height = samples.height;
-    frame.pixelType = monoTargetForDepth(depth.bits);
+    frame.pixelType = computeFormat(depth.bits);
     frame.pitch = static_cast<std::uint32_t>(tightPitch(frame.pixelType, frame.width));
     frame.depthSource = depth.source;
     frame.depthGuessed = depth.guessed && depth.bits > 8 && depth.bits < 16;

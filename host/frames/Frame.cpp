@@ -1,15 +1,12 @@
 #include "host/frames/Frame.h"
 
-#include "image/ZorFormatFromCode.h"
+#include "image/ImageRecord.h"
 
 namespace zor {
 
 _ZorImage Frame::record() const
 {
-    _ZorImage record = {};
-    record.recordSize = ZorImageRecordSize;
-    record.recordVersion = ZorImageRecordVersion;
-    static_cast<ZorFormatBlock&>(record) = ZorFormatFromCode(pixelType);
+    _ZorImage record = imageRecord(pixelType);
     record.width = width;
     record.height = height;
     record.imageSize = static_cast<std::uint32_t>(pixels.size());

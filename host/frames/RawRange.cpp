@@ -27,7 +27,7 @@ void check(const std::string& path, const Frame& frame, std::uint32_t perPixel)
                 failFrame(path, "the sample " + std::to_string(value) + " at " +
                                     samplePlace(frame.width, std::size_t{y} * frame.width + i / perPixel) +
                                     " is above " + std::to_string(limit) + ", the limit of " +
-                                    ZorPixelTypeTable[pixelTypeRow(frame.pixelType) - 1].name +
+                                    exactPixelTypeRow(frame.pixelType)->name +
                                     "; check --format, --size and --pitch");
         }
     }

@@ -19,7 +19,7 @@ std::string conversionProblem(const _ZorImage& source, std::uint32_t target)
 {
     const std::string formats =
         std::string("from ") + pixelTypeName(source.pixelType) + " to " + pixelTypeName(target);
-    if (!pixelTypeTableRow(source.pixelType))
+    if (!exactPixelTypeRow(source.pixelType))
         return "there is no conversion " + formats + "; use a frame in one of the known pixel formats";
 
     const std::string size =
@@ -41,7 +41,7 @@ void MonoFrame::Release::operator()(_ZorImage* record) const
 }
 
 MonoFrame::MonoFrame(const _ZorImage& source)
-    : MonoFrame(source, monoTargetForDepth(source.depth))
+    : MonoFrame(source, computeFormat(source.depth))
 {
 }
 
@@ -66,10 +66,8 @@ ConstImageView MonoFrame::view() const
 
 const char* pixelTypeName(std::uint32_t pixelType)
 {
-    const std::uint32_t row = pixelTypeRow(pixelType);
-    if (row < 1 || row > ZorPixelTypeCount)
-        return "unknown format";
-    return ZorPixelTypeTable[row - 1].name;
+    const ZorPixelTypeRow* row = pixelTypeRow(pixelType);
+    return row ? row->name : "unknown format";
 }
 
 } // namespace zor

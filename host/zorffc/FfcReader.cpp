@@ -10,7 +10,7 @@ namespace zor {
 
 namespace {
 
-/// Far above the tables of the largest frame (2 x 65535 lines), far below what would hurt to hold.
+/// Far above the tables of the largest frame (2 x MaxFrameSide gains), far below what would hurt to hold.
 constexpr std::uint64_t LargestFile = 16u << 20;
 
 class Reader

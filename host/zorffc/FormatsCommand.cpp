@@ -78,7 +78,7 @@ const Line Header = {"row",  "name",    "code",     "family", "depth",
 
 Line lineOf(const ZorPixelTypeRow& row)
 {
-    return {std::to_string(pixelTypeRow(row.code)),
+    return {std::to_string(pixelTypeNumber(row.code)),
             row.name,
             codeText(row.code),
             familyName(row.code),
@@ -86,7 +86,7 @@ Line lineOf(const ZorPixelTypeRow& row)
             std::to_string(pixelTypeBits(row.code)),
             packingName(row.code),
             std::to_string(row.channels),
-            pixelTypeName(monoTargetForDepth(row.depth)),
+            pixelTypeName(computeFormat(row.depth)),
             row.channelLayout};
 }
 

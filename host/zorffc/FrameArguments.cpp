@@ -78,7 +78,7 @@ MonoFrame convertFrame(const FrameArguments& arguments, const Frame& frame,
 {
     try {
         const _ZorImage record = frame.record();
-        return {record, monoTargetForDepth(depth.value_or(record.depth))};
+        return {record, computeFormat(depth.value_or(record.depth))};
     } catch (const std::runtime_error& error) {
         throw CommandError(arguments.path + ": " + error.what());
     }

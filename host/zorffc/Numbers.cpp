@@ -1,5 +1,7 @@
 #include "host/zorffc/Numbers.h"
 
+#include "host/frames/FrameSize.h"
+
 #include <charconv>
 #include <cmath>
 
@@ -39,13 +41,12 @@ std::optional<std::int32_t> parseEntry(std::string_view text)
 
 std::optional<FrameSize> parseSize(std::string_view text)
 {
-    constexpr std::uint64_t longest = 65535;
     const std::size_t cross = text.find('x');
     if (cross == std::string_view::npos)
         return std::nullopt;
     const auto width = parseWhole(text.substr(0, cross));
     const auto height = parseWhole(text.substr(cross + 1));
-    if (!width || !height || *width < 1 || *height < 1 || *width > longest || *height > longest)
+    if (!width || !height || *width < 1 || *height < 1 || *width > MaxFrameSide || *height > MaxFrameSide)
         return std::nullopt;
     return FrameSize{static_cast<std::uint32_t>(*width), static_cast<std::uint32_t>(*height)};
 }

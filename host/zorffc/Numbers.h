@@ -23,7 +23,7 @@ struct FrameSize
     std::uint32_t height = 0;
 };
 
-/// "1392x1040": both sides from 1 to 65535; nothing for any other text.
+/// "1392x1040": both sides from 1 to MaxFrameSide; nothing for any other text.
 std::optional<FrameSize> parseSize(std::string_view text);
 
 /// A number with so many significant digits, without zeros at their end, a decimal point in every locale;

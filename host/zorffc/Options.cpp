@@ -1,5 +1,7 @@
 #include "host/zorffc/Options.h"
 
+#include "host/frames/FrameSize.h"
+
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -88,10 +90,9 @@ CLI::Option* addSize(CLI::App& app, const std::string& name, FrameSize& target, 
     const auto store = [&target, name](const std::string& text) {
         const std::optional<FrameSize> size = parseSize(text);
         if (!size)
-            throw CLI::ValidationError(name,
-                                       "\"" + text +
-                                           "\" does not fit; give width and height in pixels, each from 1 to "
-                                           "65535, like 1392x1040");
+            throw CLI::ValidationError(
+                name, "\"" + text + "\" does not fit; give width and height in pixels, each from 1 to " +
+                          std::to_string(MaxFrameSide) + ", like 1392x1040");
         target = *size;
     };
     return app.add_option_function<std::string>(name, store, help)->type_name("WxH");

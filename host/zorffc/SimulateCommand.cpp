@@ -58,7 +58,7 @@ std::string fileBytes(const SimulateArguments& arguments, const SensorModel& mod
 {
     const Scene scene{model.width, model.height, 1, simulateFrame(model)};
     if (!arguments.format)
-        return pgmBytes(encodeScene(scene, monoTargetForDepth(model.depth)).record());
+        return pgmBytes(encodeScene(scene, computeFormat(model.depth)).record());
     Frame frame = encodeScene(scene, formatByName("--format", *arguments.format).code);
     if (arguments.packedOrder == "wire")
         swapPackedOrder(frame);

@@ -1,6 +1,7 @@
 #include "platform/converter/BayerLuma.h"
 
-#include "platform/converter/BayerCell.h"
+#include "image/ColourFilter.h"
+#include "image/ZorPixelTypeTable.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -8,15 +9,15 @@ namespace zor::platform {
 
 namespace {
 
-int conversionFor(const BayerCell& cell)
+int conversionFor(const ColourFilter& filter)
 {
-    switch (cell.at(0, 0)) {
-    case BayerCell::Red:
+    switch (filter.at(0, 0)) {
+    case ColourFilter::Red:
         return cv::COLOR_BayerRGGB2GRAY;
-    case BayerCell::Blue:
+    case ColourFilter::Blue:
         return cv::COLOR_BayerBGGR2GRAY;
     default:
-        return cell.at(1, 0) == BayerCell::Red ? cv::COLOR_BayerGRBG2GRAY : cv::COLOR_BayerGBRG2GRAY;
+        return filter.at(1, 0) == ColourFilter::Red ? cv::COLOR_BayerGRBG2GRAY : cv::COLOR_BayerGBRG2GRAY;
     }
 }
 
@@ -34,7 +35,8 @@ template <typename Sample> cv::Mat matrixOver(const Plane<Sample>& plane)
 void bayerLuma(std::uint32_t pixelType, const Mosaic& mosaic, const Luma& luma)
 {
     cv::Mat destination = matrixOver(luma);
-    cv::demosaicing(matrixOver(mosaic), destination, conversionFor(BayerCell(pixelType)));
+    cv::demosaicing(matrixOver(mosaic), destination,
+                    conversionFor(ColourFilter(*exactPixelTypeRow(pixelType))));
 }
 
 } // namespace zor::platform

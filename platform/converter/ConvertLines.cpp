@@ -1,7 +1,7 @@
 #include "platform/converter/ConvertLines.h"
 
 #include "image/LineBytes.h"
-#include "image/UnpackRow.h"
+#include "image/unpack/UnpackRow.h"
 #include "platform/converter/LumaRow.h"
 #include "platform/converter/SampleStore.h"
 

@@ -1,7 +1,7 @@
 #include "platform/converter/ConvertMosaic.h"
 
 #include "image/LineBytes.h"
-#include "image/UnpackRow.h"
+#include "image/unpack/UnpackRow.h"
 #include "platform/converter/BayerLuma.h"
 #include "platform/converter/PanchromaticLuma.h"
 #include "platform/converter/SampleStore.h"

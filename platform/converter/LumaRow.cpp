@@ -1,8 +1,8 @@
 #include "platform/converter/LumaRow.h"
 
 #include "image/PixelTypeCode.h"
-#include "image/UnpackRow.h"
 #include "image/ZorPixelTypeTable.h"
+#include "image/unpack/UnpackRow.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -30,7 +30,7 @@ void pickLuma(const std::uint16_t* samples, std::uint16_t* luma, std::size_t wid
 
 LumaRow lumaRowOfColours(const ZorPixelTypeRow& row)
 {
-    const bool redFirst = row.channelLayout[0] == 'R';
+    const bool redFirst = row.channelIndex(u'R') == 0;
     if (row.channels == 4)
         return redFirst ? colourLuma<cv::COLOR_RGBA2GRAY, 4> : colourLuma<cv::COLOR_BGRA2GRAY, 4>;
     return redFirst ? colourLuma<cv::COLOR_RGB2GRAY, 3> : colourLuma<cv::COLOR_BGR2GRAY, 3>;
@@ -40,14 +40,14 @@ LumaRow lumaRowOfYuv(const ZorPixelTypeRow& row)
 {
     if (samplesPerPixel(row.code) == 4)
         return pickLuma<0, 4>;
-    return row.channelLayout[0] == 'Y' ? pickLuma<0, 2> : pickLuma<1, 2>;
+    return isLumaFirst(row) ? pickLuma<0, 2> : pickLuma<1, 2>;
 }
 
 } // namespace
 
 LumaRow lumaRowFor(std::uint32_t pixelType)
 {
-    const ZorPixelTypeRow& row = *pixelTypeTableRow(pixelType);
+    const ZorPixelTypeRow& row = *exactPixelTypeRow(pixelType);
     switch (pixelTypeFamily(pixelType)) {
     case PixelFamily::Rgb:
         return lumaRowOfColours(row);

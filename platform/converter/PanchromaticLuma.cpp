@@ -1,5 +1,6 @@
 #include "platform/converter/PanchromaticLuma.h"
 
+#include "image/ColourFilter.h"
 #include "image/ZorPixelTypeTable.h"
 
 #include <algorithm>
@@ -8,14 +9,11 @@ namespace zor::platform {
 
 namespace {
 
-/// Column parity of the panchromatic samples of the first line. The layout is told line by line, four tokens
-/// of one letter each a line; phase d enters it at column d & 1, line d >> 1.
+/// Column parity of the panchromatic samples of the first row.
 std::size_t firstPanchromatic(std::uint32_t pixelType)
 {
-    const ZorPixelTypeRow& row = *pixelTypeTableRow(pixelType);
-    constexpr std::size_t TokenLength = 2;
-    const std::size_t token = (row.phase >> 1) * 4 + (row.phase & 1);
-    return row.channelLayout[token * TokenLength] == 'W' ? 0 : 1;
+    const ColourFilter filter(*exactPixelTypeRow(pixelType));
+    return filter.at(0, 0) == ColourFilter::Panchromatic ? 0 : 1;
 }
 
 std::uint16_t meanOf(unsigned a, unsigned b)

@@ -1,4 +1,5 @@
-#include "platform/converter/BayerCell.h"
+#include "image/ColourFilter.h"
+#include "image/ZorPixelTypeTable.h"
 #include "platform/converter/BayerLuma.h"
 
 #include <algorithm>
@@ -12,7 +13,7 @@ constexpr std::uint32_t Share[3] = {299, 587, 114};
 
 /// One pixel. At most four samples of a colour lie in 3 x 3, so that all means have 12 as a common
 /// denominator and only the last division rounds.
-std::uint16_t lumaAt(const BayerCell& cell, const Mosaic& mosaic, std::size_t x, std::size_t y)
+std::uint16_t lumaAt(const ColourFilter& filter, const Mosaic& mosaic, std::size_t x, std::size_t y)
 {
     constexpr std::uint32_t Denominator = 12;
     std::uint32_t sum[3] = {};
@@ -21,11 +22,11 @@ std::uint16_t lumaAt(const BayerCell& cell, const Mosaic& mosaic, std::size_t x,
     const std::size_t endX = std::min(x + 2, mosaic.width);
     for (std::size_t v = y > 0 ? y - 1 : 0; v < endY; ++v) {
         for (std::size_t u = x > 0 ? x - 1 : 0; u < endX; ++u) {
-            sum[cell.at(u, v)] += mosaic.line(v)[u];
-            ++count[cell.at(u, v)];
+            sum[filter.at(u, v)] += mosaic.line(v)[u];
+            ++count[filter.at(u, v)];
         }
     }
-    const BayerCell::Colour own = cell.at(x, y);
+    const ColourFilter::Colour own = filter.at(x, y);
     sum[own] = mosaic.line(y)[x];
     count[own] = 1;
 
@@ -44,10 +45,10 @@ std::uint16_t lumaAt(const BayerCell& cell, const Mosaic& mosaic, std::size_t x,
 
 void smallBayerLuma(std::uint32_t pixelType, const Mosaic& mosaic, const Luma& luma)
 {
-    const BayerCell cell(pixelType);
+    const ColourFilter filter(*exactPixelTypeRow(pixelType));
     for (std::size_t y = 0; y < mosaic.height; ++y) {
         for (std::size_t x = 0; x < mosaic.width; ++x)
-            luma.line(y)[x] = lumaAt(cell, mosaic, x, y);
+            luma.line(y)[x] = lumaAt(filter, mosaic, x, y);
     }
 }
 

@@ -9,7 +9,7 @@ namespace zor::platform {
 bool isReadable(const _ZorImage& source)
 {
     const std::uint32_t code = source.pixelType;
-    if (!source.data || source.isSigned || !pixelTypeTableRow(code))
+    if (!source.data || source.isSigned || !exactPixelTypeRow(code))
         return false;
     if (source.packing != pixelTypePacking(code) || source.pixelBits != pixelTypeBits(code))
         return false;
@@ -17,12 +17,6 @@ bool isReadable(const _ZorImage& source)
         return false;
     return source.pitch >= tightPitch(code, source.width) &&
            source.imageSize >= neededBytes(code, source.width, source.height, source.pitch);
-}
-
-bool isMonoTarget(unsigned long pixelType)
-{
-    return pixelType == ZorMono8 || pixelType == ZorMono10 || pixelType == ZorMono12 ||
-           pixelType == ZorMono16;
 }
 
 } // namespace zor::platform

@@ -9,7 +9,4 @@ namespace zor::platform {
 /// line. The last line may end right behind its last pixel.
 bool isReadable(const _ZorImage& source);
 
-/// Whether the code is one of the four formats that the converter makes.
-bool isMonoTarget(unsigned long pixelType);
-
 } // namespace zor::platform

@@ -1,6 +1,7 @@
 #include "image/ZorImageConverter.h"
 
 #include "image/LineBytes.h"
+#include "image/MonoTarget.h"
 #include "image/PixelTypeCode.h"
 #include "platform/Export.h"
 #include "platform/converter/ConvertLines.h"
@@ -68,7 +69,7 @@ extern "C" ZOR_PLATFORM_EXPORT int ZimConvert(const _ZorImage* source, unsigned 
     *result = nullptr;
     if (!source)
         return BadArgument;
-    if (!zor::platform::isMonoTarget(targetPixelType) || !zor::platform::isReadable(*source))
+    if (!isMonoTarget(targetPixelType) || !zor::platform::isReadable(*source))
         return Unsupported;
     const auto target = static_cast<std::uint32_t>(targetPixelType);
     _ZorImage* made = makeResult(*source, target);

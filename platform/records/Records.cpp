@@ -1,6 +1,6 @@
 #include "platform/records/Records.h"
 
-#include "image/ZorFormatFromCode.h"
+#include "image/ImageRecord.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -34,12 +34,10 @@ void preferHugePages(void* block, std::size_t size)
 
 _ZorImage* makeRecord(std::uint32_t pixelType)
 {
-    auto* record = static_cast<_ZorImage*>(std::calloc(1, sizeof(_ZorImage)));
+    auto* record = static_cast<_ZorImage*>(std::malloc(sizeof(_ZorImage)));
     if (!record)
         return nullptr;
-    record->recordSize = ZorImageRecordSize;
-    record->recordVersion = ZorImageRecordVersion;
-    static_cast<ZorFormatBlock&>(*record) = ZorFormatFromCode(pixelType);
+    *record = imageRecord(pixelType);
     return record;
 }
 

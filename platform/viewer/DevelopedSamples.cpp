@@ -1,8 +1,10 @@
 #include "platform/viewer/DevelopedSamples.h"
 
+#include "image/LineBytes.h"
+#include "image/MonoTarget.h"
 #include "image/PixelTypeCode.h"
-#include "image/UnpackRow.h"
 #include "image/ZorImageConverter.h"
+#include "image/unpack/UnpackRow.h"
 #include "platform/viewer/RecordShape.h"
 #include "platform/viewer/RowBands.h"
 
@@ -26,12 +28,13 @@ void dropRepeatedBits(_ZorImage& record)
 }
 
 // The first three of the four samples of each pixel of a line, in pieces that stay in the cache.
-void takeThreeOfFour(zor::UnpackRow unpack, const std::uint8_t* source, std::uint16_t* target, int width)
+void takeThreeOfFour(std::uint32_t pixelType, const std::uint8_t* source, std::uint16_t* target, int width)
 {
     constexpr int Piece = 1024;
-    constexpr int Bytes = 4;
+    const std::uint64_t pieceBytes = tightPitch(pixelType, Piece);
+    const zor::UnpackRow unpack = zor::unpackRowFor(pixelType);
     std::array<std::uint16_t, Piece * 4> samples;
-    for (int left = width; left > 0; left -= Piece, source += Piece * Bytes) {
+    for (int left = width; left > 0; left -= Piece, source += pieceBytes) {
         const int count = std::min(left, Piece);
         unpack(source, samples.data(), static_cast<std::size_t>(count));
         for (const std::uint16_t* pixel = samples.data(); pixel < samples.data() + count * 4; pixel += 4)
@@ -50,7 +53,7 @@ ViewerStatus DevelopedSamples::take(const _ZorImage& image)
 
 ViewerStatus DevelopedSamples::takeLuma(const _ZorImage& image)
 {
-    if (ZimConvert(&image, monoTarget(image), m_luma.place()) != 0 || !m_luma.get())
+    if (ZimConvert(&image, displayFormat(image.pixelType), m_luma.place()) != 0 || !m_luma.get())
         return ViewerStatus::Format;
     if (pixelTypeSampleBits(image.pixelType) == 14)
         dropRepeatedBits(*m_luma.get());
@@ -74,7 +77,7 @@ ViewerStatus DevelopedSamples::takeColour(const _ZorImage& image)
             const std::uint8_t* source = image.data + static_cast<std::size_t>(y) * image.pitch;
             std::uint16_t* target = m_colour.data() + static_cast<std::size_t>(y) * rowSamples;
             if (hasFourth)
-                takeThreeOfFour(unpack, source, target, m_samples.width);
+                takeThreeOfFour(image.pixelType, source, target, m_samples.width);
             else
                 unpack(source, target, image.width);
         }

@@ -1,8 +1,8 @@
 #include "platform/viewer/PixelNumbers.h"
 
-#include "image/NativeCodes.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
+#include "image/unpack/NativeCodes.h"
 
 #include <string_view>
 
@@ -17,7 +17,7 @@ std::u16string_view lettersOf(PixelFamily family)
 PixelNumbers::PixelNumbers(const _ZorImage& image)
     : m_image(image)
 {
-    const ZorPixelTypeRow* row = pixelTypeTableRow(image.pixelType);
+    const ZorPixelTypeRow* row = exactPixelTypeRow(image.pixelType);
     if (!row)
         return;
     for (const char16_t letter : lettersOf(pixelTypeFamily(image.pixelType)))

@@ -17,7 +17,7 @@ bool isColour(std::uint32_t pixelType)
 
 PixelRoute pixelRoute(const _ZorImage& image)
 {
-    const ZorPixelTypeRow* row = pixelTypeTableRow(image.pixelType);
+    const ZorPixelTypeRow* row = exactPixelTypeRow(image.pixelType);
     if (!row || image.isSigned)
         return PixelRoute::Refused;
     const bool isPlain = pixelTypePackingClass(image.pixelType) == PackingClass::Plain;
@@ -36,24 +36,9 @@ PixelShape shownShape(const _ZorImage& image)
     shape.depth = route == PixelRoute::Luma ? sampleBits : static_cast<int>(image.depth);
     if (isColour(image.pixelType)) {
         shape.channels = 3;
-        shape.blueFirst = pixelTypeTableRow(image.pixelType)->channelIndex(u'B') == 0;
+        shape.blueFirst = exactPixelTypeRow(image.pixelType)->channelIndex(u'B') == 0;
     }
     return shape;
-}
-
-std::uint32_t monoTarget(const _ZorImage& image)
-{
-    switch (pixelTypeSampleBits(image.pixelType)) {
-    case 10:
-        return ZorMono10;
-    case 12:
-        return ZorMono12;
-    case 14:
-    case 16:
-        return ZorMono16;
-    default:
-        return ZorMono8;
-    }
 }
 
 ViewerStatus checkHeader(const _ZorImage* header)
@@ -85,7 +70,7 @@ ViewerStatus checkRecord(const _ZorImage* image)
     if (image->depth == 0 || image->depth > heldBits)
         return ViewerStatus::Argument;
     if (pixelRoute(*image) != PixelRoute::Luma &&
-        image->channels != pixelTypeTableRow(image->pixelType)->channels)
+        image->channels != exactPixelTypeRow(image->pixelType)->channels)
         return ViewerStatus::Argument;
     return ViewerStatus::Ok;
 }

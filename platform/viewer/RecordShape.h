@@ -19,10 +19,6 @@ PixelRoute pixelRoute(const _ZorImage& image);
 /// The shape of the samples that a record of a format that isn't refused is shown with.
 PixelShape shownShape(const _ZorImage& image);
 
-/// The mono code that keeps the bits of a record of route Luma: 8, 10, 12 or 16 by the packing's
-/// depth class. 14 bits go to 16, two of them repeated.
-std::uint32_t monoTarget(const _ZorImage& image);
-
 /// Whether the record can be read at all: pixels, a size, lines inside the buffer, a depth that its samples
 /// can hold. Says nothing of the format.
 ViewerStatus checkRecord(const _ZorImage* image);

@@ -97,7 +97,7 @@ void TestFormatFromCode::theCodesBytesAreRead_data()
 void TestFormatFromCode::theCodesBytesAreRead()
 {
     QFETCH(quint32, code);
-    QTEST(pixelTypeRow(code), "row");
+    QTEST(pixelTypeNumber(code), "row");
     QTEST(pixelTypeSampleBits(code), "sampleBits");
     QTEST(int(pixelTypePackingClass(code)), "packingClass");
     QTEST(pixelTypeBits(code), "pixelBits");
@@ -123,7 +123,7 @@ void TestFormatFromCode::theTargetGoesByDepth_data()
 void TestFormatFromCode::theTargetGoesByDepth()
 {
     QFETCH(quint32, depth);
-    QTEST(monoTargetForDepth(depth), "target");
+    QTEST(computeFormat(depth), "target");
 }
 
 QTEST_APPLESS_MAIN(TestFormatFromCode)

@@ -1,8 +1,8 @@
 #include "image/LineBytes.h"
-#include "image/NativeCodes.h"
 #include "image/PixelTypeCode.h"
 #include "image/TestRecords.h"
 #include "image/ZorPixelTypeTable.h"
+#include "image/unpack/NativeCodes.h"
 #include "platform/GuardedBytes.h"
 
 #include <QtTest>

@@ -82,7 +82,7 @@ void TestPixelTypeLaws::codeIsFamilyPixelBitsPackingAndRow()
     QCOMPARE(quint32(pixelTypeFamily(row.code)), family);
     QCOMPARE(pixelTypeBits(row.code), format.pixelBits);
     QCOMPARE(pixelTypeSampleBits(row.code), format.heldBits);
-    QCOMPARE(pixelTypeRow(row.code), quint32(index + 1));
+    QCOMPARE(pixelTypeNumber(row.code), quint32(index + 1));
 }
 
 void TestPixelTypeLaws::depthIsThatOfThePackingButForOneRow_data()
@@ -163,7 +163,7 @@ void TestPixelTypeLaws::theCellIsTheOneOfTheName_data()
 void TestPixelTypeLaws::theCellIsTheOneOfTheName()
 {
     const ZorPixelTypeRow& row = fetchedRow();
-    const reference::PixelFormat& format = reference::pixelFormats()[pixelTypeRow(row.code) - 1];
+    const reference::PixelFormat& format = reference::pixelFormats()[pixelTypeNumber(row.code) - 1];
     const QStringList tokens = QString(row.channelLayout).split(' ');
     const PixelFamily family = pixelTypeFamily(row.code);
     for (int i = 0; i < tokens.size(); ++i) {
@@ -198,7 +198,7 @@ void TestPixelTypeLaws::packingIsTheOneOfTheName()
     const QString name = row.name;
     const std::uint32_t bits = pixelTypeBits(row.code);
     const std::uint32_t sampleBits = pixelTypeSampleBits(row.code);
-    const std::uint32_t samples = reference::pixelFormats()[pixelTypeRow(row.code) - 1].samplesPerPixel;
+    const std::uint32_t samples = reference::pixelFormats()[pixelTypeNumber(row.code) - 1].samplesPerPixel;
     switch (pixelTypePackingClass(row.code)) {
     case PackingClass::Plain:
         QVERIFY(!name.endsWith('p') && !name.contains("packed", Qt::CaseInsensitive));

@@ -1,6 +1,6 @@
 #include "image/LineBytes.h"
-#include "image/UnpackRow.h"
 #include "image/ZorPixelTypeTable.h"
+#include "image/unpack/UnpackRow.h"
 #include "platform/GuardedBytes.h"
 #include "reference/PixelFormats.h"
 

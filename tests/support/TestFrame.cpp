@@ -30,7 +30,7 @@ TestFrame TestFrame::even(int width, int height, int depth, unsigned value)
 
 _ZorImage TestFrame::record()
 {
-    const std::uint32_t code = monoTargetForDepth(static_cast<std::uint32_t>(depth));
+    const std::uint32_t code = computeFormat(static_cast<std::uint32_t>(depth));
     _ZorImage record{};
     record.recordSize = ZorImageRecordSize;
     record.recordVersion = ZorImageRecordVersion;

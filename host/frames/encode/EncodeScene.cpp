@@ -5,8 +5,8 @@
 #include "host/frames/encode/PackLine.h"
 #include "image/LineBytes.h"
 #include "image/PixelTypeCode.h"
-#include "image/UnpackRow.h"
 #include "image/ZorPixelTypeTable.h"
+#include "image/unpack/UnpackRow.h"
 
 #include <algorithm>
 
@@ -16,7 +16,7 @@ namespace {
 
 const ZorPixelTypeRow& rowOf(std::uint32_t pixelType)
 {
-    const ZorPixelTypeRow* row = pixelTypeTableRow(pixelType);
+    const ZorPixelTypeRow* row = exactPixelTypeRow(pixelType);
     if (!row)
         throw std::invalid_argument("the code " + std::to_string(pixelType) + " is not a pixel format");
     return *row;

@@ -1,9 +1,9 @@
 #include "host/frames/encode/LineSamples.h"
 
-#include "host/frames/encode/ColourCell.h"
 #include "host/frames/encode/Rec601.h"
+#include "image/ColourFilter.h"
 #include "image/PixelTypeCode.h"
-#include "image/UnpackRow.h"
+#include "image/unpack/UnpackRow.h"
 
 #include <sstream>
 #include <string>
@@ -63,9 +63,9 @@ std::vector<std::uint16_t> lineSamples(const Scene& scene, const ZorPixelTypeRow
 
     const PixelFamily family = pixelTypeFamily(row.code);
     if (family == PixelFamily::Bayer || family == PixelFamily::TrueSense) {
-        const ColourCell cell(row);
+        const ColourFilter filter(row);
         for (std::uint32_t x = 0; x < scene.width; ++x)
-            add(cell.at(x, y), colourAt(scene, x, y));
+            add("RGBW"[filter.at(x, y)], colourAt(scene, x, y));
         return samples;
     }
 

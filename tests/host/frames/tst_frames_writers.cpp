@@ -43,7 +43,7 @@ zor::Frame picture(std::uint32_t depth, std::uint32_t width, const Samples& samp
     zor::Frame frame;
     frame.width = width;
     frame.height = std::uint32_t(samples.size()) / width;
-    frame.pixelType = monoTargetForDepth(depth);
+    frame.pixelType = computeFormat(depth);
     frame.pitch = std::uint32_t(tightPitch(frame.pixelType, width)) + padding;
     frame.pixels.assign(std::size_t{frame.pitch} * frame.height, 0xEE);
     for (int i = 0; i < samples.size(); ++i) {

@@ -1,9 +1,9 @@
-#include "image/NativeCodes.h"
+#include "image/unpack/NativeCodes.h"
 
 #include "image/LineBytes.h"
 #include "image/PixelTypeCode.h"
-#include "image/UnpackRow.h"
 #include "image/ZorPixelTypeTable.h"
+#include "image/unpack/UnpackRow.h"
 
 #include <algorithm>
 
@@ -56,14 +56,14 @@ bool isWithin(const _ZorImage& image, std::uint32_t x, std::uint32_t y)
 
 NativeCodes nativeCodes(const _ZorImage& image, std::uint32_t x, std::uint32_t y)
 {
-    const ZorPixelTypeRow* row = pixelTypeTableRow(image.pixelType);
+    const ZorPixelTypeRow* row = exactPixelTypeRow(image.pixelType);
     if (!row || image.isSigned || !isWithin(image, x, y))
         return {};
     const std::uint32_t first = x / Group * Group;
     const Samples samples = unpackGroup(image, first, y);
     const std::uint32_t count = samplesPerPixel(image.pixelType);
     if (count == 2)
-        return sharedCodes(samples, x - first, row->channelLayout[0] == 'Y', x / 2 * 2 + 1 < image.width);
+        return sharedCodes(samples, x - first, isLumaFirst(*row), x / 2 * 2 + 1 < image.width);
     NativeCodes codes;
     codes.count = count;
     std::copy_n(samples.begin() + (x - first) * count, count, codes.codes.begin());

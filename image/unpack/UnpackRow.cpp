@@ -1,4 +1,4 @@
-#include "image/UnpackRow.h"
+#include "image/unpack/UnpackRow.h"
 
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
@@ -34,7 +34,7 @@ template <UnpackRow Samples> UnpackRow pixelsOf(std::uint32_t count)
 /// Three samples of 10 bits in a word of 32 are the one shape whose pixels are no plain sequence of samples.
 bool hasWordsOfThree(std::uint32_t pixelType)
 {
-    return pixelTypePacking(pixelType) == 0x3200 && pixelTypeBits(pixelType) == 32;
+    return Packing{pixelTypePacking(pixelType)} == Packing::Flex10 && pixelTypeBits(pixelType) == 32;
 }
 
 /// The mono formats put samples of 10 bits in fields of 12, the YUV format puts them one behind the other.
@@ -46,46 +46,49 @@ UnpackRow tenBitsInSequence(std::uint32_t pixelType, std::uint32_t samples)
                                                     : pixelsOf<unpack::stream10In12>(samples);
 }
 
-/// By packing byte: depth class and packing class.
 UnpackRow byPacking(std::uint32_t pixelType, std::uint32_t samples)
 {
-    switch (pixelTypePacking(pixelType)) {
-    case 0x0100:
-    case 0x3100:
+    switch (Packing{pixelTypePacking(pixelType)}) {
+    case Packing::Plain8:
+    case Packing::Flex8:
         return pixelsOf<unpack::bytes>(samples);
-    case 0x0200:
+    case Packing::Plain10:
         return pixelsOf<unpack::words10>(samples);
-    case 0x0300:
+    case Packing::Plain12:
         return pixelsOf<unpack::words12>(samples);
-    case 0x0400:
+    case Packing::Plain14:
         return pixelsOf<unpack::words14>(samples);
-    case 0x0500:
+    case Packing::Plain16:
         return pixelsOf<unpack::words16>(samples);
-    case 0x1200:
+    case Packing::Packed10:
         return unpack::pairs10;
-    case 0x1300:
+    case Packing::Packed12:
         return unpack::pairs12;
-    case 0x2200:
+    case Packing::P10:
         return pixelsOf<unpack::stream10>(samples);
-    case 0x2300:
-    case 0x3300:
+    case Packing::P12:
+    case Packing::Flex12:
         return pixelsOf<unpack::stream12>(samples);
-    case 0x3200:
+    case Packing::Flex10:
         return tenBitsInSequence(pixelType, samples);
-    default:
-        return nullptr;
     }
+    return nullptr;
 }
 
 } // namespace
 
 std::uint32_t samplesPerPixel(std::uint32_t pixelType)
 {
-    const ZorPixelTypeRow* row = pixelTypeTableRow(pixelType);
+    const ZorPixelTypeRow* row = exactPixelTypeRow(pixelType);
     if (!row)
         return 0;
     const bool shared = pixelTypeFamily(pixelType) == PixelFamily::Yuv && row->channels == 3;
     return shared ? 2 : row->channels;
+}
+
+bool isLumaFirst(const ZorPixelTypeRow& row)
+{
+    return row.channelLayout[0] == 'Y';
 }
 
 UnpackRow unpackRowFor(std::uint32_t pixelType)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "image/ZorPixelTypeRow.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -20,5 +22,8 @@ UnpackRow unpackRowFor(std::uint32_t pixelType);
 /// turns, the first or the second colour difference: two pixels share what their two pairs hold. An odd last
 /// pixel has its luma and the first difference. 0 for a code that is not in the table as it stands.
 std::uint32_t samplesPerPixel(std::uint32_t pixelType);
+
+/// Of a YUV format whose pixels have two samples each: whether the luma is the first of them.
+bool isLumaFirst(const ZorPixelTypeRow& row);
 
 } // namespace zor
