@@ -1,5 +1,4 @@
 #include "display/ZorDisplayQt.h"
-#include "image/PixelTypeCode.h"
 #include "tests/platform/viewer/ViewerTools.h"
 
 #include <QAbstractScrollArea>
