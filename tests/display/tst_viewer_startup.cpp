@@ -1,4 +1,3 @@
-#include "display/ParameterText.h"
 #include "tests/display/AdapterTools.h"
 
 #include <QtTest>
