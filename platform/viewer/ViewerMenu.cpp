@@ -115,17 +115,17 @@ void ViewerMenu::saveView() const
     Canvas* canvas = m_viewer.canvas();
     if (!canvas)
         return;
-    // What is on the screen now, not when the dialog closes; the viewer may have ended by then.
+    // What is on the screen now, not when the dialog closes. The viewer and the host's widget may have ended
+    // by then, so that neither dialog is a child of them.
     const QImage picture = canvas->picture();
-    const QPointer<QWidget> view = m_viewer.view();
     QString name =
-        QFileDialog::getSaveFileName(view, text("Save view"), QString(), text("PNG images (*.png)"));
+        QFileDialog::getSaveFileName(nullptr, text("Save view"), QString(), text("PNG images (*.png)"));
     if (name.isEmpty())
         return;
     if (!name.endsWith(QLatin1String(".png"), Qt::CaseInsensitive))
         name += QLatin1String(".png");
     if (!picture.save(name, "PNG"))
-        QMessageBox::warning(view, text("Save view"),
+        QMessageBox::warning(nullptr, text("Save view"),
                              text("%1 could not be written. Choose another folder or free some space.")
                                  .arg(QDir::toNativeSeparators(name)));
 }

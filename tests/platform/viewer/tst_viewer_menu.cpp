@@ -34,6 +34,8 @@ private slots:
     void saveViewWritesAPng();
     void saveViewTellsOfAFailure_data();
     void saveViewTellsOfAFailure();
+    void viewMayEndWhileItIsSaved_data();
+    void viewMayEndWhileItIsSaved();
 };
 
 namespace {
@@ -327,6 +329,50 @@ void TestViewerMenu::saveViewTellsOfAFailure()
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     trigger(menuOf(shown), "Save view...");
     QVERIFY2(told.contains("view.png"), qPrintable(told));
+}
+
+void TestViewerMenu::viewMayEndWhileItIsSaved_data()
+{
+    QTest::addColumn<bool>("isBox");
+    QTest::newRow("while the name is asked for") << false;
+    QTest::newRow("while a failure is told of") << true;
+}
+
+// The host's widget too.
+void TestViewerMenu::viewMayEndWhileItIsSaved()
+{
+    QFETCH(bool, isBox);
+    QTemporaryDir folder;
+    const QString name = folder.filePath(isBox ? "missing/view.png" : "view.png");
+    auto* view = new QGraphicsView;
+    view->show();
+    ZorDisplayProcessor* viewer = ZorDisplayCPU::CreateComponent(view);
+    QCOMPARE(viewer->display(ramp().record()), 0);
+    QCOMPARE(viewer->command("cmd.system.menu.create", nullptr), 1);
+    const QPointer<QMenu> menu = view->findChild<QMenu*>();
+    const auto endView = [&] {
+        ZorDisplayCPU::DeleteComponent(viewer);
+        delete view;
+    };
+    answerNext<QFileDialog>([&](QFileDialog* dialog) {
+        dialog->findChild<QLineEdit*>("fileNameEdit")->setText(name);
+        const QPointer<QDialog> living = dialog;
+        if (isBox)
+            answerNext<QMessageBox>([&](QMessageBox* box) {
+                const QPointer<QMessageBox> livingBox = box;
+                endView();
+                if (livingBox)
+                    livingBox->accept();
+            });
+        else
+            endView();
+        if (living)
+            living->done(QDialog::Accepted);
+    });
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    trigger(menu, "Save view...");
+    QVERIFY(!menu);
+    QCOMPARE(QFile::exists(name), !isBox);
 }
 
 QTEST_MAIN(TestViewerMenu)
