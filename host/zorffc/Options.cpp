@@ -3,17 +3,11 @@
 #include "host/frames/FrameSize.h"
 
 #include <algorithm>
-#include <cmath>
 #include <functional>
 
 namespace zor {
 
 namespace {
-
-std::string shortest(double value)
-{
-    return value == std::floor(value) && std::abs(value) < 1e15 ? fixedText(value, 0) : fixedText(value, 2);
-}
 
 /// An option with a number that `fits`; `kind` tells which do.
 CLI::Option* addNumber(CLI::App& app, const std::string& name, double& target,
@@ -31,12 +25,15 @@ CLI::Option* addNumber(CLI::App& app, const std::string& name, double& target,
 
 } // namespace
 
-CLI::Option* addReal(CLI::App& app, const std::string& name, double& target, double least, double most,
-                     const std::string& help)
+CLI::Option* addReal(CLI::App& app, const std::string& name, double& target, std::int64_t least,
+                     std::int64_t most, const std::string& help)
 {
     return addNumber(
-        app, name, target, [least, most](double value) { return value >= least && value <= most; },
-        "from " + shortest(least) + " to " + shortest(most), help, "NUMBER");
+        app, name, target,
+        [least, most](double value) {
+            return value >= static_cast<double>(least) && value <= static_cast<double>(most);
+        },
+        "from " + std::to_string(least) + " to " + std::to_string(most), help, "NUMBER");
 }
 
 CLI::Option* addFactor(CLI::App& app, const std::string& name, double& target, const std::string& help)

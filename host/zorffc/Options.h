@@ -14,8 +14,9 @@ namespace zor {
 /// Options whose numbers read the same in every locale. Each stores into its target and refuses what does not
 /// fit with a text that tells what does. The targets must outlive the parsing.
 
-CLI::Option* addReal(CLI::App& app, const std::string& name, double& target, double least, double most,
-                     const std::string& help);
+/// A finite number between two whole ones, both included.
+CLI::Option* addReal(CLI::App& app, const std::string& name, double& target, std::int64_t least,
+                     std::int64_t most, const std::string& help);
 
 /// A finite number above 0, "V" in the help.
 CLI::Option* addFactor(CLI::App& app, const std::string& name, double& target, const std::string& help);

@@ -116,23 +116,23 @@ void addSimulateCommand(CLI::App& app)
                               ->type_name("NAME")
                               ->excludes(depth);
     addPackedOrder(*command, arguments->packedOrder, "Where a dump in a Packed format gets")->needs(format);
-    addReal(*command, "--level", model.levelPercent, 0.0, 1000.0,
+    addReal(*command, "--level", model.levelPercent, 0, 1000,
             "Light in the middle, % of what saturates (default 70)");
-    addReal(*command, "--full-well", model.fullWell, 1.0, 1e9,
+    addReal(*command, "--full-well", model.fullWell, 1, 1000000000,
             "Electrons at the highest grey value; sets shot noise and system gain (default 20000)");
-    addReal(*command, "--vignetting", model.vignettingPercent, 0.0, 99.0,
+    addReal(*command, "--vignetting", model.vignettingPercent, 0, 99,
             "Light lost in the corners, % (default 15)");
-    addReal(*command, "--column-fpn", model.columnFpnPercent, 0.0, 100.0,
+    addReal(*command, "--column-fpn", model.columnFpnPercent, 0, 100,
             "Standard deviation of the columns' gains, % (default 0.8)");
-    addReal(*command, "--row-fpn", model.rowFpnPercent, 0.0, 100.0,
+    addReal(*command, "--row-fpn", model.rowFpnPercent, 0, 100,
             "Standard deviation of the rows' gains, % (default 0.4)");
-    addReal(*command, "--prnu", model.prnuPercent, 0.0, 100.0,
+    addReal(*command, "--prnu", model.prnuPercent, 0, 100,
             "Standard deviation of the pixels' gains, % (default 0.5)");
-    addReal(*command, "--dsnu", model.dsnu, 0.0, 1e9,
+    addReal(*command, "--dsnu", model.dsnu, 0, 1000000000,
             "Standard deviation of the pixels' dark signal, electrons (default 0)");
-    addReal(*command, "--dark-noise", model.darkNoise, 0.0, 1e9,
+    addReal(*command, "--dark-noise", model.darkNoise, 0, 1000000000,
             "Temporal noise without light, electrons (default 8)");
-    addReal(*command, "--black-level", model.blackLevel, 0.0, 65535.0,
+    addReal(*command, "--black-level", model.blackLevel, 0, 65535,
             "Grey value without light, DN (default 0)");
     addFlag(*command, "--no-shot-noise", arguments->noShotNoise, "Let electrons arrive evenly");
     addWhole(*command, "--seed", arguments->seed, "Same seed, same frame (default 1)");

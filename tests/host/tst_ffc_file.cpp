@@ -2,6 +2,7 @@
 #include "host/zorffc/FfcFile.h"
 
 #include <QDateTime>
+#include <QTemporaryFile>
 #include <QtTest>
 
 #include <ctime>
@@ -35,6 +36,8 @@ private slots:
     void headerTextsMustBePlain();
     void readsBackWhatIsWritten();
     void readsOtherLineEnds();
+    void sizesUpTo16MiBAreRead_data();
+    void sizesUpTo16MiBAreRead();
     void refusesBadText_data();
     void refusesBadText();
 };
@@ -140,6 +143,32 @@ void tst_ffc_file::readsOtherLineEnds()
     QCOMPARE(file.camera, std::string("C"));
     QCOMPARE(file.columns, (std::vector<std::int32_t>{-2147483647 - 1}));
     QCOMPARE(file.rows, (std::vector<std::int32_t>{2147483647}));
+}
+
+void tst_ffc_file::sizesUpTo16MiBAreRead_data()
+{
+    QTest::addColumn<qint64>("size");
+    QTest::addColumn<QString>("problem");
+    const qint64 largest = 16 << 20;
+    QTest::newRow("the largest is read, and holds no lines") << largest << ": line 1: the line has no end";
+    QTest::newRow("one byte more is not")
+        << largest + 1 << ": is larger than any coefficient file; check the name";
+}
+
+void tst_ffc_file::sizesUpTo16MiBAreRead()
+{
+    QFETCH(qint64, size);
+    QFETCH(QString, problem);
+    QTemporaryFile file;
+    QVERIFY(file.open() && file.resize(size));
+    const std::string name = file.fileName().toStdString();
+    QString thrown = "(none)";
+    try {
+        readFfcFile(name);
+    } catch (const CommandError& error) {
+        thrown = error.what();
+    }
+    QVERIFY2(thrown.startsWith(file.fileName() + problem), qPrintable(thrown));
 }
 
 void tst_ffc_file::refusesBadText_data()

@@ -100,7 +100,9 @@ void tst_report_parts::sizesAreRead_data()
     QTest::newRow("a capital cross") << QByteArray("1X1") << 0u << 0u;
     QTest::newRow("three sides") << QByteArray("1x1x1") << 0u << 0u;
     QTest::newRow("no height") << QByteArray("1x") << 0u << 0u;
+    QTest::newRow("the widest") << QByteArray("65535x1") << 65535u << 1u;
     QTest::newRow("too wide") << QByteArray("65536x1") << 0u << 0u;
+    QTest::newRow("too tall") << QByteArray("1x65536") << 0u << 0u;
     QTest::newRow("beyond 64 bits") << QByteArray("99999999999999999999x1") << 0u << 0u;
 }
 
@@ -123,6 +125,7 @@ void tst_report_parts::realNumbersAreRead_data()
     QTest::newRow("without a leading digit") << QByteArray(".25") << 0.25;
     QTest::newRow("negative") << QByteArray("-2.5") << -2.5;
     QTest::newRow("with a plus") << QByteArray("+3") << 3.0;
+    QTest::newRow("a fraction with a plus") << QByteArray("+1.5") << 1.5;
     QTest::newRow("with an exponent") << QByteArray("1e-3") << 0.001;
     QTest::newRow("two signs") << QByteArray("+-3") << none;
     QTest::newRow("a comma") << QByteArray("0,5") << none;

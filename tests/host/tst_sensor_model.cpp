@@ -115,6 +115,7 @@ void tst_sensor_model::normalNumbersHaveTheirMoments()
 void tst_sensor_model::poissonCountsHaveTheirMoments_data()
 {
     QTest::addColumn<double>("mean");
+    QTest::newRow("next to none") << 0.1;
     QTest::newRow("fewer than one") << 0.3;
     QTest::newRow("a few") << 4.0;
     QTest::newRow("the most that are counted") << 50.0;

@@ -194,11 +194,13 @@ void tst_zorffc_simulate::refusesBadSettings_data()
     QTest::newRow("a size with a sign") << "f.pgm" << QStringList{"--size", "-1x10"} << "--size";
     QTest::newRow("a side of 65536") << "f.pgm" << QStringList{"--size", "65536x1"} << "--size";
     QTest::newRow("more pixels than fit") << "f.pgm" << QStringList{"--size", "65535x65535"} << "--size";
-    QTest::newRow("all light lost") << "f.pgm" << QStringList{"--vignetting", "100"} << "--vignetting";
+    QTest::newRow("all light lost") << "f.pgm" << QStringList{"--vignetting", "99.001"}
+                                    << "--vignetting: \"99.001\" does not fit; give a number from 0 to 99;";
     QTest::newRow("a negative deviation") << "f.pgm" << QStringList{"--prnu=-1"} << "--prnu";
     QTest::newRow("a deviation that is no number")
         << "f.pgm" << QStringList{"--row-fpn", "nan"} << "--row-fpn";
-    QTest::newRow("a full well of 0") << "f.pgm" << QStringList{"--full-well", "0"} << "--full-well";
+    QTest::newRow("a full well of 0")
+        << "f.pgm" << QStringList{"--full-well", "0.999"} << "give a number from 1 to 1000000000;";
     QTest::newRow("a value for a switch")
         << "f.pgm" << QStringList{"--no-shot-noise=false"} << "--no-shot-noise: takes no value";
     QTest::newRow("a negative seed") << "f.pgm" << QStringList{"--seed=-1"} << "--seed";

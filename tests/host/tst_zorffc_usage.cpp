@@ -71,6 +71,8 @@ void tst_zorffc_usage::wrongUseEndsWith2AndOneLine_data()
     QTest::newRow("a word of two lines") << QStringList{"com\npute"} << "unknown command 'com pute'" + list;
     QTest::newRow("two commands, of which the second is a word of the first")
         << QStringList{"formats", "simulate"} << "TEXT: no pixel format has 'simulate'";
+    QTest::newRow("two commands with what each needs")
+        << QStringList{"formats", "mono12", "simulate", "-o", "f.pgm"} << "not expected: ";
     QTest::newRow("compute without anything") << QStringList{"compute"} << "zorffc compute --help";
     QTest::newRow("simulate without an output") << QStringList{"simulate"} << "--output";
     QTest::newRow("report without a coefficient file")
