@@ -86,7 +86,9 @@ int runCommandLine(int argc, char** argv)
         addSimulateCommand(app);
         return parse(app, argc, argv);
     } catch (const std::bad_alloc&) {
-        return reportError("not enough memory; use a smaller frame or close other programs");
+        // A text of its own might not find room either.
+        std::cerr << "zorffc: not enough memory; use a smaller frame or close other programs" << std::endl;
+        return ExitBadUse;
     } catch (const std::exception& error) {
         return reportError(error.what());
     }

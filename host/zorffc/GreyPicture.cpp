@@ -30,6 +30,54 @@ template <typename Iterator> std::ptrdiff_t stepsPast(Iterator first, Iterator l
            first;
 }
 
+/// How the pixels along one side of an image lie below those of a picture of it.
+class Raster
+{
+public:
+    Raster(std::int32_t pixels, std::int32_t places)
+        : m_pixels(pixels)
+        , m_places(places)
+    {
+    }
+
+    /// The weights below each place together.
+    std::uint64_t whole() const { return shrinks() ? static_cast<std::uint64_t>(m_pixels) : 1; }
+
+    /// Calls `take(pixel, weight)` for each pixel below a place. The side counts pixels times places units,
+    /// so that every edge is a whole number.
+    template <typename Take> void forEachBelow(std::int32_t place, Take take) const
+    {
+        if (!shrinks()) {
+            take(static_cast<std::int32_t>((2 * std::int64_t{place} + 1) * m_pixels / (2 * m_places)), 1);
+            return;
+        }
+        const std::int64_t begin = std::int64_t{place} * m_pixels;
+        const std::int64_t end = begin + m_pixels;
+        for (std::int64_t pixel = begin / m_places; pixel * m_places < end; ++pixel) {
+            const std::int64_t from = std::max(begin, pixel * m_places);
+            const std::int64_t to = std::min(end, (pixel + 1) * m_places);
+            take(static_cast<std::int32_t>(pixel), static_cast<std::uint64_t>(to - from));
+        }
+    }
+
+private:
+    bool shrinks() const { return m_places < m_pixels; }
+
+    std::int32_t m_pixels;
+    std::int32_t m_places;
+};
+
+/// Adds a row to the sums of the columns: each pixel's height above black, up to white.
+void addRow(std::vector<std::uint64_t>& sums, const ConstImageView& image, std::int32_t row,
+            const GreyRange& range, std::uint64_t weight)
+{
+    const std::uint8_t* pixels = image.row(row);
+    for (std::int32_t x = 0; x < image.width; ++x) {
+        const std::int32_t pixel = std::clamp(pixelAt(image, pixels, x), range.black, range.white);
+        sums[static_cast<std::size_t>(x)] += weight * static_cast<std::uint64_t>(pixel - range.black);
+    }
+}
+
 } // namespace
 
 GreyRange commonGreyRange(const ConstImageView& first, const ConstImageView& second)
@@ -52,17 +100,28 @@ GreyRange commonGreyRange(const ConstImageView& first, const ConstImageView& sec
     return {std::max(value - 1, 0), std::min(value + 1, saturationLimit(first.depth))};
 }
 
-QImage greyPicture(const ConstImageView& image, const GreyRange& range)
+QImage greyPicture(const ConstImageView& image, const GreyRange& range, const QSize& size)
 {
-    QImage picture(image.width, image.height, QImage::Format_Grayscale8);
+    QImage picture(size, QImage::Format_Grayscale8);
     if (picture.isNull())
         throw std::bad_alloc();
-    const double scale = 255.0 / (range.white - range.black);
-    for (std::int32_t y = 0; y < image.height; ++y) {
+    const Raster columns(image.width, size.width());
+    const Raster rows(image.height, size.height());
+    // White everywhere below one pixel of the picture, at most 65535 times 65535 squared.
+    const std::uint64_t white =
+        static_cast<std::uint64_t>(range.white - range.black) * columns.whole() * rows.whole();
+    std::vector<std::uint64_t> sums(static_cast<std::size_t>(image.width));
+    for (int y = 0; y < size.height(); ++y) {
+        std::fill(sums.begin(), sums.end(), 0);
+        rows.forEachBelow(
+            y, [&](std::int32_t row, std::uint64_t weight) { addRow(sums, image, row, range, weight); });
         std::uint8_t* line = picture.scanLine(y);
-        for (std::int32_t x = 0; x < image.width; ++x) {
-            const std::int32_t pixel = std::clamp(pixelAt(image, image.row(y), x), range.black, range.white);
-            line[x] = static_cast<std::uint8_t>((pixel - range.black) * scale + 0.5);
+        for (int x = 0; x < size.width(); ++x) {
+            std::uint64_t sum = 0;
+            columns.forEachBelow(x, [&](std::int32_t column, std::uint64_t weight) {
+                sum += weight * sums[static_cast<std::size_t>(column)];
+            });
+            line[x] = static_cast<std::uint8_t>((2 * 255 * sum + white) / (2 * white));
         }
     }
     return picture;

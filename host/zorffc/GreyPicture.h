@@ -3,6 +3,7 @@
 #include "engine/ImageView.h"
 
 #include <QImage>
+#include <QSize>
 
 #include <cstdint>
 
@@ -19,7 +20,9 @@ struct GreyRange
 /// range around it, limited to the depth.
 GreyRange commonGreyRange(const ConstImageView& first, const ConstImageView& second);
 
-/// The image in 8-bit grey, the range spread over black to white.
-QImage greyPicture(const ConstImageView& image, const GreyRange& range);
+/// The image in 8-bit grey at the given size, the range spread over black to white. A side that shrinks
+/// averages the pixels below each of its own, by their area and rounded once; along one that grows a pixel is
+/// repeated. Throws std::bad_alloc.
+QImage greyPicture(const ConstImageView& image, const GreyRange& range, const QSize& size);
 
 } // namespace zor

@@ -29,7 +29,7 @@ MeanRange commonMeanRange(const Profile& first, const Profile& second);
 
 /// Both curves of a profile over the entry numbers, from 1, with axes, grid and legend. The first entry
 /// stands at the canvas's left edge, the last one at its right, a single one in the middle. Needs a
-/// QApplication.
+/// DrawingApplication.
 class ProfilePlot
 {
 public:

@@ -3,7 +3,7 @@
 #include "host/quality/CorrectedFrame.h"
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/CommandError.h"
-#include "host/zorffc/CommandLine.h"
+#include "host/zorffc/DrawingApplication.h"
 #include "host/zorffc/FfcFile.h"
 #include "host/zorffc/FrameArguments.h"
 #include "host/zorffc/FrameWarnings.h"
@@ -12,14 +12,12 @@
 #include "host/zorffc/ReportPicture.h"
 #include "host/zorffc/Summary.h"
 
-#include <QApplication>
 #include <QBuffer>
 #include <QFileInfo>
+#include <QImageWriter>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <iostream>
 #include <memory>
 #include <string>
 
@@ -64,16 +62,6 @@ QString fileName(const std::string& path)
     return QFileInfo(QString::fromStdString(path)).fileName();
 }
 
-/// Qt's remarks on the desktop around it say nothing about the picture. What it cannot go on without ends the
-/// run as other errors do, and not by a core dump.
-void takeRemark(QtMsgType type, const QMessageLogContext&, const QString& text)
-{
-    if (type != QtFatalMsg)
-        return;
-    std::cerr << "zorffc: " << oneLine(text.toStdString()) << std::endl;
-    std::_Exit(ExitBadUse);
-}
-
 /// The range of a table's gains.
 QString rangeOf(const std::vector<std::int32_t>& table, std::uint32_t fractionBits)
 {
@@ -98,22 +86,17 @@ QString details(const ReportArguments& arguments, const FfcFile& ffc, const Mono
            QStringLiteral(" fraction bits");
 }
 
-/// The picture as a PNG file. The application lives for the drawing alone and never looks for a screen.
+/// The picture as a PNG file. The application lives for the drawing alone.
 QByteArray reportPng(const ReportData& data)
 {
-    char program[] = "zorffc";
-    char option[] = "-platform";
-    char platform[] = "offscreen";
-    char* arguments[] = {program, option, platform, nullptr};
-    int count = 3;
-    qInstallMessageHandler(takeRemark);
-    const QApplication application(count, arguments);
-
+    const DrawingApplication application;
     QByteArray png;
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);
-    if (!drawReport(data).save(&buffer, "PNG"))
-        throw CommandError("the picture cannot be made into a PNG file; Qt's PNG support is missing");
+    QImageWriter writer(&buffer, "PNG");
+    if (!writer.write(drawReport(data)))
+        throw CommandError("the picture cannot be made into a PNG file: " +
+                           writer.errorString().toStdString());
     return png;
 }
 

@@ -67,13 +67,10 @@ void drawPanel(QPainter& painter, const QRect& place, const QString& title, cons
     setFont(painter, 20, true, Ink);
     drawLine(painter, QRect(place.left(), place.top() - 36, place.width(), 30), Qt::AlignLeft, title);
 
-    const QImage picture = greyPicture(image, range);
-    const QSize size = picture.size().scaled(place.size(), Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
-    // Few pixels show as squares, many are averaged.
-    const bool shrinks = size.width() < picture.width();
-    const auto mode = shrinks ? Qt::SmoothTransformation : Qt::FastTransformation;
+    const QSize size =
+        QSize(image.width, image.height).scaled(place.size(), Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
     const QPoint corner(place.left(), place.top() + (place.height() - size.height()) / 2);
-    painter.drawImage(corner, picture.scaled(size, Qt::IgnoreAspectRatio, mode));
+    painter.drawImage(corner, greyPicture(image, range, size));
     painter.setPen(PaleInk);
     painter.drawRect(QRect(corner, size).adjusted(-1, -1, 0, 0));
 }

@@ -22,7 +22,7 @@ constexpr int ReportWidth = 1600; ///< pixels
 constexpr int ReportHeight = 1240;
 
 /// Both images in one grey scale, both profiles in one range, each as wide as the image above it where the
-/// image is not too tall, and the figures. Needs a QApplication.
+/// image is not too tall, and the figures. Needs a DrawingApplication.
 QImage drawReport(const ReportData& data);
 
 } // namespace zor

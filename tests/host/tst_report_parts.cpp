@@ -17,6 +17,9 @@ ConstImageView view8(const std::vector<std::uint8_t>& pixels, int width)
 
 } // namespace
 
+Q_DECLARE_METATYPE(std::vector<std::uint8_t>)
+Q_DECLARE_METATYPE(std::vector<int>)
+
 class tst_report_parts : public QObject
 {
     Q_OBJECT
@@ -26,6 +29,9 @@ private slots:
     void greyRangeOfAnEvenImageIsAroundIt_data();
     void greyRangeOfAnEvenImageIsAroundIt();
     void greyPictureSpreadsItsRange();
+    void greyPictureAveragesByArea_data();
+    void greyPictureAveragesByArea();
+    void largestSumsAreExact();
     void sizesAreRead_data();
     void sizesAreRead();
     void realNumbersAreRead_data();
@@ -71,7 +77,7 @@ void tst_report_parts::greyRangeOfAnEvenImageIsAroundIt()
     const GreyRange range = commonGreyRange(view8(pixels, 3), view8(pixels, 3));
     QTEST(range.black, "black");
     QTEST(range.white, "white");
-    QTEST(qGray(greyPicture(view8(pixels, 3), range).pixel(0, 0)), "grey");
+    QTEST(qGray(greyPicture(view8(pixels, 3), range, {3, 2}).pixel(0, 0)), "grey");
 }
 
 void tst_report_parts::greyPictureSpreadsItsRange()
@@ -81,11 +87,66 @@ void tst_report_parts::greyPictureSpreadsItsRange()
     const std::uint16_t pixels[] = {999, 1000, 1255, 1510, 1511, 4095};
     for (int i = 0; i < 6; ++i)
         storeCell(bytes.data() + 6 * (i / 3), i % 3, pixels[i]);
-    const QImage picture = greyPicture(image, {1000, 1510});
+    const QImage picture = greyPicture(image, {1000, 1510}, {3, 2});
     QCOMPARE(picture.size(), QSize(3, 2));
     const int expected[] = {0, 0, 128, 255, 255, 255};
     for (int i = 0; i < 6; ++i)
         QCOMPARE(qGray(picture.pixel(i % 3, i / 3)), expected[i]);
+}
+
+void tst_report_parts::greyPictureAveragesByArea_data()
+{
+    QTest::addColumn<std::vector<std::uint8_t>>("pixels");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<std::vector<int>>("greys");
+    using Pixels = std::vector<std::uint8_t>;
+    using Greys = std::vector<int>;
+    QTest::newRow("two pixels below one") << Pixels{10, 20, 200, 100} << 4 << QSize(2, 1) << Greys{15, 150};
+    QTest::newRow("two rows below one") << Pixels{10, 200, 20, 100} << 2 << QSize(2, 1) << Greys{15, 150};
+    QTest::newRow("one and a half below each") << Pixels{30, 60, 90} << 3 << QSize(2, 1) << Greys{40, 80};
+    QTest::newRow("one and a half rows below each")
+        << Pixels{30, 60, 90} << 1 << QSize(1, 2) << Greys{40, 80};
+    QTest::newRow("both sides shrink unevenly")
+        << Pixels{0, 0, 90, 0, 90, 0, 90, 0, 0} << 3 << QSize(2, 2) << Greys{10, 50, 50, 10};
+    QTest::newRow("halves are rounded up, once") << Pixels{1, 0, 0, 1} << 2 << QSize(1, 1) << Greys{1};
+    QTest::newRow("below a half is rounded down") << Pixels{1, 0, 0} << 3 << QSize(1, 1) << Greys{0};
+    QTest::newRow("pixels are repeated as squares")
+        << Pixels{1, 2, 3, 4} << 2 << QSize(4, 4) << Greys{1, 1, 2, 2, 1, 1, 2, 2, 3, 3, 4, 4, 3, 3, 4, 4};
+    QTest::newRow("a pixel is repeated where its middle is nearest")
+        << Pixels{1, 2} << 2 << QSize(5, 1) << Greys{1, 1, 2, 2, 2};
+    QTest::newRow("one side shrinks, the other one grows")
+        << Pixels{10, 20, 30, 40} << 4 << QSize(2, 2) << Greys{15, 35, 15, 35};
+    QTest::newRow("as large as the image")
+        << Pixels{1, 2, 3, 4, 5, 6} << 3 << QSize(3, 2) << Greys{1, 2, 3, 4, 5, 6};
+}
+
+void tst_report_parts::greyPictureAveragesByArea()
+{
+    QFETCH(std::vector<std::uint8_t>, pixels);
+    QFETCH(int, width);
+    QFETCH(QSize, size);
+    QFETCH(std::vector<int>, greys);
+    const QImage picture = greyPicture(view8(pixels, width), {0, 255}, size);
+    QCOMPARE(picture.size(), size);
+    std::vector<int> drawn;
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x)
+            drawn.push_back(qGray(picture.pixel(x, y)));
+    QCOMPARE(drawn, greys);
+}
+
+void tst_report_parts::largestSumsAreExact()
+{
+    // The longest column of the brightest pixels, one in two of them.
+    constexpr int longest = 65535;
+    std::vector<std::uint8_t> bytes(2 * longest, 0xFF);
+    for (int y = 0; y < longest; y += 2)
+        storeCell(bytes.data(), y, 0);
+    const QImage picture = greyPicture({bytes.data(), 2, 1, longest, 16}, {0, longest}, {1, 3});
+    // 21845 pixels below each: 10922 white ones below the first and last, 10923 below the middle one.
+    for (int y = 0; y < 3; ++y)
+        QCOMPARE(qGray(picture.pixel(0, y)), y == 1 ? 128 : 127);
 }
 
 void tst_report_parts::sizesAreRead_data()

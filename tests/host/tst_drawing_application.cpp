@@ -1,0 +1,43 @@
+#include "host/zorffc/DrawingApplication.h"
+
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QtTest>
+
+using namespace zor;
+
+/// What a drawing finds around itself.
+class tst_drawing_application : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theOnlyFontIsTheOneThatIsCarried();
+    void theEnvironmentIsGone();
+
+private:
+    DrawingApplication m_application;
+};
+
+void tst_drawing_application::theOnlyFontIsTheOneThatIsCarried()
+{
+    // The other three are Qt's own, for whatever font there is.
+    QCOMPARE(QFontDatabase().families(), (QStringList{"DejaVu Sans", "Monospace", "Sans Serif", "Serif"}));
+    QCOMPARE(QFontDatabase().styles("DejaVu Sans"), (QStringList{"Book", "Bold"}));
+    QFont font;
+    for (const bool bold : {false, true}) {
+        font.setBold(bold);
+        QCOMPARE(QFontInfo(font).family(), QString("DejaVu Sans"));
+        QCOMPARE(QFontInfo(font).bold(), bold);
+    }
+}
+
+void tst_drawing_application::theEnvironmentIsGone()
+{
+    QCOMPARE(QGuiApplication::platformName(), QString("offscreen"));
+    for (const char* variable : {"HOME", "PATH", "QT_QPA_PLATFORM"})
+        QVERIFY2(!qEnvironmentVariableIsSet(variable), variable);
+}
+
+QTEST_APPLESS_MAIN(tst_drawing_application)
+#include "tst_drawing_application.moc"
