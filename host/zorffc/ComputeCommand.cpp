@@ -43,15 +43,18 @@ void compute(const ComputeArguments& arguments)
     const FrameGains gains = computeFrameGains(mono.view(), mono.bytes(), rule);
 
     const auto fractionBits = static_cast<std::uint8_t>(arguments.precision);
-    const CorrectedFrame corrected(mono.view(), coefficientTable(gains.columns, fractionBits),
-                                   coefficientTable(gains.rows, fractionBits), fractionBits);
+    const std::vector<std::int32_t> columns = coefficientTable(gains.columns, fractionBits);
+    const std::vector<std::int32_t> rows = coefficientTable(gains.rows, fractionBits);
+    const CorrectedFrame corrected(mono.view(), columns, rows, fractionBits);
 
     output.write(ffcFileText(arguments.title, arguments.camera, currentFfcDate(), gains.columns, gains.rows,
                              fractionBits));
 
     // The summary comes first, so that a run which cannot tell its result leaves the target as it was.
-    printSummary(frameSummary(frame, mono) + "Column gain      " + gainRange(gains.columns) + "\n" +
-                 "Row gain         " + gainRange(gains.rows) + "\n" +
+    printSummary(frameSummary(frame, mono) + "Column gain      " + gainRange(gains.columns) + " computed, " +
+                 fileGainRange(columns, arguments.precision) + " in the file\n" + "Row gain         " +
+                 gainRange(gains.rows) + " computed, " + fileGainRange(rows, arguments.precision) +
+                 " in the file\n" +
                  nonUniformitySummary(nonUniformity(mono.view()), nonUniformity(corrected.view())) +
                  "File             " + oneLine(arguments.output) + ": " +
                  std::to_string(gains.columns.size()) + " column and " + std::to_string(gains.rows.size()) +

@@ -17,7 +17,6 @@
 #include <QImageWriter>
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <string>
 
@@ -60,15 +59,6 @@ std::vector<std::string> precisionWarnings(const ReportArguments& arguments,
 QString fileName(const std::string& path)
 {
     return QFileInfo(QString::fromStdString(path)).fileName();
-}
-
-/// The range of a table's gains.
-QString rangeOf(const std::vector<std::int32_t>& table, std::uint32_t fractionBits)
-{
-    std::list<double> gains;
-    for (const std::int32_t entry : table)
-        gains.push_back(std::ldexp(entry, -static_cast<int>(fractionBits)));
-    return QString::fromStdString(gainRange(gains));
 }
 
 /// The second line of the picture. The texts come from the user, so they are joined and never searched for
@@ -115,12 +105,15 @@ void report(const ReportArguments& arguments)
     const CorrectedFrame corrected(mono.view(), ffc.columns, ffc.rows,
                                    static_cast<std::uint8_t>(arguments.precision));
 
+    const std::string columnGains = fileGainRange(ffc.columns, arguments.precision);
+    const std::string rowGains = fileGainRange(ffc.rows, arguments.precision);
     const QByteArray png =
         reportPng({QStringLiteral("Flat field correction: ") + QString::fromStdString(ffc.title),
-                   details(arguments, ffc, mono), rangeOf(ffc.columns, arguments.precision),
-                   rangeOf(ffc.rows, arguments.precision), mono.view(), corrected.view()});
+                   details(arguments, ffc, mono), QString::fromStdString(columnGains),
+                   QString::fromStdString(rowGains), mono.view(), corrected.view()});
     output.write({png.constData(), static_cast<std::size_t>(png.size())});
-    printSummary(frameSummary(frame, mono) +
+    printSummary(frameSummary(frame, mono) + "Column gain      " + columnGains + " in the file\n" +
+                 "Row gain         " + rowGains + " in the file\n" +
                  nonUniformitySummary(nonUniformity(mono.view()), nonUniformity(corrected.view())) +
                  "Picture          " + oneLine(arguments.output) + "\n");
     output.commit();

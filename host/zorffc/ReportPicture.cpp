@@ -149,7 +149,7 @@ void drawFigures(QPainter& painter, const ReportData& data)
                     percent(saturatedShare(data.before) * 100.0),
                     percent(saturatedShare(data.after) * 100.0)});
     drawLine(painter, QRect(RightPanel, FiguresTop + 56, PanelWidth - 20, 28), Qt::AlignLeft,
-             QStringLiteral("column gains ") + data.columnGains + QStringLiteral(", row gains ") +
+             QStringLiteral("gains in the file: columns ") + data.columnGains + QStringLiteral(", rows ") +
                  data.rowGains);
 }
 

@@ -12,7 +12,7 @@ struct ReportData
 {
     QString heading;
     QString details;     ///< one line below the heading
-    QString columnGains; ///< their range, as a person reads it
+    QString columnGains; ///< the range of the file's, as a person reads it
     QString rowGains;
     ConstImageView before;
     ConstImageView after; ///< of the same size and depth

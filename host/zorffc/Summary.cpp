@@ -46,6 +46,14 @@ std::string gainRange(const std::list<double>& gains)
     return text;
 }
 
+std::string fileGainRange(const std::vector<std::int32_t>& table, std::uint32_t fractionBits)
+{
+    std::list<double> gains;
+    for (const std::int32_t entry : table)
+        gains.push_back(std::ldexp(entry, -static_cast<int>(fractionBits)));
+    return gainRange(gains);
+}
+
 std::string percentText(double percent)
 {
     return std::isnan(percent) ? "nan" : fixedText(percent, 4) + " %";

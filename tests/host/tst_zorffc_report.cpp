@@ -52,6 +52,7 @@ private slots:
     void drawsFramesOfAnySize_data();
     void drawsFramesOfAnySize();
     void figuresAreThoseOfCompute();
+    void gainsAreThoseOfTheFile();
     void userTextsAreDrawnAsTheyStand();
     void anEvenFrameIsDrawnInGrey();
     void warnsOfLimitedPixels();
@@ -180,6 +181,24 @@ void tst_zorffc_report::figuresAreThoseOfCompute()
     };
     QVERIFY2(figures(report.out).contains("row means"), qPrintable(report.out));
     QCOMPARE(figures(report.out), figures(compute.out));
+}
+
+void tst_zorffc_report::gainsAreThoseOfTheFile()
+{
+    // Column means of 149.5 and 180: a gain of 1.2040, which the file holds as 308 / 256.
+    writeFile(path("f.pgm"), pgm(2, 2, 255, {150, 181, 149, 179}));
+    const ZorffcRun compute = run({"compute", "f.pgm", "--title", "T", "--camera", "C", "-o", "f.ffc"});
+    const ZorffcRun report = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
+    QVERIFY2(
+        compute.out.contains("Column gain      1.0000 to 1.2040 computed, 1.0000 to 1.2031 in the file\n"),
+        qPrintable(compute.told()));
+    QVERIFY2(report.out.contains("Column gain      1.0000 to 1.2031 in the file\n"),
+             qPrintable(report.told()));
+    writeFile(path("f.ffc"), Header + ":Table,\n1,256\n2,384\n:FFC_Y start,\n1,320\n2,512\n");
+    const ZorffcRun other = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
+    QVERIFY2(other.out.contains("Column gain      1.0000 to 1.5000 in the file\n"
+                                "Row gain         1.2500 to 2.0000 in the file\n"),
+             qPrintable(other.told()));
 }
 
 void tst_zorffc_report::userTextsAreDrawnAsTheyStand()
