@@ -14,9 +14,12 @@ constexpr bool IsSanitized = false;
 
 const QStringList Report{"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"};
 
+/// Nothing but one variable, and what the sanitizers are to do.
 QProcessEnvironment environmentWith(const QString& variable, const QString& value)
 {
     QProcessEnvironment environment;
+    for (const char* options : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"})
+        environment.insert(options, qEnvironmentVariable(options));
     environment.insert(variable, value);
     return environment;
 }
