@@ -4,6 +4,7 @@
 #include <QtTest>
 
 #include <limits>
+#include <new>
 #include <vector>
 
 using namespace zor;
@@ -32,6 +33,7 @@ private slots:
     void greyPictureAveragesByArea_data();
     void greyPictureAveragesByArea();
     void largestSumsAreExact();
+    void aPictureThatCannotBeHadIsAnError();
     void sizesAreRead_data();
     void sizesAreRead();
     void realNumbersAreRead_data();
@@ -147,6 +149,12 @@ void tst_report_parts::largestSumsAreExact()
     // 21845 pixels below each: 10922 white ones below the first and last, 10923 below the middle one.
     for (int y = 0; y < 3; ++y)
         QCOMPARE(qGray(picture.pixel(0, y)), y == 1 ? 128 : 127);
+}
+
+void tst_report_parts::aPictureThatCannotBeHadIsAnError()
+{
+    constexpr int beyond = 2000000000;
+    QVERIFY_EXCEPTION_THROWN(greyPicture(view8({1}, 1), {0, 255}, {beyond, beyond}), std::bad_alloc);
 }
 
 void tst_report_parts::sizesAreRead_data()
