@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <new>
+#include <string>
 
 namespace zor {
 
@@ -45,10 +46,15 @@ void requireMemory()
 }
 
 /// Variables of Qt, fontconfig, FreeType, the desktop and the locale scale, restyle or stop a drawing, and
-/// each version knows others. None of them is about this picture.
+/// each version knows others. None of them is about this picture. The folder for run-time files stays: without
+/// it Qt makes one of its own in /tmp.
 void clearEnvironment()
 {
+    const char* folder = std::getenv("XDG_RUNTIME_DIR");
+    const std::string kept = folder ? folder : "";
     ::clearenv();
+    if (!kept.empty())
+        ::setenv("XDG_RUNTIME_DIR", kept.c_str(), 1);
 }
 
 /// Without this the fonts of the machine, and its settings on how to draw any font, would come in.

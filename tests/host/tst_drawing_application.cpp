@@ -16,6 +16,8 @@ private slots:
     void theEnvironmentIsGone();
 
 private:
+    const QTemporaryDir m_folder;
+    const bool m_isSet = qputenv("XDG_RUNTIME_DIR", m_folder.path().toLocal8Bit());
     DrawingApplication m_application;
 };
 
@@ -37,6 +39,9 @@ void tst_drawing_application::theEnvironmentIsGone()
     QCOMPARE(QGuiApplication::platformName(), QString("offscreen"));
     for (const char* variable : {"HOME", "PATH", "QT_QPA_PLATFORM"})
         QVERIFY2(!qEnvironmentVariableIsSet(variable), variable);
+    // Without its folder for run-time files Qt makes one in /tmp.
+    QVERIFY(m_isSet);
+    QCOMPARE(qEnvironmentVariable("XDG_RUNTIME_DIR"), m_folder.path());
 }
 
 QTEST_APPLESS_MAIN(tst_drawing_application)
