@@ -2,8 +2,8 @@
 
 #include "engine/pix/PixTypes.h"
 
-/// Copies and conversions. Steps are in bytes. Checks: a null pointer, then the region, then (conversions only)
-/// a step under 1.
+/// Copies and conversions. Steps are in bytes. Checks: a null pointer, then the region, then (conversions
+/// only) a step under 1.
 namespace zor {
 
 /// Zero-extends each pixel.

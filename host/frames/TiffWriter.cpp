@@ -73,7 +73,8 @@ std::string tiffBytes(const _ZorImage& picture)
     const MemoryFile file;
     const TiffHandle tiff(file.descriptor());
     if (!tiff.get() || !writePicture(tiff.get(), picture))
-        throw std::runtime_error("the picture cannot be made into a TIFF file (" + tiff.reason("the lines cannot be written") +
+        throw std::runtime_error("the picture cannot be made into a TIFF file (" +
+                                 tiff.reason("the lines cannot be written") +
                                  "); choose another kind of file");
     return file.bytes();
 }

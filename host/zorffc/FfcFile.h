@@ -30,7 +30,8 @@ struct FfcFile
 };
 
 /// Reads the text of a coefficient file. Lines that begin with two dashes and empty lines are skipped. Every
-/// line ends in a line feed, with or without a carriage return before it. Throws CommandError with `name` and the line's number.
+/// line ends in a line feed, with or without a carriage return before it. Throws CommandError with `name` and
+/// the line's number.
 FfcFile parseFfcText(const std::string& name, const std::string& text);
 
 /// Reads a coefficient file. Throws CommandError or FrameError, the latter when there is no regular file.

@@ -25,8 +25,8 @@ struct FrameArguments
     std::optional<std::string> whiteIsZero; ///< "stored" or "inverted"
 };
 
-/// Adds FRAME, the options of a raw dump and `--white-is-zero` to a command, and gives `--format`. `arguments`
-/// must outlive the parsing.
+/// Adds FRAME, the options of a raw dump and `--white-is-zero` to a command, and gives `--format`.
+/// `arguments` must outlive the parsing.
 CLI::Option* addDumpArguments(CLI::App& command, FrameArguments& arguments);
 
 /// The same and `--depth`, which overrides the depth that a file with a header tells.

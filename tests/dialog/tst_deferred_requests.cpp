@@ -100,7 +100,7 @@ public:
     }
 
     std::function<void()> onReset; ///< called inside the next reset
-    bool hadCursor = true; ///< at the last reset
+    bool hadCursor = true;         ///< at the last reset
 
 private:
     void note()

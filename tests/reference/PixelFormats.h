@@ -12,10 +12,10 @@ struct PixelFormat
 {
     std::string name;
     std::uint32_t code;
-    std::uint32_t family;     ///< 1 mono, 2 RGB, 3 Bayer, 4 TrueSense, 5 YUV
-    std::uint32_t heldBits;   ///< bits of a sample's value
-    std::uint32_t storedBits; ///< bits to collect; above `heldBits` where a word is wider than the value
-    std::uint32_t pixelBits;  ///< bits of memory that a pixel takes
+    std::uint32_t family;          ///< 1 mono, 2 RGB, 3 Bayer, 4 TrueSense, 5 YUV
+    std::uint32_t heldBits;        ///< bits of a sample's value
+    std::uint32_t storedBits;      ///< bits to collect; above `heldBits` where a word is wider than the value
+    std::uint32_t pixelBits;       ///< bits of memory that a pixel takes
     std::uint32_t samplesPerPixel; ///< samples that lie in these bits
     bool inPairs;                  ///< two pixels in three bytes instead of in sequence
     /// What the samples are, line by line, over and over: R, G, B, A, Y, U, V, or W for a panchromatic site.
