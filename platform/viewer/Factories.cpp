@@ -1,13 +1,13 @@
 #include "display/ZorDisplayQt.h"
 
-#include "platform/viewer/GlContext.h"
 #include "platform/viewer/ViewerComponent.h"
+#include "platform/viewer/paint/gl/GlContext.h"
 
 #include <QThread>
 
 namespace {
-using zorview::Viewer;
-using zorview::ViewerComponent;
+using zor::viewer::Viewer;
+using zor::viewer::ViewerComponent;
 
 bool isUsable(const QWidget* widget)
 {
@@ -33,7 +33,7 @@ void ZorDisplayCPU::DeleteComponent(ZorDisplayProcessor* component)
 
 ZorDisplayProcessor* ZorDisplayQGL::CreateComponent(QWidget* widget)
 {
-    if (!isUsable(widget) || !zorview::hasGlContext())
+    if (!isUsable(widget) || !zor::viewer::hasGlContext())
         return nullptr;
     return new ViewerComponent(widget, Viewer::Painting::OpenGl);
 }

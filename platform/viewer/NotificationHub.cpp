@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace zorview {
+namespace zor::viewer {
 void NotificationHub::add(ZorDisplayCommand* listener)
 {
     if (std::find(m_listeners.begin(), m_listeners.end(), listener) == m_listeners.end())
@@ -62,4 +62,4 @@ void NotificationHub::mouseMove(const Pointer& pointer)
 {
     mouse("mouse.move", pointer, MouseMoves);
 }
-} // namespace zorview
+} // namespace zor::viewer

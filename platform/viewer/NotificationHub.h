@@ -9,7 +9,7 @@
 
 class ZorDisplayCommand;
 
-namespace zorview {
+namespace zor::viewer {
 /// Sends the viewer's notifications to everybody who registered, on the GUI thread.
 class NotificationHub
 {
@@ -58,4 +58,4 @@ private:
     int m_viewFlags = MouseButtons | MouseMoves;
     int m_imageFlags = 0;
 };
-} // namespace zorview
+} // namespace zor::viewer

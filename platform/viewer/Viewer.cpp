@@ -1,16 +1,16 @@
 #include "platform/viewer/Viewer.h"
 
-#include "platform/viewer/DeviceSize.h"
-#include "platform/viewer/GlCanvas.h"
-#include "platform/viewer/RecordShape.h"
-#include "platform/viewer/SoftwareCanvas.h"
+#include "platform/viewer/paint/DeviceSize.h"
+#include "platform/viewer/paint/SoftwareCanvas.h"
+#include "platform/viewer/paint/gl/GlCanvas.h"
+#include "platform/viewer/picture/RecordShape.h"
 
 #include <QAbstractScrollArea>
 
 #include <algorithm>
 #include <cmath>
 
-namespace zorview {
+namespace zor::viewer {
 namespace {
 constexpr double FarthestPixel = 1e9;
 
@@ -43,12 +43,12 @@ QWidget* surfaceOf(QWidget* view)
 } // namespace
 
 Viewer::Viewer(QWidget* view, Painting painting)
-    : navigator(scene.geometry,
-                [this](bool isElsewhere) {
-                    repaint();
-                    if (isElsewhere)
-                        hub.viewChanged();
-                })
+    : m_navigator(m_scene.geometry,
+                  [this](bool isElsewhere) {
+                      repaint();
+                      if (isElsewhere)
+                          m_hub.viewChanged();
+                  })
     , m_view(view)
     , m_surface(surfaceOf(view))
 {
@@ -64,11 +64,11 @@ Viewer::~Viewer()
 void Viewer::makeCanvas(Painting painting)
 {
     if (painting == Painting::OpenGl) {
-        auto* canvas = new GlCanvas(scene, m_surface);
+        auto* canvas = new GlCanvas(m_scene, m_surface);
         m_canvas = canvas;
         m_canvasWidget = canvas;
     } else {
-        auto* canvas = new SoftwareCanvas(scene, m_surface);
+        auto* canvas = new SoftwareCanvas(m_scene, m_surface);
         m_canvas = canvas;
         m_canvasWidget = canvas;
     }
@@ -82,9 +82,9 @@ void Viewer::makeCanvas(Painting painting)
 ViewerStatus Viewer::display(const _ZorImage* image)
 {
     int processed = 0;
-    const ViewerStatus status = scene.first.load(image, chain, &processed);
+    const ViewerStatus status = m_scene.first.load(image, m_processors, &processed);
     if (status == ViewerStatus::Ok)
-        scene.second.clear();
+        m_scene.second.clear();
     return finish(status, processed);
 }
 
@@ -94,35 +94,35 @@ ViewerStatus Viewer::displayPair(const _ZorImage* first, const _ZorImage* second
     Picture beside;
     int processed = 0;
     int processedBeside = 0;
-    ViewerStatus status = beside.load(second, chain, &processedBeside);
+    ViewerStatus status = beside.load(second, m_processors, &processedBeside);
     if (status == ViewerStatus::Ok)
-        status = scene.first.load(first, chain, &processed);
+        status = m_scene.first.load(first, m_processors, &processed);
     if (status == ViewerStatus::Ok)
-        scene.second.swap(beside);
+        m_scene.second.swap(beside);
     return finish(status, processed != 0 ? processed : processedBeside);
 }
 
 // Each notification may delete this.
 ViewerStatus Viewer::finish(ViewerStatus status, int processed)
 {
-    scene.arrange();
-    const std::weak_ptr<const int> alive = hub.life();
-    navigator.settle();
+    m_scene.arrange();
+    const std::weak_ptr<const int> alive = m_hub.life();
+    m_navigator.settle();
     if (status == ViewerStatus::Ok && !alive.expired())
-        hub.processed(processed);
+        m_hub.processed(processed);
     return status;
 }
 
 bool Viewer::rebuild()
 {
-    if (scene.first.isEmpty())
+    if (m_scene.first.isEmpty())
         return false;
     int processed = 0;
-    ViewerStatus status = scene.first.reload(chain, &processed);
-    if (status == ViewerStatus::Ok && !scene.second.isEmpty())
-        status = scene.second.reload(chain, &processed);
-    scene.arrange();
-    navigator.settle();
+    ViewerStatus status = m_scene.first.reload(m_processors, &processed);
+    if (status == ViewerStatus::Ok && !m_scene.second.isEmpty())
+        status = m_scene.second.reload(m_processors, &processed);
+    m_scene.arrange();
+    m_navigator.settle();
     return status == ViewerStatus::Ok;
 }
 
@@ -171,7 +171,7 @@ void Viewer::resized()
     if (!m_canvasWidget || !m_surface)
         return;
     m_canvasWidget->setGeometry(m_surface->rect());
-    scene.setDeviceSize(deviceSize(*m_canvasWidget));
-    navigator.settle();
+    m_scene.setDeviceSize(deviceSize(*m_canvasWidget));
+    m_navigator.settle();
 }
-} // namespace zorview
+} // namespace zor::viewer

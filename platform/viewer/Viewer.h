@@ -1,16 +1,16 @@
 #pragma once
 
-#include "platform/viewer/Navigator.h"
 #include "platform/viewer/NotificationHub.h"
-#include "platform/viewer/ProcessorChain.h"
-#include "platform/viewer/Scene.h"
+#include "platform/viewer/paint/Scene.h"
+#include "platform/viewer/picture/ProcessorChain.h"
+#include "platform/viewer/view/Navigator.h"
 
 #include <QPointer>
 #include <QWidget>
 
 #include <cstdint>
 
-namespace zorview {
+namespace zor::viewer {
 class Canvas;
 
 /// One viewer: its pictures, where it looks, who hears of it, and the canvas over the host's widget.
@@ -54,19 +54,26 @@ public:
     /// Follows the widget's size.
     void resized();
 
-    Scene scene;
-    NotificationHub hub;
-    ProcessorChain chain;
-    Navigator navigator;
+    /// What is shown, and how; changed by the functions here alone.
+    const Scene& scene() const { return m_scene; }
+    Overlays& overlays() { return m_scene.overlays; }
+    void setColoration(bool on) { m_scene.coloration = on; }
+    Navigator& navigator() { return m_navigator; }
+    NotificationHub& hub() { return m_hub; }
+    ProcessorChain& processors() { return m_processors; }
 
 private:
     ViewerStatus finish(ViewerStatus status, int processed);
     void makeCanvas(Painting painting);
     QPointF onSurface(const QWidget* receiver, const QPointF& position) const;
 
+    Scene m_scene;
+    NotificationHub m_hub;
+    ProcessorChain m_processors;
+    Navigator m_navigator;
     QPointer<QWidget> m_view;
     QPointer<QWidget> m_surface;
     QPointer<QWidget> m_canvasWidget;
     Canvas* m_canvas = nullptr;
 };
-} // namespace zorview
+} // namespace zor::viewer

@@ -1,11 +1,11 @@
 #include "platform/viewer/ViewerComponent.h"
 
-#include "platform/viewer/CommandTable.h"
-#include "platform/viewer/RecordShape.h"
+#include "platform/viewer/commands/CommandTable.h"
+#include "platform/viewer/picture/RecordShape.h"
 
 #include <QThread>
 
-namespace zorview {
+namespace zor::viewer {
 ViewerComponent::ViewerComponent(QWidget* view, Viewer::Painting painting)
     : m_viewer(view, painting)
     , m_input(m_viewer)
@@ -50,4 +50,4 @@ std::int32_t ViewerComponent::displayPair(const _ZorImage* first, const _ZorImag
 {
     return onWidgetThread([&] { return m_viewer.displayPair(first, second) == ViewerStatus::Ok ? 1 : 0; });
 }
-} // namespace zorview
+} // namespace zor::viewer

@@ -2,12 +2,12 @@
 
 #include "display/ZorDisplayProcessor.h"
 #include "platform/viewer/Viewer.h"
-#include "platform/viewer/ViewerInput.h"
-#include "platform/viewer/ViewerMenu.h"
-#include "platform/viewer/ViewerSettings.h"
 #include "platform/viewer/ViewerStage.h"
+#include "platform/viewer/commands/ViewerSettings.h"
+#include "platform/viewer/view/ViewerInput.h"
+#include "platform/viewer/view/ViewerMenu.h"
 
-namespace zorview {
+namespace zor::viewer {
 /// The viewer behind both factories. It works on the thread of its widget: what is called elsewhere runs
 /// there while the caller waits, so that thread must be free to do it.
 class ViewerComponent final : public ZorDisplayProcessor
@@ -39,4 +39,4 @@ private:
     ViewerMenu m_menu;
     ViewerStage m_stage;
 };
-} // namespace zorview
+} // namespace zor::viewer

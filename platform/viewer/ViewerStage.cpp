@@ -2,7 +2,7 @@
 
 #include "platform/viewer/Viewer.h"
 
-namespace zorview {
+namespace zor::viewer {
 /// 1 while mono images are shown in false colours. A change shows with "cmd.image.rebuild".
 class ViewerStage::Coloration final : public DisplayStageItem
 {
@@ -17,9 +17,9 @@ public:
     void reserved2() override {}
     void reserved3() override {}
     void reserved4() override {}
-    std::int64_t value() override { return m_viewer.scene.coloration ? 1 : 0; }
+    std::int64_t value() override { return m_viewer.scene().coloration ? 1 : 0; }
     void reserved6() override {}
-    void setValue(std::uint8_t value) override { m_viewer.scene.coloration = value != 0; }
+    void setValue(std::uint8_t value) override { m_viewer.setColoration(value != 0); }
 
 private:
     Viewer& m_viewer;
@@ -42,7 +42,7 @@ public:
     void reserved4() override {}
     std::int64_t value() override
     {
-        const Overlay* overlay = m_viewer.scene.overlays.find(m_id);
+        const Overlay* overlay = m_viewer.overlays().find(m_id);
         return overlay ? packedRect(overlay->rect) : 0;
     }
     void reserved6() override {}
@@ -66,7 +66,7 @@ DisplayStageItem* ViewerStage::find(const char* name)
     const std::string id = name ? name : "";
     if (id == "image.coloration")
         return m_coloration.get();
-    if (!m_viewer.scene.overlays.find(id))
+    if (!m_viewer.overlays().find(id))
         return nullptr;
     std::unique_ptr<Rectangle>& item = m_rectangles[id];
     if (!item)
@@ -76,12 +76,14 @@ DisplayStageItem* ViewerStage::find(const char* name)
 
 std::int64_t ViewerStage::value()
 {
-    const QSize size = m_viewer.scene.first.size();
+    const QSize size = m_viewer.scene().first.size();
     return size.isEmpty() ? 0 : std::int64_t{size.height()} << 32 | size.width();
 }
 
 _ZorImage* ViewerStage::image(std::uint8_t which)
 {
-    return which == 0 ? m_viewer.scene.first.source() : which == 1 ? m_viewer.scene.second.source() : nullptr;
+    return which == 0   ? m_viewer.scene().first.source()
+           : which == 1 ? m_viewer.scene().second.source()
+                        : nullptr;
 }
-} // namespace zorview
+} // namespace zor::viewer

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-namespace zorview {
+namespace zor::viewer {
 class Viewer;
 
 /// What a viewer shows, with the items "image.coloration" and one for each overlay under its own name.
@@ -40,4 +40,4 @@ private:
     std::unique_ptr<Coloration> m_coloration;
     std::map<std::string, std::unique_ptr<Rectangle>> m_rectangles;
 };
-} // namespace zorview
+} // namespace zor::viewer

@@ -1,5 +1,5 @@
-#include "platform/viewer/Resampler.h"
-#include "platform/viewer/TileRuns.h"
+#include "platform/viewer/paint/Resampler.h"
+#include "platform/viewer/paint/gl/TileRuns.h"
 
 #include <QImage>
 #include <QTest>
@@ -7,7 +7,7 @@
 #include <cmath>
 #include <random>
 
-using namespace zorview;
+using namespace zor::viewer;
 
 /// The resampling rule against what it says, computed pixel by pixel with real numbers.
 class TestResampling : public QObject

@@ -1,11 +1,11 @@
-#include "platform/viewer/ViewGeometry.h"
+#include "platform/viewer/view/ViewGeometry.h"
 
 #include <QTest>
 
 #include <cmath>
 #include <random>
 
-using zorview::ViewGeometry;
+using zor::viewer::ViewGeometry;
 
 class TestViewGeometry : public QObject
 {

@@ -7,7 +7,7 @@
 #include "image/ZorFormatFromCode.h"
 #include "image/ZorPixelTypeTable.h"
 #include "platform/GuardedBytes.h"
-#include "platform/viewer/PixelNumbers.h"
+#include "platform/viewer/picture/PixelNumbers.h"
 #include "tests/platform/viewer/ViewerTools.h"
 
 #include <QTest>
@@ -261,11 +261,11 @@ void TestViewerFormats::numbersAreNativeCodes()
     QFETCH(QVector<QVector<int>>, pixels);
     std::vector<std::uint8_t> memory(bytes.begin(), bytes.end());
     const _ZorImage record = recordOver(memory, code, static_cast<std::uint32_t>(pixels.size()), 1);
-    const zorview::PixelNumbers numbers(record);
+    const zor::viewer::PixelNumbers numbers(record);
     QCOMPARE(numbers.count(), lines);
     QVector<QVector<int>> found;
     for (int x = 0; x < pixels.size(); ++x) {
-        const zorview::PixelNumbers::Numbers at = numbers.at(x, 0);
+        const zor::viewer::PixelNumbers::Numbers at = numbers.at(x, 0);
         found.append(QVector<int>(at.values.begin(), at.values.begin() + at.count));
     }
     QCOMPARE(found, pixels);

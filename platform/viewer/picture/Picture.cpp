@@ -1,0 +1,83 @@
+#include "platform/viewer/picture/Picture.h"
+
+#include "platform/viewer/picture/ProcessorChain.h"
+#include "platform/viewer/picture/RecordShape.h"
+
+#include <new>
+
+namespace zor::viewer {
+namespace {
+Samples samplesOf(const _ZorImage& record)
+{
+    return {record.data, record.pitch, static_cast<int>(record.width), static_cast<int>(record.height)};
+}
+} // namespace
+
+// Everything that can refuse comes before the first change.
+ViewerStatus Picture::show(const _ZorImage* shown, const _ZorImage* source)
+{
+    const PixelShape shape = shownShape(*shown);
+    const bool isDeveloped = pixelRoute(*shown) != PixelRoute::AsIs;
+    DevelopedSamples developed;
+    if (isDeveloped)
+        if (const ViewerStatus status = developed.take(*shown); status != ViewerStatus::Ok)
+            return status;
+    RecordSlot output;
+    if (shown != source && ZorCloneImage(output.place(), shown) != 0)
+        return ViewerStatus::Memory;
+    const auto samples = [&](const _ZorImage& record) {
+        return isDeveloped ? developed.samples() : samplesOf(record);
+    };
+    try {
+        m_pyramid.reserve(samples(output.get() ? *output.get() : *source), shape);
+    } catch (const std::bad_alloc&) {
+        return ViewerStatus::Memory;
+    }
+    // Asked to show its own copy again, or a part of it, it may be written over only now.
+    if (ZorCloneImage(m_source.place(), source) != 0) {
+        clear();
+        return ViewerStatus::Memory;
+    }
+    m_output.swap(output);
+    m_pyramid.build(samples(this->shown()), shape);
+    m_developed.swap(developed);
+    return ViewerStatus::Ok;
+}
+
+ViewerStatus Picture::load(const _ZorImage* image, ProcessorChain& chain, int* processed)
+{
+    if (const ViewerStatus status = checkRecord(image); status != ViewerStatus::Ok)
+        return status;
+    const ProcessorChain::Outcome outcome = chain.run(image);
+    *processed = outcome.result;
+    return show(outcome.image, image);
+}
+
+ViewerStatus Picture::reload(ProcessorChain& chain, int* processed)
+{
+    return load(m_source.get(), chain, processed);
+}
+
+void Picture::clear()
+{
+    m_pyramid.clear();
+    m_developed.clear();
+    m_output.release();
+    m_source.release();
+}
+
+// Levels point into their memory and level 0 into a record or developed samples, all of which keep their
+// places.
+void Picture::swap(Picture& other)
+{
+    m_source.swap(other.m_source);
+    m_output.swap(other.m_output);
+    m_developed.swap(other.m_developed);
+    std::swap(m_pyramid, other.m_pyramid);
+}
+
+QSize Picture::size() const
+{
+    return isEmpty() ? QSize() : QSize(m_pyramid.level(0).width, m_pyramid.level(0).height);
+}
+} // namespace zor::viewer
