@@ -24,6 +24,8 @@ struct _ZorImage;
 ///
 /// Blocks named below come from zorAllocate and are null when absent. The locks are always taken in the order
 /// m_viewLock, m_dataLock.
+///
+/// The members lie in several files, one for each group; what a group computes is in engine/.
 class CFFCUtility : public QDialog
 {
     Q_OBJECT
@@ -31,6 +33,8 @@ class CFFCUtility : public QDialog
 public:
     explicit CFFCUtility(QWidget* parent);
     ~CFFCUtility() override;
+
+    // The host link and the frame's end: CFFCUtility.cpp.
 
     /// Whom to notify, and as whom. The callback may be null.
     void SetHost(ZBKHostCallback callback, void* context, ZBKInterfacePlugIn* plugIn);
@@ -40,6 +44,8 @@ public:
     /// when its operations that are on the stack have returned.
     void Discard();
 
+    // What may have to wait for a refresh to end: DialogRequests.cpp, with Update() below.
+
     /// Drops the frame and everything derived from it, and on request the adapters. Waits for a refresh that
     /// runs on another thread. While this thread holds the view lock, as inside a refresh, the frame is
     /// dropped after that, and a request with the adapters raises std::system_error.
@@ -47,6 +53,8 @@ public:
     /// The one place that releases the frame and what was computed from it; the gain lists and texts stay.
     /// Takes no lock.
     virtual void ResetFrame();
+    // The frame's beginning: FrameIntake.cpp.
+
     /// Takes a private copy of a frame, converted to mono of its own depth. The record stays the caller's.
     /// Ignores null, a record without pixels, and any frame while a refresh runs. Computes nothing.
     void SetFrame(_ZorImage* image);
@@ -56,17 +64,21 @@ public:
     /// Stores null.
     void GetResult(void** result);
 
+    // The order of the stages: RunCorrection.cpp.
+
     /// Runs all stages of the correction under the wait cursor, stopping at the first that fails.
     bool RunCorrection();
 
 public slots:
+    // What the operator sees: LiveViews.cpp, with highLightSlot() and onViewChanged() below.
+
     /// Hands the frame and the corrected image to the two views and rebuilds the plots. Nothing happens
     /// without a result.
     void ShowAll();
     /// Reads the normalise settings, corrects the frame and shows the result. Nothing happens without a
     /// frame. While this thread holds the view lock, as inside a refresh, it is done after that.
     void Update();
-    /// Asks for a name and writes the gains to a coefficient file.
+    /// DoSaveFFC.cpp. Asks for a name and writes the gains to a coefficient file.
     void DoSaveFFC();
     /// Takes the mark of bright pixels from the upper view or gives it, and refreshes. While this thread
     /// holds the view lock, as inside a refresh, it is done after that, as the box is ticked now.
@@ -75,12 +87,13 @@ public slots:
     void onViewChanged(DisplayView* view);
 
 protected:
+    // DialogEvents.cpp.
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
-    // The stages of the correction. Each answers false when its input is missing or, after a box, when it
-    // can't have its memory.
+    // The stages of the correction: engine/stages/, one file each. Each answers false when its input is
+    // missing or, after a box, when it can't have its memory.
 
     /// Column gains, and the means of columns and rows, of the frame.
     bool ComputeColumnGains();
@@ -99,7 +112,7 @@ protected:
 
     /// The pixels of the lower view's record, from one of the two working images.
     void FillLowerImage(_ZorImage& lower, const std::uint16_t* corrected);
-    /// Rebuilds the curves and axes of both plots from the four lines.
+    /// ProfilePlots.cpp. Rebuilds the curves and axes of both plots from the four lines.
     void RefreshPlots();
 
     ZBKHostCallback m_hostCallback = nullptr;

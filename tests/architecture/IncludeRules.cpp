@@ -1,64 +1,16 @@
 #include "architecture/IncludeRules.h"
 
 #include <QRegularExpression>
-#include <QStringList>
-#include <QVector>
 
 namespace {
 
-struct Room
+QStringList namesIn(const QString& cell)
 {
-    QString folder;
-    /// Folders with what lies below them, or single headers; a room may always include itself. A folder below
-    /// with a row of its own does not belong to its upper one.
-    QStringList mayInclude;
-    bool mayIncludeQt;
-};
-
-const QVector<Room>& rooms()
-{
-    static const QString hostInterface = "plugin/ZBKInterfacePlugIn.h";
-    static const QVector<Room> table = {
-        {"image", {}, false},
-        {"splitter", {}, true},
-        {"engine", {}, false},
-        {"display", {"image"}, true},
-        {"dialog", {"display", "splitter", "engine", "image", hostInterface}, true},
-        {"engine/stages", {"dialog", "engine", "image"}, true},
-        {"plugin", {"dialog"}, true},
-        {"platform", {}, false},
-        {"platform/records", {"image", "platform"}, false},
-        {"platform/imageapi", {"image", "platform", "platform/records"}, false},
-        {"platform/converter", {"image", "platform", "platform/records"}, false},
-        {"platform/viewer",
-         {"image", "platform", "display/DisplaySettings.h", "display/DisplayStage.h",
-          "display/ParameterMap.h", "display/ZorDisplayCommand.h", "display/ZorDisplayProcessor.h",
-          "display/ZorDisplayQt.h"},
-         true},
-        {"host/frames", {"engine", "image"}, true},
-        {"host/camera", {"engine", "image"}, true},
-        {"host/quality", {"engine", "image"}, true},
-        {"host/zorffc", {"engine", "image", "host/frames", "host/camera", "host/quality"}, true},
-        {"host/zorbench",
-         {"display", "image", hostInterface, "host/frames", "host/camera", "host/quality"},
-         true},
-    };
-    return table;
-}
-
-bool isBelow(const QString& path, const QString& folder)
-{
-    return path.startsWith(folder + '/');
-}
-
-const Room* findRoom(const QString& path)
-{
-    const Room* found = nullptr;
-    for (const Room& room : rooms()) {
-        if (isBelow(path, room.folder) && (!found || isBelow(room.folder, found->folder)))
-            found = &room;
-    }
-    return found;
+    static const QRegularExpression name("`([^`]+)`");
+    QStringList names;
+    for (auto match = name.globalMatch(cell); match.hasNext();)
+        names.append(match.next().captured(1));
+    return names;
 }
 
 bool isQtHeader(const QString& include)
@@ -67,27 +19,67 @@ bool isQtHeader(const QString& include)
     return qt.match(include).hasMatch();
 }
 
-/// Whether the path's first folder is one of the project's or a dot folder.
-bool isOfTheProject(const QString& include)
+} // namespace
+
+IncludeRules::IncludeRules(const QString& page)
 {
-    static const QStringList others = {"..", ".", "host", "tests", "bench", "fuzz"};
+    bool isInTable = false;
+    for (const QString& line : page.split('\n')) {
+        if (!isInTable) {
+            isInTable = line.startsWith("| folder ");
+            continue;
+        }
+        if (!line.startsWith('|'))
+            return;
+        const QStringList cells = line.split('|');
+        if (cells.size() == 6 && namesIn(cells[1]).size() == 1)
+            m_rows.append({namesIn(cells[1]).first(), namesIn(cells[3]), cells[4].trimmed() == "yes"});
+    }
+}
+
+QStringList IncludeRules::folders() const
+{
+    QStringList all;
+    for (const Row& row : m_rows)
+        all.append(row.folder);
+    return all;
+}
+
+const IncludeRules::Row* IncludeRules::find(const QString& path) const
+{
+    const Row* found = nullptr;
+    for (const Row& row : m_rows) {
+        if (path.startsWith(row.folder) && (!found || row.folder.size() > found->folder.size()))
+            found = &row;
+    }
+    return found;
+}
+
+/// Whether the path's first folder is one of the project's or a dot folder.
+bool IncludeRules::isOfTheProject(const QString& include) const
+{
+    static const QStringList others = {"..", ".", "tests", "bench", "fuzz"};
     const QString first = include.section('/', 0, 0);
     if (!include.contains('/'))
         return false;
-    return others.contains(first) || findRoom(first + "/x") != nullptr;
+    if (others.contains(first))
+        return true;
+    for (const Row& row : m_rows) {
+        if (row.folder.startsWith(first + '/'))
+            return true;
+    }
+    return false;
 }
 
-} // namespace
-
-QString roomOf(const QString& file)
+QString IncludeRules::folderOf(const QString& file) const
 {
-    const Room* room = findRoom(file);
-    return room ? room->folder : QString();
+    const Row* row = find(file);
+    return row ? row->folder : QString();
 }
 
-QString whatIsWrongWith(const QString& file, const QString& include)
+QString IncludeRules::whatIsWrongWith(const QString& file, const QString& include) const
 {
-    const Room* from = findRoom(file);
+    const Row* from = find(file);
     if (!from)
         return file + " lies in a folder that the table does not know";
     if (include.endsWith(".moc") && !include.contains('/'))
@@ -96,7 +88,7 @@ QString whatIsWrongWith(const QString& file, const QString& include)
         return from->mayIncludeQt ? QString() : from->folder + " includes Qt's " + include;
     if (!isOfTheProject(include))
         return {};
-    const Room* to = findRoom(include);
+    const Row* to = find(include);
     if (!to || include.contains(".."))
         return file + " includes " + include + ", which is not a path from the root to a folder of the table";
     if (to == from || from->mayInclude.contains(to->folder) || from->mayInclude.contains(include))

@@ -1,11 +1,39 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
+#include <QVector>
 
-/// Judges one include of one source file by the table of who may include whom. `file` is a path from the
-/// project's root, `include` what stands between the quotes or brackets. Empty when it is allowed, else what
-/// is wrong.
-QString whatIsWrongWith(const QString& file, const QString& include);
+/// Who may include whom, as the table of a Markdown page tells: folder, what is in it, what it may include,
+/// and whether it may include Qt. Names of folders and files stand between backticks; folders end with a
+/// slash.
+class IncludeRules
+{
+public:
+    /// Takes the first table whose heading begins with "folder".
+    explicit IncludeRules(const QString& page);
 
-/// The table's row for a file, the folder it belongs to; empty when the table has none.
-QString roomOf(const QString& file);
+    /// The folders of the table.
+    QStringList folders() const;
+
+    /// The table's folder that a file belongs to; empty when there is none.
+    QString folderOf(const QString& file) const;
+
+    /// Judges one include of one source file. `file` is a path from the project's root, `include` is the text
+    /// between the quotes or brackets. Empty when it is allowed, else what is wrong.
+    QString whatIsWrongWith(const QString& file, const QString& include) const;
+
+private:
+    struct Row
+    {
+        QString folder;
+        /// Folders or single files.
+        QStringList mayInclude;
+        bool mayIncludeQt;
+    };
+
+    const Row* find(const QString& path) const;
+    bool isOfTheProject(const QString& include) const;
+
+    QVector<Row> m_rows;
+};

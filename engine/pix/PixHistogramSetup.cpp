@@ -1,7 +1,7 @@
-#include "engine/pix/PixHistogramPlan.h"
+#include "engine/pix/PixHistogram.h"
 
 #include "engine/FixedPoint.h"
-#include "engine/pix/PixHistogram.h"
+#include "engine/pix/PixHistogramPlan.h"
 #include "engine/pix/PixRows.h"
 
 #include <algorithm>
