@@ -1,5 +1,6 @@
 # One function for each kind of target. Each refuses an argument that it does not know.
 
+include(CheckLinkerFlag)
 include(CMakeParseArguments)
 include(ZorHotSources)
 
@@ -15,28 +16,38 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 set(ZOR_PLUGIN_DIRECTORY "${CMAKE_BINARY_DIR}/Plugins")
 
-# Floating point results are part of the product: no contraction, no reassociation.
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-                    -ffp-contract=off -fno-fast-math)
+# What every target of ours is compiled and linked with. Floating point results are part of the product: no
+# contraction, no reassociation.
+add_library(zor_flags INTERFACE)
+target_compile_options(zor_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -ffp-contract=off -fno-fast-math)
 if(ZOR_WERROR)
-  add_compile_options(-Werror)
+  target_compile_options(zor_flags INTERFACE -Werror)
 endif()
 if(ZOR_SANITIZE)
-  add_compile_options("-fsanitize=${ZOR_SANITIZE}" -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  add_link_options("-fsanitize=${ZOR_SANITIZE}")
+  target_compile_options(zor_flags INTERFACE
+    "-fsanitize=${ZOR_SANITIZE}" -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(zor_flags INTERFACE "-fsanitize=${ZOR_SANITIZE}")
 endif()
 
 macro(zor_parse_arguments)
   cmake_parse_arguments(ARG "${ZOR_FLAGS}" "${ZOR_SINGLES}" "${ZOR_LISTS}" ${ARGN})
-  if(ARG_UNPARSED_ARGUMENTS)
+  # By presence: an argument "OFF" or "0" is as wrong as any other.
+  if(DEFINED ARG_UNPARSED_ARGUMENTS)
     message(FATAL_ERROR "${CMAKE_CURRENT_FUNCTION}: unknown arguments: ${ARG_UNPARSED_ARGUMENTS}")
+  endif()
+  if(DEFINED ARG_KEYWORDS_MISSING_VALUES)
+    message(FATAL_ERROR "${CMAKE_CURRENT_FUNCTION}: without a value: ${ARG_KEYWORDS_MISSING_VALUES}")
+  endif()
+  if("SOURCES" IN_LIST ZOR_LISTS AND NOT DEFINED ARG_SOURCES)
+    message(FATAL_ERROR "${CMAKE_CURRENT_FUNCTION}: no sources")
   endif()
 endmacro()
 
 function(zor_configure_target target)
   target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}")
   set_target_properties(${target} PROPERTIES AUTOMOC ${ARG_MOC} AUTORCC ${ARG_RCC})
-  target_link_libraries(${target} PRIVATE ${ARG_OBJECTS} ${ARG_LINK})
+  target_link_libraries(${target} PRIVATE zor_flags ${ARG_OBJECTS} ${ARG_LINK})
 endfunction()
 
 # zor_object_library(NAME SOURCES ... [LINK libraries ...] [MOC] [RCC])
@@ -85,6 +96,32 @@ function(zor_program target)
   zor_configure_target(${target})
 endfunction()
 
+# Test sources run once and are compiled often: little optimisation, and debug information for backtraces alone.
+add_library(zor_test_flags INTERFACE)
+target_compile_options(zor_test_flags INTERFACE $<$<CONFIG:RelWithDebInfo>:-O1>)
+if(CMAKE_CXX_FLAGS_RELWITHDEBINFO MATCHES "-g")
+  target_compile_options(zor_test_flags INTERFACE $<$<CONFIG:RelWithDebInfo>:-g1>)
+endif()
+# A test program links the objects of whole folders; there are many, and LLVM's linker takes a fifth of the time.
+check_linker_flag(CXX -fuse-ld=lld ZOR_HAS_LLD)
+if(ZOR_HAS_LLD)
+  target_link_options(zor_test_flags INTERFACE -fuse-ld=lld)
+endif()
+
+# zor_precompile_for_tests(NAME LINK libraries ... HEADERS headers ...)
+# Headers that are compiled once for the test programs that link these libraries.
+function(zor_precompile_for_tests target)
+  set(ZOR_FLAGS)
+  set(ZOR_SINGLES)
+  set(ZOR_LISTS LINK HEADERS)
+  zor_parse_arguments(${ARGN})
+  set(source "${CMAKE_CURRENT_BINARY_DIR}/${target}.cpp")
+  file(GENERATE OUTPUT "${source}" CONTENT "// Nothing but the headers that come with it.\n")
+  add_library(${target} OBJECT "${source}")
+  target_link_libraries(${target} PRIVATE zor_flags zor_test_flags ${ARG_LINK})
+  target_precompile_headers(${target} PRIVATE ${ARG_HEADERS})
+endfunction()
+
 # zor_test(NAME SOURCES ... [OBJECTS object libraries ...] [LINK libraries ...] [DEFINES NAME=VALUE ...]
 #          [DEPENDS targets ...] [WRAP symbols ...])
 # A Qt Test program that CTest runs without a screen. WRAP sends calls of the symbols to __wrap_SYMBOL.
@@ -95,9 +132,17 @@ function(zor_test target)
   zor_parse_arguments(${ARGN})
   set(ARG_MOC ON)
   set(ARG_RCC OFF)
-  list(APPEND ARG_LINK Qt5::Test)
+  set(headers zor_test_headers)
+  if("Qt5::Widgets" IN_LIST ARG_LINK)
+    set(headers zor_widget_test_headers)
+  endif()
+  list(APPEND ARG_LINK Qt5::Test zor_test_flags)
   add_executable(${target} ${ARG_SOURCES})
   zor_configure_target(${target})
+  target_precompile_headers(${target} REUSE_FROM ${headers})
+  # Each test includes its own moc file, so this one is empty.
+  set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/mocs_compilation.cpp"
+    PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
   target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
   target_compile_definitions(${target} PRIVATE ${ARG_DEFINES})
   set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
