@@ -20,12 +20,12 @@ struct ZorRelease
 {
     void operator()(double* block) const { zorRelease(block); }
 };
-using Samples = std::unique_ptr<double[], ZorRelease>;
+using PlotValues = std::unique_ptr<double[], ZorRelease>;
 using Curve = std::unique_ptr<QwtPlotCurve>;
 
-Samples allocateSamples(std::int32_t count)
+PlotValues allocateSamples(std::int32_t count)
 {
-    return Samples(static_cast<double*>(zorAllocate(static_cast<std::size_t>(count) * sizeof(double))));
+    return PlotValues(static_cast<double*>(zorAllocate(static_cast<std::size_t>(count) * sizeof(double))));
 }
 
 Curve makeCurve(const QString& title, const QColor& color)
@@ -45,12 +45,12 @@ void attach(Curve curve, QwtPlot* plot)
 
 void CFFCUtility::RefreshPlots()
 {
-    const Samples upX = allocateSamples(m_width);
-    const Samples upY = allocateSamples(m_height);
-    const Samples downX = allocateSamples(m_width);
-    const Samples downY = allocateSamples(m_height);
-    const Samples columns = allocateSamples(m_width);
-    const Samples rows = allocateSamples(m_height);
+    const PlotValues upX = allocateSamples(m_width);
+    const PlotValues upY = allocateSamples(m_height);
+    const PlotValues downX = allocateSamples(m_width);
+    const PlotValues downY = allocateSamples(m_height);
+    const PlotValues columns = allocateSamples(m_width);
+    const PlotValues rows = allocateSamples(m_height);
     if (!upX || !upY || !downX || !downY || !columns || !rows)
         return;
 

@@ -1,7 +1,7 @@
 #include "host/frames/FileBytes.h"
 
 #include "host/frames/Fail.h"
-#include "host/frames/FrameSize.h"
+#include "host/frames/FrameLimits.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "host/frames/StoredSamples.h"
+#include "image/ZorImage.h"
+
+#include <string>
 
 namespace zor {
 
@@ -9,5 +12,10 @@ namespace zor {
 /// sample only white space may stand: more would mean that the header tells of another picture. Throws
 /// FrameError.
 StoredSamples readPgm(const std::string& path);
+
+/// The bytes of a binary PGM file with the picture's samples. Its maxval is the full scale of the depth: 255,
+/// 1023, 4095 or 65535; up to 255 a sample takes one byte, else two, the high one first.
+/// `picture` is a record in one of the four plain mono formats that the converter makes.
+std::string pgmBytes(const _ZorImage& picture);
 
 } // namespace zor

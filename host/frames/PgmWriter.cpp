@@ -1,4 +1,4 @@
-#include "host/frames/PgmWriter.h"
+#include "host/frames/Pgm.h"
 
 #include "image/PixelTypeCode.h"
 

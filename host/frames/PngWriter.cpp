@@ -1,4 +1,4 @@
-#include "host/frames/PngWriter.h"
+#include "host/frames/Png.h"
 
 #include "image/PixelTypeCode.h"
 

@@ -3,7 +3,7 @@
 #include "host/frames/Fail.h"
 #include "host/frames/FileBytes.h"
 #include "host/frames/FormatName.h"
-#include "host/frames/FrameSize.h"
+#include "host/frames/FrameLimits.h"
 #include "host/frames/PackedOrder.h"
 #include "host/frames/RawRange.h"
 #include "image/LineBytes.h"

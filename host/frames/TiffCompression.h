@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/frames/FrameSize.h"
+#include "host/frames/FrameLimits.h"
 
 #include <cstdint>
 #include <string>

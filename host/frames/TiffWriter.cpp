@@ -1,4 +1,4 @@
-#include "host/frames/TiffWriter.h"
+#include "host/frames/Tiff.h"
 
 #include "host/frames/TiffHandle.h"
 #include "image/PixelTypeCode.h"

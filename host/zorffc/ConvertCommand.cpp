@@ -1,8 +1,8 @@
 #include "host/zorffc/Commands.h"
 
-#include "host/frames/PgmWriter.h"
-#include "host/frames/PngWriter.h"
-#include "host/frames/TiffWriter.h"
+#include "host/frames/Pgm.h"
+#include "host/frames/Png.h"
+#include "host/frames/Tiff.h"
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/CommandError.h"
 #include "host/zorffc/FrameArguments.h"

@@ -1,6 +1,6 @@
 #include "host/zorffc/Numbers.h"
 
-#include "host/frames/FrameSize.h"
+#include "host/frames/FrameLimits.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "host/zorffc/Options.h"
 
-#include "host/frames/FrameSize.h"
+#include "host/frames/FrameLimits.h"
 
 #include <algorithm>
 #include <functional>

@@ -3,14 +3,14 @@
 #include "host/quality/CorrectedFrame.h"
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/CommandError.h"
-#include "host/zorffc/DrawingApplication.h"
 #include "host/zorffc/FfcFile.h"
 #include "host/zorffc/FrameArguments.h"
 #include "host/zorffc/FrameWarnings.h"
 #include "host/zorffc/OneLine.h"
 #include "host/zorffc/Options.h"
-#include "host/zorffc/ReportPicture.h"
 #include "host/zorffc/Summary.h"
+#include "host/zorffc/report/DrawingApplication.h"
+#include "host/zorffc/report/ReportPicture.h"
 
 #include <QBuffer>
 #include <QFileInfo>

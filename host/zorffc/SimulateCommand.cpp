@@ -2,13 +2,13 @@
 
 #include "host/frames/FormatName.h"
 #include "host/frames/PackedOrder.h"
-#include "host/frames/PgmWriter.h"
-#include "host/frames/encode/EncodeScene.h"
+#include "host/frames/Pgm.h"
+#include "host/frames/encode/EncodeFrame.h"
+#include "host/simulate/SensorModel.h"
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/CommandError.h"
 #include "host/zorffc/OneLine.h"
 #include "host/zorffc/Options.h"
-#include "host/zorffc/SensorModel.h"
 #include "host/zorffc/Summary.h"
 #include "image/MonoTarget.h"
 
@@ -56,10 +56,10 @@ void check(const SensorModel& model)
 /// The bytes of the file: a raw dump in the format that was named, else a PGM.
 std::string fileBytes(const SimulateArguments& arguments, const SensorModel& model)
 {
-    const Scene scene{model.width, model.height, 1, simulateFrame(model)};
+    const SampleImage scene{model.width, model.height, 1, simulateFrame(model)};
     if (!arguments.format)
-        return pgmBytes(encodeScene(scene, computeFormat(model.depth)).record());
-    Frame frame = encodeScene(scene, formatByName("--format", *arguments.format).code);
+        return pgmBytes(encodeFrame(scene, computeFormat(model.depth)).record());
+    Frame frame = encodeFrame(scene, formatByName("--format", *arguments.format).code);
     if (arguments.packedOrder == "wire")
         swapPackedOrder(frame);
     return {frame.pixels.begin(), frame.pixels.end()};

@@ -14,12 +14,12 @@ namespace {
 /// In every format this many pixels are a whole number of bytes.
 constexpr std::uint32_t Group = 8;
 
-using Samples = std::array<std::uint16_t, Group * 4>;
+using GroupSamples = std::array<std::uint16_t, Group * 4>;
 
 /// The samples of the group of pixels from `first` on, as far as the line goes.
-Samples unpackGroup(const _ZorImage& image, std::uint32_t first, std::uint32_t y)
+GroupSamples unpackGroup(const _ZorImage& image, std::uint32_t first, std::uint32_t y)
 {
-    Samples samples{};
+    GroupSamples samples{};
     const std::uint32_t pixels = std::min(Group, image.width - first);
     const std::uint8_t* group =
         image.data + std::size_t{y} * image.pitch + tightPitch(image.pixelType, first);
@@ -34,7 +34,7 @@ Samples unpackGroup(const _ZorImage& image, std::uint32_t first, std::uint32_t y
 
 /// Luma and colour differences of a 4:2:2 format, where each pixel stores its luma and, by turns, the first
 /// or the second difference.
-NativeCodes sharedCodes(const Samples& samples, std::uint32_t pixel, bool isLumaFirst, bool hasSecond)
+NativeCodes sharedCodes(const GroupSamples& samples, std::uint32_t pixel, bool isLumaFirst, bool hasSecond)
 {
     const std::uint32_t luma = isLumaFirst ? 0 : 1;
     const std::uint32_t pair = pixel / 2 * 2;
@@ -60,7 +60,7 @@ NativeCodes nativeCodes(const _ZorImage& image, std::uint32_t x, std::uint32_t y
     if (!row || image.isSigned || !isWithin(image, x, y))
         return {};
     const std::uint32_t first = x / Group * Group;
-    const Samples samples = unpackGroup(image, first, y);
+    const GroupSamples samples = unpackGroup(image, first, y);
     const std::uint32_t count = samplesPerPixel(image.pixelType);
     if (count == 2)
         return sharedCodes(samples, x - first, isLumaFirst(*row), x / 2 * 2 + 1 < image.width);

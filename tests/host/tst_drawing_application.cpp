@@ -1,4 +1,4 @@
-#include "host/zorffc/DrawingApplication.h"
+#include "host/zorffc/report/DrawingApplication.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>

@@ -1,5 +1,5 @@
-#include "host/zorffc/GreyPicture.h"
 #include "host/zorffc/Numbers.h"
+#include "host/zorffc/report/GreyPicture.h"
 
 #include <QtTest>
 

@@ -1,5 +1,5 @@
-#include "host/zorffc/RandomStream.h"
-#include "host/zorffc/SensorModel.h"
+#include "host/simulate/RandomStream.h"
+#include "host/simulate/SensorModel.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "host/frames/encode/EncodeScene.h"
+#include "host/frames/encode/EncodeFrame.h"
 #include "platform/EncodedImage.h"
 #include "platform/GuardedFrame.h"
 #include "reference/Rec601.h"
@@ -24,7 +24,8 @@ private slots:
     void anyBytesAreReadByTheirBits();
 
 private:
-    zor::Frame encoded(const reference::PixelFormat& format, const zor::Scene& scene, std::uint32_t padding);
+    zor::Frame encoded(const reference::PixelFormat& format, const zor::SampleImage& scene,
+                       std::uint32_t padding);
     std::uint16_t randomSample(const reference::PixelFormat& format);
     std::mt19937 m_random{815};
 };
@@ -69,7 +70,7 @@ const reference::PixelFormat& fetchedFormat()
 
 /// The first pixel, in any target, that is not exactly the scene's grey.
 QString greyDifferences(const reference::PixelFormat& format, const zor::Frame& frame,
-                        const zor::Scene& scene)
+                        const zor::SampleImage& scene)
 {
     const GuardedFrame source(frame, format);
     for (const MonoTarget& target : MonoTargets) {
@@ -129,11 +130,11 @@ QString lumaDifferences(const reference::PixelFormat& format, const zor::Frame& 
 
 } // namespace
 
-zor::Frame TestConvertEncoded::encoded(const reference::PixelFormat& format, const zor::Scene& scene,
+zor::Frame TestConvertEncoded::encoded(const reference::PixelFormat& format, const zor::SampleImage& scene,
                                        std::uint32_t padding)
 {
     const auto poison = std::uint8_t(m_random());
-    return zor::encodeScene(scene, format.code, {format.lineBytes(scene.width) + padding, poison});
+    return zor::encodeFrame(scene, format.code, {format.lineBytes(scene.width) + padding, poison});
 }
 
 /// Every fourth one is 0 or full scale.
@@ -161,8 +162,8 @@ void TestConvertEncoded::aUniformGreyIsExactAtEverySize()
         for (const std::uint32_t padding : {0U, 5U}) {
             const std::uint32_t greys[] = {0, fullScale, 1, randomSample(format), fullScale - 1};
             const auto grey = std::uint16_t(greys[run++ % 5]);
-            const zor::Scene scene = {width, height, 1,
-                                      std::vector<std::uint16_t>(std::size_t(width) * height, grey)};
+            const zor::SampleImage scene = {width, height, 1,
+                                            std::vector<std::uint16_t>(std::size_t(width) * height, grey)};
             const QString wrong = greyDifferences(format, encoded(format, scene, padding), scene);
             QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
         }
@@ -180,7 +181,7 @@ void TestConvertEncoded::greyPixelsAreExact()
     const reference::PixelFormat& format = fetchedFormat();
     for (const auto& [width, height] : sizesFrom(1, 3, {{31, 17}, {2047, 1}, {2049, 2}, {4097, 1}})) {
         for (const std::uint32_t padding : {0U, 1U, 5U}) {
-            zor::Scene scene = {width, height, 1, {}};
+            zor::SampleImage scene = {width, height, 1, {}};
             for (std::uint32_t i = 0; i < width * height; ++i)
                 scene.samples.push_back(randomSample(format));
             const QString wrong = greyDifferences(format, encoded(format, scene, padding), scene);
@@ -200,7 +201,7 @@ void TestConvertEncoded::colouredPixelsHaveTheirLuma()
     const reference::PixelFormat& format = fetchedFormat();
     for (const auto& [width, height] : sizesFrom(1, 2, {{33, 9}, {2049, 2}, {4100, 1}})) {
         for (const std::uint32_t padding : {0U, 1U, 6U}) {
-            zor::Scene scene = {width, height, 3, {}};
+            zor::SampleImage scene = {width, height, 3, {}};
             for (std::uint32_t i = 0; i < 3 * width * height; ++i)
                 scene.samples.push_back(randomSample(format));
             const zor::Frame frame = encoded(format, scene, padding);

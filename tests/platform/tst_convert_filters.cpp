@@ -1,4 +1,4 @@
-#include "host/frames/encode/EncodeScene.h"
+#include "host/frames/encode/EncodeFrame.h"
 #include "platform/EncodedImage.h"
 #include "platform/GuardedFrame.h"
 #include "reference/Rec601.h"
@@ -58,9 +58,9 @@ struct Rise
 };
 
 /// A straight rise from 0 to almost full scale.
-zor::Scene sceneOf(const Rise& rise, std::uint32_t fullScale)
+zor::SampleImage sceneOf(const Rise& rise, std::uint32_t fullScale)
 {
-    zor::Scene scene = {rise.width, rise.height, 1, {}};
+    zor::SampleImage scene = {rise.width, rise.height, 1, {}};
     const std::uint32_t levels = (rise.width - 1) * rise.right + (rise.height - 1) * rise.down;
     // Codes per level. Where there are more levels than codes some levels share one.
     const double slope = levels <= fullScale ? fullScale / levels : double(fullScale) / levels;
@@ -86,8 +86,8 @@ void TestConvertFilters::aGreyRiseStaysARise()
                               {31, 40, 0, 1}, {33, 29, 1, 1},  {16, 21, 3, 1}, {255, 8, 1, 0},
                               {8, 128, 1, 2}, {1040, 70, 1, 2}};
     for (const Rise& rise : Rises) {
-        const zor::Scene scene = sceneOf(rise, (1U << format.heldBits) - 1);
-        const GuardedFrame source(zor::encodeScene(scene, format.code), format);
+        const zor::SampleImage scene = sceneOf(rise, (1U << format.heldBits) - 1);
+        const GuardedFrame source(zor::encodeFrame(scene, format.code), format);
         for (const MonoTarget& target : MonoTargets) {
             const double code = target.bits > format.heldBits ? 1U << (target.bits - format.heldBits) : 1;
             const auto expected = [&](std::uint32_t x, std::uint32_t y) {
@@ -126,7 +126,7 @@ void TestConvertFilters::aPatchOfColourHasItsLuma()
     const reference::PixelFormat& format = fetchedFormat();
     const std::uint32_t fullScale = (1U << format.heldBits) - 1;
     const std::vector<std::uint16_t> colours = palette(fullScale);
-    zor::Scene scene = {4 * Side, 4 * Side, 3, {}};
+    zor::SampleImage scene = {4 * Side, 4 * Side, 3, {}};
     for (std::uint32_t y = 0; y < scene.height; ++y) {
         for (std::uint32_t x = 0; x < scene.width; ++x) {
             const auto first = colours.begin() + (y / Side * 4 + x / Side) * 3;
@@ -138,7 +138,7 @@ void TestConvertFilters::aPatchOfColourHasItsLuma()
     };
     for (const std::uint32_t padding : {0U, 3U}) {
         const zor::EncodeLayout layout = {format.lineBytes(scene.width) + padding, 0xFF};
-        const GuardedFrame source(zor::encodeScene(scene, format.code, layout), format);
+        const GuardedFrame source(zor::encodeFrame(scene, format.code, layout), format);
         for (const MonoTarget& target : MonoTargets) {
             const Converted result(source.record(), target.code);
             QVERIFY(result.isDone());
@@ -183,11 +183,11 @@ void TestConvertFilters::aUniformColourHasItsLumaAtEverySize()
     for (std::uint32_t width = 2; width <= 9; ++width) {
         for (std::uint32_t height = 2; height <= 9; ++height) {
             const auto* pixel = &colours[run++ % 16 * 3];
-            zor::Scene scene = {width, height, 3, {}};
+            zor::SampleImage scene = {width, height, 3, {}};
             for (std::uint32_t i = 0; i < width * height; ++i)
                 scene.samples.insert(scene.samples.end(), pixel, pixel + 3);
             const zor::EncodeLayout layout = {format.lineBytes(width) + height % 3, 0xFF};
-            const GuardedFrame source(zor::encodeScene(scene, format.code, layout), format);
+            const GuardedFrame source(zor::encodeFrame(scene, format.code, layout), format);
             const double luma = reference::luma({double(pixel[0]), double(pixel[1]), double(pixel[2])});
             for (const MonoTarget& target : MonoTargets) {
                 const double full = (1U << target.bits) - 1;

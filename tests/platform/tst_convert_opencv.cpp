@@ -1,4 +1,4 @@
-#include "host/frames/encode/EncodeScene.h"
+#include "host/frames/encode/EncodeFrame.h"
 #include "platform/EncodedImage.h"
 #include "platform/GuardedFrame.h"
 
@@ -76,10 +76,10 @@ cv::Mat samplesOf(const reference::PixelFormat& format, const zor::Frame& frame)
 zor::Frame TestConvertOpenCv::noise(const reference::PixelFormat& format, std::uint32_t width,
                                     std::uint32_t height)
 {
-    zor::Scene scene = {width, height, 3, {}};
+    zor::SampleImage scene = {width, height, 3, {}};
     for (std::uint32_t i = 0; i < 3 * width * height; ++i)
         scene.samples.push_back(std::uint16_t(m_random() & ((1U << format.heldBits) - 1)));
-    return zor::encodeScene(scene, format.code);
+    return zor::encodeFrame(scene, format.code);
 }
 
 /// Within `tolerance` codes of the source.
@@ -156,7 +156,7 @@ void TestConvertOpenCv::yuvIsAsItsLumaPlane()
 void TestConvertOpenCv::theEncodersYuvIsFullRangeRec601()
 {
     const reference::PixelFormat& format = formatNamed("YUV444_8");
-    zor::Scene scene = {61, 43, 3, {}};
+    zor::SampleImage scene = {61, 43, 3, {}};
     cv::Mat colours(43, 61, CV_8UC3);
     for (auto* byte = colours.data; byte != colours.dataend; ++byte) {
         *byte = std::uint8_t(m_random() % 4 == 0 ? 0 : m_random() % 4 == 0 ? 255 : m_random());
@@ -164,7 +164,7 @@ void TestConvertOpenCv::theEncodersYuvIsFullRangeRec601()
     }
     cv::Mat expected;
     cv::cvtColor(colours, expected, cv::COLOR_RGB2YCrCb);
-    const zor::Frame frame = zor::encodeScene(scene, format.code);
+    const zor::Frame frame = zor::encodeFrame(scene, format.code);
     for (int y = 0; y < expected.rows; ++y) {
         for (int x = 0; x < expected.cols; ++x) {
             const auto* actual = frame.pixels.data() + std::size_t(y) * frame.pitch + 4 * x;

@@ -1,4 +1,4 @@
-#include "host/frames/encode/EncodeScene.h"
+#include "host/frames/encode/EncodeFrame.h"
 #include "plugin/HostedDialog.h"
 #include "reference/PixelFormats.h"
 
@@ -80,12 +80,12 @@ void FramesInAllFormats::everyFormatIsTakenAndShown()
     std::mt19937 random(source.code);
     const std::uint32_t fullScale = (1U << source.heldBits) - 1;
     const std::uint32_t level = fullScale / 5 * 3 + 1;
-    zor::Scene scene = {Width, Height, 1, {}};
+    zor::SampleImage scene = {Width, Height, 1, {}};
     for (std::uint32_t i = 0; i < Width * Height; ++i)
         scene.samples.push_back(
             std::uint16_t(hasColourFilters(source) ? level : std::uint32_t(random()) & fullScale));
     const zor::Frame frame =
-        zor::encodeScene(scene, source.code, {source.lineBytes(Width) + Padding, Poison});
+        zor::encodeFrame(scene, source.code, {source.lineBytes(Width) + Padding, Poison});
 
     _ZorImage record = frame.record();
     m_host->plugIn().SetImage(&record);

@@ -12,7 +12,7 @@ namespace zor {
 
 namespace {
 
-Rgb colourAt(const Scene& scene, std::uint32_t x, std::uint32_t y)
+Rgb colourAt(const SampleImage& scene, std::uint32_t x, std::uint32_t y)
 {
     const std::uint16_t* pixel = scene.samples.data() + (std::size_t{y} * scene.width + x) * scene.channels;
     return scene.channels == 1 ? Rgb{pixel[0], pixel[0], pixel[0]} : Rgb{pixel[0], pixel[1], pixel[2]};
@@ -51,7 +51,7 @@ std::string storedLetters(const ZorPixelTypeRow& row)
 
 } // namespace
 
-std::vector<std::uint16_t> lineSamples(const Scene& scene, const ZorPixelTypeRow& row, std::uint32_t y)
+std::vector<std::uint16_t> lineSamples(const SampleImage& scene, const ZorPixelTypeRow& row, std::uint32_t y)
 {
     const std::uint32_t bits = pixelTypeSampleBits(row.code);
     const std::uint32_t perPixel = samplesPerPixel(row.code);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/frames/encode/Scene.h"
+#include "host/frames/encode/SampleImage.h"
 #include "image/ZorPixelTypeTable.h"
 
 #include <vector>
@@ -9,6 +9,6 @@ namespace zor {
 
 /// The samples of line `y` of the scene, in the order in which the format stores them;
 /// width x samplesPerPixel() of them.
-std::vector<std::uint16_t> lineSamples(const Scene& scene, const ZorPixelTypeRow& row, std::uint32_t y);
+std::vector<std::uint16_t> lineSamples(const SampleImage& scene, const ZorPixelTypeRow& row, std::uint32_t y);
 
 } // namespace zor

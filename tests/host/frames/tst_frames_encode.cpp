@@ -1,5 +1,5 @@
 #include "host/frames/PackedOrder.h"
-#include "host/frames/encode/EncodeScene.h"
+#include "host/frames/encode/EncodeFrame.h"
 
 #include <QtTest>
 
@@ -113,7 +113,7 @@ void TestFramesEncode::knownScenesGiveKnownBytes()
     QFETCH(Samples, samples);
     QFETCH(QByteArray, bytes);
     const auto width = std::uint32_t(samples.size()) / channels / height;
-    const zor::Frame frame = zor::encodeScene({width, height, channels, samples}, code);
+    const zor::Frame frame = zor::encodeFrame({width, height, channels, samples}, code);
     QCOMPARE(bytesOf(frame), bytes);
 }
 
@@ -136,14 +136,14 @@ void TestFramesEncode::linesStandAPitchApart()
 {
     QFETCH(quint32, code);
     QFETCH(quint32, pitch);
-    const zor::Frame frame = zor::encodeScene({3, 2, 1, {1, 2, 3, 4, 5, 6}}, code, {pitch, 0xAA});
+    const zor::Frame frame = zor::encodeFrame({3, 2, 1, {1, 2, 3, 4, 5, 6}}, code, {pitch, 0xAA});
     QCOMPARE(frame.pitch, pitch);
     QTEST(bytesOf(frame), "bytes");
 }
 
 void TestFramesEncode::theFrameTellsItsFormat()
 {
-    const zor::Frame frame = zor::encodeScene({3, 2, 1, Samples(6, 9)}, 0x030C2323);
+    const zor::Frame frame = zor::encodeFrame({3, 2, 1, Samples(6, 9)}, 0x030C2323);
     QCOMPARE(frame.width, 3U);
     QCOMPARE(frame.height, 2U);
     QCOMPARE(frame.pitch, 5U);
@@ -197,7 +197,7 @@ void TestFramesEncode::whatDoesNotFitTogetherIsRefused()
     if (pitch >= 0)
         layout.pitch = std::uint32_t(pitch);
     try {
-        zor::encodeScene({width, height, channels, samples}, code, layout);
+        zor::encodeFrame({width, height, channels, samples}, code, layout);
         QFAIL("nothing was refused");
     } catch (const std::invalid_argument& error) {
         QVERIFY2(QString(error.what()).contains(message), error.what());
@@ -222,7 +222,7 @@ void TestFramesEncode::theWiresOrderIsTheOtherNibble()
         code == 0x010C2307 ? Samples{0xAB1, 0x782, 0x4CD, 0x124} : Samples{0xAB1, 0x782, 0xCD0, 0x124};
     Samples both = line;
     both.insert(both.end(), line.begin(), line.end());
-    zor::Frame frame = zor::encodeScene({4, 2, 1, both}, code, {7, 0xAA});
+    zor::Frame frame = zor::encodeFrame({4, 2, 1, both}, code, {7, 0xAA});
     const QByteArray record = bytesOf(frame);
     zor::swapPackedOrder(frame);
     QCOMPARE(bytesOf(frame), wire);

@@ -1,4 +1,4 @@
-#include "host/frames/encode/EncodeScene.h"
+#include "host/frames/encode/EncodeFrame.h"
 #include "reference/PixelFormats.h"
 #include "reference/Rec601.h"
 
@@ -18,9 +18,9 @@ private slots:
     void theExtremesAreFullScaleAndZero();
 
 private:
-    zor::Scene randomScene(std::uint32_t width, std::uint32_t height, std::uint32_t channels,
-                           std::uint32_t bits);
-    void compare(const reference::PixelFormat& format, const zor::Scene& scene, std::uint32_t padding);
+    zor::SampleImage randomScene(std::uint32_t width, std::uint32_t height, std::uint32_t channels,
+                                 std::uint32_t bits);
+    void compare(const reference::PixelFormat& format, const zor::SampleImage& scene, std::uint32_t padding);
     void compareUnusedBits(const reference::PixelFormat& format, const zor::Frame& frame);
     std::mt19937 m_random{20260};
 };
@@ -42,7 +42,7 @@ const reference::PixelFormat& fetchedFormat()
     return reference::pixelFormats()[std::size_t(format)];
 }
 
-reference::Colour colourAt(const zor::Scene& scene, std::uint32_t x, std::uint32_t y)
+reference::Colour colourAt(const zor::SampleImage& scene, std::uint32_t x, std::uint32_t y)
 {
     const std::size_t first = (std::size_t(y) * scene.width + x) * scene.channels;
     const auto channel = [&](std::size_t c) {
@@ -85,10 +85,10 @@ void TestFramesEncodeFormats::theFrameHoldsTheScene()
 }
 
 /// Every fourth sample is 0 or full scale.
-zor::Scene TestFramesEncodeFormats::randomScene(std::uint32_t width, std::uint32_t height,
-                                                std::uint32_t channels, std::uint32_t bits)
+zor::SampleImage TestFramesEncodeFormats::randomScene(std::uint32_t width, std::uint32_t height,
+                                                      std::uint32_t channels, std::uint32_t bits)
 {
-    zor::Scene scene = {width, height, channels, {}};
+    zor::SampleImage scene = {width, height, channels, {}};
     for (std::size_t i = 0; i < std::size_t(width) * height * channels; ++i) {
         const auto extreme = m_random() % 8;
         const std::uint32_t sample = extreme == 0 ? 0 : extreme == 1 ? 0xFFFFFFFF : m_random();
@@ -97,11 +97,11 @@ zor::Scene TestFramesEncodeFormats::randomScene(std::uint32_t width, std::uint32
     return scene;
 }
 
-void TestFramesEncodeFormats::compare(const reference::PixelFormat& format, const zor::Scene& scene,
+void TestFramesEncodeFormats::compare(const reference::PixelFormat& format, const zor::SampleImage& scene,
                                       std::uint32_t padding)
 {
     const std::uint32_t pitch = format.lineBytes(scene.width) + padding;
-    const zor::Frame frame = zor::encodeScene(scene, format.code, {pitch, Poison});
+    const zor::Frame frame = zor::encodeFrame(scene, format.code, {pitch, Poison});
     QCOMPARE(frame.width, scene.width);
     QCOMPARE(frame.height, scene.height);
     QCOMPARE(frame.pitch, pitch);
@@ -168,7 +168,7 @@ void TestFramesEncodeFormats::theExtremesAreFullScaleAndZero()
     const std::uint32_t fullScale = (1U << format.heldBits) - 1;
     for (const std::uint32_t grey : {0U, fullScale}) {
         const std::vector<std::uint16_t> samples(15, std::uint16_t(grey));
-        const zor::Frame frame = zor::encodeScene({5, 3, 1, samples}, format.code);
+        const zor::Frame frame = zor::encodeFrame({5, 3, 1, samples}, format.code);
         for (std::uint32_t y = 0; y < 3; ++y) {
             for (std::uint32_t x = 0; x < 5; ++x) {
                 for (std::uint32_t i = 0; i < format.samplesPerPixel; ++i) {

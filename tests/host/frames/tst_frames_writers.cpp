@@ -1,7 +1,7 @@
 #include "host/frames/FrameFiles.h"
-#include "host/frames/PgmWriter.h"
-#include "host/frames/PngWriter.h"
-#include "host/frames/TiffWriter.h"
+#include "host/frames/Pgm.h"
+#include "host/frames/Png.h"
+#include "host/frames/Tiff.h"
 #include "image/LineBytes.h"
 #include "image/MonoTarget.h"
 

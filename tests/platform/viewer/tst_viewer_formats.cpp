@@ -1,6 +1,6 @@
 #include "display/DisplaySettings.h"
 #include "display/DisplayStage.h"
-#include "host/frames/encode/EncodeScene.h"
+#include "host/frames/encode/EncodeFrame.h"
 #include "image/HighLightProcessor.h"
 #include "image/LineBytes.h"
 #include "image/PixelTypeCode.h"
@@ -95,7 +95,7 @@ using Colour = std::array<std::uint16_t, 3>;
 
 zor::Frame flatFrame(std::uint32_t code, const QSize& size, const Colour& colour, std::uint32_t padding = 0)
 {
-    zor::Scene scene;
+    zor::SampleImage scene;
     scene.width = static_cast<std::uint32_t>(size.width());
     scene.height = static_cast<std::uint32_t>(size.height());
     scene.channels = isColour(code) ? 3 : 1;
@@ -104,7 +104,7 @@ zor::Frame flatFrame(std::uint32_t code, const QSize& size, const Colour& colour
     zor::EncodeLayout layout;
     layout.pitch = static_cast<std::uint32_t>(tightPitch(code, scene.width)) + padding;
     layout.padding = 0xA5;
-    return zor::encodeScene(scene, code, layout);
+    return zor::encodeFrame(scene, code, layout);
 }
 
 void addEveryFormat()

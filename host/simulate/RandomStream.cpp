@@ -1,4 +1,4 @@
-#include "host/zorffc/RandomStream.h"
+#include "host/simulate/RandomStream.h"
 
 #include <algorithm>
 #include <cmath>

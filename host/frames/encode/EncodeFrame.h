@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/frames/Frame.h"
-#include "host/frames/encode/Scene.h"
+#include "host/frames/encode/SampleImage.h"
 
 namespace zor {
 
@@ -21,6 +21,6 @@ struct EncodeLayout
 /// Throws std::invalid_argument for a code that is not in the pixel type table, a scene without pixels, with
 /// another number of samples than its sizes tell or with a sample above the format's full scale, a pitch
 /// smaller than a line, or a frame of 4 GiB or more.
-Frame encodeScene(const Scene& scene, std::uint32_t pixelType, const EncodeLayout& layout = {});
+Frame encodeFrame(const SampleImage& scene, std::uint32_t pixelType, const EncodeLayout& layout = {});
 
 } // namespace zor

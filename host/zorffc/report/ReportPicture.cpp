@@ -1,10 +1,10 @@
-#include "host/zorffc/ReportPicture.h"
+#include "host/zorffc/report/ReportPicture.h"
 
 #include "engine/CellImage.h"
 #include "host/quality/NonUniformity.h"
-#include "host/zorffc/GreyPicture.h"
-#include "host/zorffc/ProfilePlot.h"
 #include "host/zorffc/Summary.h"
+#include "host/zorffc/report/GreyPicture.h"
+#include "host/zorffc/report/ProfilePlot.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>

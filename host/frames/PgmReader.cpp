@@ -3,7 +3,7 @@
 #include "host/frames/DepthRule.h"
 #include "host/frames/Fail.h"
 #include "host/frames/FileBytes.h"
-#include "host/frames/FrameSize.h"
+#include "host/frames/FrameLimits.h"
 #include "host/frames/PgmText.h"
 
 #include <algorithm>

@@ -6,7 +6,7 @@
 namespace zor {
 
 /// A picture before a pixel format is chosen for it: rows from the top, pixels from the left, without gaps.
-struct Scene
+struct SampleImage
 {
     std::uint32_t width = 0;    ///< pixels
     std::uint32_t height = 0;   ///< lines

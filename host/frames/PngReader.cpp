@@ -2,7 +2,7 @@
 
 #include "host/frames/Fail.h"
 #include "host/frames/FileBytes.h"
-#include "host/frames/FrameSize.h"
+#include "host/frames/FrameLimits.h"
 #include "host/frames/PngSignificantBits.h"
 
 #include <png.h>

@@ -1,6 +1,6 @@
-#include "host/zorffc/SensorModel.h"
+#include "host/simulate/SensorModel.h"
 
-#include "host/zorffc/RandomStream.h"
+#include "host/simulate/RandomStream.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "host/zorffc/GreyPicture.h"
+#include "host/zorffc/report/GreyPicture.h"
 
 #include "engine/CellImage.h"
 

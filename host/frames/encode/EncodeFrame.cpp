@@ -1,6 +1,6 @@
-#include "host/frames/encode/EncodeScene.h"
+#include "host/frames/encode/EncodeFrame.h"
 
-#include "host/frames/FrameSize.h"
+#include "host/frames/FrameLimits.h"
 #include "host/frames/encode/LineSamples.h"
 #include "host/frames/encode/PackLine.h"
 #include "image/LineBytes.h"
@@ -22,7 +22,7 @@ const ZorPixelTypeRow& rowOf(std::uint32_t pixelType)
     return *row;
 }
 
-void checkScene(const Scene& scene, const ZorPixelTypeRow& row)
+void checkScene(const SampleImage& scene, const ZorPixelTypeRow& row)
 {
     if (scene.width == 0 || scene.height == 0)
         throw std::invalid_argument("a scene without pixels");
@@ -39,7 +39,7 @@ void checkScene(const Scene& scene, const ZorPixelTypeRow& row)
                                     std::to_string(fullScale) + ", the limit of " + row.name);
 }
 
-std::uint32_t pitchOf(const Scene& scene, const ZorPixelTypeRow& row, const EncodeLayout& layout)
+std::uint32_t pitchOf(const SampleImage& scene, const ZorPixelTypeRow& row, const EncodeLayout& layout)
 {
     const std::uint64_t tight = tightPitch(row.code, scene.width);
     const std::uint64_t pitch = layout.pitch.value_or(std::min<std::uint64_t>(tight, MaxFrameBytes));
@@ -56,7 +56,7 @@ std::uint32_t pitchOf(const Scene& scene, const ZorPixelTypeRow& row, const Enco
 
 } // namespace
 
-Frame encodeScene(const Scene& scene, std::uint32_t pixelType, const EncodeLayout& layout)
+Frame encodeFrame(const SampleImage& scene, std::uint32_t pixelType, const EncodeLayout& layout)
 {
     const ZorPixelTypeRow& row = rowOf(pixelType);
     checkScene(scene, row);

@@ -1,4 +1,4 @@
-#include "host/zorffc/DrawingApplication.h"
+#include "host/zorffc/report/DrawingApplication.h"
 
 #include "host/zorffc/CommandError.h"
 #include "host/zorffc/CommandLine.h"
@@ -46,8 +46,8 @@ void requireMemory()
 }
 
 /// Variables of Qt, fontconfig, FreeType, the desktop and the locale scale, restyle or stop a drawing, and
-/// each version knows others. None of them is about this picture. The folder for run-time files stays: without
-/// it Qt makes one of its own in /tmp.
+/// each version knows others. None of them is about this picture. The folder for run-time files stays:
+/// without it Qt makes one of its own in /tmp.
 void clearEnvironment()
 {
     const char* folder = std::getenv("XDG_RUNTIME_DIR");

@@ -1,4 +1,4 @@
-#include "host/frames/FrameSize.h"
+#include "host/frames/FrameLimits.h"
 
 #include "host/frames/Fail.h"
 

@@ -1,4 +1,4 @@
-#include "host/zorffc/ProfilePlot.h"
+#include "host/zorffc/report/ProfilePlot.h"
 
 #include <QFont>
 #include <QPen>
