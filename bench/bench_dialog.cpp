@@ -4,7 +4,8 @@
 
 #include "dialog/CFFCUtility.h"
 #include "display/DisplayView.h"
-#include "image/MonoTarget.h"
+#include "image/ImageRecord.h"
+#include "image/PixelTypeCode.h"
 #include "image/ZorImage.h"
 
 #include <QApplication>
@@ -51,14 +52,7 @@ public:
     _ZorImage next()
     {
         std::vector<std::uint16_t>& pixels = m_frames[static_cast<std::size_t>(m_next++ % FrameCount)];
-        _ZorImage record{};
-        record.recordSize = ZorImageRecordSize;
-        record.recordVersion = ZorImageRecordVersion;
-        record.pixelType = computeFormat(12);
-        record.depth = 12;
-        record.packing = pixelTypePacking(record.pixelType);
-        record.channels = 1;
-        record.pixelBits = pixelTypeBits(record.pixelType);
+        _ZorImage record = imageRecord(ZorMono12);
         record.width = Width;
         record.height = Height;
         record.pitch = Width * 2;

@@ -10,8 +10,8 @@
 //   copy             nanoseconds per pixel of the fastest copy
 //   of_copy          the ratio of the two
 
+#include "image/ImageRecord.h"
 #include "image/LineBytes.h"
-#include "image/ZorFormatFromCode.h"
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
 #include "image/ZorPixelTypeTable.h"
@@ -67,10 +67,7 @@ std::vector<std::uint8_t>& sourceBytes()
 
 _ZorImage frameOf(std::uint32_t code)
 {
-    _ZorImage frame = {};
-    static_cast<ZorFormatBlock&>(frame) = ZorFormatFromCode(code);
-    frame.recordSize = ZorImageRecordSize;
-    frame.recordVersion = ZorImageRecordVersion;
+    _ZorImage frame = imageRecord(code);
     frame.width = Width;
     frame.height = Height;
     frame.pitch = static_cast<std::uint32_t>(tightPitch(code, Width));

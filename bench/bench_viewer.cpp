@@ -4,6 +4,7 @@
 
 #include "display/ZorDisplayProcessor.h"
 #include "display/ZorDisplayQt.h"
+#include "image/ImageRecord.h"
 #include "image/PixelTypeCode.h"
 
 #include <QApplication>
@@ -64,13 +65,7 @@ public:
         , m_viewer(viewer)
         , m_pixels(std::size_t{Width} * Height)
     {
-        m_record.recordSize = ZorImageRecordSize;
-        m_record.recordVersion = ZorImageRecordVersion;
-        m_record.pixelType = ZorMono16;
-        m_record.depth = 16;
-        m_record.packing = pixelTypePacking(ZorMono16);
-        m_record.channels = 1;
-        m_record.pixelBits = 16;
+        m_record = imageRecord(ZorMono16);
         m_record.width = Width;
         m_record.height = Height;
         m_record.pitch = Width * 2;

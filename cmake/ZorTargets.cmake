@@ -146,7 +146,6 @@ function(zor_test target)
   # Each test includes its own moc file, so this one is empty.
   set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/mocs_compilation.cpp"
     PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
-  target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
   target_compile_definitions(${target} PRIVATE ${ARG_DEFINES})
   set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
   foreach(symbol IN LISTS ARG_WRAP)

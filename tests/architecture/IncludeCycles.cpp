@@ -1,4 +1,4 @@
-#include "architecture/IncludeCycles.h"
+#include "tests/architecture/IncludeCycles.h"
 
 #include <QSet>
 

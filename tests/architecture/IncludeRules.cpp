@@ -1,4 +1,4 @@
-#include "architecture/IncludeRules.h"
+#include "tests/architecture/IncludeRules.h"
 
 #include <QRegularExpression>
 

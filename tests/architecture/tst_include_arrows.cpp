@@ -1,5 +1,5 @@
-#include "architecture/IncludeCycles.h"
-#include "architecture/IncludeRules.h"
+#include "tests/architecture/IncludeCycles.h"
+#include "tests/architecture/IncludeRules.h"
 
 #include <QDirIterator>
 #include <QtTest>

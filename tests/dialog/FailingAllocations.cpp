@@ -1,4 +1,4 @@
-#include "dialog/FailingAllocations.h"
+#include "tests/dialog/FailingAllocations.h"
 
 #include <QtGlobal>
 

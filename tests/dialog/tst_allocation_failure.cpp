@@ -1,8 +1,8 @@
-#include "dialog/FailingAllocations.h"
-#include "dialog/RunAllocations.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "tests/dialog/FailingAllocations.h"
+#include "tests/dialog/RunAllocations.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QCheckBox>
 #include <QFile>
@@ -149,7 +149,7 @@ QVector<int> numbersAfter(Place failed, const QVector<int>& before, const QVecto
 } // namespace
 
 /// Each allocation of a run fails in turn.
-class AllocationFailure : public QObject
+class TestAllocationFailure : public QObject
 {
     Q_OBJECT
 
@@ -173,17 +173,17 @@ private slots:
     void saveNeedsNoBlock();
 };
 
-void AllocationFailure::init()
+void TestAllocationFailure::init()
 {
     failAllocation(0);
 }
 
-void AllocationFailure::cleanup()
+void TestAllocationFailure::cleanup()
 {
     restoreAllCursors();
 }
 
-void AllocationFailure::runWithoutFailureMakesTheKnownAllocations_data()
+void TestAllocationFailure::runWithoutFailureMakesTheKnownAllocations_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<bool>("showRows");
@@ -194,7 +194,7 @@ void AllocationFailure::runWithoutFailureMakesTheKnownAllocations_data()
     QTest::newRow("12 bits, with the row box") << 12 << true << int(PlaceCount);
 }
 
-void AllocationFailure::runWithoutFailureMakesTheKnownAllocations()
+void TestAllocationFailure::runWithoutFailureMakesTheKnownAllocations()
 {
     QFETCH(int, depth);
     QFETCH(bool, showRows);
@@ -210,7 +210,7 @@ void AllocationFailure::runWithoutFailureMakesTheKnownAllocations()
         QVERIFY(!held.bytes.isEmpty());
 }
 
-void AllocationFailure::blocksHaveTheirSizes_data()
+void TestAllocationFailure::blocksHaveTheirSizes_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("frame");
@@ -220,7 +220,7 @@ void AllocationFailure::blocksHaveTheirSizes_data()
     QTest::newRow("12 bits") << 12 << 70 << 4096 << 262144;
 }
 
-void AllocationFailure::blocksHaveTheirSizes()
+void TestAllocationFailure::blocksHaveTheirSizes()
 {
     QFETCH(int, depth);
     QFETCH(int, frame);
@@ -248,7 +248,7 @@ void AllocationFailure::blocksHaveTheirSizes()
     QCOMPARE(allocationSizes().at(Codes2), 16);
 }
 
-void AllocationFailure::frameCopyThatFailsLeavesNoFrame()
+void TestAllocationFailure::frameCopyThatFailsLeavesNoFrame()
 {
     DialogProbe d;
     d.take(frameOf(12));
@@ -267,7 +267,7 @@ void AllocationFailure::frameCopyThatFailsLeavesNoFrame()
     QCOMPARE(watch.texts.size(), 1);
 }
 
-void AllocationFailure::eachFailureOfARun_data()
+void TestAllocationFailure::eachFailureOfARun_data()
 {
     QTest::addColumn<int>("place");
     QTest::addColumn<int>("depth");
@@ -288,7 +288,7 @@ void AllocationFailure::eachFailureOfARun_data()
     }
 }
 
-void AllocationFailure::eachFailureOfARun()
+void TestAllocationFailure::eachFailureOfARun()
 {
     QFETCH(int, place);
     QFETCH(int, depth);
@@ -348,7 +348,7 @@ void AllocationFailure::eachFailureOfARun()
     QCOMPARE(numbersOf(d), numbersAfter(failed, numbersBefore, numbersOf(sound)));
 }
 
-void AllocationFailure::linesWithoutTheirSourceAreBlack_data()
+void TestAllocationFailure::linesWithoutTheirSourceAreBlack_data()
 {
     QTest::addColumn<int>("pass");
     QTest::addColumn<bool>("ofColumns");
@@ -358,7 +358,7 @@ void AllocationFailure::linesWithoutTheirSourceAreBlack_data()
     QTest::newRow("of the result, row means missing") << 1 << false;
 }
 
-void AllocationFailure::linesWithoutTheirSourceAreBlack()
+void TestAllocationFailure::linesWithoutTheirSourceAreBlack()
 {
     QFETCH(int, pass);
     QFETCH(bool, ofColumns);
@@ -376,7 +376,7 @@ void AllocationFailure::linesWithoutTheirSourceAreBlack()
     QCOMPARE(rows == QByteArray(2 * Height, 0), !ofColumns);
 }
 
-void AllocationFailure::firstShowMarksTheDialogAfterItsBoxes()
+void TestAllocationFailure::firstShowMarksTheDialogAfterItsBoxes()
 {
     DialogProbe d;
     d.take(frameOf(12));
@@ -390,7 +390,7 @@ void AllocationFailure::firstShowMarksTheDialogAfterItsBoxes()
     QVERIFY(d.m_shown);
 }
 
-void AllocationFailure::everythingFailsFromOnePlaceOn_data()
+void TestAllocationFailure::everythingFailsFromOnePlaceOn_data()
 {
     QTest::addColumn<int>("place");
     QTest::addColumn<int>("boxes");
@@ -402,7 +402,7 @@ void AllocationFailure::everythingFailsFromOnePlaceOn_data()
         << int(FlatColumnMean2) << 2;
 }
 
-void AllocationFailure::everythingFailsFromOnePlaceOn()
+void TestAllocationFailure::everythingFailsFromOnePlaceOn()
 {
     QFETCH(int, place);
     QFETCH(int, boxes);
@@ -415,7 +415,7 @@ void AllocationFailure::everythingFailsFromOnePlaceOn()
     QVERIFY(!QGuiApplication::overrideCursor());
 }
 
-void AllocationFailure::nextUpdateReplacesWhatIsThere()
+void TestAllocationFailure::nextUpdateReplacesWhatIsThere()
 {
     DialogProbe d;
     d.take(frameOf(8));
@@ -430,7 +430,7 @@ void AllocationFailure::nextUpdateReplacesWhatIsThere()
     }
 }
 
-void AllocationFailure::boxIsModalAndWithoutAParent()
+void TestAllocationFailure::boxIsModalAndWithoutAParent()
 {
     DialogProbe d;
     d.take(frameOf(12));
@@ -451,7 +451,7 @@ void AllocationFailure::boxIsModalAndWithoutAParent()
     QVERIFY(!QGuiApplication::overrideCursor());
 }
 
-void AllocationFailure::saveNeedsNoBlock()
+void TestAllocationFailure::saveNeedsNoBlock()
 {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QTemporaryDir folder;
@@ -472,5 +472,5 @@ void AllocationFailure::saveNeedsNoBlock()
     QVERIFY2(text.endsWith("HEX Value\n1,512\n2,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n"), text);
 }
 
-QTEST_MAIN(AllocationFailure)
+QTEST_MAIN(TestAllocationFailure)
 #include "tst_allocation_failure.moc"

@@ -1,8 +1,8 @@
-#include "dialog/FailingAllocations.h"
-#include "dialog/RunAllocations.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "tests/dialog/FailingAllocations.h"
+#include "tests/dialog/RunAllocations.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QCheckBox>
 #include <QMessageBox>
@@ -35,7 +35,7 @@ QVector<int> items(const std::uint16_t* line, int count)
 
 /// A host's timer runs in the event loop of a box: it hands another frame over and has it computed, all
 /// inside the stage that showed the box.
-class BoxEventLoop : public QObject
+class TestBoxEventLoop : public QObject
 {
     Q_OBJECT
 
@@ -52,13 +52,13 @@ private:
     static void addPlaces();
 };
 
-void BoxEventLoop::cleanup()
+void TestBoxEventLoop::cleanup()
 {
     failAllocation(0);
     restoreAllCursors();
 }
 
-void BoxEventLoop::addPlaces()
+void TestBoxEventLoop::addPlaces()
 {
     QTest::addColumn<int>("place");
     for (std::size_t place = Image; place < PlaceCount; ++place) {
@@ -67,12 +67,12 @@ void BoxEventLoop::addPlaces()
     }
 }
 
-void BoxEventLoop::runInsideTheBoxStands_data()
+void TestBoxEventLoop::runInsideTheBoxStands_data()
 {
     addPlaces();
 }
 
-void BoxEventLoop::runInsideTheBoxStands()
+void TestBoxEventLoop::runInsideTheBoxStands()
 {
     QFETCH(int, place);
     DialogProbe sound;
@@ -117,12 +117,12 @@ void BoxEventLoop::runInsideTheBoxStands()
     QCOMPARE(items(d.m_flatRowLine, 2), items(sound.m_flatRowLine, 2));
 }
 
-void BoxEventLoop::frameTakenInsideTheBoxIsNotMixedUp_data()
+void TestBoxEventLoop::frameTakenInsideTheBoxIsNotMixedUp_data()
 {
     addPlaces();
 }
 
-void BoxEventLoop::frameTakenInsideTheBoxIsNotMixedUp()
+void TestBoxEventLoop::frameTakenInsideTheBoxIsNotMixedUp()
 {
     QFETCH(int, place);
     DialogProbe d;
@@ -150,12 +150,12 @@ void BoxEventLoop::frameTakenInsideTheBoxIsNotMixedUp()
     QCOMPARE(items(d.m_flatY, 8), items(sound.m_flatY, 8));
 }
 
-void BoxEventLoop::dialogDiscardedInsideTheBoxEndsAfterIt_data()
+void TestBoxEventLoop::dialogDiscardedInsideTheBoxEndsAfterIt_data()
 {
     addPlaces();
 }
 
-void BoxEventLoop::dialogDiscardedInsideTheBoxEndsAfterIt()
+void TestBoxEventLoop::dialogDiscardedInsideTheBoxEndsAfterIt()
 {
     QFETCH(int, place);
     const QPointer<DialogProbe> d = new DialogProbe;
@@ -180,5 +180,5 @@ void BoxEventLoop::dialogDiscardedInsideTheBoxEndsAfterIt()
     QVERIFY(!d);
 }
 
-QTEST_MAIN(BoxEventLoop)
+QTEST_MAIN(TestBoxEventLoop)
 #include "tst_box_event_loop.moc"

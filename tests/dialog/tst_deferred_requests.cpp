@@ -1,9 +1,9 @@
 #include "dialog/DialogUse.h"
-#include "fakes/FakeConverter.h"
-#include "fakes/FakeViewer.h"
 #include "image/HighLightProcessor.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
+#include "tests/fakes/FakeConverter.h"
+#include "tests/fakes/FakeViewer.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -115,7 +115,7 @@ private:
 } // namespace
 
 /// Resets, updates and clicks on the highlights that come in while this thread holds the view lock.
-class DeferredRequestsTest : public QObject
+class TestDeferredRequests : public QObject
 {
     Q_OBJECT
 
@@ -137,18 +137,18 @@ private slots:
     void frameDuringARefreshIsDropped();
 };
 
-void DeferredRequestsTest::init()
+void TestDeferredRequests::init()
 {
     FakeViewer::reset();
     fakeConverter = FakeConverter();
 }
 
-void DeferredRequestsTest::cleanup()
+void TestDeferredRequests::cleanup()
 {
     QCOMPARE(restoreAllCursors(), 0);
 }
 
-void DeferredRequestsTest::requestsWaitInTheirOrder_data()
+void TestDeferredRequests::requestsWaitInTheirOrder_data()
 {
     QTest::addColumn<QString>("added");
     QTest::addColumn<QString>("carriedOut");
@@ -174,7 +174,7 @@ void DeferredRequestsTest::requestsWaitInTheirOrder_data()
                                              << "--";
 }
 
-void DeferredRequestsTest::requestsWaitInTheirOrder()
+void TestDeferredRequests::requestsWaitInTheirOrder()
 {
     QFETCH(QString, added);
     QFETCH(QString, carriedOut);
@@ -189,7 +189,7 @@ void DeferredRequestsTest::requestsWaitInTheirOrder()
     QCOMPARE(letters, carriedOut);
 }
 
-void DeferredRequestsTest::whatIsAddedMeanwhileComesLast()
+void TestDeferredRequests::whatIsAddedMeanwhileComesLast()
 {
     DeferredRequests requests;
     requests.add(Request::Update);
@@ -206,7 +206,7 @@ void DeferredRequestsTest::whatIsAddedMeanwhileComesLast()
     QCOMPARE(letters, QString("U+R"));
 }
 
-void DeferredRequestsTest::requestsOfARefreshAreCarriedOutAfterIt_data()
+void TestDeferredRequests::requestsOfARefreshAreCarriedOutAfterIt_data()
 {
     QTest::addColumn<QString>("requests");
     QTest::addColumn<QString>("done");
@@ -234,7 +234,7 @@ void DeferredRequestsTest::requestsOfARefreshAreCarriedOutAfterIt_data()
                                            << "+udR";
 }
 
-void DeferredRequestsTest::requestsOfARefreshAreCarriedOutAfterIt()
+void TestDeferredRequests::requestsOfARefreshAreCarriedOutAfterIt()
 {
     QFETCH(QString, requests);
     QFETCH(QString, done);
@@ -255,7 +255,7 @@ void DeferredRequestsTest::requestsOfARefreshAreCarriedOutAfterIt()
     QVERIFY(!d.m_viewLock.heldByThisThread());
 }
 
-void DeferredRequestsTest::resetAfterARefreshFindsTheCursorRestored()
+void TestDeferredRequests::resetAfterARefreshFindsTheCursorRestored()
 {
     Journal d;
     d.take(frameOf(30));
@@ -267,7 +267,7 @@ void DeferredRequestsTest::resetAfterARefreshFindsTheCursorRestored()
 }
 
 // The refresh of a request that waited lets events in as well.
-void DeferredRequestsTest::requestsOfTheSecondRefreshWaitBehindTheFirst()
+void TestDeferredRequests::requestsOfTheSecondRefreshWaitBehindTheFirst()
 {
     Journal d;
     d.take(frameOf(30));
@@ -289,7 +289,7 @@ void DeferredRequestsTest::requestsOfTheSecondRefreshWaitBehindTheFirst()
     QCOMPARE(d.done(), QString("ud+udud-ud"));
 }
 
-void DeferredRequestsTest::whoeverHoldsTheLockCarriesOut_data()
+void TestDeferredRequests::whoeverHoldsTheLockCarriesOut_data()
 {
     QTest::addColumn<QString>("holder");
     QTest::newRow("a view that follows the other") << "following";
@@ -297,7 +297,7 @@ void DeferredRequestsTest::whoeverHoldsTheLockCarriesOut_data()
     QTest::newRow("a derived class") << "derived";
 }
 
-void DeferredRequestsTest::whoeverHoldsTheLockCarriesOut()
+void TestDeferredRequests::whoeverHoldsTheLockCarriesOut()
 {
     QFETCH(QString, holder);
     Journal d;
@@ -338,7 +338,7 @@ void DeferredRequestsTest::whoeverHoldsTheLockCarriesOut()
 }
 
 // A view change inside a refresh finds the lock busy; its own end carries nothing out.
-void DeferredRequestsTest::requestsWaitForTheLastHolder()
+void TestDeferredRequests::requestsWaitForTheLastHolder()
 {
     Journal d;
     d.take(frameOf(30));
@@ -357,7 +357,7 @@ void DeferredRequestsTest::requestsWaitForTheLastHolder()
     QCOMPARE(d.done(), QString("udud"));
 }
 
-void DeferredRequestsTest::anotherThreadCarriesNothingOut()
+void TestDeferredRequests::anotherThreadCarriesNothingOut()
 {
     Journal d;
     d.take(frameOf(30));
@@ -378,7 +378,7 @@ void DeferredRequestsTest::anotherThreadCarriesNothingOut()
     QVERIFY(worker == std::this_thread::get_id());
 }
 
-void DeferredRequestsTest::updateReadsItsSettingsWhenItIsCarriedOut()
+void TestDeferredRequests::updateReadsItsSettingsWhenItIsCarriedOut()
 {
     Journal d;
     d.take(frameOf(30));
@@ -392,7 +392,7 @@ void DeferredRequestsTest::updateReadsItsSettingsWhenItIsCarriedOut()
     QVERIFY(d.m_flatY);
 }
 
-void DeferredRequestsTest::frameDuringARefreshIsDropped()
+void TestDeferredRequests::frameDuringARefreshIsDropped()
 {
     Journal d;
     d.take(frameOf(30));
@@ -404,5 +404,5 @@ void DeferredRequestsTest::frameDuringARefreshIsDropped()
     QCOMPARE(static_cast<const std::uint8_t*>(d.m_image), image);
 }
 
-QTEST_MAIN(DeferredRequestsTest)
+QTEST_MAIN(TestDeferredRequests)
 #include "tst_deferred_requests.moc"

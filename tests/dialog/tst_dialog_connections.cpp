@@ -1,7 +1,7 @@
 #include "image/HighLightProcessor.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -13,7 +13,7 @@
 #include <memory>
 
 /// Which widget sets which slot going.
-class DialogConnections : public QObject
+class TestDialogConnections : public QObject
 {
     Q_OBJECT
 
@@ -27,12 +27,12 @@ private slots:
     void eachViewIsFollowed();
 };
 
-void DialogConnections::cleanup()
+void TestDialogConnections::cleanup()
 {
     restoreAllCursors();
 }
 
-void DialogConnections::updateButtonComputes()
+void TestDialogConnections::updateButtonComputes()
 {
     DialogProbe d;
     d.take(TestFrame::even(3, 2, 12, 500));
@@ -40,7 +40,7 @@ void DialogConnections::updateButtonComputes()
     QVERIFY(d.m_flatY);
 }
 
-void DialogConnections::saveButtonAsksForTheTitle()
+void TestDialogConnections::saveButtonAsksForTheTitle()
 {
     DialogProbe d;
     ModalWatch watch;
@@ -48,7 +48,7 @@ void DialogConnections::saveButtonAsksForTheTitle()
     QCOMPARE(watch.texts, QStringList("Define Title of file"));
 }
 
-void DialogConnections::normaliseSettingsComputeNothing()
+void TestDialogConnections::normaliseSettingsComputeNothing()
 {
     DialogProbe d;
     d.take(TestFrame::even(3, 2, 12, 500));
@@ -61,7 +61,7 @@ void DialogConnections::normaliseSettingsComputeNothing()
     QCOMPARE(d.m_normalizeValue, 1.0);
 }
 
-void DialogConnections::highlightBoxRefreshes()
+void TestDialogConnections::highlightBoxRefreshes()
 {
     // A refresh waits for the view lock, which another thread holds for a while.
     DialogProbe d;
@@ -82,14 +82,14 @@ void DialogConnections::highlightBoxRefreshes()
     QVERIFY(released);
 }
 
-void DialogConnections::eachViewIsFollowed_data()
+void TestDialogConnections::eachViewIsFollowed_data()
 {
     QTest::addColumn<bool>("upper");
     QTest::newRow("the upper view") << true;
     QTest::newRow("the lower view") << false;
 }
 
-void DialogConnections::eachViewIsFollowed()
+void TestDialogConnections::eachViewIsFollowed()
 {
     QFETCH(bool, upper);
     DialogProbe d;
@@ -101,5 +101,5 @@ void DialogConnections::eachViewIsFollowed()
     QVERIFY(d.m_viewClock != longAgo);
 }
 
-QTEST_MAIN(DialogConnections)
+QTEST_MAIN(TestDialogConnections)
 #include "tst_dialog_connections.moc"

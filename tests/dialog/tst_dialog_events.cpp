@@ -1,7 +1,7 @@
 #include "splitter/CGridSplitter.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QCloseEvent>
 #include <QLineEdit>
@@ -44,7 +44,7 @@ TestFrame unevenFrame()
 
 } // namespace
 
-class DialogEvents : public QObject
+class TestDialogEvents : public QObject
 {
     Q_OBJECT
 
@@ -71,12 +71,12 @@ private slots:
     void panesFillTheUpperArea();
 };
 
-void DialogEvents::cleanup()
+void TestDialogEvents::cleanup()
 {
     restoreAllCursors();
 }
 
-void DialogEvents::firstShowNotifiesThenComputesThenMarks()
+void TestDialogEvents::firstShowNotifiesThenComputesThenMarks()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -96,7 +96,7 @@ void DialogEvents::firstShowNotifiesThenComputesThenMarks()
     QVERIFY(d.m_shown);
 }
 
-void DialogEvents::firstShowComputesTheFrameOfTheCallback()
+void TestDialogEvents::firstShowComputesTheFrameOfTheCallback()
 {
     DialogProbe d;
     Host host;
@@ -107,7 +107,7 @@ void DialogEvents::firstShowComputesTheFrameOfTheCallback()
     QCOMPARE(int(d.m_columnGains.size()), 4);
 }
 
-void DialogEvents::firstShowWithoutAFrameMarksTheDialogShown()
+void TestDialogEvents::firstShowWithoutAFrameMarksTheDialogShown()
 {
     DialogProbe d;
     Host host;
@@ -123,7 +123,7 @@ void DialogEvents::firstShowWithoutAFrameMarksTheDialogShown()
     QCOMPARE(host.codes, Opened);
 }
 
-void DialogEvents::showWithoutCallbackWorks()
+void TestDialogEvents::showWithoutCallbackWorks()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -134,7 +134,7 @@ void DialogEvents::showWithoutCallbackWorks()
     QVERIFY(!d.m_shown);
 }
 
-void DialogEvents::closeNotifiesAndKeepsEverything()
+void TestDialogEvents::closeNotifiesAndKeepsEverything()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -153,7 +153,7 @@ void DialogEvents::closeNotifiesAndKeepsEverything()
     QCOMPARE(static_cast<const std::uint16_t*>(d.m_flatY), result);
 }
 
-void DialogEvents::closeAndShowRunsAnew_data()
+void TestDialogEvents::closeAndShowRunsAnew_data()
 {
     QTest::addColumn<bool>("newFrame");
     QTest::addColumn<int>("columns");
@@ -161,7 +161,7 @@ void DialogEvents::closeAndShowRunsAnew_data()
     QTest::newRow("with the frame that the host now delivers") << true << 2;
 }
 
-void DialogEvents::closeAndShowRunsAnew()
+void TestDialogEvents::closeAndShowRunsAnew()
 {
     QFETCH(bool, newFrame);
     QFETCH(int, columns);
@@ -182,7 +182,7 @@ void DialogEvents::closeAndShowRunsAnew()
     QCOMPARE(d.m_columnGains.back(), 0.5);
 }
 
-void DialogEvents::everyCloseEventNotifies()
+void TestDialogEvents::everyCloseEventNotifies()
 {
     DialogProbe d;
     Host host;
@@ -193,7 +193,7 @@ void DialogEvents::everyCloseEventNotifies()
     QCOMPARE(host.codes, QVector<std::uint32_t>({16386, 16386}));
 }
 
-void DialogEvents::eventsAreAccepted()
+void TestDialogEvents::eventsAreAccepted()
 {
     DialogProbe d;
     QShowEvent show;
@@ -206,7 +206,7 @@ void DialogEvents::eventsAreAccepted()
     QVERIFY(close.isAccepted());
 }
 
-void DialogEvents::closingIsNoRejection()
+void TestDialogEvents::closingIsNoRejection()
 {
     // QDialog's own handler would reject the dialog.
     DialogProbe d;
@@ -219,7 +219,7 @@ void DialogEvents::closingIsNoRejection()
     QCOMPARE(finished.size(), 0);
 }
 
-void DialogEvents::showingLeavesTheDialogInItsPlace()
+void TestDialogEvents::showingLeavesTheDialogInItsPlace()
 {
     // QDialog's own handler would move a dialog that nobody has placed to the middle of the screen.
     DialogProbe d;
@@ -230,7 +230,7 @@ void DialogEvents::showingLeavesTheDialogInItsPlace()
     QCOMPARE(d.pos(), place);
 }
 
-void DialogEvents::hostUpdateBeforeTheFirstShowComputes()
+void TestDialogEvents::hostUpdateBeforeTheFirstShowComputes()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -239,7 +239,7 @@ void DialogEvents::hostUpdateBeforeTheFirstShowComputes()
     QVERIFY(!d.m_shown);
 }
 
-void DialogEvents::escapeHidesWithoutACloseEvent()
+void TestDialogEvents::escapeHidesWithoutACloseEvent()
 {
     DialogProbe d;
     Host host;
@@ -254,7 +254,7 @@ void DialogEvents::escapeHidesWithoutACloseEvent()
     QCOMPARE(host.codes, Opened);
 }
 
-void DialogEvents::resizeArrangesTheTwoAreas_data()
+void TestDialogEvents::resizeArrangesTheTwoAreas_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -267,7 +267,7 @@ void DialogEvents::resizeArrangesTheTwoAreas_data()
     QTest::newRow("narrower, height 31") << 800 << 31 << true;
 }
 
-void DialogEvents::resizeArrangesTheTwoAreas()
+void TestDialogEvents::resizeArrangesTheTwoAreas()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -286,7 +286,7 @@ void DialogEvents::resizeArrangesTheTwoAreas()
     }
 }
 
-void DialogEvents::firstShowStretchesTheStrip()
+void TestDialogEvents::firstShowStretchesTheStrip()
 {
     DialogProbe d;
     d.show();
@@ -294,7 +294,7 @@ void DialogEvents::firstShowStretchesTheStrip()
     QCOMPARE(d.ui.wSettings->geometry().bottom(), 726);
 }
 
-void DialogEvents::nullResizeEventChangesNothing()
+void TestDialogEvents::nullResizeEventChangesNothing()
 {
     DialogProbe d;
     const QRect strip = d.ui.wSettings->geometry();
@@ -305,7 +305,7 @@ void DialogEvents::nullResizeEventChangesNothing()
 }
 
 // QDialog's own handler moves it.
-void DialogEvents::sizeGripFollowsTheCorner()
+void TestDialogEvents::sizeGripFollowsTheCorner()
 {
     DialogProbe d;
     d.setSizeGripEnabled(true);
@@ -316,7 +316,7 @@ void DialogEvents::sizeGripFollowsTheCorner()
     QCOMPARE(grip->geometry().bottomRight(), d.rect().bottomRight());
 }
 
-void DialogEvents::panesFillTheUpperArea()
+void TestDialogEvents::panesFillTheUpperArea()
 {
     DialogProbe d;
     d.resize(1005, 805 + d.ui.wSettings->height());
@@ -328,5 +328,5 @@ void DialogEvents::panesFillTheUpperArea()
     QCOMPARE(d.ui.PlotDown->geometry(), QRect(505, 405, 500, 400));
 }
 
-QTEST_MAIN(DialogEvents)
+QTEST_MAIN(TestDialogEvents)
 #include "tst_dialog_events.moc"

@@ -1,4 +1,4 @@
-#include "support/DialogProbe.h"
+#include "tests/support/DialogProbe.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -48,7 +48,7 @@ public slots:
 
 } // namespace
 
-class DialogForm : public QObject
+class TestDialogForm : public QObject
 {
     Q_OBJECT
 
@@ -72,7 +72,7 @@ private slots:
     void slotArgumentIsAMetaType();
 };
 
-void DialogForm::everyWidgetHasItsText_data()
+void TestDialogForm::everyWidgetHasItsText_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("text");
@@ -104,7 +104,7 @@ void DialogForm::everyWidgetHasItsText_data()
                                                 << "";
 }
 
-void DialogForm::everyWidgetHasItsText()
+void TestDialogForm::everyWidgetHasItsText()
 {
     QFETCH(QString, name);
     QFETCH(QString, text);
@@ -114,7 +114,7 @@ void DialogForm::everyWidgetHasItsText()
     QCOMPARE(widget->property("text").toString(), text);
 }
 
-void DialogForm::textsAreTranslatedInTheDialogsContext()
+void TestDialogForm::textsAreTranslatedInTheDialogsContext()
 {
     Marker marker;
     QVERIFY(QCoreApplication::installTranslator(&marker));
@@ -133,7 +133,7 @@ void DialogForm::textsAreTranslatedInTheDialogsContext()
     QCOMPARE(dialog.ui.cBoxPrecision->itemText(1), QStringLiteral("~12 bit"));
 }
 
-void DialogForm::theTextStepReplacesItsItems()
+void TestDialogForm::theTextStepReplacesItsItems()
 {
     QDialog dialog;
     Ui_CFFCUtility form;
@@ -145,7 +145,7 @@ void DialogForm::theTextStepReplacesItsItems()
     QCOMPARE(form.cBoxPrecision->currentIndex(), 0);
 }
 
-void DialogForm::slotsAreConnectedByNameAfterTheTexts()
+void TestDialogForm::slotsAreConnectedByNameAfterTheTexts()
 {
     NamedSlots dialog;
     dialog.ui.setupUi(&dialog);
@@ -156,7 +156,7 @@ void DialogForm::slotsAreConnectedByNameAfterTheTexts()
     QCOMPARE(dialog.values, QStringList{QStringLiteral("2")});
 }
 
-void DialogForm::dialogStartsWithItsSizeTitleAndIcon()
+void TestDialogForm::dialogStartsWithItsSizeTitleAndIcon()
 {
     DialogProbe dialog;
     QCOMPARE(dialog.objectName(), QStringLiteral("CFFCUtility"));
@@ -170,7 +170,7 @@ void DialogForm::dialogStartsWithItsSizeTitleAndIcon()
              icon.convertToFormat(QImage::Format_ARGB32));
 }
 
-void DialogForm::anObjectNameGivenBeforeStays()
+void TestDialogForm::anObjectNameGivenBeforeStays()
 {
     QDialog dialog;
     dialog.setObjectName(QStringLiteral("mine"));
@@ -179,7 +179,7 @@ void DialogForm::anObjectNameGivenBeforeStays()
     QCOMPARE(dialog.objectName(), QStringLiteral("mine"));
 }
 
-void DialogForm::stripHoldsItsRowInOrder()
+void TestDialogForm::stripHoldsItsRowInOrder()
 {
     DialogProbe dialog;
     QHBoxLayout* row = dialog.ui.horizontalLayout;
@@ -206,7 +206,7 @@ void DialogForm::stripHoldsItsRowInOrder()
     }
 }
 
-void DialogForm::stripStartsNarrowerThanTheDialog()
+void TestDialogForm::stripStartsNarrowerThanTheDialog()
 {
     DialogProbe dialog;
     const QWidget* strip = dialog.ui.wSettings;
@@ -221,7 +221,7 @@ void DialogForm::stripStartsNarrowerThanTheDialog()
     QCOMPARE(form.wSettings->geometry(), QRect(0, 680, 1131, 31));
 }
 
-void DialogForm::boxesHaveTheirStartStates()
+void TestDialogForm::boxesHaveTheirStartStates()
 {
     DialogProbe dialog;
     QVERIFY(dialog.ui.chBNormFFC->isChecked());
@@ -233,7 +233,7 @@ void DialogForm::boxesHaveTheirStartStates()
     QVERIFY(!dialog.ui.lENormFFC->validator());
 }
 
-void DialogForm::precisionOffersTwoItems()
+void TestDialogForm::precisionOffersTwoItems()
 {
     DialogProbe dialog;
     const QComboBox* box = dialog.ui.cBoxPrecision;
@@ -249,14 +249,14 @@ void DialogForm::precisionOffersTwoItems()
     QCOMPARE(policy.hasHeightForWidth(), QComboBox().sizePolicy().hasHeightForWidth());
 }
 
-void DialogForm::readoutsAreHiddenDisabledAndBlack_data()
+void TestDialogForm::readoutsAreHiddenDisabledAndBlack_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("colour") << "lECurColor";
     QTest::newRow("position") << "lECurPos";
 }
 
-void DialogForm::readoutsAreHiddenDisabledAndBlack()
+void TestDialogForm::readoutsAreHiddenDisabledAndBlack()
 {
     QFETCH(QString, name);
     DialogProbe dialog;
@@ -275,7 +275,7 @@ void DialogForm::readoutsAreHiddenDisabledAndBlack()
     }
 }
 
-void DialogForm::panesStartInTheirPlaces_data()
+void TestDialogForm::panesStartInTheirPlaces_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QRect>("geometry");
@@ -286,7 +286,7 @@ void DialogForm::panesStartInTheirPlaces_data()
     QTest::newRow("lower view") << "gVDown" << QRect(30, 370, 401, 211) << true;
 }
 
-void DialogForm::panesStartInTheirPlaces()
+void TestDialogForm::panesStartInTheirPlaces()
 {
     QFETCH(QString, name);
     QFETCH(QRect, geometry);
@@ -300,7 +300,7 @@ void DialogForm::panesStartInTheirPlaces()
     QCOMPARE(pane->hasMouseTracking(), tracks);
 }
 
-void DialogForm::fiveSlotsInOrderAndNoSignal()
+void TestDialogForm::fiveSlotsInOrderAndNoSignal()
 {
     const QMetaObject& meta = CFFCUtility::staticMetaObject;
     QCOMPARE(QByteArray(meta.superClass()->className()), QByteArray("QDialog"));
@@ -313,7 +313,7 @@ void DialogForm::fiveSlotsInOrderAndNoSignal()
                                        "onViewChanged(DisplayView*)"}));
 }
 
-void DialogForm::slotArgumentIsAMetaType()
+void TestDialogForm::slotArgumentIsAMetaType()
 {
     const QMetaObject& meta = CFFCUtility::staticMetaObject;
     const QMetaMethod slot = meta.method(meta.indexOfSlot("onViewChanged(DisplayView*)"));
@@ -321,5 +321,5 @@ void DialogForm::slotArgumentIsAMetaType()
     QVERIFY(slot.parameterType(0) != QMetaType::UnknownType);
 }
 
-QTEST_MAIN(DialogForm)
+QTEST_MAIN(TestDialogForm)
 #include "tst_dialog_form.moc"

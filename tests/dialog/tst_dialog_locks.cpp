@@ -1,5 +1,5 @@
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
 
 #include <QTest>
 
@@ -43,7 +43,7 @@ public:
 } // namespace
 
 /// The two locks and what gives way to whom.
-class DialogLocks : public QObject
+class TestDialogLocks : public QObject
 {
     Q_OBJECT
 
@@ -58,12 +58,12 @@ private slots:
     void refreshLeavesNoLock();
 };
 
-void DialogLocks::cleanup()
+void TestDialogLocks::cleanup()
 {
     restoreAllCursors();
 }
 
-void DialogLocks::resetHoldsBothLocks()
+void TestDialogLocks::resetHoldsBothLocks()
 {
     LockWatcher d;
     d.ResetData(false);
@@ -72,7 +72,7 @@ void DialogLocks::resetHoldsBothLocks()
     QVERIFY(isFree(d.m_dataLock));
 }
 
-void DialogLocks::resetWaitsForARefreshOnAnotherThread()
+void TestDialogLocks::resetWaitsForARefreshOnAnotherThread()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -90,7 +90,7 @@ void DialogLocks::resetWaitsForARefreshOnAnotherThread()
     QVERIFY(!d.m_image);
 }
 
-void DialogLocks::resetWithTheAdaptersInsideARefreshRaises()
+void TestDialogLocks::resetWithTheAdaptersInsideARefreshRaises()
 {
     DialogProbe d;
     d.show();
@@ -105,7 +105,7 @@ void DialogLocks::resetWithTheAdaptersInsideARefreshRaises()
     d.m_dataLock.unlock();
 }
 
-void DialogLocks::resetThatCannotHaveTheDataRaises()
+void TestDialogLocks::resetThatCannotHaveTheDataRaises()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -119,7 +119,7 @@ void DialogLocks::resetThatCannotHaveTheDataRaises()
     QVERIFY(!d.m_image);
 }
 
-void DialogLocks::resetTakesTheViewsFirst()
+void TestDialogLocks::resetTakesTheViewsFirst()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -137,7 +137,7 @@ void DialogLocks::resetTakesTheViewsFirst()
     QVERIFY(!d.m_image);
 }
 
-void DialogLocks::viewChangeDuringARefreshIsDropped()
+void TestDialogLocks::viewChangeDuringARefreshIsDropped()
 {
     DialogProbe d;
     const QTime longAgo = QTime::currentTime().addSecs(-10);
@@ -152,7 +152,7 @@ void DialogLocks::viewChangeDuringARefreshIsDropped()
     d.m_dataLock.unlock();
 }
 
-void DialogLocks::refreshLeavesNoLock()
+void TestDialogLocks::refreshLeavesNoLock()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -161,5 +161,5 @@ void DialogLocks::refreshLeavesNoLock()
     QVERIFY(isFree(d.m_dataLock));
 }
 
-QTEST_MAIN(DialogLocks)
+QTEST_MAIN(TestDialogLocks)
 #include "tst_dialog_locks.moc"

@@ -1,6 +1,7 @@
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/FormatCodes.h"
+#include "tests/support/ModalWatch.h"
 
 #include "image/PixelTypeCode.h"
 
@@ -43,7 +44,7 @@ public:
 } // namespace
 
 /// What the members hold after each operation.
-class DialogState : public QObject
+class TestDialogState : public QObject
 {
     Q_OBJECT
 
@@ -71,12 +72,12 @@ private slots:
     void hasNoResultToGive();
 };
 
-void DialogState::cleanup()
+void TestDialogState::cleanup()
 {
     restoreAllCursors();
 }
 
-void DialogState::membersHaveTheirStartValues()
+void TestDialogState::membersHaveTheirStartValues()
 {
     DialogProbe d;
     QVERIFY(!d.m_hostCallback && !d.m_hostContext && !d.m_plugIn);
@@ -105,7 +106,7 @@ void DialogState::membersHaveTheirStartValues()
     QVERIFY(d.m_viewClock.isValid());
 }
 
-void DialogState::frameIsHeldAfterIntake()
+void TestDialogState::frameIsHeldAfterIntake()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -122,7 +123,7 @@ void DialogState::frameIsHeldAfterIntake()
     QVERIFY(!d.m_flatX && !d.m_flatY);
 }
 
-void DialogState::packedAndDeepFramesComeDown_data()
+void TestDialogState::packedAndDeepFramesComeDown_data()
 {
     QTest::addColumn<unsigned>("pixelType");
     QTest::addColumn<unsigned>("depth");
@@ -131,15 +132,15 @@ void DialogState::packedAndDeepFramesComeDown_data()
     QTest::addColumn<int>("first");
     QTest::addColumn<int>("second");
     QTest::newRow("Mono14 comes to 8 bits")
-        << 0x0110040AU << 14U << QByteArray("\xFF\x3F\x40\x10", 4) << 8 << 255 << 65;
+        << codeOf("Mono14") << 14U << QByteArray("\xFF\x3F\x40\x10", 4) << 8 << 255 << 65;
     QTest::newRow("Mono12p has depth 10")
-        << 0x010C2307U << 10U << QByteArray("\xBC\x3A\x12", 3) << 10 << 0xABC / 4 << 0x123 / 4;
-    QTest::newRow("Mono12Packed") << 0x010C1308U << 12U << QByteArray("\xAB\xC3\x12", 3) << 12 << 0xABC
-                                  << 0x123;
-    QTest::newRow("Mono8") << 0x01080101U << 8U << QByteArray("\x07\x09", 2) << 8 << 7 << 9;
+        << codeOf("Mono12p") << 10U << QByteArray("\xBC\x3A\x12", 3) << 10 << 0xABC / 4 << 0x123 / 4;
+    QTest::newRow("Mono12Packed") << codeOf("Mono12Packed") << 12U << QByteArray("\xAB\xC3\x12", 3) << 12
+                                  << 0xABC << 0x123;
+    QTest::newRow("Mono8") << ZorMono8 << 8U << QByteArray("\x07\x09", 2) << 8 << 7 << 9;
 }
 
-void DialogState::packedAndDeepFramesComeDown()
+void TestDialogState::packedAndDeepFramesComeDown()
 {
     QFETCH(unsigned, pixelType);
     QFETCH(unsigned, depth);
@@ -169,7 +170,7 @@ void DialogState::packedAndDeepFramesComeDown()
     QCOMPARE(bytes ? int(d.m_image[1]) : d.m_image[2] + 256 * d.m_image[3], second);
 }
 
-void DialogState::frameThatTheConverterRefusesShowsItsBox()
+void TestDialogState::frameThatTheConverterRefusesShowsItsBox()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -183,7 +184,7 @@ void DialogState::frameThatTheConverterRefusesShowsItsBox()
     QCOMPARE(d.m_width, 6);
 }
 
-void DialogState::nothingUsableKeepsTheHeldFrame_data()
+void TestDialogState::nothingUsableKeepsTheHeldFrame_data()
 {
     QTest::addColumn<bool>("record");
     QTest::addColumn<bool>("data");
@@ -193,7 +194,7 @@ void DialogState::nothingUsableKeepsTheHeldFrame_data()
     QTest::newRow("size 0") << true << true << false;
 }
 
-void DialogState::nothingUsableKeepsTheHeldFrame()
+void TestDialogState::nothingUsableKeepsTheHeldFrame()
 {
     QFETCH(bool, record);
     QFETCH(bool, data);
@@ -214,7 +215,7 @@ void DialogState::nothingUsableKeepsTheHeldFrame()
     QVERIFY(d.m_flatY);
 }
 
-void DialogState::updateWithoutAFrameReadsNoWidget()
+void TestDialogState::updateWithoutAFrameReadsNoWidget()
 {
     DialogProbe d;
     d.ui.chBNormFFC->setChecked(false);
@@ -225,7 +226,7 @@ void DialogState::updateWithoutAFrameReadsNoWidget()
     QVERIFY(d.m_columnGains.empty());
 }
 
-void DialogState::updateReadsTheNormaliseSettings_data()
+void TestDialogState::updateReadsTheNormaliseSettings_data()
 {
     QTest::addColumn<bool>("ticked");
     QTest::addColumn<QString>("text");
@@ -239,7 +240,7 @@ void DialogState::updateReadsTheNormaliseSettings_data()
     QTest::newRow("empty") << true << "" << 1 << 0.0;
 }
 
-void DialogState::updateReadsTheNormaliseSettings()
+void TestDialogState::updateReadsTheNormaliseSettings()
 {
     QFETCH(bool, ticked);
     QFETCH(QString, text);
@@ -254,7 +255,7 @@ void DialogState::updateReadsTheNormaliseSettings()
     QCOMPARE(d.m_normalizeValue, value);
 }
 
-void DialogState::unreadableValueMakesEveryGainZero()
+void TestDialogState::unreadableValueMakesEveryGainZero()
 {
     ModalWatch watch;
     DialogProbe d;
@@ -273,7 +274,7 @@ void DialogState::unreadableValueMakesEveryGainZero()
     QVERIFY(watch.texts.isEmpty());
 }
 
-void DialogState::updateLeavesAResult()
+void TestDialogState::updateLeavesAResult()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -294,7 +295,7 @@ void DialogState::updateLeavesAResult()
     QCOMPARE(d.m_rangeYMax, 1220);
 }
 
-void DialogState::updateCanRunAgainOnTheSameFrame()
+void TestDialogState::updateCanRunAgainOnTheSameFrame()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -309,7 +310,7 @@ void DialogState::updateCanRunAgainOnTheSameFrame()
              QByteArray(reinterpret_cast<const char*>(unevenFrame().bytes.data()), 48));
 }
 
-void DialogState::resetDropsTheFrameAndKeepsTheGains()
+void TestDialogState::resetDropsTheFrameAndKeepsTheGains()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -330,7 +331,7 @@ void DialogState::resetDropsTheFrameAndKeepsTheGains()
     QCOMPARE(d.m_pixelFormat, ZorMono12);
 }
 
-void DialogState::resetKeepsTextsAndSettings()
+void TestDialogState::resetKeepsTextsAndSettings()
 {
     DialogProbe d;
     d.m_title = QStringLiteral("line 3");
@@ -348,7 +349,7 @@ void DialogState::resetKeepsTextsAndSettings()
     QCOMPARE(d.m_pairSmoothing, 5);
 }
 
-void DialogState::resetSetsRangesAndHistogramWordsToZero()
+void TestDialogState::resetSetsRangesAndHistogramWordsToZero()
 {
     DialogProbe d;
     d.ResetData(false);
@@ -358,7 +359,7 @@ void DialogState::resetSetsRangesAndHistogramWordsToZero()
         QCOMPARE(word, 0);
 }
 
-void DialogState::resetCallsTheOverride()
+void TestDialogState::resetCallsTheOverride()
 {
     ResetCounter d;
     d.ResetData(false);
@@ -370,7 +371,7 @@ void DialogState::resetCallsTheOverride()
     QVERIFY(!d.m_image);
 }
 
-void DialogState::newFrameDropsTheResultAndKeepsTheGains()
+void TestDialogState::newFrameDropsTheResultAndKeepsTheGains()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -383,7 +384,7 @@ void DialogState::newFrameDropsTheResultAndKeepsTheGains()
     QCOMPARE(listed(d.m_rowGains), QVector<double>(2, 1.0));
 }
 
-void DialogState::hostInfoIsCopied()
+void TestDialogState::hostInfoIsCopied()
 {
     DialogProbe d;
     ZBKHostInfo info;
@@ -398,7 +399,7 @@ void DialogState::hostInfoIsCopied()
     QCOMPARE(d.m_hostInfo.text, QStringLiteral("bench"));
 }
 
-void DialogState::hasNoResultToGive()
+void TestDialogState::hasNoResultToGive()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -409,5 +410,5 @@ void DialogState::hasNoResultToGive()
     QVERIFY(!result);
 }
 
-QTEST_MAIN(DialogState)
+QTEST_MAIN(TestDialogState)
 #include "tst_dialog_state.moc"

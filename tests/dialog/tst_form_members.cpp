@@ -1,6 +1,6 @@
 #include "display/DisplayView.h"
-#include "support/DialogProbe.h"
-#include "support/PropertyDifferences.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/PropertyDifferences.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -107,7 +107,7 @@ const std::vector<Member>& members()
 } // namespace
 
 /// The members of the form: their classes, parents and order, and that nothing is set beyond what they need.
-class FormMembers : public QObject
+class TestFormMembers : public QObject
 {
     Q_OBJECT
 
@@ -134,18 +134,18 @@ private:
     Ui_CFFCUtility m_ui;
 };
 
-void FormMembers::init()
+void TestFormMembers::init()
 {
     m_dialog = std::make_unique<QDialog>();
     m_ui.setupUi(m_dialog.get());
 }
 
-void FormMembers::cleanup()
+void TestFormMembers::cleanup()
 {
     m_dialog.reset();
 }
 
-void FormMembers::addRows(Kind kind)
+void TestFormMembers::addRows(Kind kind)
 {
     QTest::addColumn<int>("number");
     for (std::size_t i = 0; i < members().size(); ++i) {
@@ -154,7 +154,7 @@ void FormMembers::addRows(Kind kind)
     }
 }
 
-void FormMembers::everyMemberIsOfItsClassItself()
+void TestFormMembers::everyMemberIsOfItsClassItself()
 {
     QFETCH(int, number);
     const Member& member = members().at(std::size_t(number));
@@ -162,7 +162,7 @@ void FormMembers::everyMemberIsOfItsClassItself()
     QVERIFY(member.actualType(m_ui) == member.type);
 }
 
-void FormMembers::everyMemberHasItsNameAndParent()
+void TestFormMembers::everyMemberHasItsNameAndParent()
 {
     QFETCH(int, number);
     const Member& member = members().at(std::size_t(number));
@@ -171,7 +171,7 @@ void FormMembers::everyMemberHasItsNameAndParent()
     QCOMPARE(object->parent()->objectName(), QString(QLatin1String(member.parent)));
 }
 
-void FormMembers::membersAreInTheirOrder()
+void TestFormMembers::membersAreInTheirOrder()
 {
     const auto* place = static_cast<const char*>(static_cast<const void*>(&m_ui));
     for (const Member& member : members()) {
@@ -182,7 +182,7 @@ void FormMembers::membersAreInTheirOrder()
 }
 
 // The order of the children is the order of the keyboard focus.
-void FormMembers::theDialogHasNoOtherChildren()
+void TestFormMembers::theDialogHasNoOtherChildren()
 {
     QObjectList expected, expectedInStrip;
     for (const Member& member : members()) {
@@ -193,7 +193,7 @@ void FormMembers::theDialogHasNoOtherChildren()
     QCOMPARE(m_ui.wSettings->children(), expectedInStrip);
 }
 
-void FormMembers::nothingElseIsSet()
+void TestFormMembers::nothingElseIsSet()
 {
     QFETCH(int, number);
     const Member& member = members().at(std::size_t(number));
@@ -206,7 +206,7 @@ void FormMembers::nothingElseIsSet()
     QCOMPARE(propertyDifferences(widget, twin), member.settings);
 }
 
-void FormMembers::nothingElseIsSetOnTheDialog()
+void TestFormMembers::nothingElseIsSetOnTheDialog()
 {
     const QDialog twin;
     QCOMPARE(propertyDifferences(m_dialog.get(), &twin),
@@ -214,7 +214,7 @@ void FormMembers::nothingElseIsSetOnTheDialog()
 }
 
 // The dialog of the utility fixes the strip's height and leaves all other members as the form makes them.
-void FormMembers::theUtilitySetsNoMore()
+void TestFormMembers::theUtilitySetsNoMore()
 {
     QFETCH(int, number);
     const Member& member = members().at(std::size_t(number));
@@ -226,5 +226,5 @@ void FormMembers::theUtilitySetsNoMore()
     QCOMPARE(propertyDifferences(object, member.object(utility.ui)), set);
 }
 
-QTEST_MAIN(FormMembers)
+QTEST_MAIN(TestFormMembers)
 #include "tst_form_members.moc"

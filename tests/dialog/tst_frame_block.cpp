@@ -1,8 +1,8 @@
 #include "dialog/LocalRecord.h"
-#include "fakes/FakeConverter.h"
-#include "fakes/FakeViewer.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
+#include "tests/fakes/FakeConverter.h"
+#include "tests/fakes/FakeViewer.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
 
 #include <QCheckBox>
 #include <QTest>
@@ -19,7 +19,7 @@ constexpr int HostHeight = 5;
 /// Converted records that do not cover the size that the host tells. No stage reads past the frame's block
 /// and no refresh writes past an image's, which the address sanitizer watches; what the record lacks counts
 /// as black.
-class FrameBlock : public QObject
+class TestFrameBlock : public QObject
 {
     Q_OBJECT
 
@@ -31,14 +31,14 @@ private slots:
     void blockCoversTheLargerOfBothSizes();
 };
 
-void FrameBlock::cleanup()
+void TestFrameBlock::cleanup()
 {
     fakeConverter = FakeConverter();
     FakeViewer::reset();
     restoreAllCursors();
 }
 
-void FrameBlock::runTakesTheMissingPixelsAsBlack_data()
+void TestFrameBlock::runTakesTheMissingPixelsAsBlack_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("pitch"); // in pixels
@@ -55,7 +55,7 @@ void FrameBlock::runTakesTheMissingPixelsAsBlack_data()
     }
 }
 
-void FrameBlock::runTakesTheMissingPixelsAsBlack()
+void TestFrameBlock::runTakesTheMissingPixelsAsBlack()
 {
     QFETCH(int, depth);
     QFETCH(int, pitch);
@@ -125,7 +125,7 @@ void FrameBlock::runTakesTheMissingPixelsAsBlack()
     }
 }
 
-void FrameBlock::blockCoversTheLargerOfBothSizes_data()
+void TestFrameBlock::blockCoversTheLargerOfBothSizes_data()
 {
     QTest::addColumn<quint32>("depth");
     QTest::addColumn<quint32>("imageSize");
@@ -140,7 +140,7 @@ void FrameBlock::blockCoversTheLargerOfBothSizes_data()
     QTest::newRow("the record's size, larger than three rows") << 12U << 55U << 3U << quint64(55);
 }
 
-void FrameBlock::blockCoversTheLargerOfBothSizes()
+void TestFrameBlock::blockCoversTheLargerOfBothSizes()
 {
     QFETCH(quint32, depth);
     QFETCH(quint32, imageSize);
@@ -152,5 +152,5 @@ void FrameBlock::blockCoversTheLargerOfBothSizes()
     QTEST(quint64(coveringBytes(record, HostWidth, height)), "bytes");
 }
 
-QTEST_MAIN(FrameBlock)
+QTEST_MAIN(TestFrameBlock)
 #include "tst_frame_block.moc"

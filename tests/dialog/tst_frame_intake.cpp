@@ -1,14 +1,15 @@
-#include "fakes/FakeConverter.h"
 #include "image/PixelTypeCode.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "tests/fakes/FakeConverter.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/FormatCodes.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QMessageBox>
 #include <QTest>
 
 /// What intake asks of the converter and what it takes over.
-class FrameIntake : public QObject
+class TestFrameIntake : public QObject
 {
     Q_OBJECT
 
@@ -52,32 +53,32 @@ void deliver(TestFrame frame)
 
 } // namespace
 
-void FrameIntake::init()
+void TestFrameIntake::init()
 {
     fakeConverter = FakeConverter();
     deliver(TestFrame::even(4, 2, 12, 1000));
 }
 
-void FrameIntake::cleanup()
+void TestFrameIntake::cleanup()
 {
     restoreAllCursors();
 }
 
-void FrameIntake::targetFollowsTheDepth_data()
+void TestFrameIntake::targetFollowsTheDepth_data()
 {
     QTest::addColumn<unsigned>("depth");
     QTest::addColumn<unsigned>("target");
-    QTest::newRow("8 bits") << 8U << 0x01080101U;
-    QTest::newRow("10 bits") << 10U << 0x01100202U;
-    QTest::newRow("12 bits") << 12U << 0x01100306U;
-    QTest::newRow("14 bits come down to 8") << 14U << 0x01080101U;
-    QTest::newRow("16 bits") << 16U << 0x0110050BU;
-    QTest::newRow("no depth") << 0U << 0x01080101U;
-    QTest::newRow("an odd depth") << 11U << 0x01080101U;
-    QTest::newRow("32 bits") << 32U << 0x01080101U;
+    QTest::newRow("8 bits") << 8U << ZorMono8;
+    QTest::newRow("10 bits") << 10U << ZorMono10;
+    QTest::newRow("12 bits") << 12U << ZorMono12;
+    QTest::newRow("14 bits come down to 8") << 14U << ZorMono8;
+    QTest::newRow("16 bits") << 16U << ZorMono16;
+    QTest::newRow("no depth") << 0U << ZorMono8;
+    QTest::newRow("an odd depth") << 11U << ZorMono8;
+    QTest::newRow("32 bits") << 32U << ZorMono8;
 }
 
-void FrameIntake::targetFollowsTheDepth()
+void TestFrameIntake::targetFollowsTheDepth()
 {
     QFETCH(unsigned, depth);
     QFETCH(unsigned, target);
@@ -89,18 +90,18 @@ void FrameIntake::targetFollowsTheDepth()
     QCOMPARE(fakeConverter.askedSource, static_cast<const _ZorImage*>(&record));
 }
 
-void FrameIntake::colourFrameGoesToTheMonoFormatOfItsDepth_data()
+void TestFrameIntake::colourFrameGoesToTheMonoFormatOfItsDepth_data()
 {
     QTest::addColumn<unsigned>("pixelType");
     QTest::addColumn<unsigned>("depth");
     QTest::addColumn<unsigned>("target");
-    QTest::newRow("BayerRG8") << 0x0308010EU << 8U << ZorMono8;
-    QTest::newRow("YUV422_10") << 0x05200282U << 10U << ZorMono10;
-    QTest::newRow("RGB12") << 0x02300377U << 12U << ZorMono12;
-    QTest::newRow("BayerBG16") << 0x03100530U << 16U << ZorMono16;
+    QTest::newRow("BayerRG8") << codeOf("BayerRG8") << 8U << ZorMono8;
+    QTest::newRow("YUV422_10") << codeOf("YUV422_10") << 10U << ZorMono10;
+    QTest::newRow("RGB12") << codeOf("RGB12") << 12U << ZorMono12;
+    QTest::newRow("BayerBG16") << codeOf("BayerBG16") << 16U << ZorMono16;
 }
 
-void FrameIntake::colourFrameGoesToTheMonoFormatOfItsDepth()
+void TestFrameIntake::colourFrameGoesToTheMonoFormatOfItsDepth()
 {
     QFETCH(unsigned, pixelType);
     QFETCH(unsigned, depth);
@@ -116,7 +117,7 @@ void FrameIntake::colourFrameGoesToTheMonoFormatOfItsDepth()
     QCOMPARE(d.m_imageBytes, std::uint64_t{depth == 8 ? 8U : 16U});
 }
 
-void FrameIntake::frameOfTheTargetFormatIsConvertedToo()
+void TestFrameIntake::frameOfTheTargetFormatIsConvertedToo()
 {
     DialogProbe d;
     TestFrame frame = TestFrame::even(4, 2, 12, 1000);
@@ -124,7 +125,7 @@ void FrameIntake::frameOfTheTargetFormatIsConvertedToo()
     QCOMPARE(fakeConverter.conversions, 1);
 }
 
-void FrameIntake::sizeIsTheHostsAndTheRestTheConverters()
+void TestFrameIntake::sizeIsTheHostsAndTheRestTheConverters()
 {
     DialogProbe d;
     TestFrame delivered = TestFrame(
@@ -141,7 +142,7 @@ void FrameIntake::sizeIsTheHostsAndTheRestTheConverters()
     QCOMPARE(d.m_pixelFormat, ZorMono10);
 }
 
-void FrameIntake::convertedRecordIsGivenBack()
+void TestFrameIntake::convertedRecordIsGivenBack()
 {
     DialogProbe d;
     _ZorImage record = hostRecord(12);
@@ -150,7 +151,7 @@ void FrameIntake::convertedRecordIsGivenBack()
     QVERIFY(d.m_image);
 }
 
-void FrameIntake::hostsRecordIsFreeAfterIntake()
+void TestFrameIntake::hostsRecordIsFreeAfterIntake()
 {
     DialogProbe d;
     fakeConverter = FakeConverter();
@@ -163,7 +164,7 @@ void FrameIntake::hostsRecordIsFreeAfterIntake()
     QCOMPARE(int(d.m_image[0]) + 256 * int(d.m_image[1]), 1000);
 }
 
-void FrameIntake::smoothingIsSwitchedOff()
+void TestFrameIntake::smoothingIsSwitchedOff()
 {
     DialogProbe d;
     d.m_pairSmoothing = 1;
@@ -172,14 +173,14 @@ void FrameIntake::smoothingIsSwitchedOff()
     QCOMPARE(d.m_pairSmoothing, 0);
 }
 
-void FrameIntake::converterFailureShowsItsBox_data()
+void TestFrameIntake::converterFailureShowsItsBox_data()
 {
     QTest::addColumn<int>("answer");
     QTest::newRow("a positive answer") << 1;
     QTest::newRow("a negative answer") << -5;
 }
 
-void FrameIntake::converterFailureShowsItsBox()
+void TestFrameIntake::converterFailureShowsItsBox()
 {
     QFETCH(int, answer);
     DialogProbe d;
@@ -211,14 +212,14 @@ void FrameIntake::converterFailureShowsItsBox()
     QCOMPARE(watch.texts.size(), 1);
 }
 
-void FrameIntake::unusableRecordIsNotConverted_data()
+void TestFrameIntake::unusableRecordIsNotConverted_data()
 {
     QTest::addColumn<bool>("data");
     QTest::newRow("null pixels") << false;
     QTest::newRow("size 0") << true;
 }
 
-void FrameIntake::unusableRecordIsNotConverted()
+void TestFrameIntake::unusableRecordIsNotConverted()
 {
     QFETCH(bool, data);
     DialogProbe d;
@@ -232,5 +233,5 @@ void FrameIntake::unusableRecordIsNotConverted()
     QVERIFY(!d.m_image);
 }
 
-QTEST_MAIN(FrameIntake)
+QTEST_MAIN(TestFrameIntake)
 #include "tst_frame_intake.moc"

@@ -1,5 +1,5 @@
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QTest>
 
@@ -36,7 +36,7 @@ void* __wrap__Znwm(std::size_t bytes)
     return __real__Znwm(bytes);
 }
 
-class GainListMemory : public QObject
+class TestGainListMemory : public QObject
 {
     Q_OBJECT
 
@@ -45,7 +45,7 @@ private slots:
     void failingNodeStopsTheRun();
 };
 
-void GainListMemory::failingNodeStopsTheRun_data()
+void TestGainListMemory::failingNodeStopsTheRun_data()
 {
     QTest::addColumn<int>("node");
     QTest::addColumn<int>("columns");
@@ -55,7 +55,7 @@ void GainListMemory::failingNodeStopsTheRun_data()
     QTest::newRow("the last row's") << 7 << 4;
 }
 
-void GainListMemory::failingNodeStopsTheRun()
+void TestGainListMemory::failingNodeStopsTheRun()
 {
     QFETCH(int, node);
     QFETCH(int, columns);
@@ -77,5 +77,5 @@ void GainListMemory::failingNodeStopsTheRun()
     QCOMPARE(int(d.m_rowGains.size()), 3);
 }
 
-QTEST_MAIN(GainListMemory)
+QTEST_MAIN(TestGainListMemory)
 #include "tst_gain_list_memory.moc"

@@ -1,8 +1,8 @@
-#include "fakes/FakeConverter.h"
-#include "fakes/FakeViewer.h"
 #include "image/HighLightProcessor.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
+#include "tests/fakes/FakeConverter.h"
+#include "tests/fakes/FakeViewer.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
 
 #include <QCheckBox>
 #include <QTest>
@@ -82,7 +82,7 @@ const void* toldAddress()
 } // namespace
 
 /// The check box that puts a processor of bright pixels into the upper viewer and takes it out.
-class Highlights : public QObject
+class TestHighlights : public QObject
 {
     Q_OBJECT
 
@@ -102,18 +102,18 @@ private slots:
     void clicksInsideARefreshComeAfterIt();
 };
 
-void Highlights::init()
+void TestHighlights::init()
 {
     FakeViewer::reset();
     fakeConverter = FakeConverter();
 }
 
-void Highlights::cleanup()
+void TestHighlights::cleanup()
 {
     restoreAllCursors();
 }
 
-void Highlights::tickAddsAProcessor()
+void TestHighlights::tickAddsAProcessor()
 {
     HighlightDialog d;
     d.show();
@@ -130,7 +130,7 @@ void Highlights::tickAddsAProcessor()
     QCOMPARE(restoreAllCursors(), 0);
 }
 
-void Highlights::untickTakesItOut()
+void TestHighlights::untickTakesItOut()
 {
     HighlightDialog d;
     d.show();
@@ -144,7 +144,7 @@ void Highlights::untickTakesItOut()
     QCOMPARE(d.m_highLight, processor);
 }
 
-void Highlights::theUpperViewersSettingsAreAskedTwice()
+void TestHighlights::theUpperViewersSettingsAreAskedTwice()
 {
     HighlightDialog d;
     d.show();
@@ -162,7 +162,7 @@ void Highlights::theUpperViewersSettingsAreAskedTwice()
     QCOMPARE(asked(), (Names{"settings", "run processing.proc.del", "display gVUp", "display gVDown"}));
 }
 
-void Highlights::twoTicksMakeTwoProcessors()
+void TestHighlights::twoTicksMakeTwoProcessors()
 {
     HighlightDialog d;
     d.show();
@@ -180,7 +180,7 @@ void Highlights::twoTicksMakeTwoProcessors()
     QVERIFY(!first->outputImage());
 }
 
-void Highlights::theDialogKeepsItsProcessorAlive()
+void TestHighlights::theDialogKeepsItsProcessorAlive()
 {
     HighLightProcessor* made = nullptr;
     {
@@ -197,14 +197,14 @@ void Highlights::theDialogKeepsItsProcessorAlive()
     QCOMPARE(owned->constantOne(), 1);
 }
 
-void Highlights::boxWorksAfterTheFrameIsDropped_data()
+void TestHighlights::boxWorksAfterTheFrameIsDropped_data()
 {
     QTest::addColumn<bool>("wasTicked");
     QTest::newRow("tick") << false;
     QTest::newRow("untick") << true;
 }
 
-void Highlights::boxWorksAfterTheFrameIsDropped()
+void TestHighlights::boxWorksAfterTheFrameIsDropped()
 {
     QFETCH(bool, wasTicked);
     HighlightDialog d;
@@ -221,7 +221,7 @@ void Highlights::boxWorksAfterTheFrameIsDropped()
     QCOMPARE(restoreAllCursors(), 0);
 }
 
-void Highlights::withoutAViewerAProcessorIsMadeAndKept_data()
+void TestHighlights::withoutAViewerAProcessorIsMadeAndKept_data()
 {
     QTest::addColumn<bool>("isShown");
     QTest::addColumn<bool>("hasResult");
@@ -231,7 +231,7 @@ void Highlights::withoutAViewerAProcessorIsMadeAndKept_data()
 }
 
 // Nobody takes these over, so they are lost when the dialog forgets them.
-void Highlights::withoutAViewerAProcessorIsMadeAndKept()
+void TestHighlights::withoutAViewerAProcessorIsMadeAndKept()
 {
     QFETCH(bool, isShown);
     QFETCH(bool, hasResult);
@@ -252,7 +252,7 @@ void Highlights::withoutAViewerAProcessorIsMadeAndKept()
     QCOMPARE(restoreAllCursors(), hasResult ? 3 : 0);
 }
 
-void Highlights::viewerWithoutSettingsIsAskedForNothing()
+void TestHighlights::viewerWithoutSettingsIsAskedForNothing()
 {
     HighlightDialog d;
     d.show();
@@ -268,7 +268,7 @@ void Highlights::viewerWithoutSettingsIsAskedForNothing()
 }
 
 // The viewer's start runs in a nested event loop, where a click would wait for its own refresh.
-void Highlights::clicksInsideARefreshComeAfterIt()
+void TestHighlights::clicksInsideARefreshComeAfterIt()
 {
     HighlightDialog d;
     d.show();
@@ -289,5 +289,5 @@ void Highlights::clicksInsideARefreshComeAfterIt()
                     "display gVDown", "run processing.proc.del", "display gVUp", "display gVDown"}));
 }
 
-QTEST_MAIN(Highlights)
+QTEST_MAIN(TestHighlights)
 #include "tst_highlights.moc"

@@ -1,9 +1,10 @@
 #include "display/DisplayAdapter.h"
-#include "fakes/FakeConverter.h"
-#include "fakes/FakeViewer.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "image/PixelTypeCode.h"
+#include "tests/fakes/FakeConverter.h"
+#include "tests/fakes/FakeViewer.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QCheckBox>
 #include <QGuiApplication>
@@ -31,7 +32,7 @@ unsigned sloped(int x, int y)
 
 } // namespace
 
-class tst_live_views : public QObject
+class TestLiveViews : public QObject
 {
     Q_OBJECT
 
@@ -65,18 +66,18 @@ private slots:
     void formatsDepthDecidesOnTheNarrowing();
 };
 
-void tst_live_views::init()
+void TestLiveViews::init()
 {
     FakeViewer::reset();
     fakeConverter = FakeConverter();
 }
 
-void tst_live_views::cleanup()
+void TestLiveViews::cleanup()
 {
     restoreAllCursors();
 }
 
-void tst_live_views::firstShowMakesBothAdapters()
+void TestLiveViews::firstShowMakesBothAdapters()
 {
     DialogProbe d;
     QVERIFY(!d.m_adapterUp && !d.m_adapterDown);
@@ -95,7 +96,7 @@ void tst_live_views::firstShowMakesBothAdapters()
     QCOMPARE(FakeViewer::callsOf("create CPU").at(1).argument, static_cast<const void*>(d.ui.gVDown));
 }
 
-void tst_live_views::adaptersOutliveAClose()
+void TestLiveViews::adaptersOutliveAClose()
 {
     DialogProbe d;
     d.show();
@@ -106,7 +107,7 @@ void tst_live_views::adaptersOutliveAClose()
     QCOMPARE(d.m_adapterUp, upper);
 }
 
-void tst_live_views::resetOfTheFrameKeepsTheAdapters()
+void TestLiveViews::resetOfTheFrameKeepsTheAdapters()
 {
     DialogProbe d;
     d.show();
@@ -116,17 +117,17 @@ void tst_live_views::resetOfTheFrameKeepsTheAdapters()
     QVERIFY(!d.m_adapterUp && !d.m_adapterDown);
 }
 
-void tst_live_views::upperViewGetsTheFrame_data()
+void TestLiveViews::upperViewGetsTheFrame_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<uint>("pixelType");
-    QTest::newRow("8 bits") << 8 << 0x01080101u;
-    QTest::newRow("10 bits") << 10 << 0x01100202u;
-    QTest::newRow("12 bits") << 12 << 0x01100306u;
-    QTest::newRow("16 bits") << 16 << 0x0110050Bu;
+    QTest::newRow("8 bits") << 8 << ZorMono8;
+    QTest::newRow("10 bits") << 10 << ZorMono10;
+    QTest::newRow("12 bits") << 12 << ZorMono12;
+    QTest::newRow("16 bits") << 16 << ZorMono16;
 }
 
-void tst_live_views::upperViewGetsTheFrame()
+void TestLiveViews::upperViewGetsTheFrame()
 {
     QFETCH(int, depth);
     QFETCH(uint, pixelType);
@@ -152,7 +153,7 @@ void tst_live_views::upperViewGetsTheFrame()
     QCOMPARE(shown.at(0).pixels, std::vector<std::uint8_t>(d.m_image, d.m_image + d.m_imageBytes));
 }
 
-void tst_live_views::lowerViewGetsTheChosenImage_data()
+void TestLiveViews::lowerViewGetsTheChosenImage_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<bool>("both");
@@ -162,7 +163,7 @@ void tst_live_views::lowerViewGetsTheChosenImage_data()
     }
 }
 
-void tst_live_views::lowerViewGetsTheChosenImage()
+void TestLiveViews::lowerViewGetsTheChosenImage()
 {
     QFETCH(int, depth);
     QFETCH(bool, both);
@@ -198,7 +199,7 @@ void tst_live_views::lowerViewGetsTheChosenImage()
     QVERIFY2(differing > 0, "the two images are alike, so the choice would not show");
 }
 
-void tst_live_views::sameGeometryStartsNoViewerAgain()
+void TestLiveViews::sameGeometryStartsNoViewerAgain()
 {
     DialogProbe d;
     d.show();
@@ -210,7 +211,7 @@ void tst_live_views::sameGeometryStartsNoViewerAgain()
     QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t{4});
 }
 
-void tst_live_views::boxTickedAloneChangesNothing()
+void TestLiveViews::boxTickedAloneChangesNothing()
 {
     DialogProbe d;
     d.show();
@@ -225,7 +226,7 @@ void tst_live_views::boxTickedAloneChangesNothing()
 }
 
 // At odd widths an unpadded frame and the padded working image disagree, and the copy goes on regardless.
-void tst_live_views::lowerImageAboveEightBitsIsOneBlock()
+void TestLiveViews::lowerImageAboveEightBitsIsOneBlock()
 {
     DialogProbe d;
     d.show();
@@ -249,7 +250,7 @@ void tst_live_views::lowerImageAboveEightBitsIsOneBlock()
 }
 
 // Lines of 10 bytes that hold 5 pixels, from the first working image with the step of the second.
-void tst_live_views::narrowingTakesTheSecondPassesStep()
+void TestLiveViews::narrowingTakesTheSecondPassesStep()
 {
     DialogProbe d;
     d.show();
@@ -269,7 +270,7 @@ void tst_live_views::narrowingTakesTheSecondPassesStep()
     }
 }
 
-void tst_live_views::upperImageIsDoneBeforeTheLowerStarts()
+void TestLiveViews::upperImageIsDoneBeforeTheLowerStarts()
 {
     DialogProbe d;
     d.show();
@@ -283,7 +284,7 @@ void tst_live_views::upperImageIsDoneBeforeTheLowerStarts()
     QCOMPARE(order, (std::vector<std::string>{"create CPU", "display", "create CPU", "display"}));
 }
 
-void tst_live_views::recordsBelongToTheRefresh()
+void TestLiveViews::recordsBelongToTheRefresh()
 {
     DialogProbe d;
     d.show();
@@ -294,14 +295,14 @@ void tst_live_views::recordsBelongToTheRefresh()
     QVERIFY(lower != d.m_flatX && lower != d.m_flatY);
 }
 
-void tst_live_views::withoutResultNothingIsShown_data()
+void TestLiveViews::withoutResultNothingIsShown_data()
 {
     QTest::addColumn<bool>("frame");
     QTest::newRow("no frame") << false;
     QTest::newRow("a frame that is not computed") << true;
 }
 
-void tst_live_views::withoutResultNothingIsShown()
+void TestLiveViews::withoutResultNothingIsShown()
 {
     QFETCH(bool, frame);
     DialogProbe d;
@@ -314,7 +315,7 @@ void tst_live_views::withoutResultNothingIsShown()
     QVERIFY(!d.m_viewLock.heldByThisThread());
 }
 
-void tst_live_views::bothImagesMakeAResult_data()
+void TestLiveViews::bothImagesMakeAResult_data()
 {
     QTest::addColumn<bool>("columnsMissing");
     QTest::addColumn<bool>("rowsMissing");
@@ -326,7 +327,7 @@ void tst_live_views::bothImagesMakeAResult_data()
     QTest::newRow("the other one is missing and chosen") << false << true << true << false;
 }
 
-void tst_live_views::bothImagesMakeAResult()
+void TestLiveViews::bothImagesMakeAResult()
 {
     QFETCH(bool, columnsMissing);
     QFETCH(bool, rowsMissing);
@@ -352,7 +353,7 @@ void tst_live_views::bothImagesMakeAResult()
     QVERIFY(!d.m_viewLock.heldByThisThread());
 }
 
-void tst_live_views::withoutAdaptersTheWaitCursorStays()
+void TestLiveViews::withoutAdaptersTheWaitCursorStays()
 {
     DialogProbe d;
     d.take(TestFrame(6, 4, 12, sloped));
@@ -365,7 +366,7 @@ void tst_live_views::withoutAdaptersTheWaitCursorStays()
     QVERIFY(FakeViewer::calls().empty());
 }
 
-void tst_live_views::refreshGivesCursorAndLockBack()
+void TestLiveViews::refreshGivesCursorAndLockBack()
 {
     DialogProbe d;
     d.show();
@@ -383,7 +384,7 @@ void tst_live_views::refreshGivesCursorAndLockBack()
     QCOMPARE(restoreAllCursors(), 0);
 }
 
-void tst_live_views::viewerThatFailsIsNotAsked()
+void TestLiveViews::viewerThatFailsIsNotAsked()
 {
     FakeViewer::script().canCreate = false;
     DialogProbe d;
@@ -395,7 +396,7 @@ void tst_live_views::viewerThatFailsIsNotAsked()
     QCOMPARE(restoreAllCursors(), 0);
 }
 
-void tst_live_views::failedImageIsIgnored()
+void TestLiveViews::failedImageIsIgnored()
 {
     FakeViewer::script().displayStatus = 5;
     DialogProbe d;
@@ -409,7 +410,7 @@ void tst_live_views::failedImageIsIgnored()
 }
 
 // The viewer's start runs in a nested event loop, where a host's timers come in.
-void tst_live_views::framesAndViewChangesFromWithinARefreshAreDropped()
+void TestLiveViews::framesAndViewChangesFromWithinARefreshAreDropped()
 {
     DialogProbe d;
     d.show();
@@ -432,7 +433,7 @@ void tst_live_views::framesAndViewChangesFromWithinARefreshAreDropped()
     QVERIFY(FakeViewer::callsOf("cmd.display.view.at").empty());
 }
 
-void tst_live_views::adaptersEndInTheirOrder()
+void TestLiveViews::adaptersEndInTheirOrder()
 {
     DialogProbe d;
     d.show();
@@ -443,7 +444,7 @@ void tst_live_views::adaptersEndInTheirOrder()
     QCOMPARE(order, (QStringList{"upper", "lower"}));
 }
 
-void tst_live_views::formatsDepthDecidesOnTheNarrowing_data()
+void TestLiveViews::formatsDepthDecidesOnTheNarrowing_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("claimed");
@@ -451,7 +452,7 @@ void tst_live_views::formatsDepthDecidesOnTheNarrowing_data()
     QTest::newRow("12 bits, whatever the frame's depth says") << 12 << 8;
 }
 
-void tst_live_views::formatsDepthDecidesOnTheNarrowing()
+void TestLiveViews::formatsDepthDecidesOnTheNarrowing()
 {
     QFETCH(int, depth);
     QFETCH(int, claimed);
@@ -468,5 +469,5 @@ void tst_live_views::formatsDepthDecidesOnTheNarrowing()
         QCOMPARE(std::memcmp(lower.pixels.data(), d.m_flatX, lower.pixels.size()), 0);
 }
 
-QTEST_MAIN(tst_live_views)
+QTEST_MAIN(TestLiveViews)
 #include "tst_live_views.moc"

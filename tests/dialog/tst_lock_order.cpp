@@ -1,8 +1,8 @@
-#include "fakes/FakeConverter.h"
-#include "fakes/FakeViewer.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
-#include "support/PlotLook.h"
+#include "tests/fakes/FakeConverter.h"
+#include "tests/fakes/FakeViewer.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/PlotLook.h"
 
 #include <QCheckBox>
 #include <QTest>
@@ -71,7 +71,7 @@ extern "C" int __wrap_pthread_mutex_unlock(pthread_mutex_t* mutex)
 }
 
 /// What is done before the view lock is taken, under it, and after it is given back.
-class LockOrder : public QObject
+class TestLockOrder : public QObject
 {
     Q_OBJECT
 
@@ -86,18 +86,18 @@ private slots:
     void withoutAResultTheLockIsNotTaken();
 };
 
-void LockOrder::init()
+void TestLockOrder::init()
 {
     FakeViewer::reset();
     fakeConverter = FakeConverter();
 }
 
-void LockOrder::cleanup()
+void TestLockOrder::cleanup()
 {
     QCOMPARE(restoreAllCursors(), 0);
 }
 
-void LockOrder::resetThatHasTheLockFirstLeavesNothingToShow_data()
+void TestLockOrder::resetThatHasTheLockFirstLeavesNothingToShow_data()
 {
     QTest::addColumn<bool>("both");
     QTest::newRow("column pass alone") << false;
@@ -105,7 +105,7 @@ void LockOrder::resetThatHasTheLockFirstLeavesNothingToShow_data()
 }
 
 // The refresh has looked for a result and found one when another thread drops it.
-void LockOrder::resetThatHasTheLockFirstLeavesNothingToShow()
+void TestLockOrder::resetThatHasTheLockFirstLeavesNothingToShow()
 {
     QFETCH(bool, both);
     DialogProbe d;
@@ -122,7 +122,7 @@ void LockOrder::resetThatHasTheLockFirstLeavesNothingToShow()
     QVERIFY(!d.m_viewLock.heldByThisThread());
 }
 
-void LockOrder::lowerImageIsChosenUnderTheLock()
+void TestLockOrder::lowerImageIsChosenUnderTheLock()
 {
     DialogProbe d;
     d.show();
@@ -138,7 +138,7 @@ void LockOrder::lowerImageIsChosenUnderTheLock()
     QCOMPARE(std::memcmp(shown.data(), rows.data(), shown.size()), 0);
 }
 
-void LockOrder::adaptersAreMadeUnderTheLock()
+void TestLockOrder::adaptersAreMadeUnderTheLock()
 {
     DialogProbe d;
     LockWatch watch(d.m_viewLock);
@@ -152,7 +152,7 @@ void LockOrder::adaptersAreMadeUnderTheLock()
     QCOMPARE(after, 2);
 }
 
-void LockOrder::refreshEndsUnderTheLockAndTheCursorAfterIt()
+void TestLockOrder::refreshEndsUnderTheLockAndTheCursorAfterIt()
 {
     DialogProbe d;
     d.show();
@@ -171,7 +171,7 @@ void LockOrder::refreshEndsUnderTheLockAndTheCursorAfterIt()
     QVERIFY(!QGuiApplication::overrideCursor());
 }
 
-void LockOrder::withoutAResultTheLockIsNotTaken()
+void TestLockOrder::withoutAResultTheLockIsNotTaken()
 {
     DialogProbe d;
     d.show();
@@ -183,5 +183,5 @@ void LockOrder::withoutAResultTheLockIsNotTaken()
     QVERIFY(!isTaken);
 }
 
-QTEST_MAIN(LockOrder)
+QTEST_MAIN(TestLockOrder)
 #include "tst_lock_order.moc"

@@ -1,11 +1,11 @@
-#include "dialog/FailingAllocations.h"
-#include "dialog/RunAllocations.h"
-#include "fakes/FakeConverter.h"
-#include "fakes/FakeImageHeaders.h"
-#include "fakes/FakeViewer.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "tests/dialog/FailingAllocations.h"
+#include "tests/dialog/RunAllocations.h"
+#include "tests/fakes/FakeConverter.h"
+#include "tests/fakes/FakeImageHeaders.h"
+#include "tests/fakes/FakeViewer.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QCheckBox>
 #include <QTest>
@@ -23,7 +23,7 @@ constexpr int MemberBlocks = 12;
 } // namespace
 
 /// Which blocks and records are still there after a run, a failure, the end of the dialog.
-class LostBlocks : public QObject
+class TestLostBlocks : public QObject
 {
     Q_OBJECT
 
@@ -41,7 +41,7 @@ private slots:
     void eachAdapterLosesItsHeaderAlone();
 };
 
-void LostBlocks::init()
+void TestLostBlocks::init()
 {
     fakeConverter = FakeConverter();
     FakeImageHeaders::reset();
@@ -49,12 +49,12 @@ void LostBlocks::init()
     failAllocation(0);
 }
 
-void LostBlocks::cleanup()
+void TestLostBlocks::cleanup()
 {
     restoreAllCursors();
 }
 
-void LostBlocks::goodRunKeepsItsMembersAlone_data()
+void TestLostBlocks::goodRunKeepsItsMembersAlone_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<bool>("showRows");
@@ -64,7 +64,7 @@ void LostBlocks::goodRunKeepsItsMembersAlone_data()
     }
 }
 
-void LostBlocks::goodRunKeepsItsMembersAlone()
+void TestLostBlocks::goodRunKeepsItsMembersAlone()
 {
     QFETCH(int, depth);
     QFETCH(bool, showRows);
@@ -81,7 +81,7 @@ void LostBlocks::goodRunKeepsItsMembersAlone()
     QCOMPARE(liveBlocks() - before, 0);
 }
 
-void LostBlocks::endOfTheDialogGivesEverythingBack()
+void TestLostBlocks::endOfTheDialogGivesEverythingBack()
 {
     const int before = liveBlocks();
     {
@@ -94,7 +94,7 @@ void LostBlocks::endOfTheDialogGivesEverythingBack()
     QCOMPARE(liveBlocks() - before, 0);
 }
 
-void LostBlocks::failedPassLosesItsCodesAlone_data()
+void TestLostBlocks::failedPassLosesItsCodesAlone_data()
 {
     QTest::addColumn<int>("place");
     QTest::addColumn<int>("lost");
@@ -105,7 +105,7 @@ void LostBlocks::failedPassLosesItsCodesAlone_data()
     }
 }
 
-void LostBlocks::failedPassLosesItsCodesAlone()
+void TestLostBlocks::failedPassLosesItsCodesAlone()
 {
     QFETCH(int, place);
     QFETCH(int, lost);
@@ -124,7 +124,7 @@ void LostBlocks::failedPassLosesItsCodesAlone()
     QCOMPARE(liveBlocks() - before, lost);
 }
 
-void LostBlocks::goodIntakeGivesTheConvertedRecordBack()
+void TestLostBlocks::goodIntakeGivesTheConvertedRecordBack()
 {
     DialogProbe d;
     d.take(unevenFrame());
@@ -133,7 +133,7 @@ void LostBlocks::goodIntakeGivesTheConvertedRecordBack()
     QCOMPARE(fakeConverter.live(), 0);
 }
 
-void LostBlocks::failedFrameBlockLosesTheConvertedRecord()
+void TestLostBlocks::failedFrameBlockLosesTheConvertedRecord()
 {
     ModalWatch watch;
     const int before = liveBlocks();
@@ -146,7 +146,7 @@ void LostBlocks::failedFrameBlockLosesTheConvertedRecord()
     QCOMPARE(liveBlocks() - before, 0);
 }
 
-void LostBlocks::eachAdapterLosesItsHeaderAlone_data()
+void TestLostBlocks::eachAdapterLosesItsHeaderAlone_data()
 {
     QTest::addColumn<QVector<int>>("widths");
     QTest::addColumn<int>("shows");
@@ -158,7 +158,7 @@ void LostBlocks::eachAdapterLosesItsHeaderAlone_data()
     QTest::newRow("adapters made anew") << QVector<int>({6, 7}) << 3 << 6;
 }
 
-void LostBlocks::eachAdapterLosesItsHeaderAlone()
+void TestLostBlocks::eachAdapterLosesItsHeaderAlone()
 {
     QFETCH(QVector<int>, widths);
     QFETCH(int, shows);
@@ -180,5 +180,5 @@ void LostBlocks::eachAdapterLosesItsHeaderAlone()
     QCOMPARE(liveBlocks() - before, 0);
 }
 
-QTEST_MAIN(LostBlocks)
+QTEST_MAIN(TestLostBlocks)
 #include "tst_lost_blocks.moc"

@@ -4,7 +4,7 @@
 
 #include <future>
 
-class OwnedMutexTest : public QObject
+class TestOwnedMutex : public QObject
 {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ private slots:
     void unlockCallsWhenTheMutexIsFree();
 };
 
-void OwnedMutexTest::tryIsBusyForTheOwnerToo()
+void TestOwnedMutex::tryIsBusyForTheOwnerToo()
 {
     OwnedMutex mutex;
     QVERIFY(mutex.try_lock());
@@ -29,7 +29,7 @@ void OwnedMutexTest::tryIsBusyForTheOwnerToo()
     mutex.unlock();
 }
 
-void OwnedMutexTest::tryIsBusyForAnotherThread()
+void TestOwnedMutex::tryIsBusyForAnotherThread()
 {
     OwnedMutex mutex;
     mutex.lock();
@@ -37,7 +37,7 @@ void OwnedMutexTest::tryIsBusyForAnotherThread()
     mutex.unlock();
 }
 
-void OwnedMutexTest::lockByTheOwnerRaises()
+void TestOwnedMutex::lockByTheOwnerRaises()
 {
     OwnedMutex mutex;
     mutex.lock();
@@ -46,7 +46,7 @@ void OwnedMutexTest::lockByTheOwnerRaises()
     mutex.unlock();
 }
 
-void OwnedMutexTest::unlockByAnotherThreadRaises()
+void TestOwnedMutex::unlockByAnotherThreadRaises()
 {
     OwnedMutex mutex;
     mutex.lock();
@@ -56,13 +56,13 @@ void OwnedMutexTest::unlockByAnotherThreadRaises()
     mutex.unlock();
 }
 
-void OwnedMutexTest::unlockWithoutLockRaises()
+void TestOwnedMutex::unlockWithoutLockRaises()
 {
     OwnedMutex mutex;
     QVERIFY_EXCEPTION_THROWN(mutex.unlock(), std::system_error);
 }
 
-void OwnedMutexTest::lockWaitsForAnotherThread()
+void TestOwnedMutex::lockWaitsForAnotherThread()
 {
     OwnedMutex mutex;
     bool released = false;
@@ -78,7 +78,7 @@ void OwnedMutexTest::lockWaitsForAnotherThread()
     QVERIFY(released);
 }
 
-void OwnedMutexTest::ownershipEndsWithTheLock()
+void TestOwnedMutex::ownershipEndsWithTheLock()
 {
     OwnedMutex mutex;
     QVERIFY(!mutex.heldByThisThread());
@@ -90,7 +90,7 @@ void OwnedMutexTest::ownershipEndsWithTheLock()
     QVERIFY(!mutex.heldByThisThread());
 }
 
-void OwnedMutexTest::unlockCallsWhenTheMutexIsFree()
+void TestOwnedMutex::unlockCallsWhenTheMutexIsFree()
 {
     int calls = 0;
     int busy = 0;
@@ -111,5 +111,5 @@ void OwnedMutexTest::unlockCallsWhenTheMutexIsFree()
     QCOMPARE(busy, 0);
 }
 
-QTEST_GUILESS_MAIN(OwnedMutexTest)
+QTEST_GUILESS_MAIN(TestOwnedMutex)
 #include "tst_owned_mutex.moc"

@@ -1,5 +1,5 @@
-#include "reference/RunReference.h"
-#include "support/DialogProbe.h"
+#include "tests/reference/RunReference.h"
+#include "tests/support/DialogProbe.h"
 
 #include <QCheckBox>
 #include <QTest>
@@ -91,7 +91,7 @@ TestFrame randomFrame(std::mt19937& random, int width, int height, int depth, in
 } // namespace
 
 /// Whole runs against the reference, on records of every shape that a converter may deliver.
-class Pipeline : public QObject
+class TestPipeline : public QObject
 {
     Q_OBJECT
 
@@ -101,7 +101,7 @@ private slots:
     void unpaddedOddWidthSkewsTheRows();
 };
 
-void Pipeline::membersEqualTheReference_data()
+void TestPipeline::membersEqualTheReference_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("spare");
@@ -114,7 +114,7 @@ void Pipeline::membersEqualTheReference_data()
     }
 }
 
-void Pipeline::membersEqualTheReference()
+void TestPipeline::membersEqualTheReference()
 {
     QFETCH(int, depth);
     QFETCH(int, spare);
@@ -173,7 +173,7 @@ void Pipeline::membersEqualTheReference()
     }
 }
 
-void Pipeline::unpaddedOddWidthSkewsTheRows()
+void TestPipeline::unpaddedOddWidthSkewsTheRows()
 {
     // Three pixels a row in 6 bytes, while the working image has rows of 8: each later row starts one cell
     // further on, and the last cells are those that the frame does not fill.
@@ -187,5 +187,5 @@ void Pipeline::unpaddedOddWidthSkewsTheRows()
     QCOMPARE(cells, QVector<int>({100, 101, 102, 200, 201, 202, 300, 301, 302, 0, 0, 0}));
 }
 
-QTEST_MAIN(Pipeline)
+QTEST_MAIN(TestPipeline)
 #include "tst_pipeline.moc"

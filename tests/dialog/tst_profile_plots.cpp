@@ -1,8 +1,8 @@
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
-#include "support/PlotLook.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/ModalWatch.h"
+#include "tests/support/PlotLook.h"
 
-#include "fakes/FakeViewer.h"
+#include "tests/fakes/FakeViewer.h"
 
 #include <QCheckBox>
 #include <QTest>
@@ -29,7 +29,7 @@ unsigned sloped(int x, int y)
 
 } // namespace
 
-class tst_profile_plots : public QObject
+class TestProfilePlots : public QObject
 {
     Q_OBJECT
 
@@ -59,14 +59,14 @@ private slots:
     void plotsSetNothingElse();
 };
 
-void tst_profile_plots::curvesAreTheFourLines_data()
+void TestProfilePlots::curvesAreTheFourLines_data()
 {
     QTest::addColumn<int>("depth");
     for (const int depth : {8, 10, 12, 16})
         QTest::addRow("%d bits", depth) << depth;
 }
 
-void tst_profile_plots::curvesAreTheFourLines()
+void TestProfilePlots::curvesAreTheFourLines()
 {
     QFETCH(int, depth);
     DialogProbe d;
@@ -80,7 +80,7 @@ void tst_profile_plots::curvesAreTheFourLines()
     compareSamples(curveIn(d.ui.PlotDown, "Down Y"), d.m_flatRowMean, 5);
 }
 
-void tst_profile_plots::curvesAreDrawnFromTheLinesNotTheMeans()
+void TestProfilePlots::curvesAreDrawnFromTheLinesNotTheMeans()
 {
     DialogProbe d;
     d.ui.chBShowY->setChecked(true);
@@ -100,7 +100,7 @@ void tst_profile_plots::curvesAreDrawnFromTheLinesNotTheMeans()
     compareSamples(curveIn(d.ui.PlotDown, "Down Y"), downY.data(), 2);
 }
 
-void tst_profile_plots::rowCurveOfTheCorrectedImageIsShownOnRequest()
+void TestProfilePlots::rowCurveOfTheCorrectedImageIsShownOnRequest()
 {
     DialogProbe d;
     d.show();
@@ -117,7 +117,7 @@ void tst_profile_plots::rowCurveOfTheCorrectedImageIsShownOnRequest()
     QCOMPARE(titlesIn(d.ui.PlotDown), QStringList{"Down X"});
 }
 
-void tst_profile_plots::pensTellTheDirection()
+void TestProfilePlots::pensTellTheDirection()
 {
     DialogProbe d;
     d.ui.chBShowY->setChecked(true);
@@ -132,7 +132,7 @@ void tst_profile_plots::pensTellTheDirection()
     QCOMPARE(curveIn(d.ui.PlotDown, "Down Y")->pen(), lilac);
 }
 
-void tst_profile_plots::canvasesAreWhite()
+void TestProfilePlots::canvasesAreWhite()
 {
     DialogProbe d;
     d.show();
@@ -142,7 +142,7 @@ void tst_profile_plots::canvasesAreWhite()
         QCOMPARE(plot->canvasBackground(), QBrush(QColor(255, 255, 255, 255)));
 }
 
-void tst_profile_plots::valueAxesAreTheRanges()
+void TestProfilePlots::valueAxesAreTheRanges()
 {
     DialogProbe d;
     d.show();
@@ -155,7 +155,7 @@ void tst_profile_plots::valueAxesAreTheRanges()
         QCOMPARE(limits(plot, QwtPlot::yLeft), qMakePair(20.0, 240.0));
 }
 
-void tst_profile_plots::entryAxisIsOneBeyondTheLongerSide_data()
+void TestProfilePlots::entryAxisIsOneBeyondTheLongerSide_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -165,7 +165,7 @@ void tst_profile_plots::entryAxisIsOneBeyondTheLongerSide_data()
     QTest::newRow("one pixel") << 1 << 1 << 2.0;
 }
 
-void tst_profile_plots::entryAxisIsOneBeyondTheLongerSide()
+void TestProfilePlots::entryAxisIsOneBeyondTheLongerSide()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -181,14 +181,14 @@ void tst_profile_plots::entryAxisIsOneBeyondTheLongerSide()
     QCOMPARE(curveIn(d.ui.PlotUp, "Up Y")->maxXValue(), height - 1.0);
 }
 
-void tst_profile_plots::evenFrameGivesAnEmptyRange_data()
+void TestProfilePlots::evenFrameGivesAnEmptyRange_data()
 {
     QTest::addColumn<unsigned>("value");
     QTest::newRow("a grey frame") << 100U;
     QTest::newRow("a black frame") << 0U;
 }
 
-void tst_profile_plots::evenFrameGivesAnEmptyRange()
+void TestProfilePlots::evenFrameGivesAnEmptyRange()
 {
     QFETCH(unsigned, value);
     DialogProbe d;
@@ -208,7 +208,7 @@ void tst_profile_plots::evenFrameGivesAnEmptyRange()
     compareSamples(curveIn(d.ui.PlotUp, "Up X"), d.m_columnMean, 6);
 }
 
-void tst_profile_plots::eightBitAxisFollowsCellsAbove255()
+void TestProfilePlots::eightBitAxisFollowsCellsAbove255()
 {
     DialogProbe d;
     d.show();
@@ -220,7 +220,7 @@ void tst_profile_plots::eightBitAxisFollowsCellsAbove255()
         QCOMPARE(limits(plot, QwtPlot::yLeft), qMakePair(0.0, 400.0));
 }
 
-void tst_profile_plots::curvesAreRebuiltNotAdded()
+void TestProfilePlots::curvesAreRebuiltNotAdded()
 {
     DialogProbe d;
     d.show();
@@ -233,7 +233,7 @@ void tst_profile_plots::curvesAreRebuiltNotAdded()
     compareSamples(curveIn(d.ui.PlotUp, "Up Y"), d.m_rowLine, 9);
 }
 
-void tst_profile_plots::curvesComeAndGoInTheirOrder()
+void TestProfilePlots::curvesComeAndGoInTheirOrder()
 {
     QStringList order;
     DialogProbe d;
@@ -251,7 +251,7 @@ void tst_profile_plots::curvesComeAndGoInTheirOrder()
                                  "+ Down Y"}));
 }
 
-void tst_profile_plots::curvesStayUntilTheNextRefresh()
+void TestProfilePlots::curvesStayUntilTheNextRefresh()
 {
     DialogProbe d;
     d.show();
@@ -263,7 +263,7 @@ void tst_profile_plots::curvesStayUntilTheNextRefresh()
     QCOMPARE(int(curveIn(d.ui.PlotUp, "Up X")->dataSize()), 7);
 }
 
-void tst_profile_plots::missingLineLeavesThePlots_data()
+void TestProfilePlots::missingLineLeavesThePlots_data()
 {
     QTest::addColumn<int>("line");
     QTest::newRow("the frame's column line") << 0;
@@ -272,7 +272,7 @@ void tst_profile_plots::missingLineLeavesThePlots_data()
     QTest::newRow("the corrected image's row line") << 3;
 }
 
-void tst_profile_plots::missingLineLeavesThePlots()
+void TestProfilePlots::missingLineLeavesThePlots()
 {
     QFETCH(int, line);
     DialogProbe d;
@@ -289,7 +289,7 @@ void tst_profile_plots::missingLineLeavesThePlots()
     QVERIFY(!d.m_viewLock.heldByThisThread());
 }
 
-void tst_profile_plots::removedCurvesAreDeleted()
+void TestProfilePlots::removedCurvesAreDeleted()
 {
     struct NotedCurve : QwtPlotCurve
     {
@@ -310,7 +310,7 @@ void tst_profile_plots::removedCurvesAreDeleted()
     QCOMPARE(ended, 2);
 }
 
-void tst_profile_plots::otherItemsStay()
+void TestProfilePlots::otherItemsStay()
 {
     DialogProbe d;
     d.show();
@@ -327,7 +327,7 @@ void tst_profile_plots::otherItemsStay()
     }
 }
 
-void tst_profile_plots::ticksAreLeftToQwt()
+void TestProfilePlots::ticksAreLeftToQwt()
 {
     DialogProbe d;
     d.show();
@@ -339,7 +339,7 @@ void tst_profile_plots::ticksAreLeftToQwt()
     }
 }
 
-void tst_profile_plots::picturesAreDrawnAnew()
+void TestProfilePlots::picturesAreDrawnAnew()
 {
     DialogProbe d;
     d.show();
@@ -362,7 +362,7 @@ void tst_profile_plots::picturesAreDrawnAnew()
     }
 }
 
-void tst_profile_plots::plotsSetNothingElse()
+void TestProfilePlots::plotsSetNothingElse()
 {
     DialogProbe d;
     d.ui.chBShowY->setChecked(true);
@@ -379,5 +379,5 @@ void tst_profile_plots::plotsSetNothingElse()
     }
 }
 
-QTEST_MAIN(tst_profile_plots)
+QTEST_MAIN(TestProfilePlots)
 #include "tst_profile_plots.moc"

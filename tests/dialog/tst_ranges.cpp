@@ -1,4 +1,4 @@
-#include "support/DialogProbe.h"
+#include "tests/support/DialogProbe.h"
 
 #include <QTest>
 
@@ -23,7 +23,7 @@ void setExtremes(DialogProbe& d, const QVector<int>& extremes)
 } // namespace
 
 /// The histogram's peak and the axes of the plots.
-class Ranges : public QObject
+class TestRanges : public QObject
 {
     Q_OBJECT
 
@@ -49,7 +49,7 @@ private slots:
     void resultIsReadWithTheStepOfTheColumnPass();
 };
 
-void Ranges::histogramCountsWithoutTheTopLevel()
+void TestRanges::histogramCountsWithoutTheTopLevel()
 {
     DialogProbe d;
     d.take(TestFrame(4, 1, 8, [](int x, int) { return x == 0 ? 0U : x == 1 ? 254U : 255U; }));
@@ -66,7 +66,7 @@ void Ranges::histogramCountsWithoutTheTopLevel()
     QCOMPARE(d.m_histogram[0x7FFF], 1);
 }
 
-void Ranges::histogramPeakFollowsTheLargestBin_data()
+void TestRanges::histogramPeakFollowsTheLargestBin_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -83,7 +83,7 @@ void Ranges::histogramPeakFollowsTheLargestBin_data()
     QTest::newRow("500 above a floor of 450 takes a grain of 20") << 25 << 20 << 450 << 0 << 520;
 }
 
-void Ranges::histogramPeakFollowsTheLargestBin()
+void TestRanges::histogramPeakFollowsTheLargestBin()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -103,7 +103,7 @@ void Ranges::histogramPeakFollowsTheLargestBin()
     }
 }
 
-void Ranges::histogramIgnoresTheEnds_data()
+void TestRanges::histogramIgnoresTheEnds_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<unsigned>("value");
@@ -113,7 +113,7 @@ void Ranges::histogramIgnoresTheEnds_data()
     QTest::newRow("16 bits, all with bit 15 set") << 16 << 0x8000U;
 }
 
-void Ranges::histogramIgnoresTheEnds()
+void TestRanges::histogramIgnoresTheEnds()
 {
     QFETCH(int, depth);
     QFETCH(unsigned, value);
@@ -123,7 +123,7 @@ void Ranges::histogramIgnoresTheEnds()
     QCOMPARE(d.m_histogramPeak, 0);
 }
 
-void Ranges::rangesAreMultiplesOfTwenty_data()
+void TestRanges::rangesAreMultiplesOfTwenty_data()
 {
     QTest::addColumn<QVector<int>>("extremes"); // image min, image max, flat min, flat max
     QTest::addColumn<int>("minimum");
@@ -134,7 +134,7 @@ void Ranges::rangesAreMultiplesOfTwenty_data()
     QTest::newRow("one value, a multiple: no span") << QVector<int>({40, 40, 40, 40}) << 40 << 40;
 }
 
-void Ranges::rangesAreMultiplesOfTwenty()
+void TestRanges::rangesAreMultiplesOfTwenty()
 {
     QFETCH(QVector<int>, extremes);
     QFETCH(int, minimum);
@@ -151,7 +151,7 @@ void Ranges::rangesAreMultiplesOfTwenty()
     QCOMPARE(d.m_rangeXMax, 9);
 }
 
-void Ranges::rangeOfTheResultFollowsTheDepth_data()
+void TestRanges::rangeOfTheResultFollowsTheDepth_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("flatMin");
@@ -164,7 +164,7 @@ void Ranges::rangeOfTheResultFollowsTheDepth_data()
     QTest::newRow("16 bits: white reads as -1") << 16 << -1 << -1 << -20 << 200;
 }
 
-void Ranges::rangeOfTheResultFollowsTheDepth()
+void TestRanges::rangeOfTheResultFollowsTheDepth()
 {
     QFETCH(int, depth);
     QFETCH(int, flatMin);
@@ -185,7 +185,7 @@ void Ranges::rangeOfTheResultFollowsTheDepth()
     QCOMPARE(d.m_rangeYMax, rangeMax);
 }
 
-void Ranges::extremesOfTheFrame_data()
+void TestRanges::extremesOfTheFrame_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<QVector<int>>("pixels");
@@ -204,7 +204,7 @@ void Ranges::extremesOfTheFrame_data()
         << QVector<int>({-32780, 32780});
 }
 
-void Ranges::extremesOfTheFrame()
+void TestRanges::extremesOfTheFrame()
 {
     QFETCH(int, depth);
     QFETCH(QVector<int>, pixels);
@@ -218,7 +218,7 @@ void Ranges::extremesOfTheFrame()
     QCOMPARE(QVector<int>({d.m_rangeXMin, d.m_rangeXMax}), QVector<int>({0, 2}));
 }
 
-void Ranges::extremesOfTheResult_data()
+void TestRanges::extremesOfTheResult_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<QVector<int>>("flat"); // least, greatest
@@ -228,7 +228,7 @@ void Ranges::extremesOfTheResult_data()
     QTest::newRow("16 bits: after both passes, where all is white") << 16 << QVector<int>({-1, -1});
 }
 
-void Ranges::extremesOfTheResult()
+void TestRanges::extremesOfTheResult()
 {
     QFETCH(int, depth);
     QFETCH(QVector<int>, flat);
@@ -241,7 +241,7 @@ void Ranges::extremesOfTheResult()
     QCOMPARE(extremesOf(d), QVector<int>({50, 100}) + flat);
 }
 
-void Ranges::missingImageKeepsItsExtremes_data()
+void TestRanges::missingImageKeepsItsExtremes_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<bool>("flatX");
@@ -251,7 +251,7 @@ void Ranges::missingImageKeepsItsExtremes_data()
     QTest::newRow("16 bits, the image after the column pass alone") << 16 << true;
 }
 
-void Ranges::missingImageKeepsItsExtremes()
+void TestRanges::missingImageKeepsItsExtremes()
 {
     QFETCH(int, depth);
     QFETCH(bool, flatX);
@@ -267,7 +267,7 @@ void Ranges::missingImageKeepsItsExtremes()
     QCOMPARE(d.m_rangeYMax, 1020);
 }
 
-void Ranges::imageAfterTheColumnPassDecidesWhetherTheResultCounts_data()
+void TestRanges::imageAfterTheColumnPassDecidesWhetherTheResultCounts_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<bool>("flatX"); // else the image after both passes is there alone
@@ -278,7 +278,7 @@ void Ranges::imageAfterTheColumnPassDecidesWhetherTheResultCounts_data()
     QTest::newRow("16 bits, the image after both passes alone") << 16 << false << QVector<int>({-37, 1001});
 }
 
-void Ranges::imageAfterTheColumnPassDecidesWhetherTheResultCounts()
+void TestRanges::imageAfterTheColumnPassDecidesWhetherTheResultCounts()
 {
     QFETCH(int, depth);
     QFETCH(bool, flatX);
@@ -296,14 +296,14 @@ void Ranges::imageAfterTheColumnPassDecidesWhetherTheResultCounts()
     QCOMPARE(extremesOf(d), QVector<int>({200, 200}) + flat);
 }
 
-void Ranges::resultIsReadWithTheStepOfTheColumnPass_data()
+void TestRanges::resultIsReadWithTheStepOfTheColumnPass_data()
 {
     QTest::addColumn<int>("depth");
     QTest::newRow("8 bits") << 8;
     QTest::newRow("12 bits") << 12;
 }
 
-void Ranges::resultIsReadWithTheStepOfTheColumnPass()
+void TestRanges::resultIsReadWithTheStepOfTheColumnPass()
 {
     QFETCH(int, depth);
     DialogProbe d;
@@ -320,5 +320,5 @@ void Ranges::resultIsReadWithTheStepOfTheColumnPass()
     QCOMPARE(d.m_flatMax, 100);
 }
 
-QTEST_MAIN(Ranges)
+QTEST_MAIN(TestRanges)
 #include "tst_ranges.moc"

@@ -1,7 +1,7 @@
-#include "fakes/FakeConverter.h"
-#include "fakes/FakeViewer.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
+#include "tests/fakes/FakeConverter.h"
+#include "tests/fakes/FakeViewer.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -64,7 +64,7 @@ struct Linked
 } // namespace
 
 /// The start of a viewer runs an event loop inside a refresh: what comes in there finds the view lock busy.
-class RefreshEventLoop : public QObject
+class TestRefreshEventLoop : public QObject
 {
     Q_OBJECT
 
@@ -80,19 +80,19 @@ private slots:
     void changeToldByAStartingViewerIsDropped();
 };
 
-void RefreshEventLoop::init()
+void TestRefreshEventLoop::init()
 {
     FakeViewer::reset();
     fakeConverter = FakeConverter();
 }
 
-void RefreshEventLoop::cleanup()
+void TestRefreshEventLoop::cleanup()
 {
     QCOMPARE(restoreAllCursors(), 0);
 }
 
 // The event was posted before the refresh and is delivered by its event loop.
-void RefreshEventLoop::changeThatWaitedComesInDuringTheStart()
+void TestRefreshEventLoop::changeThatWaitedComesInDuringTheStart()
 {
     Linked linked;
     DialogProbe& d = linked.dialog;
@@ -116,7 +116,7 @@ void RefreshEventLoop::changeThatWaitedComesInDuringTheStart()
     QVERIFY(!d.m_viewLock.heldByThisThread() && !d.m_dataLock.heldByThisThread());
 }
 
-void RefreshEventLoop::changeDuringTheStartIsDropped_data()
+void TestRefreshEventLoop::changeDuringTheStartIsDropped_data()
 {
     QTest::addColumn<bool>("upperStarts");
     QTest::addColumn<bool>("upperChanges");
@@ -126,7 +126,7 @@ void RefreshEventLoop::changeDuringTheStartIsDropped_data()
     QTest::newRow("lower view starts and changes") << false << false;
 }
 
-void RefreshEventLoop::changeDuringTheStartIsDropped()
+void TestRefreshEventLoop::changeDuringTheStartIsDropped()
 {
     QFETCH(bool, upperStarts);
     QFETCH(bool, upperChanges);
@@ -148,7 +148,7 @@ void RefreshEventLoop::changeDuringTheStartIsDropped()
     QVERIFY(!d.m_viewLock.heldByThisThread() && !d.m_dataLock.heldByThisThread());
 }
 
-void RefreshEventLoop::changeDuringTheStartOfBothRestartsTheClockOnce()
+void TestRefreshEventLoop::changeDuringTheStartOfBothRestartsTheClockOnce()
 {
     Linked linked;
     DialogProbe& d = linked.dialog;
@@ -174,7 +174,7 @@ void RefreshEventLoop::changeDuringTheStartOfBothRestartsTheClockOnce()
     QCOMPARE(linked.moves(), std::size_t{0});
 }
 
-void RefreshEventLoop::changeAfterTheRefreshIsFollowed()
+void TestRefreshEventLoop::changeAfterTheRefreshIsFollowed()
 {
     Linked linked;
     linked.dialog.take(frameOf(30));
@@ -186,7 +186,7 @@ void RefreshEventLoop::changeAfterTheRefreshIsFollowed()
     QCOMPARE(linked.moves(), std::size_t{2});
 }
 
-void RefreshEventLoop::resetDuringTheStartComesAfterTheRefresh()
+void TestRefreshEventLoop::resetDuringTheStartComesAfterTheRefresh()
 {
     Linked linked;
     DialogProbe& d = linked.dialog;
@@ -202,7 +202,7 @@ void RefreshEventLoop::resetDuringTheStartComesAfterTheRefresh()
     QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t{2});
 }
 
-void RefreshEventLoop::changeToldByAStartingViewerIsDropped()
+void TestRefreshEventLoop::changeToldByAStartingViewerIsDropped()
 {
     Linked linked;
     DialogProbe& d = linked.dialog;
@@ -214,5 +214,5 @@ void RefreshEventLoop::changeToldByAStartingViewerIsDropped()
     QCOMPARE(linked.moves(), std::size_t{0});
 }
 
-QTEST_MAIN(RefreshEventLoop)
+QTEST_MAIN(TestRefreshEventLoop)
 #include "tst_refresh_event_loop.moc"

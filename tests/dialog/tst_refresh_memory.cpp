@@ -1,9 +1,9 @@
-#include "dialog/FailingAllocations.h"
-#include "fakes/FakeConverter.h"
-#include "fakes/FakeViewer.h"
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "tests/dialog/FailingAllocations.h"
+#include "tests/fakes/FakeConverter.h"
+#include "tests/fakes/FakeViewer.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QCheckBox>
 #include <QMessageBox>
@@ -87,7 +87,7 @@ struct Prepared
 
 /// Each allocation of a refresh fails in turn, and the box that tells of it runs an event loop inside the
 /// refresh.
-class RefreshMemory : public QObject
+class TestRefreshMemory : public QObject
 {
     Q_OBJECT
 
@@ -108,20 +108,20 @@ private slots:
     void nextRefreshIsWhole();
 };
 
-void RefreshMemory::init()
+void TestRefreshMemory::init()
 {
     FakeViewer::reset();
     fakeConverter = FakeConverter();
     failAllocation(0);
 }
 
-void RefreshMemory::cleanup()
+void TestRefreshMemory::cleanup()
 {
     failAllocation(0);
     restoreAllCursors();
 }
 
-void RefreshMemory::goodRefreshTakesEightBlocksAndGivesThemBack()
+void TestRefreshMemory::goodRefreshTakesEightBlocksAndGivesThemBack()
 {
     Prepared p;
     QVERIFY(p.computed);
@@ -135,7 +135,7 @@ void RefreshMemory::goodRefreshTakesEightBlocksAndGivesThemBack()
     QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t{2});
 }
 
-void RefreshMemory::upperBlockIsGivenBackBeforeTheLowerViewStarts()
+void TestRefreshMemory::upperBlockIsGivenBackBeforeTheLowerViewStarts()
 {
     DialogProbe d;
     d.show();
@@ -149,7 +149,7 @@ void RefreshMemory::upperBlockIsGivenBackBeforeTheLowerViewStarts()
     QCOMPARE(liveBlocks(), before);
 }
 
-void RefreshMemory::failingImageShowsABoxAndLeavesTheSight_data()
+void TestRefreshMemory::failingImageShowsABoxAndLeavesTheSight_data()
 {
     QTest::addColumn<int>("place");
     QTest::addColumn<int>("lost");
@@ -157,7 +157,7 @@ void RefreshMemory::failingImageShowsABoxAndLeavesTheSight_data()
     QTest::newRow("the lower image: the upper one is lost") << int(LowerImage) << 1;
 }
 
-void RefreshMemory::failingImageShowsABoxAndLeavesTheSight()
+void TestRefreshMemory::failingImageShowsABoxAndLeavesTheSight()
 {
     QFETCH(int, place);
     QFETCH(int, lost);
@@ -183,7 +183,7 @@ void RefreshMemory::failingImageShowsABoxAndLeavesTheSight()
     QCOMPARE(liveBlocks() - p.blocks, lost);
 }
 
-void RefreshMemory::failingImageOfAnUpdate()
+void TestRefreshMemory::failingImageOfAnUpdate()
 {
     Prepared p;
     ModalWatch watch;
@@ -196,7 +196,7 @@ void RefreshMemory::failingImageOfAnUpdate()
     QCOMPARE(restoreAllCursors(), 0);
 }
 
-void RefreshMemory::failingPlotArrayLeavesThePlots_data()
+void TestRefreshMemory::failingPlotArrayLeavesThePlots_data()
 {
     QTest::addColumn<int>("place");
     QTest::newRow("values of Up X") << int(UpX);
@@ -207,7 +207,7 @@ void RefreshMemory::failingPlotArrayLeavesThePlots_data()
     QTest::newRow("places of rows") << int(Rows);
 }
 
-void RefreshMemory::failingPlotArrayLeavesThePlots()
+void TestRefreshMemory::failingPlotArrayLeavesThePlots()
 {
     QFETCH(int, place);
     Prepared p;
@@ -223,7 +223,7 @@ void RefreshMemory::failingPlotArrayLeavesThePlots()
     QCOMPARE(liveBlocks(), p.blocks);
 }
 
-void RefreshMemory::everyPlotArrayFails()
+void TestRefreshMemory::everyPlotArrayFails()
 {
     Prepared p;
     failAllocation(UpX, true);
@@ -234,7 +234,7 @@ void RefreshMemory::everyPlotArrayFails()
     QCOMPARE(liveBlocks(), p.blocks);
 }
 
-void RefreshMemory::viewChangeInsideTheBoxIsDropped_data()
+void TestRefreshMemory::viewChangeInsideTheBoxIsDropped_data()
 {
     QTest::addColumn<int>("place");
     QTest::addColumn<bool>("upper");
@@ -242,7 +242,7 @@ void RefreshMemory::viewChangeInsideTheBoxIsDropped_data()
     QTest::newRow("lower image fails, lower view changes") << int(LowerImage) << false;
 }
 
-void RefreshMemory::viewChangeInsideTheBoxIsDropped()
+void TestRefreshMemory::viewChangeInsideTheBoxIsDropped()
 {
     QFETCH(int, place);
     QFETCH(bool, upper);
@@ -276,7 +276,7 @@ void RefreshMemory::viewChangeInsideTheBoxIsDropped()
     QCOMPARE(FakeViewer::callsOf("cmd.display.view.at").size(), std::size_t{1});
 }
 
-void RefreshMemory::requestsInsideTheBoxComeAfterIt()
+void TestRefreshMemory::requestsInsideTheBoxComeAfterIt()
 {
     Prepared p;
     const std::uint8_t* const image = p.dialog.m_image;
@@ -303,7 +303,7 @@ void RefreshMemory::requestsInsideTheBoxComeAfterIt()
     QCOMPARE(restoreAllCursors(), 0);
 }
 
-void RefreshMemory::nextRefreshIsWhole()
+void TestRefreshMemory::nextRefreshIsWhole()
 {
     Prepared p;
     ModalWatch watch;
@@ -319,5 +319,5 @@ void RefreshMemory::nextRefreshIsWhole()
     QCOMPARE(watch.texts.size(), 2);
 }
 
-QTEST_MAIN(RefreshMemory)
+QTEST_MAIN(TestRefreshMemory)
 #include "tst_refresh_memory.moc"

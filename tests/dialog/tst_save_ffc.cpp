@@ -1,6 +1,6 @@
-#include "support/Cursors.h"
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QComboBox>
 #include <QDate>
@@ -43,7 +43,7 @@ QByteArray contentOf(const QString& path)
 
 } // namespace
 
-class SaveFfc : public QObject
+class TestSaveFfc : public QObject
 {
     Q_OBJECT
 
@@ -81,23 +81,23 @@ private:
     QString m_path;
 };
 
-void SaveFfc::initTestCase()
+void TestSaveFfc::initTestCase()
 {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
 }
 
-void SaveFfc::cleanup()
+void TestSaveFfc::cleanup()
 {
     restoreAllCursors();
 }
 
-void SaveFfc::init()
+void TestSaveFfc::init()
 {
     m_folder.reset(new QTemporaryDir);
     m_path = m_folder->filePath(QStringLiteral("gains.ffc"));
 }
 
-QByteArray SaveFfc::save(DialogProbe& dialog)
+QByteArray TestSaveFfc::save(DialogProbe& dialog)
 {
     ModalWatch watch;
     watch.chosenFile = m_path;
@@ -108,7 +108,7 @@ QByteArray SaveFfc::save(DialogProbe& dialog)
                                                            : QByteArray("a box was shown");
 }
 
-void SaveFfc::fileHasItsLinesInOrder()
+void TestSaveFfc::fileHasItsLinesInOrder()
 {
     DialogProbe d;
     d.m_columnGains = {1.0, 1.5};
@@ -118,7 +118,7 @@ void SaveFfc::fileHasItsLinesInOrder()
                        "1,281\n2,256\n3,512\n");
 }
 
-void SaveFfc::gainsAreWrittenWithTheChosenPrecision_data()
+void TestSaveFfc::gainsAreWrittenWithTheChosenPrecision_data()
 {
     QTest::addColumn<double>("gain");
     QTest::addColumn<QByteArray>("at8");
@@ -140,7 +140,7 @@ void SaveFfc::gainsAreWrittenWithTheChosenPrecision_data()
     row("0.0", 0.0, "0", "0");
 }
 
-void SaveFfc::gainsAreWrittenWithTheChosenPrecision()
+void TestSaveFfc::gainsAreWrittenWithTheChosenPrecision()
 {
     QFETCH(double, gain);
     QFETCH(QByteArray, at8);
@@ -156,7 +156,7 @@ void SaveFfc::gainsAreWrittenWithTheChosenPrecision()
     QVERIFY2(wide.endsWith("HEX Value\n1," + at12 + "\n" + RowHeading + "1,4096\n2," + at12 + "\n"), wide);
 }
 
-void SaveFfc::listsAreWrittenAsTheyStand_data()
+void TestSaveFfc::listsAreWrittenAsTheyStand_data()
 {
     QTest::addColumn<std::list<double>>("columns");
     QTest::addColumn<std::list<double>>("rows");
@@ -169,7 +169,7 @@ void SaveFfc::listsAreWrittenAsTheyStand_data()
         << "1,256\n2,256\n3,256\n" + RowHeading + "1,256\n2,256\n";
 }
 
-void SaveFfc::listsAreWrittenAsTheyStand()
+void TestSaveFfc::listsAreWrittenAsTheyStand()
 {
     QFETCH(std::list<double>, columns);
     QFETCH(std::list<double>, rows);
@@ -182,7 +182,7 @@ void SaveFfc::listsAreWrittenAsTheyStand()
     QCOMPARE(text, header("Lab 3", "ZC-4", d.m_date.toLatin1()) + tables);
 }
 
-void SaveFfc::everyOtherPrecisionIsTwelveBits()
+void TestSaveFfc::everyOtherPrecisionIsTwelveBits()
 {
     DialogProbe d;
     d.m_columnGains = {1.5};
@@ -196,7 +196,7 @@ void SaveFfc::everyOtherPrecisionIsTwelveBits()
     QVERIFY2(third.endsWith("HEX Value\n1,6144\n" + RowHeading), third);
 }
 
-void SaveFfc::headerTextsAreNotEscaped_data()
+void TestSaveFfc::headerTextsAreNotEscaped_data()
 {
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("camera");
@@ -208,7 +208,7 @@ void SaveFfc::headerTextsAreNotEscaped_data()
                             << " ZC ";
 }
 
-void SaveFfc::headerTextsAreNotEscaped()
+void TestSaveFfc::headerTextsAreNotEscaped()
 {
     QFETCH(QString, title);
     QFETCH(QString, camera);
@@ -222,7 +222,7 @@ void SaveFfc::headerTextsAreNotEscaped()
              header(title.toLatin1(), camera.toLatin1(), d.m_date.toLatin1()) + RowHeading);
 }
 
-void SaveFfc::headerTextsFollowTheLocalesCodec_data()
+void TestSaveFfc::headerTextsFollowTheLocalesCodec_data()
 {
     QTest::addColumn<QByteArray>("codec");
     QTest::addColumn<QByteArray>("bytes");
@@ -234,7 +234,7 @@ void SaveFfc::headerTextsFollowTheLocalesCodec_data()
                                            "fung");
 }
 
-void SaveFfc::headerTextsFollowTheLocalesCodec()
+void TestSaveFfc::headerTextsFollowTheLocalesCodec()
 {
     QFETCH(QByteArray, codec);
     QFETCH(QByteArray, bytes);
@@ -250,7 +250,7 @@ void SaveFfc::headerTextsFollowTheLocalesCodec()
     QCOMPARE(contentOf(m_path), header(bytes, "ZC-4", d.m_date.toLatin1()) + RowHeading);
 }
 
-void SaveFfc::dateIsTodays()
+void TestSaveFfc::dateIsTodays()
 {
     DialogProbe d;
     QByteArray before;
@@ -267,7 +267,7 @@ void SaveFfc::dateIsTodays()
     QCOMPARE(d.m_date.toLatin1(), before);
 }
 
-void SaveFfc::missingTextStopsBeforeTheFileDialog_data()
+void TestSaveFfc::missingTextStopsBeforeTheFileDialog_data()
 {
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("camera");
@@ -283,7 +283,7 @@ void SaveFfc::missingTextStopsBeforeTheFileDialog_data()
                                                            << "Define Title of file";
 }
 
-void SaveFfc::missingTextStopsBeforeTheFileDialog()
+void TestSaveFfc::missingTextStopsBeforeTheFileDialog()
 {
     QFETCH(QString, title);
     QFETCH(QString, camera);
@@ -302,7 +302,7 @@ void SaveFfc::missingTextStopsBeforeTheFileDialog()
     QVERIFY(!QFile::exists(m_path));
 }
 
-void SaveFfc::textsAreStoredBeforeTheyAreTested()
+void TestSaveFfc::textsAreStoredBeforeTheyAreTested()
 {
     DialogProbe d;
     ModalWatch watch;
@@ -314,7 +314,7 @@ void SaveFfc::textsAreStoredBeforeTheyAreTested()
     QVERIFY(d.m_date.isEmpty());
 }
 
-void SaveFfc::fileDialogProposesTheCamera()
+void TestSaveFfc::fileDialogProposesTheCamera()
 {
     DialogProbe d;
     ModalWatch watch;
@@ -343,7 +343,7 @@ void SaveFfc::fileDialogProposesTheCamera()
     QCOMPARE(options & ~QFileDialog::DontUseNativeDialog, QFileDialog::Options());
 }
 
-void SaveFfc::cancelWritesNothing()
+void TestSaveFfc::cancelWritesNothing()
 {
     DialogProbe d;
     ModalWatch watch;
@@ -356,7 +356,7 @@ void SaveFfc::cancelWritesNothing()
     QVERIFY(!QFile::exists(QCoreApplication::applicationDirPath() + QStringLiteral("/ZC-4")));
 }
 
-void SaveFfc::existingFileIsOverwritten()
+void TestSaveFfc::existingFileIsOverwritten()
 {
     QFile old(m_path);
     QVERIFY(old.open(QIODevice::WriteOnly));
@@ -373,7 +373,7 @@ void SaveFfc::existingFileIsOverwritten()
     QCOMPARE(contentOf(m_path), header("T", "C", d.m_date.toLatin1()) + RowHeading);
 }
 
-void SaveFfc::unwritableFileGivesNoMessage()
+void TestSaveFfc::unwritableFileGivesNoMessage()
 {
     // A folder takes the file's place while the file dialog is closing, so that the file can't be opened.
     DialogProbe d;
@@ -390,7 +390,7 @@ void SaveFfc::unwritableFileGivesNoMessage()
     QVERIFY(!d.m_date.isEmpty());
 }
 
-void SaveFfc::fullDeviceGivesNoMessage()
+void TestSaveFfc::fullDeviceGivesNoMessage()
 {
     if (!QFile::exists(QStringLiteral("/dev/full")))
         QSKIP("this system has no device that is always full");
@@ -408,7 +408,7 @@ void SaveFfc::fullDeviceGivesNoMessage()
     QVERIFY(!d.m_date.isEmpty());
 }
 
-void SaveFfc::saveBeforeTheNextRunWritesTheOldGains()
+void TestSaveFfc::saveBeforeTheNextRunWritesTheOldGains()
 {
     DialogProbe d;
     d.take(TestFrame(2, 1, 8, [](int x, int) { return x == 0 ? 50U : 100U; }));
@@ -418,7 +418,7 @@ void SaveFfc::saveBeforeTheNextRunWritesTheOldGains()
     QVERIFY2(text.endsWith("HEX Value\n1,512\n2,256\n" + RowHeading + "1,256\n"), text);
 }
 
-void SaveFfc::saveAfterAResetWritesTheLastGains()
+void TestSaveFfc::saveAfterAResetWritesTheLastGains()
 {
     DialogProbe d;
     d.take(TestFrame(2, 1, 8, [](int x, int) { return x == 0 ? 50U : 100U; }));
@@ -428,5 +428,5 @@ void SaveFfc::saveAfterAResetWritesTheLastGains()
     QVERIFY2(text.endsWith("HEX Value\n1,512\n2,256\n" + RowHeading + "1,256\n"), text);
 }
 
-QTEST_MAIN(SaveFfc)
+QTEST_MAIN(TestSaveFfc)
 #include "tst_save_ffc.moc"

@@ -1,5 +1,5 @@
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -28,7 +28,7 @@ QVector<double> listed(const std::list<double>& gains)
 } // namespace
 
 /// The stages one by one, on frames small enough to reckon by hand.
-class Stages : public QObject
+class TestStages : public QObject
 {
     Q_OBJECT
 
@@ -65,7 +65,7 @@ private slots:
     void emptyRegionsPassEveryStage();
 };
 
-void Stages::everyStageRefusesWithoutAFrame()
+void TestStages::everyStageRefusesWithoutAFrame()
 {
     ModalWatch watch;
     DialogProbe d;
@@ -86,7 +86,7 @@ void Stages::everyStageRefusesWithoutAFrame()
     QVERIFY(!QGuiApplication::overrideCursor());
 }
 
-void Stages::columnGainsAimAtTheChosenTarget_data()
+void TestStages::columnGainsAimAtTheChosenTarget_data()
 {
     QTest::addColumn<int>("normalize");
     QTest::addColumn<double>("value");
@@ -99,7 +99,7 @@ void Stages::columnGainsAimAtTheChosenTarget_data()
         << 0 << 7.0 << QVector<double>({700.0 / 3 / 100, 700.0 / 3 / 200, 700.0 / 3 / 400});
 }
 
-void Stages::columnGainsAimAtTheChosenTarget()
+void TestStages::columnGainsAimAtTheChosenTarget()
 {
     QFETCH(int, normalize);
     QFETCH(double, value);
@@ -112,7 +112,7 @@ void Stages::columnGainsAimAtTheChosenTarget()
     QCOMPARE(listed(d.m_columnGains), gains);
 }
 
-void Stages::blackColumns_data()
+void TestStages::blackColumns_data()
 {
     QTest::addColumn<bool>("allBlack");
     QTest::addColumn<double>("value");
@@ -122,7 +122,7 @@ void Stages::blackColumns_data()
     QTest::newRow("a value of 0 gives no number") << false << 0.0 << false;
 }
 
-void Stages::blackColumns()
+void TestStages::blackColumns()
 {
     QFETCH(bool, allBlack);
     QFETCH(double, value);
@@ -139,7 +139,7 @@ void Stages::blackColumns()
     }
 }
 
-void Stages::meansAreTruncated()
+void TestStages::meansAreTruncated()
 {
     DialogProbe d;
     d.take(
@@ -150,7 +150,7 @@ void Stages::meansAreTruncated()
     QCOMPARE(items(d.m_rowMean, 2), QVector<int>({10, 15}));
 }
 
-void Stages::oneRowGivesItsOwnPixelsAsMeans()
+void TestStages::oneRowGivesItsOwnPixelsAsMeans()
 {
     DialogProbe d;
     d.take(TestFrame(3, 1, 8, [](int x, int) { return static_cast<unsigned>(50 * (x + 1)); }));
@@ -159,7 +159,7 @@ void Stages::oneRowGivesItsOwnPixelsAsMeans()
     QCOMPARE(listed(d.m_columnGains), QVector<double>({3.0, 1.5, 1.0}));
 }
 
-void Stages::oneColumnHasGainOneWithoutNormalising()
+void TestStages::oneColumnHasGainOneWithoutNormalising()
 {
     DialogProbe d;
     d.take(TestFrame(1, 3, 8, [](int, int y) { return static_cast<unsigned>(50 * (y + 1)); }));
@@ -168,7 +168,7 @@ void Stages::oneColumnHasGainOneWithoutNormalising()
     QCOMPARE(listed(d.m_columnGains), QVector<double>({1.0}));
 }
 
-void Stages::smoothingPairsNeighbours()
+void TestStages::smoothingPairsNeighbours()
 {
     DialogProbe d;
     d.take(TestFrame(3, 1, 12, [](int x, int) { return x == 2 ? 400U : x == 1 ? 300U : 100U; }));
@@ -178,7 +178,7 @@ void Stages::smoothingPairsNeighbours()
     QCOMPARE(listed(d.m_columnGains), QVector<double>({2.0, 2.0, 1.0}));
 }
 
-void Stages::oneCellUnderBothPasses_data()
+void TestStages::oneCellUnderBothPasses_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<unsigned>("pixel");
@@ -211,7 +211,7 @@ void Stages::oneCellUnderBothPasses_data()
     row("10 bits, limited to 1023", 10, 900, 2.0, 1.0, 1023, 1023);
 }
 
-void Stages::oneCellUnderBothPasses()
+void TestStages::oneCellUnderBothPasses()
 {
     QFETCH(int, depth);
     QFETCH(unsigned, pixel);
@@ -231,7 +231,7 @@ void Stages::oneCellUnderBothPasses()
     QCOMPARE(items(d.m_flatRowMean, 2), QVector<int>(2, afterBoth));
 }
 
-void Stages::shortGainListLeavesTheRestAsItIs()
+void TestStages::shortGainListLeavesTheRestAsItIs()
 {
     DialogProbe d;
     d.take(TestFrame::even(4, 3, 12, 100));
@@ -243,7 +243,7 @@ void Stages::shortGainListLeavesTheRestAsItIs()
     QCOMPARE(items(d.m_flatY, 12), QVector<int>({600, 300, 300, 300, 100, 50, 50, 50, 200, 100, 100, 100}));
 }
 
-void Stages::columnMeansFollowTheRowBox_data()
+void TestStages::columnMeansFollowTheRowBox_data()
 {
     QTest::addColumn<bool>("ticked");
     QTest::addColumn<int>("mean");
@@ -251,7 +251,7 @@ void Stages::columnMeansFollowTheRowBox_data()
     QTest::newRow("box ticked: the image after both") << true << 450;
 }
 
-void Stages::columnMeansFollowTheRowBox()
+void TestStages::columnMeansFollowTheRowBox()
 {
     QFETCH(bool, ticked);
     QFETCH(int, mean);
@@ -265,7 +265,7 @@ void Stages::columnMeansFollowTheRowBox()
     QCOMPARE(items(d.m_flatRowMean, 2), QVector<int>(2, 450));
 }
 
-void Stages::linesAreCopiesOfTheMeans()
+void TestStages::linesAreCopiesOfTheMeans()
 {
     DialogProbe d;
     d.take(TestFrame(5, 3, 12, [](int x, int y) { return static_cast<unsigned>(100 + 40 * x + 9 * y); }));
@@ -278,7 +278,7 @@ void Stages::linesAreCopiesOfTheMeans()
     QVERIFY(d.m_columnLine != d.m_columnMean);
 }
 
-void Stages::linesOfAChosenRowAndColumn()
+void TestStages::linesOfAChosenRowAndColumn()
 {
     DialogProbe d;
     d.take(TestFrame(4, 3, 12, [](int x, int y) { return static_cast<unsigned>(100 + 10 * x + y); }));
@@ -291,7 +291,7 @@ void Stages::linesOfAChosenRowAndColumn()
     QCOMPARE(items(d.m_flatRowLine, 3), QVector<int>({d.m_flatY[2], d.m_flatY[6], d.m_flatY[10]}));
 }
 
-void Stages::linesOfTheResultWalkRowsAndColumnsByStepsOfTheirOwn()
+void TestStages::linesOfTheResultWalkRowsAndColumnsByStepsOfTheirOwn()
 {
     DialogProbe d;
     d.take(TestFrame(4, 3, 12, [](int x, int y) { return static_cast<unsigned>(100 + 10 * x + y); }));
@@ -307,7 +307,7 @@ void Stages::linesOfTheResultWalkRowsAndColumnsByStepsOfTheirOwn()
 
 /// The first line is then the row of that number, and row -1 lies before the image: callers choose both or
 /// neither.
-void Stages::aColumnOfTheResultAloneTakesARowToo()
+void TestStages::aColumnOfTheResultAloneTakesARowToo()
 {
     DialogProbe d;
     d.take(TestFrame::even(2, 2, 12, 100));
@@ -322,7 +322,7 @@ void Stages::aColumnOfTheResultAloneTakesARowToo()
     QCOMPARE(items(d.m_flatRowLine, 2), QVector<int>({22, 32}));
 }
 
-void Stages::unknownPassIsRefused()
+void TestStages::unknownPassIsRefused()
 {
     DialogProbe d;
     d.take(TestFrame::even(2, 2, 12, 100));
@@ -331,7 +331,7 @@ void Stages::unknownPassIsRefused()
     QVERIFY(!d.TakeProfileLines(-1, -1, -1));
 }
 
-void Stages::spareCellsOfTheResultAreBlack_data()
+void TestStages::spareCellsOfTheResultAreBlack_data()
 {
     QTest::addColumn<int>("depth");
     QTest::newRow("8 bits") << 8;
@@ -339,7 +339,7 @@ void Stages::spareCellsOfTheResultAreBlack_data()
     QTest::newRow("16 bits") << 16;
 }
 
-void Stages::spareCellsOfTheResultAreBlack()
+void TestStages::spareCellsOfTheResultAreBlack()
 {
     QFETCH(int, depth);
     DialogProbe d;
@@ -355,7 +355,7 @@ void Stages::spareCellsOfTheResultAreBlack()
     }
 }
 
-void Stages::secondPassOfLinesNeedsTheResult()
+void TestStages::secondPassOfLinesNeedsTheResult()
 {
     DialogProbe d;
     d.take(TestFrame::even(3, 2, 12, 100));
@@ -367,7 +367,7 @@ void Stages::secondPassOfLinesNeedsTheResult()
     QVERIFY(d.TakeProfileLines(0, -1, -1));
 }
 
-void Stages::eachSelectorOfTheFrameStandsAlone_data()
+void TestStages::eachSelectorOfTheFrameStandsAlone_data()
 {
     QTest::addColumn<int>("row");
     QTest::addColumn<int>("column");
@@ -380,7 +380,7 @@ void Stages::eachSelectorOfTheFrameStandsAlone_data()
         << -1 << 0 << QVector<int>({101, 111, 121}) << QVector<int>({100, 101, 102});
 }
 
-void Stages::eachSelectorOfTheFrameStandsAlone()
+void TestStages::eachSelectorOfTheFrameStandsAlone()
 {
     QFETCH(int, row);
     QFETCH(int, column);
@@ -394,7 +394,7 @@ void Stages::eachSelectorOfTheFrameStandsAlone()
     QCOMPARE(items(d.m_rowLine, 3), rowLine);
 }
 
-void Stages::otherDepthsAreBlack_data()
+void TestStages::otherDepthsAreBlack_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("result");
@@ -406,7 +406,7 @@ void Stages::otherDepthsAreBlack_data()
 }
 
 /// Every stage passes: no column gains, means and cells of 0, row gains that are no number.
-void Stages::otherDepthsAreBlack()
+void TestStages::otherDepthsAreBlack()
 {
     QFETCH(int, depth);
     QFETCH(int, result);
@@ -431,7 +431,7 @@ void Stages::otherDepthsAreBlack()
     QCOMPARE(QVector<int>({d.m_imageMin, d.m_imageMax}), QVector<int>({20, 20}));
 }
 
-void Stages::everyPixelGoesToBlackUnderAGainOfZero_data()
+void TestStages::everyPixelGoesToBlackUnderAGainOfZero_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("pixel");
@@ -443,7 +443,7 @@ void Stages::everyPixelGoesToBlackUnderAGainOfZero_data()
     QTest::newRow("16 bits: black comes out white") << 16 << 1000 << 65535;
 }
 
-void Stages::everyPixelGoesToBlackUnderAGainOfZero()
+void TestStages::everyPixelGoesToBlackUnderAGainOfZero()
 {
     QFETCH(int, depth);
     QFETCH(int, pixel);
@@ -456,7 +456,7 @@ void Stages::everyPixelGoesToBlackUnderAGainOfZero()
     QCOMPARE(items(d.m_flatY, 4), QVector<int>(4, result));
 }
 
-void Stages::emptyRegionsPassEveryStage_data()
+void TestStages::emptyRegionsPassEveryStage_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<bool>("noColumns");
@@ -466,7 +466,7 @@ void Stages::emptyRegionsPassEveryStage_data()
     }
 }
 
-void Stages::emptyRegionsPassEveryStage()
+void TestStages::emptyRegionsPassEveryStage()
 {
     QFETCH(int, depth);
     QFETCH(bool, noColumns);
@@ -498,5 +498,5 @@ void Stages::emptyRegionsPassEveryStage()
              QVector<int>({noColumns ? 0 : 2, -40000, 100000}));
 }
 
-QTEST_MAIN(Stages)
+QTEST_MAIN(TestStages)
 #include "tst_stages.moc"

@@ -1,5 +1,5 @@
-#include "fakes/FakeViewer.h"
-#include "support/DialogProbe.h"
+#include "tests/fakes/FakeViewer.h"
+#include "tests/support/DialogProbe.h"
 
 #include <QTest>
 
@@ -50,7 +50,7 @@ struct Linked
 
 } // namespace
 
-class tst_view_following : public QObject
+class TestViewFollowing : public QObject
 {
     Q_OBJECT
 
@@ -71,14 +71,14 @@ private slots:
     void locksAreFreeAfterwards();
 };
 
-void tst_view_following::otherViewGoesToTheSamePlace_data()
+void TestViewFollowing::otherViewGoesToTheSamePlace_data()
 {
     QTest::addColumn<bool>("upper");
     QTest::newRow("the lower view follows the upper") << true;
     QTest::newRow("the upper view follows the lower") << false;
 }
 
-void tst_view_following::otherViewGoesToTheSamePlace()
+void TestViewFollowing::otherViewGoesToTheSamePlace()
 {
     QFETCH(bool, upper);
     Linked linked;
@@ -92,7 +92,7 @@ void tst_view_following::otherViewGoesToTheSamePlace()
                           target + " cmd.display.view.at cs=base pos.x=0.250000 pos.y=0.425000"}));
 }
 
-void tst_view_following::anyOtherViewCountsAsTheLower()
+void TestViewFollowing::anyOtherViewCountsAsTheLower()
 {
     Linked linked;
     linked.dialog.onViewChanged(nullptr);
@@ -100,7 +100,7 @@ void tst_view_following::anyOtherViewCountsAsTheLower()
     QCOMPARE(linked.sent().value(2).section(' ', 0, 0), QString("up"));
 }
 
-void tst_view_following::signalOfEachViewIsFollowed()
+void TestViewFollowing::signalOfEachViewIsFollowed()
 {
     Linked linked;
     emit linked.dialog.ui.gVUp->sigViewChanged(linked.dialog.ui.gVUp);
@@ -111,7 +111,7 @@ void tst_view_following::signalOfEachViewIsFollowed()
     QCOMPARE(linked.sent().value(1).left(3), QString("up "));
 }
 
-void tst_view_following::changesWithinFiftyMillisecondsAreDropped_data()
+void TestViewFollowing::changesWithinFiftyMillisecondsAreDropped_data()
 {
     QTest::addColumn<int>("age");
     QTest::addColumn<bool>("follows");
@@ -121,7 +121,7 @@ void tst_view_following::changesWithinFiftyMillisecondsAreDropped_data()
     QTest::newRow("after 51 ms") << 51 << true;
 }
 
-void tst_view_following::changesWithinFiftyMillisecondsAreDropped()
+void TestViewFollowing::changesWithinFiftyMillisecondsAreDropped()
 {
     QFETCH(int, age);
     QFETCH(bool, follows);
@@ -139,14 +139,14 @@ void tst_view_following::changesWithinFiftyMillisecondsAreDropped()
     QCOMPARE(linked.dialog.m_viewClock != clock, follows);
 }
 
-void tst_view_following::changeThatFindsALockBusyRestartsTheClock_data()
+void TestViewFollowing::changeThatFindsALockBusyRestartsTheClock_data()
 {
     QTest::addColumn<bool>("view");
     QTest::newRow("the view lock") << true;
     QTest::newRow("the data lock") << false;
 }
 
-void tst_view_following::changeThatFindsALockBusyRestartsTheClock()
+void TestViewFollowing::changeThatFindsALockBusyRestartsTheClock()
 {
     QFETCH(bool, view);
     Linked linked;
@@ -165,14 +165,14 @@ void tst_view_following::changeThatFindsALockBusyRestartsTheClock()
     QVERIFY(!linked.dialog.m_viewLock.heldByThisThread());
 }
 
-void tst_view_following::missingPiecesMoveNothing_data()
+void TestViewFollowing::missingPiecesMoveNothing_data()
 {
     QTest::addColumn<QString>("missing");
     for (const char* piece : {"stage", "image", "width", "height", "settings", "scale", "adapters"})
         QTest::newRow(piece) << piece;
 }
 
-void tst_view_following::missingPiecesMoveNothing()
+void TestViewFollowing::missingPiecesMoveNothing()
 {
     QFETCH(QString, missing);
     Linked linked;
@@ -203,7 +203,7 @@ void tst_view_following::missingPiecesMoveNothing()
     QVERIFY(!linked.dialog.m_dataLock.heldByThisThread());
 }
 
-void tst_view_following::smallScalesMoveNothing_data()
+void TestViewFollowing::smallScalesMoveNothing_data()
 {
     QTest::addColumn<double>("scale");
     QTest::addColumn<bool>("moves");
@@ -214,7 +214,7 @@ void tst_view_following::smallScalesMoveNothing_data()
     QTest::newRow("not a number") << qQNaN() << false;
 }
 
-void tst_view_following::smallScalesMoveNothing()
+void TestViewFollowing::smallScalesMoveNothing()
 {
     QFETCH(double, scale);
     QFETCH(bool, moves);
@@ -225,7 +225,7 @@ void tst_view_following::smallScalesMoveNothing()
     QCOMPARE(FakeViewer::callsOf("cmd.display.view.at").size(), std::size_t(moves));
 }
 
-void tst_view_following::viewWithoutARectangleSendsTheOtherToTheCorner()
+void TestViewFollowing::viewWithoutARectangleSendsTheOtherToTheCorner()
 {
     Linked linked;
     FakeViewer::script().answers["cmd.display.view.image"] = [](ParameterMap*) { return 0; };
@@ -234,7 +234,7 @@ void tst_view_following::viewWithoutARectangleSendsTheOtherToTheCorner()
              QString("down cmd.display.view.at cs=base pos.x=0.000000 pos.y=0.000000"));
 }
 
-void tst_view_following::locksAreFreeAfterwards()
+void TestViewFollowing::locksAreFreeAfterwards()
 {
     Linked linked;
     linked.dialog.onViewChanged(linked.dialog.ui.gVUp);
@@ -243,5 +243,5 @@ void tst_view_following::locksAreFreeAfterwards()
     QVERIFY(!linked.dialog.m_dataLock.heldByThisThread());
 }
 
-QTEST_MAIN(tst_view_following)
+QTEST_MAIN(TestViewFollowing)
 #include "tst_view_following.moc"

@@ -3,7 +3,7 @@
 #include <QRect>
 #include <QtTest>
 
-class tst_adapter_answers : public QObject
+class TestAdapterAnswers : public QObject
 {
     Q_OBJECT
 
@@ -36,7 +36,7 @@ private:
     std::unique_ptr<DisplayAdapterQT> adapter;
 };
 
-void tst_adapter_answers::init()
+void TestAdapterAnswers::init()
 {
     FakeViewer::reset();
     FakeImageHeaders::reset();
@@ -44,14 +44,14 @@ void tst_adapter_answers::init()
     adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 15);
 }
 
-void tst_adapter_answers::cleanup()
+void TestAdapterAnswers::cleanup()
 {
     adapter.reset();
     view.reset();
     QCOMPARE(FakeViewer::living(), 0);
 }
 
-void tst_adapter_answers::fitModes_data()
+void TestAdapterAnswers::fitModes_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<QStringList>("sent");
@@ -64,7 +64,7 @@ void tst_adapter_answers::fitModes_data()
     QTest::newRow("negative counts as 1") << -2 << QStringList{"mode=1"};
 }
 
-void tst_adapter_answers::fitModes()
+void TestAdapterAnswers::fitModes()
 {
     QFETCH(int, mode);
     QFETCH(QStringList, sent);
@@ -73,7 +73,7 @@ void tst_adapter_answers::fitModes()
     QCOMPARE(textOf(FakeViewer::callsOf("cmd.display.view.fit").at(0).before), sent);
 }
 
-void tst_adapter_answers::translatedPoints_data()
+void TestAdapterAnswers::translatedPoints_data()
 {
     QTest::addColumn<int>("answer");
     QTest::addColumn<QString>("result");
@@ -92,7 +92,7 @@ void tst_adapter_answers::translatedPoints_data()
     QTest::newRow("a failed command leaves the point") << 0 << "1" << false << 1 << given;
 }
 
-void tst_adapter_answers::translatedPoints()
+void TestAdapterAnswers::translatedPoints()
 {
     QFETCH(int, answer);
     QFETCH(QString, result);
@@ -119,7 +119,7 @@ void tst_adapter_answers::translatedPoints()
     QCOMPARE(calledNames(), QStringList{"cmd.display.view.translate"});
 }
 
-void tst_adapter_answers::theSeenRectangleIsRead_data()
+void TestAdapterAnswers::theSeenRectangleIsRead_data()
 {
     QTest::addColumn<int>("answer");
     QTest::addColumn<QRect>("rect");
@@ -128,7 +128,7 @@ void tst_adapter_answers::theSeenRectangleIsRead_data()
     QTest::newRow("0 leaves the rectangle as it was") << 0 << QRect(1, 2, 3, 4);
 }
 
-void tst_adapter_answers::theSeenRectangleIsRead()
+void TestAdapterAnswers::theSeenRectangleIsRead()
 {
     QFETCH(int, answer);
     QFETCH(QRect, rect);
@@ -145,7 +145,7 @@ void tst_adapter_answers::theSeenRectangleIsRead()
     QVERIFY(FakeViewer::callsOf("cmd.display.view.image").at(0).before.empty());
 }
 
-void tst_adapter_answers::displayGivesTheLowStatusWord_data()
+void TestAdapterAnswers::displayGivesTheLowStatusWord_data()
 {
     QTest::addColumn<int>("status");
     QTest::addColumn<int>("error");
@@ -156,7 +156,7 @@ void tst_adapter_answers::displayGivesTheLowStatusWord_data()
     QTest::newRow("negative") << -1 << 0xFFFF;
 }
 
-void tst_adapter_answers::displayGivesTheLowStatusWord()
+void TestAdapterAnswers::displayGivesTheLowStatusWord()
 {
     QFETCH(int, status);
     QFETCH(int, error);
@@ -170,7 +170,7 @@ void tst_adapter_answers::displayGivesTheLowStatusWord()
     QCOMPARE(FakeViewer::calls().at(0).argument, static_cast<const void*>(&image));
 }
 
-void tst_adapter_answers::aNullImageIsTheViewersMatter()
+void TestAdapterAnswers::aNullImageIsTheViewersMatter()
 {
     startQuietly(*adapter);
     for (const int status : {0, 6}) {
@@ -183,7 +183,7 @@ void tst_adapter_answers::aNullImageIsTheViewersMatter()
     }
 }
 
-void tst_adapter_answers::aPairIsShown_data()
+void TestAdapterAnswers::aPairIsShown_data()
 {
     QTest::addColumn<int>("answer");
     QTest::newRow("0 is failure") << 0;
@@ -191,7 +191,7 @@ void tst_adapter_answers::aPairIsShown_data()
     QTest::newRow("any other answer is success") << -8;
 }
 
-void tst_adapter_answers::aPairIsShown()
+void TestAdapterAnswers::aPairIsShown()
 {
     QFETCH(int, answer);
     startQuietly(*adapter);
@@ -206,7 +206,7 @@ void tst_adapter_answers::aPairIsShown()
     QCOMPARE(FakeViewer::calls().at(0).second, static_cast<const void*>(&other));
 }
 
-void tst_adapter_answers::colorationNeedsItsItem_data()
+void TestAdapterAnswers::colorationNeedsItsItem_data()
 {
     QTest::addColumn<bool>("hasStage");
     QTest::addColumn<bool>("hasItem");
@@ -219,7 +219,7 @@ void tst_adapter_answers::colorationNeedsItsItem_data()
     QTest::newRow("without a stage") << false << true << true << QStringList();
 }
 
-void tst_adapter_answers::colorationNeedsItsItem()
+void TestAdapterAnswers::colorationNeedsItsItem()
 {
     QFETCH(bool, hasStage);
     QFETCH(bool, hasItem);
@@ -237,7 +237,7 @@ void tst_adapter_answers::colorationNeedsItsItem()
         QCOMPARE(FakeViewer::calls().at(0).text.c_str(), on ? "image.coloration=1" : "image.coloration=0");
 }
 
-void tst_adapter_answers::theStageIsHandedThrough_data()
+void TestAdapterAnswers::theStageIsHandedThrough_data()
 {
     QTest::addColumn<bool>("hasViewer");
     QTest::addColumn<bool>("hasStage");
@@ -246,7 +246,7 @@ void tst_adapter_answers::theStageIsHandedThrough_data()
     QTest::newRow("with both") << true << true;
 }
 
-void tst_adapter_answers::theStageIsHandedThrough()
+void TestAdapterAnswers::theStageIsHandedThrough()
 {
     QFETCH(bool, hasViewer);
     QFETCH(bool, hasStage);
@@ -270,7 +270,7 @@ void tst_adapter_answers::theStageIsHandedThrough()
     QVERIFY(!adapter->stageItem(nullptr));
 }
 
-void tst_adapter_answers::settingsAreTheViewers()
+void TestAdapterAnswers::settingsAreTheViewers()
 {
     QVERIFY(!adapter->viewerSettings());
     FakeViewer::script().settings["display.view.scale"] = 0.73;
@@ -287,7 +287,7 @@ void tst_adapter_answers::settingsAreTheViewers()
     QVERIFY(!adapter->viewerSettings());
 }
 
-void tst_adapter_answers::parametersAreStored()
+void TestAdapterAnswers::parametersAreStored()
 {
     QVERIFY(!adapter->setParameter(nullptr, "value"));
     QVERIFY(!adapter->setParameter("name", nullptr));
@@ -311,7 +311,7 @@ void tst_adapter_answers::parametersAreStored()
     QCOMPARE(textOf(sent[0].before), expected);
 }
 
-void tst_adapter_answers::flagsAndKindAreThoseOfConstruction()
+void TestAdapterAnswers::flagsAndKindAreThoseOfConstruction()
 {
     QCOMPARE(adapter->featureFlags(), 15u);
     adapter->setFeatureFlags(0x80000001u);
@@ -322,7 +322,7 @@ void tst_adapter_answers::flagsAndKindAreThoseOfConstruction()
     QVERIFY(DisplayAdapterQT(nullptr, true, 0).isGpuViewer());
 }
 
-void tst_adapter_answers::theViewerGoesToTheOtherFactory_data()
+void TestAdapterAnswers::theViewerGoesToTheOtherFactory_data()
 {
     QTest::addColumn<bool>("gpu");
     QTest::addColumn<bool>("started");
@@ -333,7 +333,7 @@ void tst_adapter_answers::theViewerGoesToTheOtherFactory_data()
     QTest::newRow("no GPU viewer") << true << false << "delete CPU";
 }
 
-void tst_adapter_answers::theViewerGoesToTheOtherFactory()
+void TestAdapterAnswers::theViewerGoesToTheOtherFactory()
 {
     QFETCH(bool, gpu);
     QFETCH(bool, started);
@@ -351,5 +351,5 @@ void tst_adapter_answers::theViewerGoesToTheOtherFactory()
     QCOMPARE(FakeImageHeaders::released(), 0);
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_adapter_answers)
+ZOR_DISPLAY_TEST_MAIN(TestAdapterAnswers)
 #include "tst_adapter_answers.moc"

@@ -47,7 +47,7 @@ bool readRect(DisplayAdapterQT& adapter)
 
 } // namespace
 
-class tst_adapter_operations : public QObject
+class TestAdapterOperations : public QObject
 {
     Q_OBJECT
 
@@ -68,7 +68,7 @@ private:
     std::unique_ptr<DisplayAdapterQT> adapter;
 };
 
-void tst_adapter_operations::init()
+void TestAdapterOperations::init()
 {
     FakeViewer::reset();
     FakeImageHeaders::reset();
@@ -78,14 +78,14 @@ void tst_adapter_operations::init()
     pointY = givenPoint.y();
 }
 
-void tst_adapter_operations::cleanup()
+void TestAdapterOperations::cleanup()
 {
     adapter.reset();
     view.reset();
     QCOMPARE(FakeViewer::living(), 0);
 }
 
-void tst_adapter_operations::aCommandGoesOutAndIsJudged_data()
+void TestAdapterOperations::aCommandGoesOutAndIsJudged_data()
 {
     QTest::addColumn<Operation>("operation");
     QTest::addColumn<QString>("command");
@@ -122,7 +122,7 @@ void tst_adapter_operations::aCommandGoesOutAndIsJudged_data()
         "coloration", [](A& a) { return a.setColoration(true); }, "cmd.image.rebuild", false, {}, Ignored);
 }
 
-void tst_adapter_operations::aCommandGoesOutAndIsJudged()
+void TestAdapterOperations::aCommandGoesOutAndIsJudged()
 {
     QFETCH(Operation, operation);
     QFETCH(QString, command);
@@ -148,7 +148,7 @@ void tst_adapter_operations::aCommandGoesOutAndIsJudged()
     QCOMPARE(adapter->lastError(), 0u);
 }
 
-void tst_adapter_operations::nothingGoesOutWithoutAViewer_data()
+void TestAdapterOperations::nothingGoesOutWithoutAViewer_data()
 {
     QTest::addColumn<Operation>("operation");
     const auto row = [](const char* name, const Operation& operation) { QTest::newRow(name) << operation; };
@@ -175,7 +175,7 @@ void tst_adapter_operations::nothingGoesOutWithoutAViewer_data()
     row("viewImageRect into null", [](A& a) { return a.viewImageRect(nullptr); });
 }
 
-void tst_adapter_operations::nothingGoesOutWithoutAViewer()
+void TestAdapterOperations::nothingGoesOutWithoutAViewer()
 {
     QFETCH(Operation, operation);
     QVERIFY(!adapter->hasViewer());
@@ -186,7 +186,7 @@ void tst_adapter_operations::nothingGoesOutWithoutAViewer()
     QCOMPARE(QPoint(pointX, pointY), givenPoint);
 }
 
-void tst_adapter_operations::nullArgumentsAreRefused_data()
+void TestAdapterOperations::nullArgumentsAreRefused_data()
 {
     QTest::addColumn<Operation>("operation");
     const auto row = [](const char* name, const Operation& operation) { QTest::newRow(name) << operation; };
@@ -208,7 +208,7 @@ void tst_adapter_operations::nullArgumentsAreRefused_data()
     row("viewImageRect into null", [](A& a) { return a.viewImageRect(nullptr); });
 }
 
-void tst_adapter_operations::nullArgumentsAreRefused()
+void TestAdapterOperations::nullArgumentsAreRefused()
 {
     QFETCH(Operation, operation);
     startQuietly(*adapter);
@@ -220,7 +220,7 @@ void tst_adapter_operations::nullArgumentsAreRefused()
     QCOMPARE(QPoint(pointX, pointY), givenPoint);
 }
 
-void tst_adapter_operations::theErrorCodeIsLeftAlone_data()
+void TestAdapterOperations::theErrorCodeIsLeftAlone_data()
 {
     QTest::addColumn<Operation>("operation");
     const auto row = [](const char* name, const Operation& operation) { QTest::newRow(name) << operation; };
@@ -242,7 +242,7 @@ void tst_adapter_operations::theErrorCodeIsLeftAlone_data()
     });
 }
 
-void tst_adapter_operations::theErrorCodeIsLeftAlone()
+void TestAdapterOperations::theErrorCodeIsLeftAlone()
 {
     QFETCH(Operation, operation);
     adapter->prepareImage(nullptr, false);
@@ -255,5 +255,5 @@ void tst_adapter_operations::theErrorCodeIsLeftAlone()
     QCOMPARE(adapter->lastError(), OldError);
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_adapter_operations)
+ZOR_DISPLAY_TEST_MAIN(TestAdapterOperations)
 #include "tst_adapter_operations.moc"

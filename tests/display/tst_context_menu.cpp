@@ -4,7 +4,7 @@
 
 #include <atomic>
 
-class tst_context_menu : public QObject, private MenuFixture
+class TestContextMenu : public QObject, private MenuFixture
 {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ private slots:
     void theMenuGoesBeforeTheViewer();
 };
 
-void tst_context_menu::opensTheViewersMenuAlone()
+void TestContextMenu::opensTheViewersMenuAlone()
 {
     start(13);
     bool heardInside = true;
@@ -42,7 +42,7 @@ void tst_context_menu::opensTheViewersMenuAlone()
     QVERIFY(isHeard());
 }
 
-void tst_context_menu::theMapGoesWithEveryCommand()
+void TestContextMenu::theMapGoesWithEveryCommand()
 {
     start(2);
     FakeViewer::calls().clear();
@@ -63,7 +63,7 @@ void tst_context_menu::theMapGoesWithEveryCommand()
     QCOMPARE(calls[1].argument, calls[0].argument);
 }
 
-void tst_context_menu::opensByNotification()
+void TestContextMenu::opensByNotification()
 {
     start(13);
     FakeViewer::script().answers["cmd.system.menu.exec"] = [](ParameterMap*) {
@@ -80,7 +80,7 @@ void tst_context_menu::opensByNotification()
     QVERIFY(view->seen.empty());
 }
 
-void tst_context_menu::theViewersAnswersAreIgnored_data()
+void TestContextMenu::theViewersAnswersAreIgnored_data()
 {
     QTest::addColumn<int>("creation");
     QTest::addColumn<int>("execution");
@@ -92,7 +92,7 @@ void tst_context_menu::theViewersAnswersAreIgnored_data()
     QTest::newRow("execution answers -1") << 1 << -1;
 }
 
-void tst_context_menu::theViewersAnswersAreIgnored()
+void TestContextMenu::theViewersAnswersAreIgnored()
 {
     QFETCH(int, creation);
     QFETCH(int, execution);
@@ -108,14 +108,14 @@ void tst_context_menu::theViewersAnswersAreIgnored()
     QVERIFY(isHeard());
 }
 
-void tst_context_menu::notificationsDuringTheMenuAreLost_data()
+void TestContextMenu::notificationsDuringTheMenuAreLost_data()
 {
     QTest::addColumn<QString>("command");
     QTest::newRow("while the viewer makes the menu") << "cmd.system.menu.create";
     QTest::newRow("while the menu is open") << "cmd.system.menu.exec";
 }
 
-void tst_context_menu::notificationsDuringTheMenuAreLost()
+void TestContextMenu::notificationsDuringTheMenuAreLost()
 {
     QFETCH(QString, command);
     start(13);
@@ -143,7 +143,7 @@ void tst_context_menu::notificationsDuringTheMenuAreLost()
     QVERIFY(isHeard());
 }
 
-void tst_context_menu::theViewerSpeaksWhileTheMenuOpens()
+void TestContextMenu::theViewerSpeaksWhileTheMenuOpens()
 {
     start(13);
     ZorDisplayCommand* const listener = FakeViewer::listener();
@@ -204,7 +204,7 @@ void tst_context_menu::theViewerSpeaksWhileTheMenuOpens()
     QVERIFY(isHeard());
 }
 
-void tst_context_menu::aFailedMenuSilencesTheViewer_data()
+void TestContextMenu::aFailedMenuSilencesTheViewer_data()
 {
     QTest::addColumn<QByteArray>("qmenu");
     QTest::addColumn<int>("creations");
@@ -215,7 +215,7 @@ void tst_context_menu::aFailedMenuSilencesTheViewer_data()
     QTest::newRow("the viewer gives no address") << QByteArray("menu") << 1 << true;
 }
 
-void tst_context_menu::aFailedMenuSilencesTheViewer()
+void TestContextMenu::aFailedMenuSilencesTheViewer()
 {
     QFETCH(QByteArray, qmenu);
     QFETCH(int, creations);
@@ -246,7 +246,7 @@ void tst_context_menu::aFailedMenuSilencesTheViewer()
     QCOMPARE(FakeViewer::callsOf("cmd.system.menu.delete").size(), std::size_t(deleted ? 1 : 0));
 }
 
-void tst_context_menu::withoutAViewerNothingHappens()
+void TestContextMenu::withoutAViewerNothingHappens()
 {
     adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 15);
     QVERIFY(openMenu());
@@ -259,7 +259,7 @@ void tst_context_menu::withoutAViewerNothingHappens()
     QVERIFY(isHeard());
 }
 
-void tst_context_menu::theErrorCodeIsLeftAlone()
+void TestContextMenu::theErrorCodeIsLeftAlone()
 {
     start(15);
     leaveOldError(*adapter);
@@ -269,7 +269,7 @@ void tst_context_menu::theErrorCodeIsLeftAlone()
     QCOMPARE(adapter->lastError(), OldError);
 }
 
-void tst_context_menu::theMenuGoesBeforeTheViewer()
+void TestContextMenu::theMenuGoesBeforeTheViewer()
 {
     start(13);
     FakeViewer::calls().clear();
@@ -288,5 +288,5 @@ void tst_context_menu::theMenuGoesBeforeTheViewer()
     QCOMPARE(calledNames(), QStringList{"delete QGL"});
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_context_menu)
+ZOR_DISPLAY_TEST_MAIN(TestContextMenu)
 #include "tst_context_menu.moc"

@@ -9,7 +9,7 @@
 #include <QToolButton>
 #include <QtTest>
 
-class tst_display_view : public QObject
+class TestDisplayView : public QObject
 {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ private slots:
     void onlyTheButtonEscapes();
 };
 
-void tst_display_view::declaresItsSignalsInOrder()
+void TestDisplayView::declaresItsSignalsInOrder()
 {
     const QMetaObject& meta = DisplayView::staticMetaObject;
     QStringList own;
@@ -43,7 +43,7 @@ void tst_display_view::declaresItsSignalsInOrder()
     QCOMPARE(own, expected);
 }
 
-void tst_display_view::eventsBecomeSignals_data()
+void TestDisplayView::eventsBecomeSignals_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QString>("expected");
@@ -55,7 +55,7 @@ void tst_display_view::eventsBecomeSignals_data()
     QTest::newRow("view changed") << int(DisplayEvViewChanged) << "changed";
 }
 
-void tst_display_view::eventsBecomeSignals()
+void TestDisplayView::eventsBecomeSignals()
 {
     QFETCH(int, type);
     QFETCH(QString, expected);
@@ -77,7 +77,7 @@ void tst_display_view::eventsBecomeSignals()
     QCOMPARE(emitted, QStringList{expected});
 }
 
-void tst_display_view::otherEventsGoToTheBase_data()
+void TestDisplayView::otherEventsGoToTheBase_data()
 {
     QTest::addColumn<int>("type");
     QTest::newRow("start") << int(DisplayEvStart);
@@ -89,7 +89,7 @@ void tst_display_view::otherEventsGoToTheBase_data()
     QTest::newRow("mouse move over the window frame") << int(QEvent::NonClientAreaMouseMove);
 }
 
-void tst_display_view::otherEventsGoToTheBase()
+void TestDisplayView::otherEventsGoToTheBase()
 {
     QFETCH(int, type);
     DisplayView view;
@@ -106,7 +106,7 @@ void tst_display_view::otherEventsGoToTheBase()
     QCOMPARE(mouse.size() + dump.size() + here.size() + escape.size() + changed.size(), 0);
 }
 
-void tst_display_view::theButtonIsBareAndHidden()
+void TestDisplayView::theButtonIsBareAndHidden()
 {
     DisplayView view;
     const QList<QToolButton*> buttons =
@@ -118,14 +118,14 @@ void tst_display_view::theButtonIsBareAndHidden()
     QCOMPARE(buttons[0]->styleSheet(), "QToolButton {\tbackground-color: transparent; border: 0px; }");
 }
 
-void tst_display_view::theIconIsAFileOfTheHost_data()
+void TestDisplayView::theIconIsAFileOfTheHost_data()
 {
     QTest::addColumn<bool>("there");
     QTest::newRow("the file is there") << true;
     QTest::newRow("without the file the icon is empty") << false;
 }
 
-void tst_display_view::theIconIsAFileOfTheHost()
+void TestDisplayView::theIconIsAFileOfTheHost()
 {
     QFETCH(bool, there);
     const QTemporaryDir folder;
@@ -147,7 +147,7 @@ void tst_display_view::theIconIsAFileOfTheHost()
         QCOMPARE(icon.pixmap(32, 32).toImage().pixelColor(16, 16), QColor(Qt::red));
 }
 
-void tst_display_view::theButtonIsSeenInFullScreenAlone_data()
+void TestDisplayView::theButtonIsSeenInFullScreenAlone_data()
 {
     QTest::addColumn<int>("state");
     QTest::addColumn<bool>("seen");
@@ -158,7 +158,7 @@ void tst_display_view::theButtonIsSeenInFullScreenAlone_data()
     QTest::newRow("full screen and active") << int(Qt::WindowFullScreen | Qt::WindowActive) << false;
 }
 
-void tst_display_view::theButtonIsSeenInFullScreenAlone()
+void TestDisplayView::theButtonIsSeenInFullScreenAlone()
 {
     QFETCH(int, state);
     QFETCH(bool, seen);
@@ -169,7 +169,7 @@ void tst_display_view::theButtonIsSeenInFullScreenAlone()
     QCOMPARE(!view.findChild<QToolButton*>()->isHidden(), seen);
 }
 
-void tst_display_view::theBaseIsShownAfterTheButton()
+void TestDisplayView::theBaseIsShownAfterTheButton()
 {
     QGraphicsScene scene(0, 0, 1000, 1000);
     QGraphicsView plain(&scene);
@@ -193,7 +193,7 @@ void tst_display_view::theBaseIsShownAfterTheButton()
     QVERIFY(buttonWasThere);
 }
 
-void tst_display_view::aChangeOfStateWhileVisibleLeavesTheButton()
+void TestDisplayView::aChangeOfStateWhileVisibleLeavesTheButton()
 {
     DisplayView view;
     const auto* button = view.findChild<QToolButton*>();
@@ -209,7 +209,7 @@ void tst_display_view::aChangeOfStateWhileVisibleLeavesTheButton()
     QVERIFY(!button->isVisible());
 }
 
-void tst_display_view::hiddenAndShownAgainKeepsTheButtonHidden()
+void TestDisplayView::hiddenAndShownAgainKeepsTheButtonHidden()
 {
     DisplayView view;
     for (int i = 0; i < 2; ++i) {
@@ -233,7 +233,7 @@ protected:
 
 } // namespace
 
-void tst_display_view::onlyTheButtonEscapes()
+void TestDisplayView::onlyTheButtonEscapes()
 {
     KeyWatcher parent;
     DisplayView view(&parent);
@@ -246,5 +246,5 @@ void tst_display_view::onlyTheButtonEscapes()
     QCOMPARE(spy.size(), 1);
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_display_view)
+ZOR_DISPLAY_TEST_MAIN(TestDisplayView)
 #include "tst_display_view.moc"

@@ -4,7 +4,7 @@
 #include <QVector>
 #include <QtTest>
 
-class tst_event_types : public QObject
+class TestEventTypes : public QObject
 {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ private:
                                 DisplayEvMessage,     DisplayEvImageProcessed};
 };
 
-void tst_event_types::areRegisteredInTheOrderOfTheirHints()
+void TestEventTypes::areRegisteredInTheOrderOfTheirHints()
 {
     QVector<int> expected = {8000, 8001, 8002, 8003, 8100, 8101, 8102, 8103, 8104, 8200, 8201};
     if (eventHintsAreTaken()) {
@@ -33,11 +33,11 @@ void tst_event_types::areRegisteredInTheOrderOfTheirHints()
     QCOMPARE(types, expected);
 }
 
-void tst_event_types::areRegisteredForGood()
+void TestEventTypes::areRegisteredForGood()
 {
     for (const int type : types)
         QVERIFY(QEvent::registerEventType(type) != type);
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_event_types)
+ZOR_DISPLAY_TEST_MAIN(TestEventTypes)
 #include "tst_event_types.moc"

@@ -3,7 +3,7 @@
 #include <QSignalSpy>
 #include <QtTest>
 
-class tst_hex_dump_entries : public QObject, private MenuFixture
+class TestHexDumpEntries : public QObject, private MenuFixture
 {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ private slots:
     void withoutAViewNothingIsSent();
 };
 
-void tst_hex_dump_entries::addsItsEntriesOnce()
+void TestHexDumpEntries::addsItsEntriesOnce()
 {
     menu->addAction("Zoom in");
     start(DisplayFeatureDump);
@@ -42,7 +42,7 @@ void tst_hex_dump_entries::addsItsEntriesOnce()
     QCOMPARE(FakeViewer::callsOf("cmd.system.menu.create").size(), std::size_t(1));
 }
 
-void tst_hex_dump_entries::entriesFollowTheDump_data()
+void TestHexDumpEntries::entriesFollowTheDump_data()
 {
     QTest::addColumn<bool>("openedBefore");
     QTest::addColumn<int>("answer");
@@ -52,7 +52,7 @@ void tst_hex_dump_entries::entriesFollowTheDump_data()
     QTest::newRow("a failed command counts as shown at the second opening") << true << 0;
 }
 
-void tst_hex_dump_entries::entriesFollowTheDump()
+void TestHexDumpEntries::entriesFollowTheDump()
 {
     QFETCH(bool, openedBefore);
     QFETCH(int, answer);
@@ -71,7 +71,7 @@ void tst_hex_dump_entries::entriesFollowTheDump()
     QVERIFY(!menu->actions().at(2)->isVisible());
 }
 
-void tst_hex_dump_entries::theDumpChangesBeforeItsCommand_data()
+void TestHexDumpEntries::theDumpChangesBeforeItsCommand_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<bool>("on");
@@ -81,7 +81,7 @@ void tst_hex_dump_entries::theDumpChangesBeforeItsCommand_data()
     QTest::newRow("hidden before it is deleted") << "cmd.display.overlay.del" << false << "Show HexPixelDump";
 }
 
-void tst_hex_dump_entries::theDumpChangesBeforeItsCommand()
+void TestHexDumpEntries::theDumpChangesBeforeItsCommand()
 {
     QFETCH(QString, command);
     QFETCH(bool, on);
@@ -102,7 +102,7 @@ void tst_hex_dump_entries::theDumpChangesBeforeItsCommand()
     QCOMPARE(placeInside, on);
 }
 
-void tst_hex_dump_entries::withoutItsFeatureTheDumpStays()
+void TestHexDumpEntries::withoutItsFeatureTheDumpStays()
 {
     start(DisplayFeatureDump);
     QVERIFY(adapter->showDumpOverlay(true));
@@ -113,7 +113,7 @@ void tst_hex_dump_entries::withoutItsFeatureTheDumpStays()
     QCOMPARE(menu->actions().at(1)->text(), "Hide HexPixelDump");
 }
 
-void tst_hex_dump_entries::aWishBeforeTheViewerIsNotKept()
+void TestHexDumpEntries::aWishBeforeTheViewerIsNotKept()
 {
     adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, std::uint32_t(DisplayFeatureDump));
     QVERIFY(!adapter->showDumpOverlay(true));
@@ -123,7 +123,7 @@ void tst_hex_dump_entries::aWishBeforeTheViewerIsNotKept()
     QCOMPARE(menu->actions().at(1)->text(), "Show HexPixelDump");
 }
 
-void tst_hex_dump_entries::theToggleAsksTheView()
+void TestHexDumpEntries::theToggleAsksTheView()
 {
     start(DisplayFeatureDump);
     QVERIFY(openMenu());
@@ -141,7 +141,7 @@ void tst_hex_dump_entries::theToggleAsksTheView()
     QCOMPARE(menu->actions().at(1)->text(), "Hide HexPixelDump");
 }
 
-void tst_hex_dump_entries::thePlaceIsThatOfTheMenu()
+void TestHexDumpEntries::thePlaceIsThatOfTheMenu()
 {
     start(DisplayFeatureDump);
     QVERIFY(openMenu());
@@ -167,7 +167,7 @@ void tst_hex_dump_entries::thePlaceIsThatOfTheMenu()
     QCOMPARE(view->seen[0].windowPos, place);
 }
 
-void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent_data()
+void TestHexDumpEntries::aPlaceThatCannotBeTranslatedIsNotSent_data()
 {
     QTest::addColumn<int>("answer");
     QTest::addColumn<QString>("result");
@@ -179,7 +179,7 @@ void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent_data()
     QTest::newRow("the viewer takes its menu out of the map") << 1 << "1" << true << false;
 }
 
-void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent()
+void TestHexDumpEntries::aPlaceThatCannotBeTranslatedIsNotSent()
 {
     QFETCH(int, answer);
     QFETCH(QString, result);
@@ -210,7 +210,7 @@ void tst_hex_dump_entries::aPlaceThatCannotBeTranslatedIsNotSent()
              std::size_t(hasWidget && keepsMenu ? 1 : 0));
 }
 
-void tst_hex_dump_entries::withoutAViewNothingIsSent()
+void TestHexDumpEntries::withoutAViewNothingIsSent()
 {
     adapter = std::make_unique<DisplayAdapterQT>(nullptr, false, std::uint32_t(DisplayFeatureDump));
     QEvent start(DisplayEvStart);
@@ -230,5 +230,5 @@ void tst_hex_dump_entries::withoutAViewNothingIsSent()
     QVERIFY(view->seen.empty());
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_hex_dump_entries)
+ZOR_DISPLAY_TEST_MAIN(TestHexDumpEntries)
 #include "tst_hex_dump_entries.moc"

@@ -3,7 +3,7 @@
 #include <QtTest>
 
 /// When an image counts as changed, and the header record that the viewer is then configured with.
-class tst_image_header : public QObject
+class TestImageHeader : public QObject
 {
     Q_OBJECT
 
@@ -29,33 +29,33 @@ private:
     std::unique_ptr<DisplayAdapterQT> adapter;
 };
 
-void tst_image_header::init()
+void TestImageHeader::init()
 {
     FakeViewer::reset();
     FakeImageHeaders::reset();
     view = std::make_unique<RecordingView>();
 }
 
-void tst_image_header::cleanup()
+void TestImageHeader::cleanup()
 {
     adapter.reset();
     view.reset();
     QCOMPARE(FakeViewer::living(), 0);
 }
 
-void tst_image_header::start(bool gpu, std::uint32_t features)
+void TestImageHeader::start(bool gpu, std::uint32_t features)
 {
     adapter = std::make_unique<DisplayAdapterQT>(view.get(), gpu, features);
     QVERIFY(!adapter->hasViewer());
     QVERIFY(prepare(imageOf(64, 48)));
 }
 
-bool tst_image_header::prepare(const _ZorImage& image, bool force)
+bool TestImageHeader::prepare(const _ZorImage& image, bool force)
 {
     return adapter->prepareImage(&image, force);
 }
 
-void tst_image_header::configureGetsTheHeader()
+void TestImageHeader::configureGetsTheHeader()
 {
     start(false, 13);
     const _ZorImage* header = FakeImageHeaders::last();
@@ -65,7 +65,7 @@ void tst_image_header::configureGetsTheHeader()
     QCOMPARE(header->pixelType, ZorMono8);
 }
 
-void tst_image_header::anUnchangedImageSendsNothing()
+void TestImageHeader::anUnchangedImageSendsNothing()
 {
     start(false, 13);
     FakeViewer::calls().clear();
@@ -81,7 +81,7 @@ void tst_image_header::anUnchangedImageSendsNothing()
     QCOMPARE(FakeImageHeaders::released(), 0);
 }
 
-void tst_image_header::aChangedImageStartsAgain_data()
+void TestImageHeader::aChangedImageStartsAgain_data()
 {
     QTest::addColumn<quint32>("width");
     QTest::addColumn<quint32>("height");
@@ -93,7 +93,7 @@ void tst_image_header::aChangedImageStartsAgain_data()
     QTest::newRow("a width of all bits") << 0xFFFFFFFFu << 48u << ZorMono8;
 }
 
-void tst_image_header::aChangedImageStartsAgain()
+void TestImageHeader::aChangedImageStartsAgain()
 {
     QFETCH(quint32, width);
     QFETCH(quint32, height);
@@ -115,7 +115,7 @@ void tst_image_header::aChangedImageStartsAgain()
     QVERIFY(!prepare(imageOf(width, height, pixelType)));
 }
 
-void tst_image_header::anEmptyImageStartsAtEveryFrame_data()
+void TestImageHeader::anEmptyImageStartsAtEveryFrame_data()
 {
     QTest::addColumn<quint32>("width");
     QTest::addColumn<quint32>("height");
@@ -125,7 +125,7 @@ void tst_image_header::anEmptyImageStartsAtEveryFrame_data()
     QTest::newRow("pixel type 0") << 64u << 48u << 0u;
 }
 
-void tst_image_header::anEmptyImageStartsAtEveryFrame()
+void TestImageHeader::anEmptyImageStartsAtEveryFrame()
 {
     QFETCH(quint32, width);
     QFETCH(quint32, height);
@@ -143,7 +143,7 @@ void tst_image_header::anEmptyImageStartsAtEveryFrame()
     QCOMPARE(FakeImageHeaders::created(), 1);
 }
 
-void tst_image_header::anEmptyFirstImageStartsTheViewer()
+void TestImageHeader::anEmptyFirstImageStartsTheViewer()
 {
     adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 13);
     QStringList expected = {"create CPU",
@@ -166,7 +166,7 @@ void tst_image_header::anEmptyFirstImageStartsTheViewer()
     QCOMPARE(FakeImageHeaders::released(), 0);
 }
 
-void tst_image_header::aHeaderThatCannotBeMadeStaysNull()
+void TestImageHeader::aHeaderThatCannotBeMadeStaysNull()
 {
     FakeImageHeaders::failFromNowOn();
     start(false, 0);
@@ -176,7 +176,7 @@ void tst_image_header::aHeaderThatCannotBeMadeStaysNull()
     QCOMPARE(FakeViewer::callsOf("configure").size(), std::size_t(2));
 }
 
-void tst_image_header::forceKeepsTheHeader()
+void TestImageHeader::forceKeepsTheHeader()
 {
     start(false, 13);
     FakeViewer::calls().clear();
@@ -192,7 +192,7 @@ void tst_image_header::forceKeepsTheHeader()
     QVERIFY(prepare(imageOf(64, 47), true));
 }
 
-void tst_image_header::withoutAViewTheGeometryIsRemembered()
+void TestImageHeader::withoutAViewTheGeometryIsRemembered()
 {
     adapter = std::make_unique<DisplayAdapterQT>(nullptr, false, 13);
     QVERIFY(prepare(imageOf(64, 48)));
@@ -203,5 +203,5 @@ void tst_image_header::withoutAViewTheGeometryIsRemembered()
     QCOMPARE(adapter->lastError(), 0u);
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_image_header)
+ZOR_DISPLAY_TEST_MAIN(TestImageHeader)
 #include "tst_image_header.moc"

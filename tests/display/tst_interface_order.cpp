@@ -23,7 +23,7 @@ public:
 } // namespace
 
 // The operations are called by their place in the class, by libraries that were built elsewhere.
-class tst_interface_order : public QObject
+class TestInterfaceOrder : public QObject
 {
     Q_OBJECT
 
@@ -76,7 +76,7 @@ static void adapterRows()
     add("stageItem", &A::stageItem);
 }
 
-void tst_interface_order::operationsStandAtTheirPlaces_data()
+void TestInterfaceOrder::operationsStandAtTheirPlaces_data()
 {
     QTest::addColumn<std::size_t>("place");
     QTest::addColumn<std::size_t>("expected");
@@ -111,7 +111,7 @@ void tst_interface_order::operationsStandAtTheirPlaces_data()
     row("listener: notify", virtualPlace(&ZorDisplayCommand::notify), 3);
 }
 
-void tst_interface_order::operationsStandAtTheirPlaces()
+void TestInterfaceOrder::operationsStandAtTheirPlaces()
 {
     if (!ZOR_HAS_VIRTUAL_PLACE)
         QSKIP("in this ABI the place of a virtual operation cannot be read");
@@ -120,7 +120,7 @@ void tst_interface_order::operationsStandAtTheirPlaces()
     QCOMPARE(place, expected);
 }
 
-void tst_interface_order::mouseEventsStartEmpty()
+void TestInterfaceOrder::mouseEventsStartEmpty()
 {
     const DisplayAdapterQT::DisplayMouseEv mouse(DisplayEvMouseMove);
     QCOMPARE(mouse.result, 0);
@@ -128,7 +128,7 @@ void tst_interface_order::mouseEventsStartEmpty()
     QCOMPARE(mouse.windowPos, QPoint());
 }
 
-void tst_interface_order::thePlainListenerIgnoresNotifications()
+void TestInterfaceOrder::thePlainListenerIgnoresNotifications()
 {
     ZorDisplayCommand listener;
     ParameterMap map;
@@ -137,7 +137,7 @@ void tst_interface_order::thePlainListenerIgnoresNotifications()
     QVERIFY(map.empty());
 }
 
-void tst_interface_order::theImageProcessorsBaseAnswers()
+void TestInterfaceOrder::theImageProcessorsBaseAnswers()
 {
     PlainProcessor processor;
     ZorImgProcessor& base = processor;
@@ -147,7 +147,7 @@ void tst_interface_order::theImageProcessorsBaseAnswers()
     QCOMPARE(base.baseTrueToo(), true);
 }
 
-void tst_interface_order::adaptersHaveNoSignalsOrSlots_data()
+void TestInterfaceOrder::adaptersHaveNoSignalsOrSlots_data()
 {
     QTest::addColumn<const QMetaObject*>("meta");
     QTest::addColumn<const QMetaObject*>("base");
@@ -156,7 +156,7 @@ void tst_interface_order::adaptersHaveNoSignalsOrSlots_data()
         << DisplayAdapterQT(nullptr, false, 0).metaObject() << &DisplayAdapter::staticMetaObject;
 }
 
-void tst_interface_order::adaptersHaveNoSignalsOrSlots()
+void TestInterfaceOrder::adaptersHaveNoSignalsOrSlots()
 {
     QFETCH(const QMetaObject*, meta);
     QFETCH(const QMetaObject*, base);
@@ -165,5 +165,5 @@ void tst_interface_order::adaptersHaveNoSignalsOrSlots()
     QCOMPARE(meta->methodCount(), meta->methodOffset());
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_interface_order)
+ZOR_DISPLAY_TEST_MAIN(TestInterfaceOrder)
 #include "tst_interface_order.moc"

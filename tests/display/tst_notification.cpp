@@ -6,7 +6,7 @@
 #include <QtTest>
 
 // The listener's address is known to the viewer alone: each test starts the viewer and speaks through it.
-class tst_notification : public QObject
+class TestNotification : public QObject
 {
     Q_OBJECT
 
@@ -34,7 +34,7 @@ private:
     std::unique_ptr<DisplayAdapterQT> adapter;
 };
 
-void tst_notification::init()
+void TestNotification::init()
 {
     FakeViewer::reset();
     FakeImageHeaders::reset();
@@ -44,13 +44,13 @@ void tst_notification::init()
     adapter->prepareImage(&image, false);
 }
 
-void tst_notification::cleanup()
+void TestNotification::cleanup()
 {
     adapter.reset();
     view.reset();
 }
 
-void tst_notification::becomesEvents_data()
+void TestNotification::becomesEvents_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QByteArray>("code");
@@ -103,7 +103,7 @@ void tst_notification::becomesEvents_data()
     row("no code is dropped", "notification.image", nullptr, "1", 0, 0);
 }
 
-void tst_notification::becomesEvents()
+void TestNotification::becomesEvents()
 {
     QFETCH(QByteArray, name);
     QFETCH(QByteArray, code);
@@ -130,7 +130,7 @@ void tst_notification::becomesEvents()
     QCOMPARE(calledNames().contains("cmd.system.menu.create"), menu);
 }
 
-void tst_notification::leavesKeysBehind_data()
+void TestNotification::leavesKeysBehind_data()
 {
     QTest::addColumn<QByteArray>("code");
     QTest::addColumn<QStringList>("after");
@@ -143,7 +143,7 @@ void tst_notification::leavesKeysBehind_data()
     QTest::newRow("a finished image") << QByteArray("processed") << QStringList{"code=processed"};
 }
 
-void tst_notification::leavesKeysBehind()
+void TestNotification::leavesKeysBehind()
 {
     QFETCH(QByteArray, code);
     QFETCH(QStringList, after);
@@ -154,7 +154,7 @@ void tst_notification::leavesKeysBehind()
     QCOMPARE(textOf(parameters), after);
 }
 
-void tst_notification::mouseEventsCarryTheirPlaces_data()
+void TestNotification::mouseEventsCarryTheirPlaces_data()
 {
     QTest::addColumn<QByteArray>("code");
     QTest::newRow("press") << QByteArray("mouse.down");
@@ -162,7 +162,7 @@ void tst_notification::mouseEventsCarryTheirPlaces_data()
     QTest::newRow("release") << QByteArray("mouse.up");
 }
 
-void tst_notification::mouseEventsCarryTheirPlaces()
+void TestNotification::mouseEventsCarryTheirPlaces()
 {
     QFETCH(QByteArray, code);
     ParameterMap parameters = {{"code", code.toStdString()},
@@ -188,7 +188,7 @@ void tst_notification::mouseEventsCarryTheirPlaces()
     QCOMPARE(view->seen.at(1).windowPos, QPoint());
 }
 
-void tst_notification::aPressHandsItsResultBack()
+void TestNotification::aPressHandsItsResultBack()
 {
     view->pressResult = -77;
     ParameterMap press = {{"code", "mouse.down"}, {"left", "1"}};
@@ -206,14 +206,14 @@ void tst_notification::aPressHandsItsResultBack()
     QCOMPARE(view->seen.back().result, 0);
 }
 
-void tst_notification::aNullMapIsIgnored()
+void TestNotification::aNullMapIsIgnored()
 {
     QCOMPARE(FakeViewer::notify("notification.view", nullptr), std::int64_t(0));
     QCoreApplication::sendPostedEvents();
     QVERIFY(view->seen.empty());
 }
 
-void tst_notification::postedEventsKeepTheirOrder()
+void TestNotification::postedEventsKeepTheirOrder()
 {
     for (int i = 0; i < 20; ++i) {
         ParameterMap parameters = {{"code", i % 3 == 2 ? "view.changed" : "mouse.move"},
@@ -230,7 +230,7 @@ void tst_notification::postedEventsKeepTheirOrder()
     }
 }
 
-void tst_notification::anotherThreadIsHeard_data()
+void TestNotification::anotherThreadIsHeard_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QByteArray>("code");
@@ -250,7 +250,7 @@ void tst_notification::anotherThreadIsHeard_data()
         << viewName << QByteArray("view.changed") << int(DisplayEvViewChanged) << true;
 }
 
-void tst_notification::anotherThreadIsHeard()
+void TestNotification::anotherThreadIsHeard()
 {
     QFETCH(QByteArray, name);
     QFETCH(QByteArray, code);
@@ -269,7 +269,7 @@ void tst_notification::anotherThreadIsHeard()
     QVERIFY(view->seen[0].thread == (posted ? std::this_thread::get_id() : viewerThread));
 }
 
-void tst_notification::aRightPressOfAnotherThreadOpensTheMenuOnTheViews()
+void TestNotification::aRightPressOfAnotherThreadOpensTheMenuOnTheViews()
 {
     QMenu menu;
     std::vector<std::thread::id> threads;
@@ -297,7 +297,7 @@ void tst_notification::aRightPressOfAnotherThreadOpensTheMenuOnTheViews()
     QVERIFY(view->seen.empty());
 }
 
-void tst_notification::aPressAndItsReleaseCrossWhileTheViewWaits()
+void TestNotification::aPressAndItsReleaseCrossWhileTheViewWaits()
 {
     std::vector<int> signalled;
     std::vector<std::thread::id> threads;
@@ -332,7 +332,7 @@ void tst_notification::aPressAndItsReleaseCrossWhileTheViewWaits()
     QVERIFY(threads[2] == std::this_thread::get_id());
 }
 
-void tst_notification::aListenerMayHaveAPressQueued()
+void TestNotification::aListenerMayHaveAPressQueued()
 {
     QObject listener;
     std::vector<std::thread::id> threads;
@@ -353,7 +353,7 @@ void tst_notification::aListenerMayHaveAPressQueued()
     QCOMPARE(type, int(DisplayEvMouseDown));
 }
 
-void tst_notification::withoutAViewNothingIsDelivered()
+void TestNotification::withoutAViewNothingIsDelivered()
 {
     DisplayAdapterQT viewless(nullptr, false, 13);
     FakeViewer::calls().clear();
@@ -374,5 +374,5 @@ void tst_notification::withoutAViewNothingIsDelivered()
     QVERIFY(view->seen.empty());
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_notification)
+ZOR_DISPLAY_TEST_MAIN(TestNotification)
 #include "tst_notification.moc"

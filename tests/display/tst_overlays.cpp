@@ -9,7 +9,7 @@ const QStringList inspectDefaults = {"line.clr=16419840", "line.width=1", "objec
 
 } // namespace
 
-class tst_overlays : public QObject
+class TestOverlays : public QObject
 {
     Q_OBJECT
 
@@ -43,7 +43,7 @@ private:
     std::unique_ptr<DisplayAdapterQT> adapter;
 };
 
-void tst_overlays::init()
+void TestOverlays::init()
 {
     FakeViewer::reset();
     FakeImageHeaders::reset();
@@ -51,7 +51,7 @@ void tst_overlays::init()
     adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 3);
 }
 
-void tst_overlays::cleanup()
+void TestOverlays::cleanup()
 {
     adapter.reset();
     view.reset();
@@ -73,12 +73,12 @@ static void featureRows()
     QTest::newRow("the feature comes before the viewer, inspect") << false << 0u << false << 3u;
 }
 
-void tst_overlays::rectanglesNeedFeatureAndViewer_data()
+void TestOverlays::rectanglesNeedFeatureAndViewer_data()
 {
     featureRows();
 }
 
-void tst_overlays::rectanglesNeedFeatureAndViewer()
+void TestOverlays::rectanglesNeedFeatureAndViewer()
 {
     QFETCH(bool, dump);
     QFETCH(quint32, features);
@@ -95,7 +95,7 @@ void tst_overlays::rectanglesNeedFeatureAndViewer()
     QCOMPARE(calledNames(), QStringList());
 }
 
-void tst_overlays::rectanglesAreStoredForTheNextShow_data()
+void TestOverlays::rectanglesAreStoredForTheNextShow_data()
 {
     QTest::addColumn<bool>("dump");
     QTest::addColumn<QByteArray>("space");
@@ -108,7 +108,7 @@ void tst_overlays::rectanglesAreStoredForTheNextShow_data()
     }
 }
 
-void tst_overlays::rectanglesAreStoredForTheNextShow()
+void TestOverlays::rectanglesAreStoredForTheNextShow()
 {
     QFETCH(bool, dump);
     QFETCH(QByteArray, space);
@@ -135,7 +135,7 @@ void tst_overlays::rectanglesAreStoredForTheNextShow()
     QCOMPARE(textOf(FakeViewer::calls().at(2).before), dump ? inspectDefaults : dumpDefaults);
 }
 
-void tst_overlays::rectanglesNeedAViewer()
+void TestOverlays::rectanglesNeedAViewer()
 {
     QVERIFY(!adapter->setInspectRect(1, 2, 3, 4, "base"));
     QCOMPARE(adapter->lastError(), 8u);
@@ -145,12 +145,12 @@ void tst_overlays::rectanglesNeedAViewer()
     QCOMPARE(textOf(FakeViewer::calls().at(0).before), inspectDefaults);
 }
 
-void tst_overlays::showingNeedsFeatureAndViewer_data()
+void TestOverlays::showingNeedsFeatureAndViewer_data()
 {
     featureRows();
 }
 
-void tst_overlays::showingNeedsFeatureAndViewer()
+void TestOverlays::showingNeedsFeatureAndViewer()
 {
     QFETCH(bool, dump);
     QFETCH(quint32, features);
@@ -169,7 +169,7 @@ void tst_overlays::showingNeedsFeatureAndViewer()
     }
 }
 
-void tst_overlays::onlyOneIsSuccess_data()
+void TestOverlays::onlyOneIsSuccess_data()
 {
     QTest::addColumn<bool>("dump");
     QTest::addColumn<bool>("on");
@@ -185,7 +185,7 @@ void tst_overlays::onlyOneIsSuccess_data()
     }
 }
 
-void tst_overlays::onlyOneIsSuccess()
+void TestOverlays::onlyOneIsSuccess()
 {
     QFETCH(bool, dump);
     QFETCH(bool, on);
@@ -199,7 +199,7 @@ void tst_overlays::onlyOneIsSuccess()
     QCOMPARE(calledNames(), QStringList{command});
 }
 
-void tst_overlays::deletingBeforeAnyRectangleSendsTheDefaults()
+void TestOverlays::deletingBeforeAnyRectangleSendsTheDefaults()
 {
     startQuietly(*adapter);
     QVERIFY(adapter->showDumpOverlay(false));
@@ -210,7 +210,7 @@ void tst_overlays::deletingBeforeAnyRectangleSendsTheDefaults()
     QCOMPARE(textOf(sent[1].before), inspectDefaults);
 }
 
-void tst_overlays::defaultsAreThereAfterAFailedConfigure()
+void TestOverlays::defaultsAreThereAfterAFailedConfigure()
 {
     FakeViewer::script().configureStatus = 4;
     startQuietly(*adapter);
@@ -221,7 +221,7 @@ void tst_overlays::defaultsAreThereAfterAFailedConfigure()
     QCOMPARE(textOf(FakeViewer::calls().at(1).before), inspectDefaults);
 }
 
-void tst_overlays::theViewerMayWriteIntoTheStoredMap()
+void TestOverlays::theViewerMayWriteIntoTheStoredMap()
 {
     startQuietly(*adapter);
     FakeViewer::script().answers["cmd.display.overlay.rect.add"] = [](ParameterMap* map) {
@@ -233,5 +233,5 @@ void tst_overlays::theViewerMayWriteIntoTheStoredMap()
     QVERIFY(textOf(FakeViewer::calls().at(1).before).contains("handle=12"));
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_overlays)
+ZOR_DISPLAY_TEST_MAIN(TestOverlays)
 #include "tst_overlays.moc"

@@ -8,7 +8,7 @@
 #include <clocale>
 #include <limits>
 
-class tst_parameter_text : public QObject
+class TestParameterText : public QObject
 {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ private slots:
     void keysAreOrderedByteByByte();
 };
 
-void tst_parameter_text::integersGoOutAndComeBack_data()
+void TestParameterText::integersGoOutAndComeBack_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<QString>("text");
@@ -40,7 +40,7 @@ void tst_parameter_text::integersGoOutAndComeBack_data()
     QTest::newRow("smallest") << std::numeric_limits<int>::min() << "-2147483648";
 }
 
-void tst_parameter_text::integersGoOutAndComeBack()
+void TestParameterText::integersGoOutAndComeBack()
 {
     QFETCH(int, value);
     QFETCH(QString, text);
@@ -51,7 +51,7 @@ void tst_parameter_text::integersGoOutAndComeBack()
     QCOMPARE(paramInt(&map, "key"), value);
 }
 
-void tst_parameter_text::integersAreReadLeniently_data()
+void TestParameterText::integersAreReadLeniently_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("value");
@@ -65,7 +65,7 @@ void tst_parameter_text::integersAreReadLeniently_data()
     QTest::newRow("beyond 64 bits") << "99999999999999999999999" << std::numeric_limits<int>::max();
 }
 
-void tst_parameter_text::integersAreReadLeniently()
+void TestParameterText::integersAreReadLeniently()
 {
     QFETCH(QString, text);
     QFETCH(int, value);
@@ -74,7 +74,7 @@ void tst_parameter_text::integersAreReadLeniently()
     QCOMPARE(paramIndexedInt(map, "key"), value);
 }
 
-void tst_parameter_text::realNumbersTakeTheirFormat_data()
+void TestParameterText::realNumbersTakeTheirFormat_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QByteArray>("format");
@@ -88,7 +88,7 @@ void tst_parameter_text::realNumbersTakeTheirFormat_data()
         << 1.0 << QByteArray("%.300f") << "1." + QString(253, '0');
 }
 
-void tst_parameter_text::realNumbersTakeTheirFormat()
+void TestParameterText::realNumbersTakeTheirFormat()
 {
     QFETCH(double, value);
     QFETCH(QByteArray, format);
@@ -100,7 +100,7 @@ void tst_parameter_text::realNumbersTakeTheirFormat()
     QCOMPARE(QString::fromStdString(textFromDouble(value, given)), text);
 }
 
-void tst_parameter_text::realNumbersHaveAPointInEveryLocale()
+void TestParameterText::realNumbersHaveAPointInEveryLocale()
 {
     const QTemporaryDir folder;
     QVERIFY(folder.isValid());
@@ -124,7 +124,7 @@ void tst_parameter_text::realNumbersHaveAPointInEveryLocale()
     QCOMPARE(afterwards, "0,500000");
 }
 
-void tst_parameter_text::coloursArePacked_data()
+void TestParameterText::coloursArePacked_data()
 {
     QTest::addColumn<int>("red");
     QTest::addColumn<int>("green");
@@ -137,7 +137,7 @@ void tst_parameter_text::coloursArePacked_data()
     QTest::newRow("black") << 0 << 0 << 0 << "0";
 }
 
-void tst_parameter_text::coloursArePacked()
+void TestParameterText::coloursArePacked()
 {
     QFETCH(int, red);
     QFETCH(int, green);
@@ -147,7 +147,7 @@ void tst_parameter_text::coloursArePacked()
     QCOMPARE(QString::fromStdString(textFromColor(byte(red), byte(green), byte(blue))), text);
 }
 
-void tst_parameter_text::pointersGoOutAndComeBack()
+void TestParameterText::pointersGoOutAndComeBack()
 {
     int target = 0;
     char expected[64] = {};
@@ -162,7 +162,7 @@ void tst_parameter_text::pointersGoOutAndComeBack()
     QVERIFY(!map.count("absent"));
 }
 
-void tst_parameter_text::writersRefuseNull()
+void TestParameterText::writersRefuseNull()
 {
     ParameterMap map = {{"old", "1"}};
     QVERIFY(!paramSetInt(nullptr, "key", 1));
@@ -176,7 +176,7 @@ void tst_parameter_text::writersRefuseNull()
     QCOMPARE(textOf(map), QStringList{"old="});
 }
 
-void tst_parameter_text::readersOfNullGiveNothing()
+void TestParameterText::readersOfNullGiveNothing()
 {
     const ParameterMap map = {{"key", "5"}};
     QCOMPARE(paramInt(nullptr, "key"), 0);
@@ -187,7 +187,7 @@ void tst_parameter_text::readersOfNullGiveNothing()
     QVERIFY(!paramPointer(&map, nullptr));
 }
 
-void tst_parameter_text::readersNeverAddAKey()
+void TestParameterText::readersNeverAddAKey()
 {
     const ParameterMap map = {{"empty", ""}};
     QCOMPARE(paramInt(&map, "empty"), 0);
@@ -196,14 +196,14 @@ void tst_parameter_text::readersNeverAddAKey()
     QCOMPARE(textOf(map), QStringList{"empty="});
 }
 
-void tst_parameter_text::indexedReadsAddTheKey()
+void TestParameterText::indexedReadsAddTheKey()
 {
     ParameterMap map;
     QCOMPARE(paramIndexedInt(map, "left"), 0);
     QCOMPARE(textOf(map), QStringList{"left="});
 }
 
-void tst_parameter_text::keysAreOrderedByteByByte()
+void TestParameterText::keysAreOrderedByteByByte()
 {
     ParameterMap map;
     for (const char* key : {"pos.y", "\xc3\xa4", "pos", "cs.src", "Zoom", "cs", "pos.x"})
@@ -212,5 +212,5 @@ void tst_parameter_text::keysAreOrderedByteByByte()
     QCOMPARE(textOf(map), expected);
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_parameter_text)
+ZOR_DISPLAY_TEST_MAIN(TestParameterText)
 #include "tst_parameter_text.moc"

@@ -2,7 +2,7 @@
 
 #include <QtTest>
 
-class tst_viewer_startup : public QObject
+class TestViewerStartup : public QObject
 {
     Q_OBJECT
 
@@ -34,33 +34,33 @@ private:
     std::unique_ptr<DisplayAdapterQT> adapter;
 };
 
-void tst_viewer_startup::init()
+void TestViewerStartup::init()
 {
     FakeViewer::reset();
     FakeImageHeaders::reset();
     view = std::make_unique<RecordingView>();
 }
 
-void tst_viewer_startup::cleanup()
+void TestViewerStartup::cleanup()
 {
     adapter.reset();
     view.reset();
     QCOMPARE(FakeViewer::living(), 0);
 }
 
-void tst_viewer_startup::start(bool gpu, std::uint32_t features)
+void TestViewerStartup::start(bool gpu, std::uint32_t features)
 {
     adapter = std::make_unique<DisplayAdapterQT>(view.get(), gpu, features);
     QVERIFY(!adapter->hasViewer());
     QVERIFY(prepare(imageOf(64, 48)));
 }
 
-bool tst_viewer_startup::prepare(const _ZorImage& image, bool force)
+bool TestViewerStartup::prepare(const _ZorImage& image, bool force)
 {
     return adapter->prepareImage(&image, force);
 }
 
-void tst_viewer_startup::startsCommandByCommand_data()
+void TestViewerStartup::startsCommandByCommand_data()
 {
     QTest::addColumn<bool>("gpu");
     QTest::addColumn<int>("features");
@@ -106,7 +106,7 @@ void tst_viewer_startup::startsCommandByCommand_data()
         << false << 0 << true << 0x30000 << 0 << QStringList{create, message, "configure", add, back};
 }
 
-void tst_viewer_startup::startsCommandByCommand()
+void TestViewerStartup::startsCommandByCommand()
 {
     QFETCH(bool, gpu);
     QFETCH(int, features);
@@ -125,14 +125,14 @@ void tst_viewer_startup::startsCommandByCommand()
     QVERIFY(view->seen.empty());
 }
 
-void tst_viewer_startup::theMessageIsTakenBackByTheSameEvent_data()
+void TestViewerStartup::theMessageIsTakenBackByTheSameEvent_data()
 {
     QTest::addColumn<bool>("canCreate");
     QTest::newRow("success") << true;
     QTest::newRow("failed creation") << false;
 }
 
-void tst_viewer_startup::theMessageIsTakenBackByTheSameEvent()
+void TestViewerStartup::theMessageIsTakenBackByTheSameEvent()
 {
     QFETCH(bool, canCreate);
     FakeViewer::script().canCreate = canCreate;
@@ -142,7 +142,7 @@ void tst_viewer_startup::theMessageIsTakenBackByTheSameEvent()
     QCOMPARE(takenBack.argument, shown.argument);
 }
 
-void tst_viewer_startup::theViewersAnswersAreIgnored_data()
+void TestViewerStartup::theViewersAnswersAreIgnored_data()
 {
     QTest::addColumn<int>("answer");
     QTest::newRow("0") << 0;
@@ -150,7 +150,7 @@ void tst_viewer_startup::theViewersAnswersAreIgnored_data()
     QTest::newRow("-1") << -1;
 }
 
-void tst_viewer_startup::theViewersAnswersAreIgnored()
+void TestViewerStartup::theViewersAnswersAreIgnored()
 {
     QFETCH(int, answer);
     for (const char* command :
@@ -174,7 +174,7 @@ void tst_viewer_startup::theViewersAnswersAreIgnored()
     QCOMPARE(view->seenTypes(), std::vector<int>{DisplayEvMouseDown});
 }
 
-void tst_viewer_startup::theMapIsNeverCleared()
+void TestViewerStartup::theMapIsNeverCleared()
 {
     adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 13);
     adapter->setParameter("gamma", "2");
@@ -202,7 +202,7 @@ void tst_viewer_startup::theMapIsNeverCleared()
     QCOMPARE(set[1].argument, set[0].argument);
 }
 
-void tst_viewer_startup::parametersGoOutInKeyOrder()
+void TestViewerStartup::parametersGoOutInKeyOrder()
 {
     adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 0);
     adapter->setParameter("zebra", "1");
@@ -225,7 +225,7 @@ void tst_viewer_startup::parametersGoOutInKeyOrder()
     QCOMPARE(calledNames(), order);
 }
 
-void tst_viewer_startup::flagsThatChangeLaterCountAtTheNextStart()
+void TestViewerStartup::flagsThatChangeLaterCountAtTheNextStart()
 {
     start(false, 0);
     FakeViewer::calls().clear();
@@ -239,7 +239,7 @@ void tst_viewer_startup::flagsThatChangeLaterCountAtTheNextStart()
     QCOMPARE(calledNames(), expected);
 }
 
-void tst_viewer_startup::aFailedConfigureSkipsOnlyTheRegistration_data()
+void TestViewerStartup::aFailedConfigureSkipsOnlyTheRegistration_data()
 {
     QTest::addColumn<int>("status");
     QTest::addColumn<int>("error");
@@ -248,7 +248,7 @@ void tst_viewer_startup::aFailedConfigureSkipsOnlyTheRegistration_data()
     QTest::newRow("negative") << -1 << 0xFFFF;
 }
 
-void tst_viewer_startup::aFailedConfigureSkipsOnlyTheRegistration()
+void TestViewerStartup::aFailedConfigureSkipsOnlyTheRegistration()
 {
     QFETCH(int, status);
     QFETCH(int, error);
@@ -269,7 +269,7 @@ void tst_viewer_startup::aFailedConfigureSkipsOnlyTheRegistration()
     QCOMPARE(FakeViewer::callsOf("cmd.system.notification.add").size(), std::size_t(1));
 }
 
-void tst_viewer_startup::aFailedCreationIsTriedAgain()
+void TestViewerStartup::aFailedCreationIsTriedAgain()
 {
     FakeViewer::script().canCreate = false;
     start(false, 13);
@@ -292,7 +292,7 @@ void tst_viewer_startup::aFailedCreationIsTriedAgain()
     QCOMPARE(FakeViewer::living(), 1);
 }
 
-void tst_viewer_startup::overlayDefaultsComeBetweenListenerAndFeatures_data()
+void TestViewerStartup::overlayDefaultsComeBetweenListenerAndFeatures_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QStringList>("dump");
@@ -305,7 +305,7 @@ void tst_viewer_startup::overlayDefaultsComeBetweenListenerAndFeatures_data()
     QTest::newRow("there when image events are asked for") << "cmd.parameter.set" << dump << inspect;
 }
 
-void tst_viewer_startup::overlayDefaultsComeBetweenListenerAndFeatures()
+void TestViewerStartup::overlayDefaultsComeBetweenListenerAndFeatures()
 {
     QFETCH(QString, command);
     QFETCH(QStringList, dump);
@@ -323,7 +323,7 @@ void tst_viewer_startup::overlayDefaultsComeBetweenListenerAndFeatures()
     QCOMPARE(textOf(shown[1].before), inspect);
 }
 
-void tst_viewer_startup::overlayDefaultsAreRestored_data()
+void TestViewerStartup::overlayDefaultsAreRestored_data()
 {
     QTest::addColumn<bool>("dump");
     QTest::addColumn<QStringList>("expected");
@@ -336,7 +336,7 @@ void tst_viewer_startup::overlayDefaultsAreRestored_data()
                                                      "rect.w=3",     "rect.x=1",          "rect.y=2"};
 }
 
-void tst_viewer_startup::overlayDefaultsAreRestored()
+void TestViewerStartup::overlayDefaultsAreRestored()
 {
     QFETCH(bool, dump);
     QFETCH(QStringList, expected);
@@ -359,5 +359,5 @@ void tst_viewer_startup::overlayDefaultsAreRestored()
     QCOMPARE(textOf(FakeViewer::callsOf("cmd.display.overlay.rect.add").at(1).before), expected);
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_viewer_startup)
+ZOR_DISPLAY_TEST_MAIN(TestViewerStartup)
 #include "tst_viewer_startup.moc"

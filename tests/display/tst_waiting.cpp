@@ -76,7 +76,7 @@ private:
 
 } // namespace
 
-class tst_waiting : public QObject
+class TestWaiting : public QObject
 {
     Q_OBJECT
 
@@ -107,7 +107,7 @@ private:
     std::unique_ptr<DisplayAdapterQT> adapter;
 };
 
-void tst_waiting::init()
+void TestWaiting::init()
 {
     FakeViewer::reset();
     FakeImageHeaders::reset();
@@ -115,13 +115,13 @@ void tst_waiting::init()
     adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 13);
 }
 
-void tst_waiting::cleanup()
+void TestWaiting::cleanup()
 {
     adapter.reset();
     view.reset();
 }
 
-void tst_waiting::filtersItsOwnEventsOfItsView_data()
+void TestWaiting::filtersItsOwnEventsOfItsView_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<bool>("filtered");
@@ -137,7 +137,7 @@ void tst_waiting::filtersItsOwnEventsOfItsView_data()
     QTest::newRow("an event of Qt") << int(QEvent::Resize) << false;
 }
 
-void tst_waiting::filtersItsOwnEventsOfItsView()
+void TestWaiting::filtersItsOwnEventsOfItsView()
 {
     QFETCH(int, type);
     QFETCH(bool, filtered);
@@ -146,7 +146,7 @@ void tst_waiting::filtersItsOwnEventsOfItsView()
     QCOMPARE(adapter->routeEvent(&event), filtered);
 }
 
-void tst_waiting::filtersNothingElse()
+void TestWaiting::filtersNothingElse()
 {
     QEvent start(DisplayEvStart);
     QVERIFY(!adapter->eventFilter(view->viewport(), &start));
@@ -157,7 +157,7 @@ void tst_waiting::filtersNothingElse()
     QVERIFY(adapter->hasViewer());
 }
 
-void tst_waiting::handledEvents_data()
+void TestWaiting::handledEvents_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<bool>("handled");
@@ -168,7 +168,7 @@ void tst_waiting::handledEvents_data()
     QTest::newRow("an event of Qt") << int(QEvent::Resize) << false;
 }
 
-void tst_waiting::handledEvents()
+void TestWaiting::handledEvents()
 {
     QFETCH(int, type);
     QFETCH(bool, handled);
@@ -180,7 +180,7 @@ void tst_waiting::handledEvents()
     QCOMPARE(calledNames().contains("create CPU"), type == DisplayEvStart);
 }
 
-void tst_waiting::aReservedEventReachesTheView()
+void TestWaiting::aReservedEventReachesTheView()
 {
     QEvent reserved(DisplayEvReserved);
     QCoreApplication::sendEvent(view.get(), &reserved);
@@ -188,7 +188,7 @@ void tst_waiting::aReservedEventReachesTheView()
     QCOMPARE(calledNames(), QStringList());
 }
 
-void tst_waiting::postingNeedsEventAndView()
+void TestWaiting::postingNeedsEventAndView()
 {
     QVERIFY(!adapter->postToView(nullptr));
     QVERIFY(!adapter->postToViewAndWait(nullptr));
@@ -212,7 +212,7 @@ void tst_waiting::postingNeedsEventAndView()
     QCOMPARE(deletions, 4);
 }
 
-void tst_waiting::postedEventsWaitTheirTurn()
+void TestWaiting::postedEventsWaitTheirTurn()
 {
     const auto postPlainly = [this] {
         QCoreApplication::postEvent(view.get(), new QEvent(DisplayEvHexDump), Qt::NormalEventPriority);
@@ -225,7 +225,7 @@ void tst_waiting::postedEventsWaitTheirTurn()
     QCOMPARE(view->seenTypes(), expected);
 }
 
-void tst_waiting::pendingEventsArriveInsidePrepare()
+void TestWaiting::pendingEventsArriveInsidePrepare()
 {
     adapter->postToView(new QEvent(DisplayEvViewChanged));
     const _ZorImage image = imageOf(64, 48);
@@ -237,7 +237,7 @@ void tst_waiting::pendingEventsArriveInsidePrepare()
     QCOMPARE(view->seen.size(), std::size_t(1));
 }
 
-void tst_waiting::otherEventsOfTheThreadArriveInsidePrepare_data()
+void TestWaiting::otherEventsOfTheThreadArriveInsidePrepare_data()
 {
     QTest::addColumn<QString>("source");
     QTest::newRow("a posted event of another object") << "post";
@@ -245,7 +245,7 @@ void tst_waiting::otherEventsOfTheThreadArriveInsidePrepare_data()
     QTest::newRow("a file that can be read") << "file";
 }
 
-void tst_waiting::otherEventsOfTheThreadArriveInsidePrepare()
+void TestWaiting::otherEventsOfTheThreadArriveInsidePrepare()
 {
     QFETCH(QString, source);
     QObject other;
@@ -278,7 +278,7 @@ void tst_waiting::otherEventsOfTheThreadArriveInsidePrepare()
     close(ends[1]);
 }
 
-void tst_waiting::anotherThreadWaitsForTheStart_data()
+void TestWaiting::anotherThreadWaitsForTheStart_data()
 {
     QTest::addColumn<bool>("canCreate");
     QTest::addColumn<int>("status");
@@ -288,7 +288,7 @@ void tst_waiting::anotherThreadWaitsForTheStart_data()
     QTest::newRow("failed configure") << true << 6 << 6u;
 }
 
-void tst_waiting::anotherThreadWaitsForTheStart()
+void TestWaiting::anotherThreadWaitsForTheStart()
 {
     QFETCH(bool, canCreate);
     QFETCH(int, status);
@@ -318,7 +318,7 @@ void tst_waiting::anotherThreadWaitsForTheStart()
     QVERIFY(startThread == (canCreate ? std::this_thread::get_id() : std::thread::id()));
 }
 
-void tst_waiting::anotherThreadShowsManyShapes()
+void TestWaiting::anotherThreadShowsManyShapes()
 {
     int changes = 0;
     std::atomic<int> configured{0};
@@ -346,7 +346,7 @@ void tst_waiting::anotherThreadShowsManyShapes()
         QCOMPARE(view->seen[std::size_t(i)].imagePos.x(), i);
 }
 
-void tst_waiting::anyHandledEventEndsTheWait_data()
+void TestWaiting::anyHandledEventEndsTheWait_data()
 {
     QTest::addColumn<int>("type");
     QTest::newRow("none at all") << 0;
@@ -356,7 +356,7 @@ void tst_waiting::anyHandledEventEndsTheWait_data()
     QTest::newRow("one that the adapter has no use for") << int(QEvent::User);
 }
 
-void tst_waiting::anyHandledEventEndsTheWait()
+void TestWaiting::anyHandledEventEndsTheWait()
 {
     QFETCH(int, type);
     bool posted = false;
@@ -373,7 +373,7 @@ void tst_waiting::anyHandledEventEndsTheWait()
     QVERIFY(posted);
 }
 
-void tst_waiting::anEventThatIsHandledBeforeTheWaitEndsIt()
+void TestWaiting::anEventThatIsHandledBeforeTheWaitEndsIt()
 {
     auto* application = static_cast<TsanApplication*>(QCoreApplication::instance());
     std::atomic<bool> posted{false};
@@ -402,7 +402,7 @@ void tst_waiting::anEventThatIsHandledBeforeTheWaitEndsIt()
     QVERIFY(adapter->hasViewer());
 }
 
-void tst_waiting::anAdapterMadeElsewhereMovesToItsView()
+void TestWaiting::anAdapterMadeElsewhereMovesToItsView()
 {
     adapter.reset();
     std::thread maker([this] { adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 13); });
@@ -414,5 +414,5 @@ void tst_waiting::anAdapterMadeElsewhereMovesToItsView()
     QCOMPARE(adapter->lastError(), 0u);
 }
 
-ZOR_DISPLAY_TEST_MAIN(tst_waiting)
+ZOR_DISPLAY_TEST_MAIN(TestWaiting)
 #include "tst_waiting.moc"

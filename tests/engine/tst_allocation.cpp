@@ -32,7 +32,7 @@ int __wrap_posix_memalign(void** block, std::size_t alignment, std::size_t bytes
 }
 }
 
-class AllocationTest : public QObject
+class TestAllocation : public QObject
 {
     Q_OBJECT
 
@@ -47,7 +47,7 @@ private slots:
     void nullIsReleased();
 };
 
-void AllocationTest::blocksCanBeWrittenToTheirEnd_data()
+void TestAllocation::blocksCanBeWrittenToTheirEnd_data()
 {
     QTest::addColumn<qulonglong>("bytes");
     QTest::newRow("a size of 0 gets a byte all the same") << 0ull;
@@ -58,7 +58,7 @@ void AllocationTest::blocksCanBeWrittenToTheirEnd_data()
     QTest::newRow("a large block that ends inside a page") << (8ull << 20) + 4097;
 }
 
-void AllocationTest::blocksCanBeWrittenToTheirEnd()
+void TestAllocation::blocksCanBeWrittenToTheirEnd()
 {
     QFETCH(qulonglong, bytes);
     const std::size_t room = bytes > 0 ? bytes : 1;
@@ -72,14 +72,14 @@ void AllocationTest::blocksCanBeWrittenToTheirEnd()
     zorRelease(block);
 }
 
-void AllocationTest::noMemoryGivesNull_data()
+void TestAllocation::noMemoryGivesNull_data()
 {
     QTest::addColumn<qulonglong>("bytes");
     QTest::newRow("a line") << 2784ull;
     QTest::newRow("a large block") << (64ull << 20);
 }
 
-void AllocationTest::noMemoryGivesNull()
+void TestAllocation::noMemoryGivesNull()
 {
     QFETCH(qulonglong, bytes);
     outOfMemory = true;
@@ -90,7 +90,7 @@ void AllocationTest::noMemoryGivesNull()
     QVERIFY(!pixels);
 }
 
-void AllocationTest::pixAllocRefusesSizesOfZeroAndLess_data()
+void TestAllocation::pixAllocRefusesSizesOfZeroAndLess_data()
 {
     QTest::addColumn<int>("bytes");
     QTest::newRow("0") << 0;
@@ -98,13 +98,13 @@ void AllocationTest::pixAllocRefusesSizesOfZeroAndLess_data()
     QTest::newRow("the lowest number") << std::numeric_limits<int>::min();
 }
 
-void AllocationTest::pixAllocRefusesSizesOfZeroAndLess()
+void TestAllocation::pixAllocRefusesSizesOfZeroAndLess()
 {
     QFETCH(int, bytes);
     QVERIFY(!zor::pixAlloc(bytes));
 }
 
-void AllocationTest::pixAllocGivesBlocks()
+void TestAllocation::pixAllocGivesBlocks()
 {
     auto* block = static_cast<unsigned char*>(zor::pixAlloc(1104));
     QVERIFY(block);
@@ -113,7 +113,7 @@ void AllocationTest::pixAllocGivesBlocks()
     zor::pixFree(block);
 }
 
-void AllocationTest::nullIsReleased()
+void TestAllocation::nullIsReleased()
 {
     zorRelease(nullptr);
     zor::pixFree(nullptr);
@@ -123,5 +123,5 @@ void AllocationTest::nullIsReleased()
     zorRelease(block);
 }
 
-QTEST_APPLESS_MAIN(AllocationTest)
+QTEST_APPLESS_MAIN(TestAllocation)
 #include "tst_allocation.moc"

@@ -1,10 +1,10 @@
 #include "engine/CellImage.h"
-#include "engine/EngineTesting.h"
-#include "engine/Words.h"
+#include "tests/engine/EngineTesting.h"
+#include "tests/engine/Words.h"
 
 #include <QtTest>
 
-class CellImageTest : public QObject
+class TestCellImage : public QObject
 {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ private slots:
     void spareCellsAreCleared();
 };
 
-void CellImageTest::workingImagesHaveOneRowMore_data()
+void TestCellImage::workingImagesHaveOneRowMore_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -38,7 +38,7 @@ void CellImageTest::workingImagesHaveOneRowMore_data()
     QTest::newRow("no rows leave the spare one") << 5 << 0 << 12 << 12;
 }
 
-void CellImageTest::workingImagesHaveOneRowMore()
+void TestCellImage::workingImagesHaveOneRowMore()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -50,7 +50,7 @@ void CellImageTest::workingImagesHaveOneRowMore()
     QCOMPARE(zor::cellBlockBytes(40000, 40000), std::size_t{80000} * 40001);
 }
 
-void CellImageTest::saturationLimitsFollowTheDepth_data()
+void TestCellImage::saturationLimitsFollowTheDepth_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("limit");
@@ -60,14 +60,14 @@ void CellImageTest::saturationLimitsFollowTheDepth_data()
     QTest::newRow("depth 16") << 16 << 65535;
 }
 
-void CellImageTest::saturationLimitsFollowTheDepth()
+void TestCellImage::saturationLimitsFollowTheDepth()
 {
     QFETCH(int, depth);
     QFETCH(int, limit);
     QCOMPARE(zor::saturationLimit(depth), limit);
 }
 
-void CellImageTest::eightBitFramesAreWidened()
+void TestCellImage::eightBitFramesAreWidened()
 {
     const std::uint8_t frame[] = {1, 2, 255, 0xEE, 4, 5, 6};
     for (const std::uint8_t poison : enginetest::Poisons) {
@@ -77,7 +77,7 @@ void CellImageTest::eightBitFramesAreWidened()
     }
 }
 
-void CellImageTest::eightBitFramesThatCannotBeWidenedAreBlack_data()
+void TestCellImage::eightBitFramesThatCannotBeWidenedAreBlack_data()
 {
     QTest::addColumn<int>("step");
     QTest::addColumn<int>("width");
@@ -85,7 +85,7 @@ void CellImageTest::eightBitFramesThatCannotBeWidenedAreBlack_data()
     QTest::newRow("a negative step") << -4 << 3;
 }
 
-void CellImageTest::eightBitFramesThatCannotBeWidenedAreBlack()
+void TestCellImage::eightBitFramesThatCannotBeWidenedAreBlack()
 {
     QFETCH(int, step);
     QFETCH(int, width);
@@ -98,7 +98,7 @@ void CellImageTest::eightBitFramesThatCannotBeWidenedAreBlack()
     }
 }
 
-void CellImageTest::widerFramesAreCopiedFlat_data()
+void TestCellImage::widerFramesAreCopiedFlat_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("step");
@@ -113,7 +113,7 @@ void CellImageTest::widerFramesAreCopiedFlat_data()
     QTest::newRow("the last row without its padding") << 1 << 4 << Words{1, 9, 2} << Words{1, 9, 2, 0, 0, 0};
 }
 
-void CellImageTest::widerFramesAreCopiedFlat()
+void TestCellImage::widerFramesAreCopiedFlat()
 {
     QFETCH(int, width);
     QFETCH(int, step);
@@ -130,14 +130,14 @@ void CellImageTest::widerFramesAreCopiedFlat()
     }
 }
 
-void CellImageTest::otherDepthsAreBlack_data()
+void TestCellImage::otherDepthsAreBlack_data()
 {
     QTest::addColumn<int>("depth");
     for (const int depth : {0, 1, 2, 5, 7, 17, 24, 32})
         QTest::addRow("depth %d", depth) << depth;
 }
 
-void CellImageTest::otherDepthsAreBlack()
+void TestCellImage::otherDepthsAreBlack()
 {
     QFETCH(int, depth);
     const std::uint8_t frame[] = {1, 2, 3, 4};
@@ -148,7 +148,7 @@ void CellImageTest::otherDepthsAreBlack()
     }
 }
 
-void CellImageTest::spareCellsAreCleared_data()
+void TestCellImage::spareCellsAreCleared_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -159,7 +159,7 @@ void CellImageTest::spareCellsAreCleared_data()
     QTest::newRow("no columns leave nothing") << 0 << 3;
 }
 
-void CellImageTest::spareCellsAreCleared()
+void TestCellImage::spareCellsAreCleared()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -180,5 +180,5 @@ void CellImageTest::spareCellsAreCleared()
     }
 }
 
-QTEST_APPLESS_MAIN(CellImageTest)
+QTEST_APPLESS_MAIN(TestCellImage)
 #include "tst_cell_image.moc"

@@ -1,12 +1,12 @@
 #include "engine/Coefficient.h"
-#include "engine/EngineTesting.h"
-#include "reference/EngineReference.h"
+#include "tests/engine/EngineTesting.h"
+#include "tests/reference/EngineReference.h"
 
 #include <QtTest>
 
 #include <limits>
 
-class CoefficientTest : public QObject
+class TestCoefficient : public QObject
 {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ private slots:
     void randomGainsEqualTheReference();
 };
 
-void CoefficientTest::gainsHaveTheirCoefficient_data()
+void TestCoefficient::gainsHaveTheirCoefficient_data()
 {
     QTest::addColumn<double>("gain");
     QTest::addColumn<int>("at8");
@@ -42,7 +42,7 @@ void CoefficientTest::gainsHaveTheirCoefficient_data()
     QTest::newRow("the largest integer part wraps") << 2147483647.0 << -256 << -4096;
 }
 
-void CoefficientTest::gainsHaveTheirCoefficient()
+void TestCoefficient::gainsHaveTheirCoefficient()
 {
     QFETCH(double, gain);
     QFETCH(int, at8);
@@ -53,7 +53,7 @@ void CoefficientTest::gainsHaveTheirCoefficient()
     QCOMPARE(reference::coefficient(gain, 12), at12);
 }
 
-void CoefficientTest::otherFractionBits_data()
+void TestCoefficient::otherFractionBits_data()
 {
     QTest::addColumn<double>("gain");
     QTest::addColumn<int>("bits");
@@ -68,7 +68,7 @@ void CoefficientTest::otherFractionBits_data()
         << qInf() << 0 << std::numeric_limits<int>::min();
 }
 
-void CoefficientTest::otherFractionBits()
+void TestCoefficient::otherFractionBits()
 {
     QFETCH(double, gain);
     QFETCH(int, bits);
@@ -76,7 +76,7 @@ void CoefficientTest::otherFractionBits()
     QCOMPARE(zor::EncodeCoefficient(gain, static_cast<std::uint8_t>(bits)), result);
 }
 
-void CoefficientTest::randomGainsEqualTheReference()
+void TestCoefficient::randomGainsEqualTheReference()
 {
     enginetest::Random random(2);
     for (int i = 0; i < 20000; ++i) {
@@ -92,5 +92,5 @@ void CoefficientTest::randomGainsEqualTheReference()
     }
 }
 
-QTEST_APPLESS_MAIN(CoefficientTest)
+QTEST_APPLESS_MAIN(TestCoefficient)
 #include "tst_coefficient.moc"

@@ -1,14 +1,14 @@
 #include "engine/CellImage.h"
 #include "engine/ColumnPass.h"
-#include "engine/EngineTesting.h"
-#include "engine/Words.h"
-#include "reference/EngineReference.h"
+#include "tests/engine/EngineTesting.h"
+#include "tests/engine/Words.h"
+#include "tests/reference/EngineReference.h"
 
 #include <QtTest>
 
 using enginetest::Random;
 
-class ColumnPassTest : public QObject
+class TestColumnPass : public QObject
 {
     Q_OBJECT
 
@@ -24,14 +24,14 @@ private slots:
     void walkIgnoresTheRowsOfTheBlock();
 };
 
-void ColumnPassTest::otherDepthsAreLeftAlone_data()
+void TestColumnPass::otherDepthsAreLeftAlone_data()
 {
     QTest::addColumn<int>("depth");
     for (const int depth : {0, 1, 2, 5, 7, 17, 24, 32})
         QTest::addRow("depth %d", depth) << depth;
 }
 
-void ColumnPassTest::otherDepthsAreLeftAlone()
+void TestColumnPass::otherDepthsAreLeftAlone()
 {
     QFETCH(int, depth);
     std::vector<std::uint8_t> cells(8, 0xA5);
@@ -40,7 +40,7 @@ void ColumnPassTest::otherDepthsAreLeftAlone()
     QCOMPARE(cells, std::vector<std::uint8_t>(8, 0xA5));
 }
 
-void ColumnPassTest::capacityCoversTheStep_data()
+void TestColumnPass::capacityCoversTheStep_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("step");
@@ -52,7 +52,7 @@ void ColumnPassTest::capacityCoversTheStep_data()
     QTest::newRow("no step") << 7 << 0 << 7;
 }
 
-void ColumnPassTest::capacityCoversTheStep()
+void TestColumnPass::capacityCoversTheStep()
 {
     QFETCH(int, width);
     QFETCH(int, step);
@@ -60,7 +60,7 @@ void ColumnPassTest::capacityCoversTheStep()
     QCOMPARE(zor::columnCodeCapacity(width, step), capacity);
 }
 
-void ColumnPassTest::cellsAreMultiplied_data()
+void TestColumnPass::cellsAreMultiplied_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("cell");
@@ -92,7 +92,7 @@ void ColumnPassTest::cellsAreMultiplied_data()
     QTest::newRow("depth 15: the limit is the highest signed number") << 15 << 32767 << 0x0080 << 32767;
 }
 
-void ColumnPassTest::cellsAreMultiplied()
+void TestColumnPass::cellsAreMultiplied()
 {
     QFETCH(int, depth);
     QFETCH(int, cell);
@@ -110,7 +110,7 @@ void ColumnPassTest::cellsAreMultiplied()
 }
 
 /// Padding and the spare row stay, whatever the frame's step is.
-void ColumnPassTest::byteFramesAreWalkedByTheirPixels()
+void TestColumnPass::byteFramesAreWalkedByTheirPixels()
 {
     const std::uint16_t codes[] = {0x200, 0x300, 0x400, 0x500, 0x600};
     for (const int step : {3, 4, 10}) {
@@ -120,7 +120,7 @@ void ColumnPassTest::byteFramesAreWalkedByTheirPixels()
     }
 }
 
-void ColumnPassTest::walkIgnoresTheRowsOfTheBlock_data()
+void TestColumnPass::walkIgnoresTheRowsOfTheBlock_data()
 {
     QTest::addColumn<int>("step");
     QTest::addColumn<Words>("codes");
@@ -150,7 +150,7 @@ void ColumnPassTest::walkIgnoresTheRowsOfTheBlock_data()
         << -8 << Words{0x200, 0x300, 0x400} << Words{10, 10, 10, 10, 10, 10, 10, 10, 10, 10, 10, 10};
 }
 
-void ColumnPassTest::walkIgnoresTheRowsOfTheBlock()
+void TestColumnPass::walkIgnoresTheRowsOfTheBlock()
 {
     QFETCH(int, step);
     QFETCH(Words, codes);
@@ -164,5 +164,5 @@ void ColumnPassTest::walkIgnoresTheRowsOfTheBlock()
     QCOMPARE(wordsOf(actual), cells);
 }
 
-QTEST_APPLESS_MAIN(ColumnPassTest)
+QTEST_APPLESS_MAIN(TestColumnPass)
 #include "tst_column_pass.moc"

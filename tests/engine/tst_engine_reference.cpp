@@ -1,11 +1,11 @@
 #include "engine/CellImage.h"
 #include "engine/ColumnPass.h"
-#include "engine/EngineTesting.h"
 #include "engine/GainCode.h"
 #include "engine/Gains.h"
 #include "engine/Profiles.h"
 #include "engine/RowPass.h"
-#include "reference/EngineReference.h"
+#include "tests/engine/EngineTesting.h"
+#include "tests/reference/EngineReference.h"
 
 #include <QtTest>
 
@@ -130,7 +130,7 @@ std::vector<std::uint16_t> codesOf(const std::vector<double>& gains)
 
 } // namespace
 
-class EngineReferenceTest : public QObject
+class TestEngineReference : public QObject
 {
     Q_OBJECT
 
@@ -145,7 +145,7 @@ private:
     static QString passesDiffer(Case& frame, std::uint8_t poison);
 };
 
-void EngineReferenceTest::addCases()
+void TestEngineReference::addCases()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("maxWidth");
@@ -160,7 +160,7 @@ void EngineReferenceTest::addCases()
     QTest::addRow("depth 14, small frames") << 14 << 9 << 9 << 50;
 }
 
-void EngineReferenceTest::gainsAndMeansAreEqual()
+void TestEngineReference::gainsAndMeansAreEqual()
 {
     QFETCH(int, depth);
     QFETCH(int, maxWidth);
@@ -188,7 +188,7 @@ void EngineReferenceTest::gainsAndMeansAreEqual()
     }
 }
 
-QString EngineReferenceTest::passesDiffer(Case& frame, std::uint8_t poison)
+QString TestEngineReference::passesDiffer(Case& frame, std::uint8_t poison)
 {
     const int width = frame.frame.width;
     const int height = frame.frame.height;
@@ -242,7 +242,7 @@ QString EngineReferenceTest::passesDiffer(Case& frame, std::uint8_t poison)
     return differentMean(means, reference::rowGains(expectedY, {}).means, frame.name + ", corrected rows");
 }
 
-void EngineReferenceTest::bothPassesAreEqual()
+void TestEngineReference::bothPassesAreEqual()
 {
     QFETCH(int, depth);
     QFETCH(int, maxWidth);
@@ -255,5 +255,5 @@ void EngineReferenceTest::bothPassesAreEqual()
     }
 }
 
-QTEST_APPLESS_MAIN(EngineReferenceTest)
+QTEST_APPLESS_MAIN(TestEngineReference)
 #include "tst_engine_reference.moc"

@@ -1,10 +1,10 @@
-#include "engine/EngineTesting.h"
 #include "engine/FfcText.h"
-#include "reference/EngineReference.h"
+#include "tests/engine/EngineTesting.h"
+#include "tests/reference/EngineReference.h"
 
 #include <QtTest>
 
-class FfcTextTest : public QObject
+class TestFfcText : public QObject
 {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ private slots:
     void randomTablesEqualTheReference();
 };
 
-void FfcTextTest::preambleIsLines1To5()
+void TestFfcText::preambleIsLines1To5()
 {
     QCOMPARE(QString(zor::FfcPreamble), QString("-- Flat Field Correction input file example,\n"
                                                 "-- lines beginning with two dashes are comments,\n"
@@ -28,12 +28,12 @@ void FfcTextTest::preambleIsLines1To5()
                                                 "command,\n"));
 }
 
-void FfcTextTest::tableHeadingIsLines9And10()
+void TestFfcText::tableHeadingIsLines9And10()
 {
     QCOMPARE(QString(zor::FfcTableHeading), QString(":Table,\n-- Column(X),HEX Value\n"));
 }
 
-void FfcTextTest::dateLeadsDayAndYearWithAZero_data()
+void TestFfcText::dateLeadsDayAndYearWithAZero_data()
 {
     QTest::addColumn<int>("year");
     QTest::addColumn<int>("month");
@@ -48,7 +48,7 @@ void FfcTextTest::dateLeadsDayAndYearWithAZero_data()
     QTest::newRow("the century before") << 1999 << 2 << 28 << "2/28/99";
 }
 
-void FfcTextTest::dateLeadsDayAndYearWithAZero()
+void TestFfcText::dateLeadsDayAndYearWithAZero()
 {
     QFETCH(int, year);
     QFETCH(int, month);
@@ -57,7 +57,7 @@ void FfcTextTest::dateLeadsDayAndYearWithAZero()
     QCOMPARE(QString::fromStdString(zor::ffcDate(year, month, day)), text);
 }
 
-void FfcTextTest::tablesAreDecimalLines_data()
+void TestFfcText::tablesAreDecimalLines_data()
 {
     using Gains = QVector<double>;
     QTest::addColumn<Gains>("columns");
@@ -77,7 +77,7 @@ void FfcTextTest::tablesAreDecimalLines_data()
         << "1,4095\n2,0\n" + between + "1,2048\n2,-1\n3,-4097\n";
 }
 
-void FfcTextTest::tablesAreDecimalLines()
+void TestFfcText::tablesAreDecimalLines()
 {
     QFETCH(QVector<double>, columns);
     QFETCH(QVector<double>, rows);
@@ -89,7 +89,7 @@ void FfcTextTest::tablesAreDecimalLines()
              text);
 }
 
-void FfcTextTest::randomTablesEqualTheReference()
+void TestFfcText::randomTablesEqualTheReference()
 {
     enginetest::Random random(3);
     for (const std::uint8_t bits : {8, 12}) {
@@ -104,5 +104,5 @@ void FfcTextTest::randomTablesEqualTheReference()
     }
 }
 
-QTEST_APPLESS_MAIN(FfcTextTest)
+QTEST_APPLESS_MAIN(TestFfcText)
 #include "tst_ffc_text.moc"

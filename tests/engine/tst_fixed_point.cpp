@@ -10,7 +10,7 @@ constexpr int Lowest = std::numeric_limits<int>::min();
 
 } // namespace
 
-class FixedPointTest : public QObject
+class TestFixedPoint : public QObject
 {
     Q_OBJECT
 
@@ -21,7 +21,7 @@ private slots:
     void lowSixteenBitsHaveASign();
 };
 
-void FixedPointTest::doublesAreTruncatedOrBecomeTheLowestNumber_data()
+void TestFixedPoint::doublesAreTruncatedOrBecomeTheLowestNumber_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<int>("result");
@@ -40,7 +40,7 @@ void FixedPointTest::doublesAreTruncatedOrBecomeTheLowestNumber_data()
     QTest::newRow("no number") << qQNaN() << Lowest << 0;
 }
 
-void FixedPointTest::doublesAreTruncatedOrBecomeTheLowestNumber()
+void TestFixedPoint::doublesAreTruncatedOrBecomeTheLowestNumber()
 {
     QFETCH(double, value);
     QFETCH(int, result);
@@ -49,7 +49,7 @@ void FixedPointTest::doublesAreTruncatedOrBecomeTheLowestNumber()
     QCOMPARE(int{zor::truncateToMean(value)}, mean);
 }
 
-void FixedPointTest::lowSixteenBitsHaveASign_data()
+void TestFixedPoint::lowSixteenBitsHaveASign_data()
 {
     QTest::addColumn<uint>("value");
     QTest::addColumn<int>("result");
@@ -61,12 +61,12 @@ void FixedPointTest::lowSixteenBitsHaveASign_data()
     QTest::newRow("the lowest 32-bit number is 0") << 0x80000000u << 0;
 }
 
-void FixedPointTest::lowSixteenBitsHaveASign()
+void TestFixedPoint::lowSixteenBitsHaveASign()
 {
     QFETCH(uint, value);
     QFETCH(int, result);
     QCOMPARE(zor::signedLow16(value), result);
 }
 
-QTEST_APPLESS_MAIN(FixedPointTest)
+QTEST_APPLESS_MAIN(TestFixedPoint)
 #include "tst_fixed_point.moc"

@@ -1,10 +1,10 @@
-#include "engine/EngineTesting.h"
 #include "engine/GainCode.h"
-#include "reference/EngineReference.h"
+#include "tests/engine/EngineTesting.h"
+#include "tests/reference/EngineReference.h"
 
 #include <QtTest>
 
-class GainCodeTest : public QObject
+class TestGainCode : public QObject
 {
     Q_OBJECT
 
@@ -16,7 +16,7 @@ private slots:
     void randomGainsEqualTheReference();
 };
 
-void GainCodeTest::gainsHaveTheirCode_data()
+void TestGainCode::gainsHaveTheirCode_data()
 {
     QTest::addColumn<double>("gain");
     QTest::addColumn<int>("code");
@@ -42,7 +42,7 @@ void GainCodeTest::gainsHaveTheirCode_data()
     QTest::newRow("an integer part of 32 bits and more becomes 0") << 1e12 << 0x00FF;
 }
 
-void GainCodeTest::gainsHaveTheirCode()
+void TestGainCode::gainsHaveTheirCode()
 {
     QFETCH(double, gain);
     QFETCH(int, code);
@@ -54,7 +54,7 @@ void GainCodeTest::gainsHaveTheirCode()
     QCOMPARE(int{reference::gainCode(gain)}, code);
 }
 
-void GainCodeTest::listsAreEncodedInTheirOrder_data()
+void TestGainCode::listsAreEncodedInTheirOrder_data()
 {
     QTest::addColumn<int>("gains");
     QTest::addColumn<int>("count");
@@ -69,7 +69,7 @@ void GainCodeTest::listsAreEncodedInTheirOrder_data()
     QTest::newRow("nothing at all") << 0 << 0 << 0;
 }
 
-void GainCodeTest::listsAreEncodedInTheirOrder()
+void TestGainCode::listsAreEncodedInTheirOrder()
 {
     QFETCH(int, gains);
     QFETCH(int, count);
@@ -87,7 +87,7 @@ void GainCodeTest::listsAreEncodedInTheirOrder()
     }
 }
 
-void GainCodeTest::randomGainsEqualTheReference()
+void TestGainCode::randomGainsEqualTheReference()
 {
     enginetest::Random random(1);
     for (int i = 0; i < 20000; ++i) {
@@ -101,5 +101,5 @@ void GainCodeTest::randomGainsEqualTheReference()
     }
 }
 
-QTEST_APPLESS_MAIN(GainCodeTest)
+QTEST_APPLESS_MAIN(TestGainCode)
 #include "tst_gain_code.moc"

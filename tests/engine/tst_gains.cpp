@@ -1,5 +1,5 @@
-#include "engine/EngineTesting.h"
 #include "engine/Gains.h"
+#include "tests/engine/EngineTesting.h"
 
 #include <QtTest>
 
@@ -52,7 +52,7 @@ void addRules()
 
 } // namespace
 
-class GainsTest : public QObject
+class TestGains : public QObject
 {
     Q_OBJECT
 
@@ -69,7 +69,7 @@ private slots:
     void emptyFramesGiveNoNumbers();
 };
 
-void GainsTest::columnGainsFollowTheRule_data()
+void TestGains::columnGainsFollowTheRule_data()
 {
     addRules();
     const double nan = qQNaN();
@@ -111,7 +111,7 @@ void GainsTest::columnGainsFollowTheRule_data()
         << 1 << Pixels{3} << true << 0.1 << false << Gains{0.30000000000000004 / 3.0};
 }
 
-void GainsTest::columnGainsFollowTheRule()
+void TestGains::columnGainsFollowTheRule()
 {
     QFETCH(int, width);
     QFETCH(Pixels, pixels);
@@ -130,7 +130,7 @@ void GainsTest::columnGainsFollowTheRule()
     }
 }
 
-void GainsTest::rowGainsFollowTheRule_data()
+void TestGains::rowGainsFollowTheRule_data()
 {
     addRules();
     const double nan = qQNaN();
@@ -154,7 +154,7 @@ void GainsTest::rowGainsFollowTheRule_data()
         << 1 << Pixels{65535, 13107} << true << 1.0 << false << Gains{1.0, 5.0};
 }
 
-void GainsTest::rowGainsFollowTheRule()
+void TestGains::rowGainsFollowTheRule()
 {
     QFETCH(int, width);
     QFETCH(Pixels, pixels);
@@ -169,7 +169,7 @@ void GainsTest::rowGainsFollowTheRule()
     VERIFY_SAME(describe(actual, gains));
 }
 
-void GainsTest::meansAreStoredTruncated()
+void TestGains::meansAreStoredTruncated()
 {
     enginetest::Block block = blockOf({1, 65535, 2, 65535}, 2, 16);
     std::list<double> gains;
@@ -184,7 +184,7 @@ void GainsTest::meansAreStoredTruncated()
     QCOMPARE(gains.front(), 65535.0 / 1.5);
 }
 
-void GainsTest::otherDepthsHaveNoGainsAndNoMeans_data()
+void TestGains::otherDepthsHaveNoGainsAndNoMeans_data()
 {
     QTest::addColumn<int>("depth");
     for (const int depth : {0, 1, 2, 5, 7, 17, 24, 32})
@@ -192,7 +192,7 @@ void GainsTest::otherDepthsHaveNoGainsAndNoMeans_data()
 }
 
 /// Three columns and two rows, so that the two lengths are told apart.
-void GainsTest::otherDepthsHaveNoGainsAndNoMeans()
+void TestGains::otherDepthsHaveNoGainsAndNoMeans()
 {
     QFETCH(int, depth);
     enginetest::Block block = blockOf({1, 2, 3, 4, 5, 6}, 3, 16);
@@ -208,7 +208,7 @@ void GainsTest::otherDepthsHaveNoGainsAndNoMeans()
     }
 }
 
-void GainsTest::rowGainsReadCellsWhateverTheDepth()
+void TestGains::rowGainsReadCellsWhateverTheDepth()
 {
     enginetest::Block block = blockOf({300, 300, 600, 600}, 2, 16);
     for (const int depth : {8, 10, 16, 24}) {
@@ -218,7 +218,7 @@ void GainsTest::rowGainsReadCellsWhateverTheDepth()
     }
 }
 
-void GainsTest::emptyFramesGiveNoNumbers_data()
+void TestGains::emptyFramesGiveNoNumbers_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -232,7 +232,7 @@ void GainsTest::emptyFramesGiveNoNumbers_data()
     QTest::newRow("neither") << 0 << 0 << true << 0 << 0;
 }
 
-void GainsTest::emptyFramesGiveNoNumbers()
+void TestGains::emptyFramesGiveNoNumbers()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -251,5 +251,5 @@ void GainsTest::emptyFramesGiveNoNumbers()
     VERIFY_SAME(describe(rowGains, Gains(rows, qQNaN())));
 }
 
-QTEST_APPLESS_MAIN(GainsTest)
+QTEST_APPLESS_MAIN(TestGains)
 #include "tst_gains.moc"

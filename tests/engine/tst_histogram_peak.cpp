@@ -11,7 +11,7 @@ constexpr int Highest = std::numeric_limits<int>::max();
 
 } // namespace
 
-class HistogramPeakTest : public QObject
+class TestHistogramPeak : public QObject
 {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ private slots:
     void valuesAreRoundedToMultiples();
 };
 
-void HistogramPeakTest::levelsArePowersOfTwo_data()
+void TestHistogramPeak::levelsArePowersOfTwo_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("levels");
@@ -42,14 +42,14 @@ void HistogramPeakTest::levelsArePowersOfTwo_data()
     QTest::newRow("a negative depth is truncated to nothing") << -1 << 0;
 }
 
-void HistogramPeakTest::levelsArePowersOfTwo()
+void TestHistogramPeak::levelsArePowersOfTwo()
 {
     QFETCH(int, depth);
     QFETCH(int, levels);
     QCOMPARE(zor::histogramLevels(depth), levels);
 }
 
-void HistogramPeakTest::firstAndTopEntryDoNotCount_data()
+void TestHistogramPeak::firstAndTopEntryDoNotCount_data()
 {
     QTest::addColumn<QVector<int>>("bins");
     QTest::addColumn<int>("largest");
@@ -62,14 +62,14 @@ void HistogramPeakTest::firstAndTopEntryDoNotCount_data()
     QTest::newRow("one level has none") << QVector<int>{9} << Lowest;
 }
 
-void HistogramPeakTest::firstAndTopEntryDoNotCount()
+void TestHistogramPeak::firstAndTopEntryDoNotCount()
 {
     QFETCH(QVector<int>, bins);
     QFETCH(int, largest);
     QCOMPARE(zor::largestInnerBin(bins.constData(), bins.size()), largest);
 }
 
-void HistogramPeakTest::peakFollowsTheLargestBin_data()
+void TestHistogramPeak::peakFollowsTheLargestBin_data()
 {
     QTest::addColumn<int>("peak");
     QTest::addColumn<int>("floor");
@@ -97,7 +97,7 @@ void HistogramPeakTest::peakFollowsTheLargestBin_data()
     QTest::newRow("the highest peak wraps when rounded") << 0 << 0 << Highest << Lowest + 6352;
 }
 
-void HistogramPeakTest::peakFollowsTheLargestBin()
+void TestHistogramPeak::peakFollowsTheLargestBin()
 {
     QFETCH(int, peak);
     QFETCH(int, floor);
@@ -106,7 +106,7 @@ void HistogramPeakTest::peakFollowsTheLargestBin()
     QCOMPARE(zor::nextHistogramPeak(peak, floor, largest), next);
 }
 
-void HistogramPeakTest::valuesAreRoundedToMultiples_data()
+void TestHistogramPeak::valuesAreRoundedToMultiples_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<int>("multiple");
@@ -125,7 +125,7 @@ void HistogramPeakTest::valuesAreRoundedToMultiples_data()
     QTest::newRow("a multiple of -1 does not overflow") << Lowest << -1 << true << Lowest;
 }
 
-void HistogramPeakTest::valuesAreRoundedToMultiples()
+void TestHistogramPeak::valuesAreRoundedToMultiples()
 {
     QFETCH(int, value);
     QFETCH(int, multiple);
@@ -134,5 +134,5 @@ void HistogramPeakTest::valuesAreRoundedToMultiples()
     QCOMPARE(zor::RoundToMultiple(value, multiple, up), result);
 }
 
-QTEST_APPLESS_MAIN(HistogramPeakTest)
+QTEST_APPLESS_MAIN(TestHistogramPeak)
 #include "tst_histogram_peak.moc"

@@ -1,6 +1,6 @@
-#include "engine/EngineTesting.h"
 #include "engine/pix/PixArithmetic.h"
-#include "reference/EngineReference.h"
+#include "tests/engine/EngineTesting.h"
+#include "tests/reference/EngineReference.h"
 
 #include <QtTest>
 
@@ -19,7 +19,7 @@ void addSeeds()
 
 } // namespace
 
-class PixArithmeticTest : public QObject
+class TestPixArithmetic : public QObject
 {
     Q_OBJECT
 
@@ -37,7 +37,7 @@ private slots:
     void subtractEqualsTheReference();
 };
 
-void PixArithmeticTest::checksComeInOrderAndLeaveTheOutputAlone_data()
+void TestPixArithmetic::checksComeInOrderAndLeaveTheOutputAlone_data()
 {
     QTest::addColumn<bool>("haveSource");
     QTest::addColumn<bool>("haveDestination");
@@ -54,7 +54,7 @@ void PixArithmeticTest::checksComeInOrderAndLeaveTheOutputAlone_data()
     QTest::newRow("height negative") << true << true << 2 << -3 << -6;
 }
 
-void PixArithmeticTest::checksComeInOrderAndLeaveTheOutputAlone()
+void TestPixArithmetic::checksComeInOrderAndLeaveTheOutputAlone()
 {
     QFETCH(bool, haveSource);
     QFETCH(bool, haveDestination);
@@ -77,7 +77,7 @@ void PixArithmeticTest::checksComeInOrderAndLeaveTheOutputAlone()
     }
 }
 
-void PixArithmeticTest::multiplyRoundsToNearestAndSaturates_data()
+void TestPixArithmetic::multiplyRoundsToNearestAndSaturates_data()
 {
     QTest::addColumn<int>("a");
     QTest::addColumn<int>("b");
@@ -104,7 +104,7 @@ void PixArithmeticTest::multiplyRoundsToNearestAndSaturates_data()
     QTest::newRow("nothing is left at scale 40") << -32768 << 32767 << 40 << 0;
 }
 
-void PixArithmeticTest::multiplyRoundsToNearestAndSaturates()
+void TestPixArithmetic::multiplyRoundsToNearestAndSaturates()
 {
     QFETCH(int, a);
     QFETCH(int, b);
@@ -117,7 +117,7 @@ void PixArithmeticTest::multiplyRoundsToNearestAndSaturates()
     QCOMPARE(int{source}, a);
 }
 
-void PixArithmeticTest::subtractStopsAtZero_data()
+void TestPixArithmetic::subtractStopsAtZero_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<int>("subtrahend");
@@ -130,7 +130,7 @@ void PixArithmeticTest::subtractStopsAtZero_data()
     QTest::newRow("0 against full scale") << 0 << 65535 << 0;
 }
 
-void PixArithmeticTest::subtractStopsAtZero()
+void TestPixArithmetic::subtractStopsAtZero()
 {
     QFETCH(int, value);
     QFETCH(int, subtrahend);
@@ -141,7 +141,7 @@ void PixArithmeticTest::subtractStopsAtZero()
     QCOMPARE(int{cell}, result);
 }
 
-void PixArithmeticTest::anyStepIsWalked()
+void TestPixArithmetic::anyStepIsWalked()
 {
     // The source's one row serves both rows; the destination is walked from its lower row up.
     const std::uint16_t source[] = {1, 2};
@@ -152,7 +152,7 @@ void PixArithmeticTest::anyStepIsWalked()
         QCOMPARE(cells[i], expected[i]);
 }
 
-void PixArithmeticTest::multiplyEqualsTheReference()
+void TestPixArithmetic::multiplyEqualsTheReference()
 {
     QFETCH(int, seed);
     Random random(static_cast<unsigned>(seed));
@@ -179,7 +179,7 @@ void PixArithmeticTest::multiplyEqualsTheReference()
     VERIFY_SAME(difference(destination, expected.storage, QString("scale %1").arg(scale)));
 }
 
-void PixArithmeticTest::subtractEqualsTheReference()
+void TestPixArithmetic::subtractEqualsTheReference()
 {
     QFETCH(int, seed);
     Random random(static_cast<unsigned>(seed));
@@ -203,5 +203,5 @@ void PixArithmeticTest::subtractEqualsTheReference()
     VERIFY_SAME(difference(destination, expected.storage, QString("seed %1").arg(seed)));
 }
 
-QTEST_APPLESS_MAIN(PixArithmeticTest)
+QTEST_APPLESS_MAIN(TestPixArithmetic)
 #include "tst_pix_arithmetic.moc"

@@ -1,5 +1,5 @@
-#include "engine/EngineTesting.h"
 #include "engine/pix/PixConvert.h"
+#include "tests/engine/EngineTesting.h"
 
 #include <QtTest>
 
@@ -8,7 +8,7 @@ using enginetest::difference;
 using enginetest::Poisons;
 using enginetest::Random;
 
-class PixConvertTest : public QObject
+class TestPixConvert : public QObject
 {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ private slots:
     void randomShapesEqualTheDefinition();
 };
 
-void PixConvertTest::checksComeInOrderAndLeaveTheOutputAlone_data()
+void TestPixConvert::checksComeInOrderAndLeaveTheOutputAlone_data()
 {
     QTest::addColumn<bool>("haveSource");
     QTest::addColumn<bool>("haveDestination");
@@ -49,7 +49,7 @@ void PixConvertTest::checksComeInOrderAndLeaveTheOutputAlone_data()
     QTest::newRow("a negative destination step") << true << true << 2 << 1 << 4 << -4 << -14 << 0;
 }
 
-void PixConvertTest::checksComeInOrderAndLeaveTheOutputAlone()
+void TestPixConvert::checksComeInOrderAndLeaveTheOutputAlone()
 {
     QFETCH(bool, haveSource);
     QFETCH(bool, haveDestination);
@@ -77,7 +77,7 @@ void PixConvertTest::checksComeInOrderAndLeaveTheOutputAlone()
         VERIFY_SAME(difference(destination, before, "after a failed copy"));
 }
 
-void PixConvertTest::narrowingLimitsTo255_data()
+void TestPixConvert::narrowingLimitsTo255_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<int>("result");
@@ -90,7 +90,7 @@ void PixConvertTest::narrowingLimitsTo255_data()
     QTest::newRow("65535 gives 255") << 65535 << 255;
 }
 
-void PixConvertTest::narrowingLimitsTo255()
+void TestPixConvert::narrowingLimitsTo255()
 {
     QFETCH(int, value);
     QFETCH(int, result);
@@ -100,7 +100,7 @@ void PixConvertTest::narrowingLimitsTo255()
     QCOMPARE(int{narrow}, result);
 }
 
-void PixConvertTest::wideningKeepsEveryByte()
+void TestPixConvert::wideningKeepsEveryByte()
 {
     std::vector<std::uint8_t> bytes(256);
     for (int i = 0; i < 256; ++i)
@@ -111,7 +111,7 @@ void PixConvertTest::wideningKeepsEveryByte()
         QCOMPARE(int{wide[static_cast<std::size_t>(i)]}, i);
 }
 
-void PixConvertTest::copyGathersAColumn()
+void TestPixConvert::copyGathersAColumn()
 {
     const std::uint16_t image[] = {1, 2, 3, 4, 5, 6};
     std::uint16_t column[] = {0, 0};
@@ -120,7 +120,7 @@ void PixConvertTest::copyGathersAColumn()
     QCOMPARE(int{column[1]}, 5);
 }
 
-void PixConvertTest::copySpreadsAColumn()
+void TestPixConvert::copySpreadsAColumn()
 {
     const std::uint16_t column[] = {7, 8};
     std::uint16_t image[] = {1, 2, 3, 4, 5, 6};
@@ -130,7 +130,7 @@ void PixConvertTest::copySpreadsAColumn()
         QCOMPARE(image[i], expected[i]);
 }
 
-void PixConvertTest::copyTakesAnyStep()
+void TestPixConvert::copyTakesAnyStep()
 {
     const std::uint16_t rows[] = {1, 2, 3, 4};
     std::uint16_t turned[] = {0, 0, 0, 0};
@@ -140,14 +140,14 @@ void PixConvertTest::copyTakesAnyStep()
         QCOMPARE(turned[i], expected[i]);
 }
 
-void PixConvertTest::randomShapesEqualTheDefinition_data()
+void TestPixConvert::randomShapesEqualTheDefinition_data()
 {
     QTest::addColumn<int>("seed");
     for (int seed = 1; seed <= 60; ++seed)
         QTest::addRow("seed %d", seed) << seed;
 }
 
-void PixConvertTest::randomShapesEqualTheDefinition()
+void TestPixConvert::randomShapesEqualTheDefinition()
 {
     QFETCH(int, seed);
     Random random(static_cast<unsigned>(seed));
@@ -186,5 +186,5 @@ void PixConvertTest::randomShapesEqualTheDefinition()
     }
 }
 
-QTEST_APPLESS_MAIN(PixConvertTest)
+QTEST_APPLESS_MAIN(TestPixConvert)
 #include "tst_pix_convert.moc"

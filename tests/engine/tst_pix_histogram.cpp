@@ -1,7 +1,7 @@
-#include "engine/EngineTesting.h"
 #include "engine/pix/PixAlloc.h"
 #include "engine/pix/PixHistogram.h"
-#include "reference/EngineReference.h"
+#include "tests/engine/EngineTesting.h"
+#include "tests/reference/EngineReference.h"
 
 #include <QtTest>
 
@@ -44,7 +44,7 @@ struct Plan
 
 } // namespace
 
-class PixHistogramTest : public QObject
+class TestPixHistogram : public QObject
 {
     Q_OBJECT
 
@@ -73,7 +73,7 @@ private slots:
     void largeRegionsEqualTheReference();
 };
 
-void PixHistogramTest::sizesFollowTypeAndLevels_data()
+void TestPixHistogram::sizesFollowTypeAndLevels_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("levels");
@@ -86,7 +86,7 @@ void PixHistogramTest::sizesFollowTypeAndLevels_data()
     QTest::newRow("a plan without a size in 32 bits") << 1 << 0x20000000 << 0 << 1024;
 }
 
-void PixHistogramTest::sizesFollowTypeAndLevels()
+void TestPixHistogram::sizesFollowTypeAndLevels()
 {
     QFETCH(int, type);
     QFETCH(int, levels);
@@ -100,7 +100,7 @@ void PixHistogramTest::sizesFollowTypeAndLevels()
     QCOMPARE(buffer, bufferSize);
 }
 
-void PixHistogramTest::sizeChecksComeInOrder_data()
+void TestPixHistogram::sizeChecksComeInOrder_data()
 {
     QTest::addColumn<int>("missing");
     QTest::addColumn<int>("width");
@@ -123,7 +123,7 @@ void PixHistogramTest::sizeChecksComeInOrder_data()
     QTest::newRow("4 channels") << 0 << 4 << 4 << 2 << 1 << 0;
 }
 
-void PixHistogramTest::sizeChecksComeInOrder()
+void TestPixHistogram::sizeChecksComeInOrder()
 {
     QFETCH(int, missing);
     QFETCH(int, width);
@@ -141,7 +141,7 @@ void PixHistogramTest::sizeChecksComeInOrder()
     QCOMPARE(buffer == Untouched, status != 0);
 }
 
-void PixHistogramTest::initChecksComeInOrder_data()
+void TestPixHistogram::initChecksComeInOrder_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("missing");
@@ -162,7 +162,7 @@ void PixHistogramTest::initChecksComeInOrder_data()
         << 13 << 0 << 1 << 4 << std::numeric_limits<float>::quiet_NaN() << -7;
 }
 
-void PixHistogramTest::initChecksComeInOrder()
+void TestPixHistogram::initChecksComeInOrder()
 {
     QFETCH(int, type);
     QFETCH(int, missing);
@@ -182,7 +182,7 @@ void PixHistogramTest::initChecksComeInOrder()
     QVERIFY(plan == before);
 }
 
-void PixHistogramTest::planStartsWithTypeChannelsUniformAndMark()
+void TestPixHistogram::planStartsWithTypeChannelsUniformAndMark()
 {
     const Plan plan(7, 0.0f, 3.0f, 4);
     std::int32_t head[3];
@@ -193,7 +193,7 @@ void PixHistogramTest::planStartsWithTypeChannelsUniformAndMark()
     QCOMPARE(QByteArray(reinterpret_cast<const char*>(plan.block.data()) + 12, 4), QByteArray("hist"));
 }
 
-void PixHistogramTest::levelsAreSpreadEvenly_data()
+void TestPixHistogram::levelsAreSpreadEvenly_data()
 {
     QTest::addColumn<float>("lower");
     QTest::addColumn<float>("upper");
@@ -209,7 +209,7 @@ void PixHistogramTest::levelsAreSpreadEvenly_data()
     QTest::newRow("an upper level beyond 32 bits") << 0.0f << 1e12f << 5 << 0;
 }
 
-void PixHistogramTest::levelsAreSpreadEvenly()
+void TestPixHistogram::levelsAreSpreadEvenly()
 {
     QFETCH(float, lower);
     QFETCH(float, upper);
@@ -230,7 +230,7 @@ void PixHistogramTest::levelsAreSpreadEvenly()
     }
 }
 
-void PixHistogramTest::spacingIsADouble()
+void TestPixHistogram::spacingIsADouble()
 {
     // 41 times the float nearest to 2 / 82 is just below 1.
     const Plan plan(1, 0.0f, 2.0f, 83);
@@ -238,7 +238,7 @@ void PixHistogramTest::spacingIsADouble()
         QCOMPARE(plan.level(k), k < 41 ? 0 : k < 82 ? 1 : 2);
 }
 
-void PixHistogramTest::everyChannelGetsItsLevels()
+void TestPixHistogram::everyChannelGetsItsLevels()
 {
     const Floats lowers{0.0f, 10.0f, 0.0f};
     const Floats uppers{2.0f, 30.0f, 1.0f};
@@ -258,7 +258,7 @@ void PixHistogramTest::everyChannelGetsItsLevels()
         QCOMPARE(levels[i], expected[i]);
 }
 
-void PixHistogramTest::countChecksComeInOrder_data()
+void TestPixHistogram::countChecksComeInOrder_data()
 {
     QTest::addColumn<int>("missing");
     QTest::addColumn<int>("width");
@@ -281,7 +281,7 @@ void PixHistogramTest::countChecksComeInOrder_data()
     QTest::newRow("not a plan") << 0 << 4 << 2 << 4 << 8 << false << -5;
 }
 
-void PixHistogramTest::countChecksComeInOrder()
+void TestPixHistogram::countChecksComeInOrder()
 {
     QFETCH(int, missing);
     QFETCH(int, width);
@@ -311,7 +311,7 @@ void PixHistogramTest::countChecksComeInOrder()
     QVERIFY(buffer == bufferBefore);
 }
 
-void PixHistogramTest::topLevelIsInNoBin()
+void TestPixHistogram::topLevelIsInNoBin()
 {
     const Plan plan(1, 0.0f, 255.0f, 256);
     const std::uint8_t image[] = {0, 254, 255, 255, 7, 7};
@@ -326,7 +326,7 @@ void PixHistogramTest::topLevelIsInNoBin()
     QCOMPARE(bins, expected);
 }
 
-void PixHistogramTest::pixelsFromBit15OnAreNegative()
+void TestPixHistogram::pixelsFromBit15OnAreNegative()
 {
     const Plan plan(1, 0.0f, 65535.0f, 65536);
     const std::uint16_t image[] = {0, 32767, 0x8000, 0xFFFF};
@@ -342,7 +342,7 @@ void PixHistogramTest::pixelsFromBit15OnAreNegative()
     QVERIFY(bins == expected);
 }
 
-void PixHistogramTest::smallEvenRegionsLeaveTheBufferAlone()
+void TestPixHistogram::smallEvenRegionsLeaveTheBufferAlone()
 {
     const std::int16_t image[] = {0, 1, 5};
     std::vector<std::uint32_t> buffer(65536, 0xA5A5A5A5u);
@@ -359,7 +359,7 @@ void PixHistogramTest::smallEvenRegionsLeaveTheBufferAlone()
     QCOMPARE(bins, (Counts{2, 0, 1, 0, 0, Untouched}));
 }
 
-void PixHistogramTest::evenRegionsUseTheBufferFrom65536PixelsOn_data()
+void TestPixHistogram::evenRegionsUseTheBufferFrom65536PixelsOn_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -368,7 +368,7 @@ void PixHistogramTest::evenRegionsUseTheBufferFrom65536PixelsOn_data()
     QTest::newRow("65536 pixels") << 256 << 256 << true;
 }
 
-void PixHistogramTest::evenRegionsUseTheBufferFrom65536PixelsOn()
+void TestPixHistogram::evenRegionsUseTheBufferFrom65536PixelsOn()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -386,7 +386,7 @@ void PixHistogramTest::evenRegionsUseTheBufferFrom65536PixelsOn()
     QCOMPARE(buffer != before, used);
 }
 
-void PixHistogramTest::oneCounterForEachPixelValue()
+void TestPixHistogram::oneCounterForEachPixelValue()
 {
     // Levels -40000, 0 and 40001: not evenly spaced, and beyond the values on both sides. Behind the counters
     // is a word that is neither counted nor written.
@@ -404,14 +404,14 @@ void PixHistogramTest::oneCounterForEachPixelValue()
     QCOMPARE(buffer8.back(), 0xA5A5A5A5u);
 }
 
-void PixHistogramTest::randomShapesEqualTheReference_data()
+void TestPixHistogram::randomShapesEqualTheReference_data()
 {
     QTest::addColumn<int>("seed");
     for (int seed = 1; seed <= 60; ++seed)
         QTest::addRow("seed %d", seed) << seed;
 }
 
-void PixHistogramTest::randomShapesEqualTheReference()
+void TestPixHistogram::randomShapesEqualTheReference()
 {
     QFETCH(int, seed);
     Random random(static_cast<unsigned>(seed));
@@ -460,7 +460,7 @@ void PixHistogramTest::randomShapesEqualTheReference()
     }
 }
 
-void PixHistogramTest::largeRegionsEqualTheReference()
+void TestPixHistogram::largeRegionsEqualTheReference()
 {
     // 65536 pixels and more go through the buffer.
     Random random(7);
@@ -485,5 +485,5 @@ void PixHistogramTest::largeRegionsEqualTheReference()
     QCOMPARE(buffer[32768 + 70], static_cast<std::uint32_t>(std::count(values.begin(), values.end(), 70)));
 }
 
-QTEST_APPLESS_MAIN(PixHistogramTest)
+QTEST_APPLESS_MAIN(TestPixHistogram)
 #include "tst_pix_histogram.moc"

@@ -1,5 +1,5 @@
-#include "engine/EngineTesting.h"
 #include "engine/pix/PixMinMax.h"
+#include "tests/engine/EngineTesting.h"
 
 #include <QtTest>
 
@@ -11,7 +11,7 @@ using enginetest::Block;
 using enginetest::Poisons;
 using enginetest::Random;
 
-class PixMinMaxTest : public QObject
+class TestPixMinmax : public QObject
 {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ private slots:
     void randomShapesEqualTheDefinition();
 };
 
-void PixMinMaxTest::checksComeInOrderAndLeaveTheOutputsAlone_data()
+void TestPixMinmax::checksComeInOrderAndLeaveTheOutputsAlone_data()
 {
     QTest::addColumn<int>("missing");
     QTest::addColumn<int>("width");
@@ -46,7 +46,7 @@ void PixMinMaxTest::checksComeInOrderAndLeaveTheOutputsAlone_data()
     QTest::newRow("height negative") << 0 << 2 << -2 << -6;
 }
 
-void PixMinMaxTest::checksComeInOrderAndLeaveTheOutputsAlone()
+void TestPixMinmax::checksComeInOrderAndLeaveTheOutputsAlone()
 {
     QFETCH(int, missing);
     QFETCH(int, width);
@@ -69,7 +69,7 @@ void PixMinMaxTest::checksComeInOrderAndLeaveTheOutputsAlone()
     QCOMPARE(int{greatest16}, 0x4321);
 }
 
-void PixMinMaxTest::locateChecksComeInOrder_data()
+void TestPixMinmax::locateChecksComeInOrder_data()
 {
     QTest::addColumn<bool>("haveSource");
     QTest::addColumn<int>("width");
@@ -90,7 +90,7 @@ void PixMinMaxTest::locateChecksComeInOrder_data()
     QTest::newRow("an odd step for one row") << true << 1 << 1 << 3 << -108;
 }
 
-void PixMinMaxTest::locateChecksComeInOrder()
+void TestPixMinmax::locateChecksComeInOrder()
 {
     QFETCH(bool, haveSource);
     QFETCH(int, width);
@@ -113,7 +113,7 @@ void PixMinMaxTest::locateChecksComeInOrder()
     QCOMPARE(greatestAt.y, -6);
 }
 
-void PixMinMaxTest::locateAnswersTheFirstPlace()
+void TestPixMinmax::locateAnswersTheFirstPlace()
 {
     // Both extremes stand several times: the topmost row wins, in it the leftmost column.
     const std::uint16_t image[] = {5, 6, 7, 5, //
@@ -132,7 +132,7 @@ void PixMinMaxTest::locateAnswersTheFirstPlace()
     QCOMPARE(greatestAt.y, 1);
 }
 
-void PixMinMaxTest::locateGoesOnAfterOneExtremeOfTheType_data()
+void TestPixMinmax::locateGoesOnAfterOneExtremeOfTheType_data()
 {
     QTest::addColumn<QVector<quint16>>("pixels"); // two a row
     QTest::addColumn<QVector<int>>("expected");   // least, its place, greatest, its place
@@ -144,7 +144,7 @@ void PixMinMaxTest::locateGoesOnAfterOneExtremeOfTheType_data()
         << QVector<quint16>({0, 65535, 0, 65535, 65535, 0}) << QVector<int>({0, 0, 65535, 1});
 }
 
-void PixMinMaxTest::locateGoesOnAfterOneExtremeOfTheType()
+void TestPixMinmax::locateGoesOnAfterOneExtremeOfTheType()
 {
     QFETCH(QVector<quint16>, pixels);
     QFETCH(QVector<int>, expected);
@@ -159,7 +159,7 @@ void PixMinMaxTest::locateGoesOnAfterOneExtremeOfTheType()
         expected);
 }
 
-void PixMinMaxTest::locateTakesNullOutputs()
+void TestPixMinmax::locateTakesNullOutputs()
 {
     const std::uint16_t image[] = {0xFFFF, 3};
     float greatest = 0;
@@ -170,7 +170,7 @@ void PixMinMaxTest::locateTakesNullOutputs()
     QCOMPARE(leastAt.x, 1);
 }
 
-void PixMinMaxTest::sixteenBitPixelsHaveASign()
+void TestPixMinmax::sixteenBitPixelsHaveASign()
 {
     const std::int16_t image[] = {-1, 0, 5, -32768, 32767, 1};
     std::int16_t least = 0;
@@ -183,7 +183,7 @@ void PixMinMaxTest::sixteenBitPixelsHaveASign()
     QCOMPARE(int{greatest}, 32767);
 }
 
-void PixMinMaxTest::laterRowsCountUntilBothExtremesWereSeen()
+void TestPixMinmax::laterRowsCountUntilBothExtremesWereSeen()
 {
     const std::uint8_t image[] = {0, 7, 9, 8, 255, 3};
     std::uint8_t least = 1;
@@ -196,14 +196,14 @@ void PixMinMaxTest::laterRowsCountUntilBothExtremesWereSeen()
     QCOMPARE(int{greatest}, 255);
 }
 
-void PixMinMaxTest::randomShapesEqualTheDefinition_data()
+void TestPixMinmax::randomShapesEqualTheDefinition_data()
 {
     QTest::addColumn<int>("seed");
     for (int seed = 1; seed <= 80; ++seed)
         QTest::addRow("seed %d", seed) << seed;
 }
 
-void PixMinMaxTest::randomShapesEqualTheDefinition()
+void TestPixMinmax::randomShapesEqualTheDefinition()
 {
     QFETCH(int, seed);
     Random random(static_cast<unsigned>(seed));
@@ -271,5 +271,5 @@ void PixMinMaxTest::randomShapesEqualTheDefinition()
     }
 }
 
-QTEST_APPLESS_MAIN(PixMinMaxTest)
+QTEST_APPLESS_MAIN(TestPixMinmax)
 #include "tst_pix_minmax.moc"

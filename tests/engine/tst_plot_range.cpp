@@ -2,7 +2,7 @@
 
 #include <QtTest>
 
-class PlotRangeTest : public QObject
+class TestPlotRange : public QObject
 {
     Q_OBJECT
 
@@ -11,7 +11,7 @@ private slots:
     void limitsAreMultiplesOf20AroundTheExtremes();
 };
 
-void PlotRangeTest::limitsAreMultiplesOf20AroundTheExtremes_data()
+void TestPlotRange::limitsAreMultiplesOf20AroundTheExtremes_data()
 {
     QTest::addColumn<int>("imageMin");
     QTest::addColumn<int>("imageMax");
@@ -30,7 +30,7 @@ void PlotRangeTest::limitsAreMultiplesOf20AroundTheExtremes_data()
     QTest::newRow("before the first frame") << -1 << -1 << -1 << -1 << -20 << 0;
 }
 
-void PlotRangeTest::limitsAreMultiplesOf20AroundTheExtremes()
+void TestPlotRange::limitsAreMultiplesOf20AroundTheExtremes()
 {
     QFETCH(int, imageMin);
     QFETCH(int, imageMax);
@@ -41,5 +41,5 @@ void PlotRangeTest::limitsAreMultiplesOf20AroundTheExtremes()
     QTEST(range.maximum, "maximum");
 }
 
-QTEST_APPLESS_MAIN(PlotRangeTest)
+QTEST_APPLESS_MAIN(TestPlotRange)
 #include "tst_plot_range.moc"

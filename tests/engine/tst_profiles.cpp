@@ -1,5 +1,5 @@
-#include "engine/EngineTesting.h"
 #include "engine/Profiles.h"
+#include "tests/engine/EngineTesting.h"
 
 #include <QtTest>
 
@@ -16,7 +16,7 @@ zor::ConstImageView viewOf(Block& block, int depth)
 
 } // namespace
 
-class ProfilesTest : public QObject
+class TestProfiles : public QObject
 {
     Q_OBJECT
 
@@ -32,7 +32,7 @@ private slots:
     void emptyImagesHaveNoSums();
 };
 
-void ProfilesTest::sumsEqualTheDefinition_data()
+void TestProfiles::sumsEqualTheDefinition_data()
 {
     QTest::addColumn<int>("seed");
     QTest::addColumn<int>("depth");
@@ -47,7 +47,7 @@ void ProfilesTest::sumsEqualTheDefinition_data()
     }
 }
 
-void ProfilesTest::sumsEqualTheDefinition()
+void TestProfiles::sumsEqualTheDefinition()
 {
     QFETCH(int, seed);
     QFETCH(int, depth);
@@ -85,7 +85,7 @@ void ProfilesTest::sumsEqualTheDefinition()
     QCOMPARE(int{rowMeans.back()}, 0x5A5A);
 }
 
-void ProfilesTest::sumsAddToWhatIsThere()
+void TestProfiles::sumsAddToWhatIsThere()
 {
     Block block(3, 2, 3, 1, 0, 7);
     std::uint64_t sums[] = {100, 200, 300};
@@ -95,7 +95,7 @@ void ProfilesTest::sumsAddToWhatIsThere()
     QCOMPARE(sums[2], std::uint64_t{300});
 }
 
-void ProfilesTest::columnsComeFromLeftToRight()
+void TestProfiles::columnsComeFromLeftToRight()
 {
     const int width = zor::ColumnStrip + 3;
     Block block(width, 1, 2 * width, 2, 0, 0);
@@ -110,7 +110,7 @@ void ProfilesTest::columnsComeFromLeftToRight()
     QCOMPARE(next, width);
 }
 
-void ProfilesTest::sumsStayExactBeyond32Bits_data()
+void TestProfiles::sumsStayExactBeyond32Bits_data()
 {
     QTest::addColumn<int>("count");
     QTest::newRow("65536 full pixels") << 65536;
@@ -119,7 +119,7 @@ void ProfilesTest::sumsStayExactBeyond32Bits_data()
     QTest::newRow("200000 full pixels") << 200000;
 }
 
-void ProfilesTest::sumsStayExactBeyond32Bits()
+void TestProfiles::sumsStayExactBeyond32Bits()
 {
     QFETCH(int, count);
     const std::uint64_t expected = std::uint64_t{65535} * static_cast<unsigned>(count);
@@ -132,7 +132,7 @@ void ProfilesTest::sumsStayExactBeyond32Bits()
     QCOMPARE(zor::rowSum(viewOf(wide, 16), 0), expected);
 }
 
-void ProfilesTest::meansAreTruncated()
+void TestProfiles::meansAreTruncated()
 {
     Block block(2, 2, 2, 1, 0, 0);
     block.storage = {1, 255, 2, 255};
@@ -146,7 +146,7 @@ void ProfilesTest::meansAreTruncated()
     QCOMPARE(int{rows[1]}, 128);
 }
 
-void ProfilesTest::emptyImagesHaveNoSums_data()
+void TestProfiles::emptyImagesHaveNoSums_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -157,7 +157,7 @@ void ProfilesTest::emptyImagesHaveNoSums_data()
     QTest::newRow("neither") << 0 << 0 << 0xA5A5 << 0xA5A5;
 }
 
-void ProfilesTest::emptyImagesHaveNoSums()
+void TestProfiles::emptyImagesHaveNoSums()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -173,5 +173,5 @@ void ProfilesTest::emptyImagesHaveNoSums()
     QCOMPARE(int{row}, rowMean);
 }
 
-QTEST_APPLESS_MAIN(ProfilesTest)
+QTEST_APPLESS_MAIN(TestProfiles)
 #include "tst_profiles.moc"

@@ -1,12 +1,12 @@
-#include "engine/EngineTesting.h"
 #include "engine/RowPass.h"
-#include "reference/EngineReference.h"
+#include "tests/engine/EngineTesting.h"
+#include "tests/reference/EngineReference.h"
 
 #include <QtTest>
 
 using enginetest::Block;
 
-class RowPassTest : public QObject
+class TestRowPass : public QObject
 {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ private slots:
     void emptyImagesAreLeftAlone();
 };
 
-void RowPassTest::cellsAreMultiplied_data()
+void TestRowPass::cellsAreMultiplied_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("cell");
@@ -48,7 +48,7 @@ void RowPassTest::cellsAreMultiplied_data()
         << 16 << 0x8000 << 0x0200 << 65535;
 }
 
-void RowPassTest::cellsAreMultiplied()
+void TestRowPass::cellsAreMultiplied()
 {
     QFETCH(int, depth);
     QFETCH(int, cell);
@@ -68,7 +68,7 @@ void RowPassTest::cellsAreMultiplied()
     }
 }
 
-void RowPassTest::eachRowHasItsCode()
+void TestRowPass::eachRowHasItsCode()
 {
     Block source(2, 3, 4, 2, 0, 0);
     for (int y = 0; y < 3; ++y) {
@@ -85,7 +85,7 @@ void RowPassTest::eachRowHasItsCode()
     QCOMPARE(int{destination.word(2, 0)}, 0xA5A5);
 }
 
-void RowPassTest::oddStepsAreUsedWithoutTheirLowestBit()
+void TestRowPass::oddStepsAreUsedWithoutTheirLowestBit()
 {
     Block source(1, 2, 4, 2, 0, 0);
     source.setWord(0, 0, 10);
@@ -97,7 +97,7 @@ void RowPassTest::oddStepsAreUsedWithoutTheirLowestBit()
     QCOMPARE(int{destination.word(0, 1)}, 20);
 }
 
-void RowPassTest::emptyImagesAreLeftAlone_data()
+void TestRowPass::emptyImagesAreLeftAlone_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -106,7 +106,7 @@ void RowPassTest::emptyImagesAreLeftAlone_data()
     QTest::newRow("negative") << -1 << -1;
 }
 
-void RowPassTest::emptyImagesAreLeftAlone()
+void TestRowPass::emptyImagesAreLeftAlone()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -118,5 +118,5 @@ void RowPassTest::emptyImagesAreLeftAlone()
     QCOMPARE(int{destination.word(0, 0)}, 0xA5A5);
 }
 
-QTEST_APPLESS_MAIN(RowPassTest)
+QTEST_APPLESS_MAIN(TestRowPass)
 #include "tst_row_pass.moc"

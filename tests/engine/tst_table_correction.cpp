@@ -1,6 +1,6 @@
-#include "engine/EngineTesting.h"
 #include "engine/TableCorrection.h"
-#include "reference/EngineReference.h"
+#include "tests/engine/EngineTesting.h"
+#include "tests/reference/EngineReference.h"
 
 #include <QtTest>
 
@@ -32,7 +32,7 @@ std::int32_t entry(Random& random, int fractionBits)
 
 } // namespace
 
-class TableCorrectionTest : public QObject
+class TestTableCorrection : public QObject
 {
     Q_OBJECT
 
@@ -45,7 +45,7 @@ private slots:
     void aFrameCanBeCorrectedInPlace();
 };
 
-void TableCorrectionTest::pixelsAreMultipliedInUnlimitedIntegers_data()
+void TestTableCorrection::pixelsAreMultipliedInUnlimitedIntegers_data()
 {
     QTest::addColumn<int>("pixel");
     QTest::addColumn<int>("column");
@@ -70,7 +70,7 @@ void TableCorrectionTest::pixelsAreMultipliedInUnlimitedIntegers_data()
     QTest::newRow("a large entry against a small one") << 1000 << 16777216 << 1 << 12 << 12 << 1000;
 }
 
-void TableCorrectionTest::pixelsAreMultipliedInUnlimitedIntegers()
+void TestTableCorrection::pixelsAreMultipliedInUnlimitedIntegers()
 {
     QFETCH(int, pixel);
     QFETCH(int, column);
@@ -85,7 +85,7 @@ void TableCorrectionTest::pixelsAreMultipliedInUnlimitedIntegers()
              static_cast<unsigned>(result));
 }
 
-void TableCorrectionTest::randomPixelsEqualTheReference()
+void TestTableCorrection::randomPixelsEqualTheReference()
 {
     Random random(5);
     const int depths[] = {8, 10, 12, 16};
@@ -111,7 +111,7 @@ void TableCorrectionTest::randomPixelsEqualTheReference()
     }
 }
 
-void TableCorrectionTest::framesEqualTheReference_data()
+void TestTableCorrection::framesEqualTheReference_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("seed");
@@ -121,7 +121,7 @@ void TableCorrectionTest::framesEqualTheReference_data()
     }
 }
 
-void TableCorrectionTest::framesEqualTheReference()
+void TestTableCorrection::framesEqualTheReference()
 {
     QFETCH(int, depth);
     QFETCH(int, seed);
@@ -158,7 +158,7 @@ void TableCorrectionTest::framesEqualTheReference()
     }
 }
 
-void TableCorrectionTest::aFrameCanBeCorrectedInPlace()
+void TestTableCorrection::aFrameCanBeCorrectedInPlace()
 {
     Block frame(2, 2, 4, 2, 0, 0);
     for (int i = 0; i < 4; ++i)
@@ -172,5 +172,5 @@ void TableCorrectionTest::aFrameCanBeCorrectedInPlace()
         QCOMPARE(int{frame.word(i % 2, i / 2)}, expected[i]);
 }
 
-QTEST_APPLESS_MAIN(TableCorrectionTest)
+QTEST_APPLESS_MAIN(TestTableCorrection)
 #include "tst_table_correction.moc"

@@ -1,4 +1,4 @@
-#include "fakes/FakeConverter.h"
+#include "tests/fakes/FakeConverter.h"
 
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"

@@ -1,4 +1,4 @@
-#include "LesserSystem.h"
+#include "tests/host/LesserSystem.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,4 +1,4 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
 #include <QDir>
 #include <QFile>

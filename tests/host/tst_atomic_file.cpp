@@ -1,5 +1,5 @@
-#include "LesserSystem.h"
-#include "ZorffcRun.h"
+#include "tests/host/LesserSystem.h"
+#include "tests/host/ZorffcRun.h"
 
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/CommandError.h"
@@ -29,7 +29,7 @@ QString temporaryName(int number, qint64 process = ::getpid())
 Q_DECLARE_METATYPE(LesserSystem)
 
 /// Files that appear whole or not at all, on systems that have less than others.
-class tst_atomic_file : public QObject
+class TestAtomicFile : public QObject
 {
     Q_OBJECT
 
@@ -65,7 +65,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-QString tst_atomic_file::save(const std::string& content) const
+QString TestAtomicFile::save(const std::string& content) const
 {
     try {
         AtomicFile file(target());
@@ -77,19 +77,19 @@ QString tst_atomic_file::save(const std::string& content) const
     }
 }
 
-void tst_atomic_file::init()
+void TestAtomicFile::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
     writeFile(path("f"), "what was there");
 }
 
-void tst_atomic_file::cleanup()
+void TestAtomicFile::cleanup()
 {
     lesserSystem() = {};
 }
 
-void tst_atomic_file::theTargetChangesWithTheCommit_data()
+void TestAtomicFile::theTargetChangesWithTheCommit_data()
 {
     QTest::addColumn<bool>("hasUnnamedFiles");
     QTest::addColumn<bool>("hasProc");
@@ -100,7 +100,7 @@ void tst_atomic_file::theTargetChangesWithTheCommit_data()
     QTest::newRow("a system that could not give it a name") << true << false << seen;
 }
 
-void tst_atomic_file::theTargetChangesWithTheCommit()
+void TestAtomicFile::theTargetChangesWithTheCommit()
 {
     QFETCH(bool, hasUnnamedFiles);
     QFETCH(bool, hasProc);
@@ -116,14 +116,14 @@ void tst_atomic_file::theTargetChangesWithTheCommit()
     QCOMPARE(readFile(path("f")), QByteArray("new"));
 }
 
-void tst_atomic_file::nothingStaysWithoutACommit_data()
+void TestAtomicFile::nothingStaysWithoutACommit_data()
 {
     QTest::addColumn<bool>("hasUnnamedFiles");
     QTest::newRow("a file without a name") << true;
     QTest::newRow("a file with a name") << false;
 }
 
-void tst_atomic_file::nothingStaysWithoutACommit()
+void TestAtomicFile::nothingStaysWithoutACommit()
 {
     QFETCH(bool, hasUnnamedFiles);
     lesserSystem().hasUnnamedFiles = hasUnnamedFiles;
@@ -132,7 +132,7 @@ void tst_atomic_file::nothingStaysWithoutACommit()
     QCOMPARE(readFile(path("f")), QByteArray("what was there"));
 }
 
-void tst_atomic_file::anEndedProcessLeavesWhatTheNextOneSweeps_data()
+void TestAtomicFile::anEndedProcessLeavesWhatTheNextOneSweeps_data()
 {
     QTest::addColumn<bool>("hasUnnamedFiles");
     QTest::addColumn<bool>("isCommitting");
@@ -150,7 +150,7 @@ void tst_atomic_file::anEndedProcessLeavesWhatTheNextOneSweeps_data()
     add("a kill", SIGKILL, true);
 }
 
-void tst_atomic_file::anEndedProcessLeavesWhatTheNextOneSweeps()
+void TestAtomicFile::anEndedProcessLeavesWhatTheNextOneSweeps()
 {
     QFETCH(bool, hasUnnamedFiles);
     QFETCH(bool, isCommitting);
@@ -180,12 +180,12 @@ void tst_atomic_file::anEndedProcessLeavesWhatTheNextOneSweeps()
     QCOMPARE(readFile(path("f")), QByteArray("new"));
 }
 
-void tst_atomic_file::anotherRunSweepsNoFileInTheMaking_data()
+void TestAtomicFile::anotherRunSweepsNoFileInTheMaking_data()
 {
     nothingStaysWithoutACommit_data();
 }
 
-void tst_atomic_file::anotherRunSweepsNoFileInTheMaking()
+void TestAtomicFile::anotherRunSweepsNoFileInTheMaking()
 {
     QFETCH(bool, hasUnnamedFiles);
     lesserSystem().hasUnnamedFiles = hasUnnamedFiles;
@@ -204,7 +204,7 @@ void tst_atomic_file::anotherRunSweepsNoFileInTheMaking()
     QCOMPARE(readFile(path("other")), QByteArray("other"));
 }
 
-void tst_atomic_file::aFileThatIsSweptBeforeItsLockIsMadeAnew()
+void TestAtomicFile::aFileThatIsSweptBeforeItsLockIsMadeAnew()
 {
     lesserSystem().hasUnnamedFiles = false;
     lesserSystem().beforeLock = [this] { QVERIFY(QFile::remove(path(temporaryName(0)))); };
@@ -213,7 +213,7 @@ void tst_atomic_file::aFileThatIsSweptBeforeItsLockIsMadeAnew()
     QCOMPARE(readFile(path("f")), QByteArray("new"));
 }
 
-void tst_atomic_file::aFileThatASweeperHasLockedIsMadeAnew()
+void TestAtomicFile::aFileThatASweeperHasLockedIsMadeAnew()
 {
     lesserSystem().hasUnnamedFiles = false;
     QFile sweeper(path(temporaryName(0)));
@@ -229,7 +229,7 @@ void tst_atomic_file::aFileThatASweeperHasLockedIsMadeAnew()
     QCOMPARE(readFile(path("f")), QByteArray("new"));
 }
 
-void tst_atomic_file::withoutLocksNothingIsSwept()
+void TestAtomicFile::withoutLocksNothingIsSwept()
 {
     lesserSystem().lockError = ENOLCK;
     writeFile(path(temporaryName(7)), "perhaps in the making");
@@ -242,7 +242,7 @@ void tst_atomic_file::withoutLocksNothingIsSwept()
     }
 }
 
-void tst_atomic_file::takenNamesArePassedOver_data()
+void TestAtomicFile::takenNamesArePassedOver_data()
 {
     QTest::addColumn<bool>("hasUnnamedFiles");
     QTest::addColumn<int>("taken");
@@ -255,7 +255,7 @@ void tst_atomic_file::takenNamesArePassedOver_data()
         << false << 100 << "cannot be written: File exists; choose another folder";
 }
 
-void tst_atomic_file::takenNamesArePassedOver()
+void TestAtomicFile::takenNamesArePassedOver()
 {
     QFETCH(bool, hasUnnamedFiles);
     QFETCH(int, taken);
@@ -269,7 +269,7 @@ void tst_atomic_file::takenNamesArePassedOver()
     QCOMPARE(names().size(), taken + 1);
 }
 
-void tst_atomic_file::aFailureKeepsTheTarget_data()
+void TestAtomicFile::aFailureKeepsTheTarget_data()
 {
     QTest::addColumn<LesserSystem>("system");
     QTest::addColumn<QString>("problem");
@@ -290,7 +290,7 @@ void tst_atomic_file::aFailureKeepsTheTarget_data()
         << noSync << "cannot be written: Input/output error; make room or choose another folder";
 }
 
-void tst_atomic_file::aFailureKeepsTheTarget()
+void TestAtomicFile::aFailureKeepsTheTarget()
 {
     QFETCH(LesserSystem, system);
     QFETCH(QString, problem);
@@ -300,14 +300,14 @@ void tst_atomic_file::aFailureKeepsTheTarget()
     QCOMPARE(readFile(path("f")), QByteArray("what was there"));
 }
 
-void tst_atomic_file::aFileSystemThatCannotSyncIsNotWaitedFor_data()
+void TestAtomicFile::aFileSystemThatCannotSyncIsNotWaitedFor_data()
 {
     QTest::addColumn<int>("error");
     QTest::newRow("no such thing here") << EINVAL;
     QTest::newRow("not supported") << ENOTSUP;
 }
 
-void tst_atomic_file::aFileSystemThatCannotSyncIsNotWaitedFor()
+void TestAtomicFile::aFileSystemThatCannotSyncIsNotWaitedFor()
 {
     QFETCH(int, error);
     lesserSystem().syncError = error;
@@ -315,12 +315,12 @@ void tst_atomic_file::aFileSystemThatCannotSyncIsNotWaitedFor()
     QCOMPARE(readFile(path("f")), QByteArray("new"));
 }
 
-void tst_atomic_file::aWriteMayTakeItsTime()
+void TestAtomicFile::aWriteMayTakeItsTime()
 {
     lesserSystem().longestWrite = 3;
     QCOMPARE(save("content of more than three bytes"), QString());
     QCOMPARE(readFile(path("f")), QByteArray("content of more than three bytes"));
 }
 
-QTEST_GUILESS_MAIN(tst_atomic_file)
+QTEST_GUILESS_MAIN(TestAtomicFile)
 #include "tst_atomic_file.moc"

@@ -7,7 +7,7 @@
 using namespace zor;
 
 /// What a drawing finds around itself.
-class tst_drawing_application : public QObject
+class TestDrawingApplication : public QObject
 {
     Q_OBJECT
 
@@ -21,7 +21,7 @@ private:
     DrawingApplication m_application;
 };
 
-void tst_drawing_application::theOnlyFontIsTheOneThatIsCarried()
+void TestDrawingApplication::theOnlyFontIsTheOneThatIsCarried()
 {
     // The other three are Qt's own, for whatever font there is.
     QCOMPARE(QFontDatabase().families(), (QStringList{"DejaVu Sans", "Monospace", "Sans Serif", "Serif"}));
@@ -34,7 +34,7 @@ void tst_drawing_application::theOnlyFontIsTheOneThatIsCarried()
     }
 }
 
-void tst_drawing_application::theEnvironmentIsGone()
+void TestDrawingApplication::theEnvironmentIsGone()
 {
     QCOMPARE(QGuiApplication::platformName(), QString("offscreen"));
     for (const char* variable : {"HOME", "PATH", "QT_QPA_PLATFORM"})
@@ -44,5 +44,5 @@ void tst_drawing_application::theEnvironmentIsGone()
     QCOMPARE(qEnvironmentVariable("XDG_RUNTIME_DIR"), m_folder.path());
 }
 
-QTEST_APPLESS_MAIN(tst_drawing_application)
+QTEST_APPLESS_MAIN(TestDrawingApplication)
 #include "tst_drawing_application.moc"

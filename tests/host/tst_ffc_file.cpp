@@ -23,7 +23,7 @@ extern "C" std::time_t __wrap_time(std::time_t*)
     return now;
 }
 
-class tst_ffc_file : public QObject
+class TestFfcFile : public QObject
 {
     Q_OBJECT
 
@@ -42,7 +42,7 @@ private slots:
     void refusesBadText();
 };
 
-void tst_ffc_file::textHasItsLinesInOrder()
+void TestFfcFile::textHasItsLinesInOrder()
 {
     const std::string text = ffcFileText("Title", "Camera", "3/07/26", {1.0, 1.5, 1.1}, {1.0}, 12);
     QCOMPARE(QString::fromStdString(text),
@@ -62,13 +62,13 @@ void tst_ffc_file::textHasItsLinesInOrder()
                      "1,4096\n"));
 }
 
-void tst_ffc_file::headerTextsAreNotEscaped()
+void TestFfcFile::headerTextsAreNotEscaped()
 {
     const std::string text = ffcFileText("a, b", "caf\xC3\xA9", "3/07/26", {}, {}, 8);
     QVERIFY2(text.find("\na, b,\ncaf\xC3\xA9,\ndate 3/07/26,\n:Table,\n") != std::string::npos, text.c_str());
 }
 
-void tst_ffc_file::dateIsThatOfTheClockInLocalTime_data()
+void TestFfcFile::dateIsThatOfTheClockInLocalTime_data()
 {
     QTest::addColumn<QDateTime>("utc");
     QTest::addColumn<QByteArray>("zone");
@@ -82,7 +82,7 @@ void tst_ffc_file::dateIsThatOfTheClockInLocalTime_data()
     row("still the day before west of Greenwich", "2026-03-01T02:00:00Z", "WEST5", "2/28/26");
 }
 
-void tst_ffc_file::dateIsThatOfTheClockInLocalTime()
+void TestFfcFile::dateIsThatOfTheClockInLocalTime()
 {
     QFETCH(QDateTime, utc);
     QFETCH(QByteArray, zone);
@@ -93,7 +93,7 @@ void tst_ffc_file::dateIsThatOfTheClockInLocalTime()
     QCOMPARE(QString::fromStdString(currentFfcDate()), date);
 }
 
-void tst_ffc_file::headerTextsMustBePlain_data()
+void TestFfcFile::headerTextsMustBePlain_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<bool>("good");
@@ -111,7 +111,7 @@ void tst_ffc_file::headerTextsMustBePlain_data()
     QTest::newRow("a section") << QByteArray(":a") << false;
 }
 
-void tst_ffc_file::headerTextsMustBePlain()
+void TestFfcFile::headerTextsMustBePlain()
 {
     QFETCH(QByteArray, text);
     QFETCH(bool, good);
@@ -124,7 +124,7 @@ void tst_ffc_file::headerTextsMustBePlain()
     QCOMPARE(QString::fromStdString(problem).startsWith("--title: "), !good);
 }
 
-void tst_ffc_file::readsBackWhatIsWritten()
+void TestFfcFile::readsBackWhatIsWritten()
 {
     const FfcFile file =
         parseFfcText("f", ffcFileText("a, b", "Camera", "3/07/26", {1.0, -0.5, -1.5}, {300.7, 0.0}, 8));
@@ -135,7 +135,7 @@ void tst_ffc_file::readsBackWhatIsWritten()
     QCOMPARE(file.rows, (std::vector<std::int32_t>{76979, 0}));
 }
 
-void tst_ffc_file::readsOtherLineEnds()
+void TestFfcFile::readsOtherLineEnds()
 {
     const FfcFile file =
         parseFfcText("f", ":Header,\r\nT,\r\nC,\r\ndate 1/02/26,\r\n\r\n:Table,\r\n1,-2147483648\r\n"
@@ -145,7 +145,7 @@ void tst_ffc_file::readsOtherLineEnds()
     QCOMPARE(file.rows, (std::vector<std::int32_t>{2147483647}));
 }
 
-void tst_ffc_file::sizesUpTo16MiBAreRead_data()
+void TestFfcFile::sizesUpTo16MiBAreRead_data()
 {
     QTest::addColumn<qint64>("size");
     QTest::addColumn<QString>("problem");
@@ -155,7 +155,7 @@ void tst_ffc_file::sizesUpTo16MiBAreRead_data()
         << largest + 1 << ": is larger than any coefficient file; check the name";
 }
 
-void tst_ffc_file::sizesUpTo16MiBAreRead()
+void TestFfcFile::sizesUpTo16MiBAreRead()
 {
     QFETCH(qint64, size);
     QFETCH(QString, problem);
@@ -171,7 +171,7 @@ void tst_ffc_file::sizesUpTo16MiBAreRead()
     QVERIFY2(thrown.startsWith(file.fileName() + problem), qPrintable(thrown));
 }
 
-void tst_ffc_file::refusesBadText_data()
+void TestFfcFile::refusesBadText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("names");
@@ -229,7 +229,7 @@ void tst_ffc_file::refusesBadText_data()
                                        << "f: line 7: entry 3 where entry 2";
 }
 
-void tst_ffc_file::refusesBadText()
+void TestFfcFile::refusesBadText()
 {
     QFETCH(QString, text);
     QFETCH(QString, names);
@@ -243,5 +243,5 @@ void tst_ffc_file::refusesBadText()
     QVERIFY2(problem.endsWith("use a file that was written by compute"), qPrintable(problem));
 }
 
-QTEST_GUILESS_MAIN(tst_ffc_file)
+QTEST_GUILESS_MAIN(TestFfcFile)
 #include "tst_ffc_file.moc"

@@ -3,7 +3,7 @@
 #include "host/quality/MonoFrame.h"
 #include "host/quality/NonUniformity.h"
 #include "image/PixelTypeCode.h"
-#include "image/ZorFormatFromCode.h"
+#include "tests/support/RecordOf.h"
 
 #include <QtTest>
 
@@ -46,21 +46,12 @@ struct Samples
 _ZorImage record(std::vector<std::uint8_t>& pixels, std::uint32_t type, std::uint32_t width,
                  std::uint32_t height, std::uint32_t pitch)
 {
-    _ZorImage image{};
-    image.recordSize = ZorImageRecordSize;
-    image.recordVersion = ZorImageRecordVersion;
-    static_cast<ZorFormatBlock&>(image) = ZorFormatFromCode(type);
-    image.width = width;
-    image.height = height;
-    image.pitch = pitch;
-    image.imageSize = static_cast<std::uint32_t>(pixels.size());
-    image.data = pixels.data();
-    return image;
+    return recordOf(type, width, height, pitch, pixels.data(), pixels.size());
 }
 
 } // namespace
 
-class tst_quality : public QObject
+class TestQuality : public QObject
 {
     Q_OBJECT
 
@@ -80,7 +71,7 @@ private slots:
     void monoFrameRefusesWhatCannotBeConverted();
 };
 
-void tst_quality::variationIsDeviationOverMean_data()
+void TestQuality::variationIsDeviationOverMean_data()
 {
     QTest::addColumn<std::vector<double>>("values");
     QTest::addColumn<double>("percent");
@@ -93,7 +84,7 @@ void tst_quality::variationIsDeviationOverMean_data()
     QTest::newRow("no values") << std::vector<double>{} << std::nan("");
 }
 
-void tst_quality::variationIsDeviationOverMean()
+void TestQuality::variationIsDeviationOverMean()
 {
     QFETCH(std::vector<double>, values);
     QFETCH(double, percent);
@@ -104,7 +95,7 @@ void tst_quality::variationIsDeviationOverMean()
         QCOMPARE(actual, percent);
 }
 
-void tst_quality::meansAreExactAndSkipPadding()
+void TestQuality::meansAreExactAndSkipPadding()
 {
     const Samples narrow(8, 3, 2, {0, 255, 10, 1, 255, 20});
     QCOMPARE(columnMeans(narrow.view()), (std::vector<double>{0.5, 255.0, 15.0}));
@@ -114,7 +105,7 @@ void tst_quality::meansAreExactAndSkipPadding()
     QCOMPARE(rowMeans(wide.view()), (std::vector<double>{32768.0, 32768.0}));
 }
 
-void tst_quality::nonUniformityOfColumnsAndRows()
+void TestQuality::nonUniformityOfColumnsAndRows()
 {
     // Column means 100, 200: 50 of 150. Row means 125, 175: 25 of 150.
     const Samples image(10, 2, 2, {75, 175, 125, 225});
@@ -123,14 +114,14 @@ void tst_quality::nonUniformityOfColumnsAndRows()
     QCOMPARE(figures.rows, 50.0 / 3);
 }
 
-void tst_quality::saturatedPixelsAreThoseAtTheLimit()
+void TestQuality::saturatedPixelsAreThoseAtTheLimit()
 {
     QCOMPARE(saturatedShare(Samples(8, 2, 2, {255, 254, 0, 255}).view()), 0.5);
     QCOMPARE(saturatedShare(Samples(10, 2, 2, {1023, 1022, 255, 0}).view()), 0.25);
     QCOMPARE(saturatedShare(Samples(16, 1, 2, {65534, 0}).view()), 0.0);
 }
 
-void tst_quality::newlySaturatedPixelsWereBelowTheLimitBefore()
+void TestQuality::newlySaturatedPixelsWereBelowTheLimitBefore()
 {
     const Samples before(8, 2, 2, {255, 254, 0, 255});
     QCOMPARE(newlySaturatedShare(before.view(), Samples(8, 2, 2, {255, 255, 254, 100}).view()), 0.25);
@@ -139,7 +130,7 @@ void tst_quality::newlySaturatedPixelsWereBelowTheLimitBefore()
              1.0);
 }
 
-void tst_quality::gainsFollowTheColumnPass()
+void TestQuality::gainsFollowTheColumnPass()
 {
     std::vector<std::uint8_t> pixels{135, 255, 0, 0, 115, 195, 0, 0};
     const ConstImageView frame{pixels.data(), 4, 2, 2, 8};
@@ -150,7 +141,7 @@ void tst_quality::gainsFollowTheColumnPass()
     QCOMPARE(gains.rows, (std::list<double>{1.0, 249.0 / 201.0}));
 }
 
-void tst_quality::correctedFrameAppliesBothTables()
+void TestQuality::correctedFrameAppliesBothTables()
 {
     const Samples image(12, 2, 2, {1000, 2000, 500, 3000});
     const CorrectedFrame corrected(image.view(), {512, 256}, {256, 384}, 8);
@@ -165,7 +156,7 @@ void tst_quality::correctedFrameAppliesBothTables()
     QCOMPARE(coefficientTable({1.0, 1.1, -1.5}, 12), (std::vector<std::int32_t>{4096, 4505, -1}));
 }
 
-void tst_quality::monoFrameBringsARecordToItsTarget_data()
+void TestQuality::monoFrameBringsARecordToItsTarget_data()
 {
     QTest::addColumn<uint>("source");
     QTest::addColumn<QByteArray>("bytes");
@@ -176,7 +167,7 @@ void tst_quality::monoFrameBringsARecordToItsTarget_data()
     QTest::newRow("Mono16 stays") << uint(ZorMono16) << QByteArray("\x23\xF1\x56\x04", 4) << 16 << 0xF123;
 }
 
-void tst_quality::monoFrameBringsARecordToItsTarget()
+void TestQuality::monoFrameBringsARecordToItsTarget()
 {
     QFETCH(uint, source);
     QFETCH(QByteArray, bytes);
@@ -193,7 +184,7 @@ void tst_quality::monoFrameBringsARecordToItsTarget()
     QCOMPARE(depth == 8 ? int(view.row(0)[0]) : int(loadCell(view.row(0), 0)), first);
 }
 
-void tst_quality::monoFrameCanHaveAnotherTarget_data()
+void TestQuality::monoFrameCanHaveAnotherTarget_data()
 {
     QTest::addColumn<uint>("target");
     QTest::addColumn<int>("depth");
@@ -204,7 +195,7 @@ void tst_quality::monoFrameCanHaveAnotherTarget_data()
     QTest::newRow("Mono16") << uint(ZorMono16) << 16 << 0x1231;
 }
 
-void tst_quality::monoFrameCanHaveAnotherTarget()
+void TestQuality::monoFrameCanHaveAnotherTarget()
 {
     QFETCH(uint, target);
     QFETCH(int, depth);
@@ -217,7 +208,7 @@ void tst_quality::monoFrameCanHaveAnotherTarget()
     QCOMPARE(depth == 8 ? int(mono.view().row(0)[0]) : int(loadCell(mono.view().row(0), 0)), first);
 }
 
-void tst_quality::monoFrameRefusesWhatCannotBeConverted()
+void TestQuality::monoFrameRefusesWhatCannotBeConverted()
 {
     std::vector<std::uint8_t> pixels(2, 0);
     const auto problem = [&pixels](std::uint32_t type, std::uint32_t width, std::uint32_t height,
@@ -244,5 +235,5 @@ void tst_quality::monoFrameRefusesWhatCannotBeConverted()
     QCOMPARE(QString(pixelTypeName(0x010801FF)), QString("unknown format"));
 }
 
-QTEST_GUILESS_MAIN(tst_quality)
+QTEST_GUILESS_MAIN(TestQuality)
 #include "tst_quality.moc"

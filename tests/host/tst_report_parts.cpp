@@ -21,7 +21,7 @@ ConstImageView view8(const std::vector<std::uint8_t>& pixels, int width)
 Q_DECLARE_METATYPE(std::vector<std::uint8_t>)
 Q_DECLARE_METATYPE(std::vector<int>)
 
-class tst_report_parts : public QObject
+class TestReportParts : public QObject
 {
     Q_OBJECT
 
@@ -44,7 +44,7 @@ private slots:
     void significantTextKeepsSmallNumbers();
 };
 
-void tst_report_parts::greyRangeLeavesHalfAPercentOnEachSide()
+void TestReportParts::greyRangeLeavesHalfAPercentOnEachSide()
 {
     // 1000 pixels in both images together: five may stay outside on each side.
     std::vector<std::uint8_t> first(500, 100);
@@ -61,7 +61,7 @@ void tst_report_parts::greyRangeLeavesHalfAPercentOnEachSide()
     QCOMPARE(range.white, 250);
 }
 
-void tst_report_parts::greyRangeOfAnEvenImageIsAroundIt_data()
+void TestReportParts::greyRangeOfAnEvenImageIsAroundIt_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<int>("black");
@@ -72,7 +72,7 @@ void tst_report_parts::greyRangeOfAnEvenImageIsAroundIt_data()
     QTest::newRow("full scale is white, and nothing lies beyond it") << 255 << 254 << 255 << 255;
 }
 
-void tst_report_parts::greyRangeOfAnEvenImageIsAroundIt()
+void TestReportParts::greyRangeOfAnEvenImageIsAroundIt()
 {
     QFETCH(int, value);
     const std::vector<std::uint8_t> pixels(6, static_cast<std::uint8_t>(value));
@@ -82,7 +82,7 @@ void tst_report_parts::greyRangeOfAnEvenImageIsAroundIt()
     QTEST(qGray(greyPicture(view8(pixels, 3), range, {3, 2}).pixel(0, 0)), "grey");
 }
 
-void tst_report_parts::greyPictureSpreadsItsRange()
+void TestReportParts::greyPictureSpreadsItsRange()
 {
     std::vector<std::uint8_t> bytes(2 * 6);
     const ConstImageView image{bytes.data(), 6, 3, 2, 12};
@@ -96,7 +96,7 @@ void tst_report_parts::greyPictureSpreadsItsRange()
         QCOMPARE(qGray(picture.pixel(i % 3, i / 3)), expected[i]);
 }
 
-void tst_report_parts::greyPictureAveragesByArea_data()
+void TestReportParts::greyPictureAveragesByArea_data()
 {
     QTest::addColumn<std::vector<std::uint8_t>>("pixels");
     QTest::addColumn<int>("width");
@@ -123,7 +123,7 @@ void tst_report_parts::greyPictureAveragesByArea_data()
         << Pixels{1, 2, 3, 4, 5, 6} << 3 << QSize(3, 2) << Greys{1, 2, 3, 4, 5, 6};
 }
 
-void tst_report_parts::greyPictureAveragesByArea()
+void TestReportParts::greyPictureAveragesByArea()
 {
     QFETCH(std::vector<std::uint8_t>, pixels);
     QFETCH(int, width);
@@ -138,7 +138,7 @@ void tst_report_parts::greyPictureAveragesByArea()
     QCOMPARE(drawn, greys);
 }
 
-void tst_report_parts::largestSumsAreExact()
+void TestReportParts::largestSumsAreExact()
 {
     // The longest column of the brightest pixels, one in two of them.
     constexpr int longest = 65535;
@@ -151,13 +151,13 @@ void tst_report_parts::largestSumsAreExact()
         QCOMPARE(qGray(picture.pixel(0, y)), y == 1 ? 128 : 127);
 }
 
-void tst_report_parts::aPictureThatCannotBeHadIsAnError()
+void TestReportParts::aPictureThatCannotBeHadIsAnError()
 {
     constexpr int beyond = 2000000000;
     QVERIFY_EXCEPTION_THROWN(greyPicture(view8({1}, 1), {0, 255}, {beyond, beyond}), std::bad_alloc);
 }
 
-void tst_report_parts::sizesAreRead_data()
+void TestReportParts::sizesAreRead_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<uint>("width");
@@ -175,7 +175,7 @@ void tst_report_parts::sizesAreRead_data()
     QTest::newRow("beyond 64 bits") << QByteArray("99999999999999999999x1") << 0u << 0u;
 }
 
-void tst_report_parts::sizesAreRead()
+void TestReportParts::sizesAreRead()
 {
     QFETCH(QByteArray, text);
     QFETCH(uint, width);
@@ -185,7 +185,7 @@ void tst_report_parts::sizesAreRead()
     QCOMPARE(size.height, height);
 }
 
-void tst_report_parts::realNumbersAreRead_data()
+void TestReportParts::realNumbersAreRead_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<double>("value");
@@ -206,14 +206,14 @@ void tst_report_parts::realNumbersAreRead_data()
     QTest::newRow("too large") << QByteArray("1e400") << none;
 }
 
-void tst_report_parts::realNumbersAreRead()
+void TestReportParts::realNumbersAreRead()
 {
     QFETCH(QByteArray, text);
     QFETCH(double, value);
     QCOMPARE(parseReal(text.toStdString()).value_or(-12345.0), value);
 }
 
-void tst_report_parts::fixedTextIsTheSameEverywhere_data()
+void TestReportParts::fixedTextIsTheSameEverywhere_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QByteArray>("text");
@@ -225,14 +225,14 @@ void tst_report_parts::fixedTextIsTheSameEverywhere_data()
     QTest::newRow("a large number") << 1e20 << QByteArray("100000000000000000000.0000");
 }
 
-void tst_report_parts::fixedTextIsTheSameEverywhere()
+void TestReportParts::fixedTextIsTheSameEverywhere()
 {
     QFETCH(double, value);
     QFETCH(QByteArray, text);
     QCOMPARE(QByteArray::fromStdString(fixedText(value, 4)), text);
 }
 
-void tst_report_parts::significantTextKeepsSmallNumbers_data()
+void TestReportParts::significantTextKeepsSmallNumbers_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QByteArray>("text");
@@ -242,12 +242,12 @@ void tst_report_parts::significantTextKeepsSmallNumbers_data()
     QTest::newRow("more digits than asked for") << 1.0 / 3 << QByteArray("0.33333");
 }
 
-void tst_report_parts::significantTextKeepsSmallNumbers()
+void TestReportParts::significantTextKeepsSmallNumbers()
 {
     QFETCH(double, value);
     QFETCH(QByteArray, text);
     QCOMPARE(QByteArray::fromStdString(significantText(value, 5)), text);
 }
 
-QTEST_GUILESS_MAIN(tst_report_parts)
+QTEST_GUILESS_MAIN(TestReportParts)
 #include "tst_report_parts.moc"

@@ -60,7 +60,7 @@ bool near(double actual, double expected, double share)
     QVERIFY2(near(actual, expected, share),                                                                  \
              qPrintable(QStringLiteral("actual %1, expected %2").arg(actual).arg(expected)))
 
-class tst_sensor_model : public QObject
+class TestSensorModel : public QObject
 {
     Q_OBJECT
 
@@ -81,7 +81,7 @@ private slots:
     void aGainOf0TakesAllLight();
 };
 
-void tst_sensor_model::randomNumbersDependOnTheSeedAlone()
+void TestSensorModel::randomNumbersDependOnTheSeedAlone()
 {
     // The upper 53 bits of the generator's first two numbers, worked out apart from this code.
     constexpr double scale = 9007199254740992.0;
@@ -94,7 +94,7 @@ void tst_sensor_model::randomNumbersDependOnTheSeedAlone()
     QCOMPARE(otherSeed.uniform() * scale, 4342110871615737.0);
 }
 
-void tst_sensor_model::normalNumbersHaveTheirMoments()
+void TestSensorModel::normalNumbersHaveTheirMoments()
 {
     RandomStream random(7, 0);
     std::vector<double> numbers(100000);
@@ -112,7 +112,7 @@ void tst_sensor_model::normalNumbersHaveTheirMoments()
     VERIFY_NEAR(fourth, 3.0, 0.04);
 }
 
-void tst_sensor_model::poissonCountsHaveTheirMoments_data()
+void TestSensorModel::poissonCountsHaveTheirMoments_data()
 {
     QTest::addColumn<double>("mean");
     QTest::newRow("next to none") << 0.1;
@@ -123,7 +123,7 @@ void tst_sensor_model::poissonCountsHaveTheirMoments_data()
     QTest::newRow("many") << 20000.0;
 }
 
-void tst_sensor_model::poissonCountsHaveTheirMoments()
+void TestSensorModel::poissonCountsHaveTheirMoments()
 {
     QFETCH(double, mean);
     RandomStream random(3, 0);
@@ -139,7 +139,7 @@ void tst_sensor_model::poissonCountsHaveTheirMoments()
     QCOMPARE(random.poisson(-1.0), 0.0);
 }
 
-void tst_sensor_model::vignettingIsTheFourthPowerOfACosine()
+void TestSensorModel::vignettingIsTheFourthPowerOfACosine()
 {
     SensorModel model = evenSensor();
     model.width = 5;
@@ -155,7 +155,7 @@ void tst_sensor_model::vignettingIsTheFourthPowerOfACosine()
     QCOMPARE(vignettingAt(model, 0, 0), 1.0);
 }
 
-void tst_sensor_model::withoutNoiseEveryPixelIsTheMean()
+void TestSensorModel::withoutNoiseEveryPixelIsTheMean()
 {
     SensorModel model = evenSensor();
     model.fullWell = 4095.0;
@@ -164,7 +164,7 @@ void tst_sensor_model::withoutNoiseEveryPixelIsTheMean()
     QCOMPARE(simulateFrame(model), std::vector<std::uint16_t>(300 * 300, 1638));
 }
 
-void tst_sensor_model::shotNoiseGivesTheSystemGain_data()
+void TestSensorModel::shotNoiseGivesTheSystemGain_data()
 {
     QTest::addColumn<uint>("depth");
     QTest::addColumn<double>("fullWell");
@@ -175,7 +175,7 @@ void tst_sensor_model::shotNoiseGivesTheSystemGain_data()
     QTest::newRow("8 bits, a few electrons") << 8u << 60.0 << 0.0;
 }
 
-void tst_sensor_model::shotNoiseGivesTheSystemGain()
+void TestSensorModel::shotNoiseGivesTheSystemGain()
 {
     QFETCH(uint, depth);
     QFETCH(double, fullWell);
@@ -191,7 +191,7 @@ void tst_sensor_model::shotNoiseGivesTheSystemGain()
     VERIFY_NEAR((grey.variance - Quantisation) / (grey.mean - blackLevel), model.systemGain(), 0.03);
 }
 
-void tst_sensor_model::deviationsAreAsSet_data()
+void TestSensorModel::deviationsAreAsSet_data()
 {
     QTest::addColumn<double>("prnuPercent");
     QTest::addColumn<double>("dsnu");
@@ -204,7 +204,7 @@ void tst_sensor_model::deviationsAreAsSet_data()
         << 1.0 << 40.0 << 80.0 << std::sqrt(100.0 * 100 + 40 * 40 + 80 * 80);
 }
 
-void tst_sensor_model::deviationsAreAsSet()
+void TestSensorModel::deviationsAreAsSet()
 {
     QFETCH(double, prnuPercent);
     QFETCH(double, dsnu);
@@ -219,7 +219,7 @@ void tst_sensor_model::deviationsAreAsSet()
     VERIFY_NEAR(std::sqrt(grey.variance - Quantisation), model.systemGain() * electrons, 0.02);
 }
 
-void tst_sensor_model::columnPatternIsInTheColumns()
+void TestSensorModel::columnPatternIsInTheColumns()
 {
     SensorModel model = evenSensor();
     model.width = 3000;
@@ -234,7 +234,7 @@ void tst_sensor_model::columnPatternIsInTheColumns()
     VERIFY_NEAR(std::sqrt(grey.variance) / grey.mean, 0.02, 0.06);
 }
 
-void tst_sensor_model::rowPatternIsInTheRows()
+void TestSensorModel::rowPatternIsInTheRows()
 {
     SensorModel model = evenSensor();
     model.width = 3;
@@ -252,7 +252,7 @@ void tst_sensor_model::rowPatternIsInTheRows()
     VERIFY_NEAR(std::sqrt(grey.variance) / grey.mean, 0.01, 0.06);
 }
 
-void tst_sensor_model::greyValuesStayInRange()
+void TestSensorModel::greyValuesStayInRange()
 {
     SensorModel model = evenSensor();
     model.depth = 10;
@@ -266,7 +266,7 @@ void tst_sensor_model::greyValuesStayInRange()
     QCOMPARE(int(*std::max_element(bright.begin(), bright.end())), 1023);
 }
 
-void tst_sensor_model::aGainOf0TakesAllLight()
+void TestSensorModel::aGainOf0TakesAllLight()
 {
     // Deviations so large that many gains end at 0. A row without light and a column without light must not
     // make light where they cross, as two negative gains would.
@@ -293,5 +293,5 @@ void tst_sensor_model::aGainOf0TakesAllLight()
     QCOMPARE(lit, columns * rows);
 }
 
-QTEST_GUILESS_MAIN(tst_sensor_model)
+QTEST_GUILESS_MAIN(TestSensorModel)
 #include "tst_sensor_model.moc"

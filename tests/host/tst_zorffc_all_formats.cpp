@@ -1,4 +1,4 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
@@ -28,7 +28,7 @@ std::uint32_t targetDepth(std::uint32_t depth)
 } // namespace
 
 /// Every format of the table on its way through simulate, compute and convert, without noise.
-class tst_zorffc_all_formats : public QObject
+class TestZorffcAllFormats : public QObject
 {
     Q_OBJECT
 
@@ -43,7 +43,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-void tst_zorffc_all_formats::anEvenSimulatedFlatStaysEven_data()
+void TestZorffcAllFormats::anEvenSimulatedFlatStaysEven_data()
 {
     QTest::addColumn<int>("index");
     for (int index = 0; index < int(ZorPixelTypeCount); ++index)
@@ -51,7 +51,7 @@ void tst_zorffc_all_formats::anEvenSimulatedFlatStaysEven_data()
 }
 
 /// 40 % of full scale everywhere: all gains are 1, and the picture has that grey in every pixel.
-void tst_zorffc_all_formats::anEvenSimulatedFlatStaysEven()
+void TestZorffcAllFormats::anEvenSimulatedFlatStaysEven()
 {
     QFETCH(int, index);
     const ZorPixelTypeRow& row = ZorPixelTypeTable[index];
@@ -84,5 +84,5 @@ void tst_zorffc_all_formats::anEvenSimulatedFlatStaysEven()
              pgm(Width, Height, (1 << depth) - 1, Samples(Width * Height, std::uint16_t(sample))));
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_all_formats)
+QTEST_GUILESS_MAIN(TestZorffcAllFormats)
 #include "tst_zorffc_all_formats.moc"

@@ -1,4 +1,4 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
 #include <QDate>
 #include <QImage>
@@ -50,7 +50,7 @@ QByteArray twoColumns()
 
 } // namespace
 
-class tst_zorffc_compute : public QObject
+class TestZorffcCompute : public QObject
 {
     Q_OBJECT
 
@@ -82,13 +82,13 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void tst_zorffc_compute::init()
+void TestZorffcCompute::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
 }
 
-void tst_zorffc_compute::writesTheGainsOfAFrame_data()
+void TestZorffcCompute::writesTheGainsOfAFrame_data()
 {
     QTest::addColumn<QByteArray>("frame");
     QTest::addColumn<QStringList>("options");
@@ -118,7 +118,7 @@ void tst_zorffc_compute::writesTheGainsOfAFrame_data()
         << pgm(1, 2, 255, {0, 0}) << QStringList{} << QByteArray("1,0\n") << QByteArray("1,0\n2,0\n");
 }
 
-void tst_zorffc_compute::writesTheGainsOfAFrame()
+void TestZorffcCompute::writesTheGainsOfAFrame()
 {
     QFETCH(QByteArray, frame);
     QFETCH(QStringList, options);
@@ -132,7 +132,7 @@ void tst_zorffc_compute::writesTheGainsOfAFrame()
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
 
-void tst_zorffc_compute::readsOtherFiles_data()
+void TestZorffcCompute::readsOtherFiles_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QStringList>("options");
@@ -169,7 +169,7 @@ void tst_zorffc_compute::readsOtherFiles_data()
         << "Mono12 (depth from --depth 12)";
 }
 
-void tst_zorffc_compute::readsOtherFiles()
+void TestZorffcCompute::readsOtherFiles()
 {
     QFETCH(QString, name);
     QFETCH(QStringList, options);
@@ -196,7 +196,7 @@ void tst_zorffc_compute::readsOtherFiles()
     QVERIFY2(run.out.contains("Format           " + format), qPrintable(run.told()));
 }
 
-void tst_zorffc_compute::summaryTellsWhatWasDone()
+void TestZorffcCompute::summaryTellsWhatWasDone()
 {
     writeFile(path("f.pgm"), pgm(2, 2, 4095, {1000, 2000, 500, 1000}));
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header);
@@ -214,7 +214,7 @@ void tst_zorffc_compute::summaryTellsWhatWasDone()
     QCOMPARE(run.exitCode, 0);
 }
 
-void tst_zorffc_compute::summaryOfAFrameWithoutLight()
+void TestZorffcCompute::summaryOfAFrameWithoutLight()
 {
     writeFile(path("f.pgm"), pgm(2, 1, 255, {0, 0}));
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header);
@@ -224,7 +224,7 @@ void tst_zorffc_compute::summaryOfAFrameWithoutLight()
     QVERIFY2(run.out.contains("  column means            nan         nan\n"), qPrintable(run.out));
 }
 
-void tst_zorffc_compute::warnsOfAPoorFrame_data()
+void TestZorffcCompute::warnsOfAPoorFrame_data()
 {
     QTest::addColumn<QByteArray>("frame");
     QTest::addColumn<QStringList>("options");
@@ -323,7 +323,7 @@ void tst_zorffc_compute::warnsOfAPoorFrame_data()
                        "100.0 %" + limited.arg(255)};
 }
 
-void tst_zorffc_compute::warnsOfAPoorFrame()
+void TestZorffcCompute::warnsOfAPoorFrame()
 {
     QFETCH(QByteArray, frame);
     QFETCH(QStringList, options);
@@ -337,7 +337,7 @@ void tst_zorffc_compute::warnsOfAPoorFrame()
     QCOMPARE(run.exitCode, 0);
 }
 
-void tst_zorffc_compute::aGuessedDepthThatLimitsPixelsIsTold_data()
+void TestZorffcCompute::aGuessedDepthThatLimitsPixelsIsTold_data()
 {
     QTest::addColumn<int>("bits");
     QTest::addColumn<int>("brightest");
@@ -351,7 +351,7 @@ void tst_zorffc_compute::aGuessedDepthThatLimitsPixelsIsTold_data()
     QTest::newRow("samples of one byte have no more") << 8 << 240 << QStringList{} << 255 << false;
 }
 
-void tst_zorffc_compute::aGuessedDepthThatLimitsPixelsIsTold()
+void TestZorffcCompute::aGuessedDepthThatLimitsPixelsIsTold()
 {
     QFETCH(int, bits);
     QFETCH(int, brightest);
@@ -380,7 +380,7 @@ void tst_zorffc_compute::aGuessedDepthThatLimitsPixelsIsTold()
     QVERIFY2(run.err.contains(limited + (isAdvised ? advice : "") + "aim lower"), qPrintable(run.told()));
 }
 
-void tst_zorffc_compute::theWayOutOfAWrappedFrameLeavesItFlat()
+void TestZorffcCompute::theWayOutOfAWrappedFrameLeavesItFlat()
 {
     QCOMPARE(
         runZorffc(m_folder->path(), {"simulate", "-o", "f.pgm", "--depth", "16", "--level", "90"}).exitCode,
@@ -399,7 +399,7 @@ void tst_zorffc_compute::theWayOutOfAWrappedFrameLeavesItFlat()
     QVERIFY2(fewer.exitCode == 0 && rowsAfter(fewer) < 0.02, qPrintable(fewer.told()));
 }
 
-void tst_zorffc_compute::keepsALinkAndThePermissionsOfTheTarget()
+void TestZorffcCompute::keepsALinkAndThePermissionsOfTheTarget()
 {
     writeFile(path("f.pgm"), twoColumns());
     writeFile(path("real.ffc"), "what was there");
@@ -416,7 +416,7 @@ void tst_zorffc_compute::keepsALinkAndThePermissionsOfTheTarget()
     QCOMPARE(int(QFile::permissions(path("real.ffc"))) & ownerGroupOthers, int(permissions));
 }
 
-void tst_zorffc_compute::keepsTheOwnerOfTheTarget()
+void TestZorffcCompute::keepsTheOwnerOfTheTarget()
 {
     writeFile(path("f.pgm"), twoColumns());
     writeFile(path("f.ffc"), "what was there");
@@ -438,7 +438,7 @@ void tst_zorffc_compute::keepsTheOwnerOfTheTarget()
     QCOMPARE(now.st_mode & 07777, mode_t(04640));
 }
 
-void tst_zorffc_compute::takesItsEndingInCapitalLetters()
+void TestZorffcCompute::takesItsEndingInCapitalLetters()
 {
     writeFile(path("f.pgm"), twoColumns());
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "F.FFC"} + Header);
@@ -446,7 +446,7 @@ void tst_zorffc_compute::takesItsEndingInCapitalLetters()
     QCOMPARE(readFile(path("F.FFC")), fileText("1,512\n2,256\n", "1,256\n2,256\n"));
 }
 
-void tst_zorffc_compute::needsNoScreen()
+void TestZorffcCompute::needsNoScreen()
 {
     writeFile(path("f.pgm"), twoColumns());
     QProcessEnvironment bare = QProcessEnvironment::systemEnvironment();
@@ -459,5 +459,5 @@ void tst_zorffc_compute::needsNoScreen()
     QCOMPARE(readFile(path("f.ffc")), fileText("1,512\n2,256\n", "1,256\n2,256\n"));
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_compute)
+QTEST_GUILESS_MAIN(TestZorffcCompute)
 #include "tst_zorffc_compute.moc"

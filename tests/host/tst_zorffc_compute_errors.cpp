@@ -1,5 +1,5 @@
-#include "ContradictoryPng.h"
-#include "ZorffcRun.h"
+#include "tests/host/ContradictoryPng.h"
+#include "tests/host/ZorffcRun.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -18,7 +18,7 @@ QByteArray smallFrame()
 
 } // namespace
 
-class tst_zorffc_compute_errors : public QObject
+class TestZorffcComputeErrors : public QObject
 {
     Q_OBJECT
 
@@ -41,13 +41,13 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void tst_zorffc_compute_errors::init()
+void TestZorffcComputeErrors::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
 }
 
-void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget_data()
+void TestZorffcComputeErrors::refusesBadInputAndKeepsTheTarget_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("names");
@@ -133,7 +133,7 @@ void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget_data()
     QTest::newRow("an unknown option") << good + QStringList{"--bits", "9"} << "--bits";
 }
 
-void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget()
+void TestZorffcComputeErrors::refusesBadInputAndKeepsTheTarget()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, names);
@@ -159,7 +159,7 @@ void tst_zorffc_compute_errors::refusesBadInputAndKeepsTheTarget()
     QCOMPARE(namesIn(m_folder->path()), before);
 }
 
-void tst_zorffc_compute_errors::refusesBadTargets_data()
+void TestZorffcComputeErrors::refusesBadTargets_data()
 {
     QTest::addColumn<QString>("target");
     QTest::addColumn<QString>("problem");
@@ -197,7 +197,7 @@ void tst_zorffc_compute_errors::refusesBadTargets_data()
                                              << "nnn.ffc: ";
 }
 
-void tst_zorffc_compute_errors::refusesBadTargets()
+void TestZorffcComputeErrors::refusesBadTargets()
 {
     QFETCH(QString, target);
     QFETCH(QString, problem);
@@ -219,7 +219,7 @@ void tst_zorffc_compute_errors::refusesBadTargets()
     QCOMPARE(namesIn(path("folder.ffc")), QStringList());
 }
 
-void tst_zorffc_compute_errors::aFailingWriteKeepsTheTarget()
+void TestZorffcComputeErrors::aFailingWriteKeepsTheTarget()
 {
     writeFile(path("f.pgm"), smallFrame());
     writeFile(path("f.ffc"), "what was there");
@@ -231,7 +231,7 @@ void tst_zorffc_compute_errors::aFailingWriteKeepsTheTarget()
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
 
-void tst_zorffc_compute_errors::aSummaryThatCannotBeToldKeepsTheTarget()
+void TestZorffcComputeErrors::aSummaryThatCannotBeToldKeepsTheTarget()
 {
     writeFile(path("f.pgm"), smallFrame());
     writeFile(path("f.ffc"), "what was there");
@@ -243,5 +243,5 @@ void tst_zorffc_compute_errors::aSummaryThatCannotBeToldKeepsTheTarget()
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_compute_errors)
+QTEST_GUILESS_MAIN(TestZorffcComputeErrors)
 #include "tst_zorffc_compute_errors.moc"

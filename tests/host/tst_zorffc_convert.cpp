@@ -1,4 +1,4 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
 #include <QImage>
 #include <QTemporaryDir>
@@ -13,7 +13,7 @@ using Samples = std::vector<std::uint16_t>;
 Q_DECLARE_METATYPE(Samples)
 
 /// Frames as picture files: the samples, the kinds of files, what is told.
-class tst_zorffc_convert : public QObject
+class TestZorffcConvert : public QObject
 {
     Q_OBJECT
 
@@ -44,13 +44,13 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void tst_zorffc_convert::init()
+void TestZorffcConvert::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
 }
 
-void tst_zorffc_convert::aDumpBecomesItsSamples_data()
+void TestZorffcConvert::aDumpBecomesItsSamples_data()
 {
     QTest::addColumn<QString>("format");
     QTest::addColumn<QString>("size");
@@ -111,7 +111,7 @@ void tst_zorffc_convert::aDumpBecomesItsSamples_data()
     add("YUV422_10_PACKED", "YUV422_10_PACKED", "2x1", none, "FF 03 18 00 80", 1023, {1023, 1});
 }
 
-void tst_zorffc_convert::aDumpBecomesItsSamples()
+void TestZorffcConvert::aDumpBecomesItsSamples()
 {
     QFETCH(QString, format);
     QFETCH(QString, size);
@@ -129,7 +129,7 @@ void tst_zorffc_convert::aDumpBecomesItsSamples()
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.pgm", "f.raw"}));
 }
 
-void tst_zorffc_convert::theDepthOfThePictureCanBeAsked_data()
+void TestZorffcConvert::theDepthOfThePictureCanBeAsked_data()
 {
     QTest::addColumn<QStringList>("frame");
     QTest::addColumn<QByteArray>("bytes");
@@ -161,7 +161,7 @@ void tst_zorffc_convert::theDepthOfThePictureCanBeAsked_data()
         << picture << pgm(2, 1, 255, {0xAB, 255}) << "12" << 4095 << Samples{0xABA, 4095};
 }
 
-void tst_zorffc_convert::theDepthOfThePictureCanBeAsked()
+void TestZorffcConvert::theDepthOfThePictureCanBeAsked()
 {
     QFETCH(QStringList, frame);
     QFETCH(QByteArray, bytes);
@@ -174,7 +174,7 @@ void tst_zorffc_convert::theDepthOfThePictureCanBeAsked()
     QCOMPARE(readFile(path("f.pgm")), pgm(2, 1, maxval, samples));
 }
 
-void tst_zorffc_convert::aStretchedPictureHasFullScale_data()
+void TestZorffcConvert::aStretchedPictureHasFullScale_data()
 {
     QTest::addColumn<QStringList>("frame");
     QTest::addColumn<QByteArray>("bytes");
@@ -199,7 +199,7 @@ void tst_zorffc_convert::aStretchedPictureHasFullScale_data()
         << QStringList{"f.in"} << pgm(2, 1, 4095, {0xABC, 15}) << 65535 << Samples{0xABCA, 0xF0};
 }
 
-void tst_zorffc_convert::aStretchedPictureHasFullScale()
+void TestZorffcConvert::aStretchedPictureHasFullScale()
 {
     QFETCH(QStringList, frame);
     QFETCH(QByteArray, bytes);
@@ -211,7 +211,7 @@ void tst_zorffc_convert::aStretchedPictureHasFullScale()
     QCOMPARE(readFile(path("f.pgm")), pgm(2, 1, maxval, samples));
 }
 
-void tst_zorffc_convert::aPictureThatViewersShowDarkIsTold_data()
+void TestZorffcConvert::aPictureThatViewersShowDarkIsTold_data()
 {
     QTest::addColumn<QString>("format");
     QTest::addColumn<QStringList>("output");
@@ -229,7 +229,7 @@ void tst_zorffc_convert::aPictureThatViewersShowDarkIsTold_data()
     QTest::newRow("a PNG of 14 bits, which come down to 8") << "Mono14" << QStringList{"f.png"} << "";
 }
 
-void tst_zorffc_convert::aPictureThatViewersShowDarkIsTold()
+void TestZorffcConvert::aPictureThatViewersShowDarkIsTold()
 {
     QFETCH(QString, format);
     QFETCH(QStringList, output);
@@ -240,7 +240,7 @@ void tst_zorffc_convert::aPictureThatViewersShowDarkIsTold()
     QVERIFY2(run.out.endsWith("\nPicture          " + output[0] + note + "\n"), qPrintable(run.told()));
 }
 
-void tst_zorffc_convert::theEndingTellsTheKind_data()
+void TestZorffcConvert::theEndingTellsTheKind_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("start");
@@ -252,7 +252,7 @@ void tst_zorffc_convert::theEndingTellsTheKind_data()
     QTest::newRow("the last ending counts") << "f.png.pgm" << QByteArray("P5\n2 1\n4095\n");
 }
 
-void tst_zorffc_convert::theEndingTellsTheKind()
+void TestZorffcConvert::theEndingTellsTheKind()
 {
     QFETCH(QString, name);
     QFETCH(QByteArray, start);
@@ -263,7 +263,7 @@ void tst_zorffc_convert::theEndingTellsTheKind()
     QVERIFY2(bytes.startsWith(start), bytes.left(16).toHex(' ').constData());
 }
 
-void tst_zorffc_convert::picturesGoThroughAllKindsUnchanged_data()
+void TestZorffcConvert::picturesGoThroughAllKindsUnchanged_data()
 {
     QTest::addColumn<int>("maxval");
     QTest::addColumn<QString>("format");
@@ -273,7 +273,7 @@ void tst_zorffc_convert::picturesGoThroughAllKindsUnchanged_data()
     QTest::newRow("16 bits") << 65535 << "Mono16";
 }
 
-void tst_zorffc_convert::picturesGoThroughAllKindsUnchanged()
+void TestZorffcConvert::picturesGoThroughAllKindsUnchanged()
 {
     QFETCH(int, maxval);
     QFETCH(QString, format);
@@ -299,7 +299,7 @@ void tst_zorffc_convert::picturesGoThroughAllKindsUnchanged()
     }
 }
 
-void tst_zorffc_convert::theSummaryTellsWhatWasDone()
+void TestZorffcConvert::theSummaryTellsWhatWasDone()
 {
     writeFile(path("f.raw"), QByteArray(16, 'M'));
     const ZorffcRun dump = convert({"f.raw", "--format", "BayerRG8", "--size", "4x4", "f.png"});
@@ -312,7 +312,7 @@ void tst_zorffc_convert::theSummaryTellsWhatWasDone()
                                   "Picture          f.pgm\n"));
 }
 
-void tst_zorffc_convert::anExistingPictureIsReplaced()
+void TestZorffcConvert::anExistingPictureIsReplaced()
 {
     writeFile(path("f.raw"), "AB");
     writeFile(path("f.pgm"), "what was there");
@@ -321,5 +321,5 @@ void tst_zorffc_convert::anExistingPictureIsReplaced()
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.pgm", "f.raw"}));
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_convert)
+QTEST_GUILESS_MAIN(TestZorffcConvert)
 #include "tst_zorffc_convert.moc"

@@ -1,12 +1,12 @@
-#include "ContradictoryPng.h"
-#include "ZorffcRun.h"
+#include "tests/host/ContradictoryPng.h"
+#include "tests/host/ZorffcRun.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
 
 /// What convert refuses, and that nothing is touched then.
-class tst_zorffc_convert_errors : public QObject
+class TestZorffcConvertErrors : public QObject
 {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void tst_zorffc_convert_errors::init()
+void TestZorffcConvertErrors::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
@@ -39,7 +39,7 @@ void tst_zorffc_convert_errors::init()
     QVERIFY(QFile::link("/dev/full", path("full.png")));
 }
 
-void tst_zorffc_convert_errors::refusesWhatIsWrong_data()
+void TestZorffcConvertErrors::refusesWhatIsWrong_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("names");
@@ -122,7 +122,7 @@ void tst_zorffc_convert_errors::refusesWhatIsWrong_data()
         << QStringList{"f.pgm", "target.png", "--precision", "8"} << "--precision";
 }
 
-void tst_zorffc_convert_errors::refusesWhatIsWrong()
+void TestZorffcConvertErrors::refusesWhatIsWrong()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, names);
@@ -138,7 +138,7 @@ void tst_zorffc_convert_errors::refusesWhatIsWrong()
     QCOMPARE(namesIn(m_folder->path()), before);
 }
 
-void tst_zorffc_convert_errors::aSummaryThatCannotBeToldKeepsTheTarget()
+void TestZorffcConvertErrors::aSummaryThatCannotBeToldKeepsTheTarget()
 {
     const QStringList before = namesIn(m_folder->path());
     const ZorffcRun run =
@@ -149,7 +149,7 @@ void tst_zorffc_convert_errors::aSummaryThatCannotBeToldKeepsTheTarget()
     QCOMPARE(namesIn(m_folder->path()), before);
 }
 
-void tst_zorffc_convert_errors::aFailingWriteKeepsTheTarget_data()
+void TestZorffcConvertErrors::aFailingWriteKeepsTheTarget_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("says");
@@ -161,7 +161,7 @@ void tst_zorffc_convert_errors::aFailingWriteKeepsTheTarget_data()
                           << "t.tiff: ";
 }
 
-void tst_zorffc_convert_errors::aFailingWriteKeepsTheTarget()
+void TestZorffcConvertErrors::aFailingWriteKeepsTheTarget()
 {
     QFETCH(QString, name);
     QFETCH(QString, says);
@@ -185,5 +185,5 @@ void tst_zorffc_convert_errors::aFailingWriteKeepsTheTarget()
     QCOMPARE(namesIn(m_folder->path()), before);
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_convert_errors)
+QTEST_GUILESS_MAIN(TestZorffcConvertErrors)
 #include "tst_zorffc_convert_errors.moc"

@@ -1,7 +1,7 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
-#include "support/DialogProbe.h"
-#include "support/ModalWatch.h"
+#include "tests/support/DialogProbe.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -78,7 +78,7 @@ QByteArray difference(const QByteArray& actual, const QByteArray& expected)
 Q_DECLARE_METATYPE(Frame)
 
 /// The command line and the dialog make the same file of the same frame.
-class tst_zorffc_dialog : public QObject
+class TestZorffcDialog : public QObject
 {
     Q_OBJECT
 
@@ -95,12 +95,12 @@ private:
     QTemporaryDir m_folder;
 };
 
-void tst_zorffc_dialog::initTestCase()
+void TestZorffcDialog::initTestCase()
 {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
 }
 
-QByteArray tst_zorffc_dialog::save(const TestFrame& frame, const QString& normalize, int precision)
+QByteArray TestZorffcDialog::save(const TestFrame& frame, const QString& normalize, int precision)
 {
     const QString target = m_folder.filePath(QStringLiteral("dialog.ffc"));
     QFile::remove(target);
@@ -119,7 +119,7 @@ QByteArray tst_zorffc_dialog::save(const TestFrame& frame, const QString& normal
     return watch.texts.isEmpty() ? readFile(target) : watch.texts.join(' ').toUtf8();
 }
 
-void tst_zorffc_dialog::tablesAreThoseOfTheDialog_data()
+void TestZorffcDialog::tablesAreThoseOfTheDialog_data()
 {
     QTest::addColumn<Frame>("frame");
     QTest::addColumn<QString>("normalize"); // empty: the mean is the target
@@ -143,7 +143,7 @@ void tst_zorffc_dialog::tablesAreThoseOfTheDialog_data()
     }
 }
 
-void tst_zorffc_dialog::tablesAreThoseOfTheDialog()
+void TestZorffcDialog::tablesAreThoseOfTheDialog()
 {
     QFETCH(Frame, frame);
     QFETCH(QString, normalize);
@@ -167,7 +167,7 @@ void tst_zorffc_dialog::tablesAreThoseOfTheDialog()
     QVERIFY2(wrong.isEmpty(), wrong.constData());
 }
 
-void tst_zorffc_dialog::theDialogsFileIsRead()
+void TestZorffcDialog::theDialogsFileIsRead()
 {
     const TestFrame pixels = makeFrame({12, 64, 48, "vignette"});
     writeFile(m_folder.filePath("f.pgm"), pgmOf(pixels));
@@ -177,5 +177,5 @@ void tst_zorffc_dialog::theDialogsFileIsRead()
     QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.told()));
 }
 
-QTEST_MAIN(tst_zorffc_dialog)
+QTEST_MAIN(TestZorffcDialog)
 #include "tst_zorffc_dialog.moc"

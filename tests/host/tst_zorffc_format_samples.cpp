@@ -1,4 +1,4 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
@@ -25,7 +25,7 @@ bool isMosaic(const ZorPixelTypeRow& row)
 } // namespace
 
 /// A simulated flat with all its noise in every format of the table.
-class tst_zorffc_format_samples : public QObject
+class TestZorffcFormatSamples : public QObject
 {
     Q_OBJECT
 
@@ -47,7 +47,7 @@ private:
     Samples m_flat14; ///< the default flat of a sensor of 14 bits
 };
 
-void tst_zorffc_format_samples::addFormats(bool mosaics)
+void TestZorffcFormatSamples::addFormats(bool mosaics)
 {
     QTest::addColumn<int>("index");
     for (int index = 0; index < int(ZorPixelTypeCount); ++index)
@@ -55,7 +55,7 @@ void tst_zorffc_format_samples::addFormats(bool mosaics)
             QTest::newRow(ZorPixelTypeTable[index].name) << index;
 }
 
-void tst_zorffc_format_samples::initTestCase()
+void TestZorffcFormatSamples::initTestCase()
 {
     QVERIFY(m_folder.isValid());
     for (const QString depth : {"8", "10", "12", "16"})
@@ -68,7 +68,7 @@ void tst_zorffc_format_samples::initTestCase()
         m_flat14.push_back(std::uint16_t(std::uint8_t(words[i]) | std::uint8_t(words[i + 1]) << 8));
 }
 
-void tst_zorffc_format_samples::bothOrdersOfPackedAreOneFrame_data()
+void TestZorffcFormatSamples::bothOrdersOfPackedAreOneFrame_data()
 {
     QTest::addColumn<QString>("name");
     for (const ZorPixelTypeRow& row : ZorPixelTypeTable)
@@ -77,7 +77,7 @@ void tst_zorffc_format_samples::bothOrdersOfPackedAreOneFrame_data()
 }
 
 /// Where a pixel has a value of its own, convert gives the simulator's samples.
-void tst_zorffc_format_samples::aSimulatedFlatKeepsItsSamples()
+void TestZorffcFormatSamples::aSimulatedFlatKeepsItsSamples()
 {
     QFETCH(int, index);
     const ZorPixelTypeRow& row = ZorPixelTypeTable[index];
@@ -99,7 +99,7 @@ void tst_zorffc_format_samples::aSimulatedFlatKeepsItsSamples()
 }
 
 /// Where colour cells are interpolated, noise spreads, and compute still finds a flat that it can even out.
-void tst_zorffc_format_samples::computeEvensOutAMosaic()
+void TestZorffcFormatSamples::computeEvensOutAMosaic()
 {
     QFETCH(int, index);
     const QStringList format = QStringList{"--format", ZorPixelTypeTable[index].name} + Size;
@@ -118,7 +118,7 @@ void tst_zorffc_format_samples::computeEvensOutAMosaic()
         QVERIFY2(match.captured(after).toDouble() < 0.3, qPrintable(computed.out));
 }
 
-void tst_zorffc_format_samples::bothOrdersOfPackedAreOneFrame()
+void TestZorffcFormatSamples::bothOrdersOfPackedAreOneFrame()
 {
     QFETCH(QString, name);
     const QStringList format = QStringList{"--format", name} + Size;
@@ -133,5 +133,5 @@ void tst_zorffc_format_samples::bothOrdersOfPackedAreOneFrame()
     QCOMPARE(readFile(path("w.pgm")), readFile(path("r.pgm")));
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_format_samples)
+QTEST_GUILESS_MAIN(TestZorffcFormatSamples)
 #include "tst_zorffc_format_samples.moc"

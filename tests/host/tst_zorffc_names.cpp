@@ -1,4 +1,4 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -14,7 +14,7 @@ ZorffcRun runWithName(const QString& folder, const QString& line, const QString&
 } // namespace
 
 /// File names with characters that a terminal would obey, as they are shown.
-class tst_zorffc_names : public QObject
+class TestZorffcNames : public QObject
 {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ private slots:
     void everyCommandCleansTheNameOfItsOutput();
 };
 
-void tst_zorffc_names::controlCharactersAreShownAsBlanks_data()
+void TestZorffcNames::controlCharactersAreShownAsBlanks_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("shown");
@@ -50,7 +50,7 @@ void tst_zorffc_names::controlCharactersAreShownAsBlanks_data()
         << "\\303\\251\\304\\233\\302\\240~" << QString::fromUtf8("é\xC4\x9B\xC2\xA0~");
 }
 
-void tst_zorffc_names::controlCharactersAreShownAsBlanks()
+void TestZorffcNames::controlCharactersAreShownAsBlanks()
 {
     QFETCH(QString, name);
     QFETCH(QString, shown);
@@ -73,7 +73,7 @@ void tst_zorffc_names::controlCharactersAreShownAsBlanks()
              qPrintable(warning.told()));
 }
 
-void tst_zorffc_names::everyCommandCleansTheNameOfItsOutput_data()
+void TestZorffcNames::everyCommandCleansTheNameOfItsOutput_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("shown");
@@ -87,7 +87,7 @@ void tst_zorffc_names::everyCommandCleansTheNameOfItsOutput_data()
                               << "File             a b.raw, to be read with";
 }
 
-void tst_zorffc_names::everyCommandCleansTheNameOfItsOutput()
+void TestZorffcNames::everyCommandCleansTheNameOfItsOutput()
 {
     QFETCH(QString, line);
     QFETCH(QString, shown);
@@ -100,5 +100,5 @@ void tst_zorffc_names::everyCommandCleansTheNameOfItsOutput()
     QVERIFY2(run.out.contains('\n' + shown) && !run.out.contains('\033'), qPrintable(run.told()));
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_names)
+QTEST_GUILESS_MAIN(TestZorffcNames)
 #include "tst_zorffc_names.moc"

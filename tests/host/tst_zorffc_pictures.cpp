@@ -1,7 +1,7 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
-#include "host/frames/MakePng.h"
-#include "host/frames/TiffEntries.h"
+#include "tests/host/frames/MakePng.h"
+#include "tests/host/frames/TiffEntries.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -21,7 +21,7 @@ QString otherProgramsFile(const QString& name)
 } // namespace
 
 /// Picture files as frames: what only some kinds of them need, and those that claim more than they hold.
-class tst_zorffc_pictures : public QObject
+class TestZorffcPictures : public QObject
 {
     Q_OBJECT
 
@@ -44,7 +44,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void tst_zorffc_pictures::init()
+void TestZorffcPictures::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
@@ -52,7 +52,7 @@ void tst_zorffc_pictures::init()
     writeFile(path("black.pgm"), readFile(otherProgramsFile("grey8.pgm")));
 }
 
-void tst_zorffc_pictures::aWhiteZeroNeedsItsOption_data()
+void TestZorffcPictures::aWhiteZeroNeedsItsOption_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("compute") << QStringList{"compute", "white.tif", "-o", "out.ffc"} + Header;
@@ -60,7 +60,7 @@ void tst_zorffc_pictures::aWhiteZeroNeedsItsOption_data()
     QTest::newRow("convert") << QStringList{"convert", "white.tif", "out.png"};
 }
 
-void tst_zorffc_pictures::aWhiteZeroNeedsItsOption()
+void TestZorffcPictures::aWhiteZeroNeedsItsOption()
 {
     QFETCH(QStringList, arguments);
     QCOMPARE(run(QStringList{"compute", "black.pgm", "-o", "f.ffc"} + Header).exitCode, 0);
@@ -77,7 +77,7 @@ void tst_zorffc_pictures::aWhiteZeroNeedsItsOption()
     QVERIFY2(done.exitCode == 0, qPrintable(done.told()));
 }
 
-void tst_zorffc_pictures::aWhiteZeroIsTakenAsAsked_data()
+void TestZorffcPictures::aWhiteZeroIsTakenAsAsked_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("way");
@@ -91,7 +91,7 @@ void tst_zorffc_pictures::aWhiteZeroIsTakenAsAsked_data()
                             << "grey16.pgm";
 }
 
-void tst_zorffc_pictures::aWhiteZeroIsTakenAsAsked()
+void TestZorffcPictures::aWhiteZeroIsTakenAsAsked()
 {
     QFETCH(QString, file);
     QFETCH(QString, way);
@@ -101,7 +101,7 @@ void tst_zorffc_pictures::aWhiteZeroIsTakenAsAsked()
     QCOMPARE(readFile(path("out.pgm")), readFile(otherProgramsFile(source)));
 }
 
-void tst_zorffc_pictures::everyCommandTakesTheSameSamples()
+void TestZorffcPictures::everyCommandTakesTheSameSamples()
 {
     // Two lines tell of the frame and its depth, which a PGM tells by its maxval.
     const auto figures = [](const ZorffcRun& done) { return done.out.section('\n', 2); };
@@ -119,7 +119,7 @@ void tst_zorffc_pictures::everyCommandTakesTheSameSamples()
     QCOMPARE(figures(shownInverted), figures(shown));
 }
 
-void tst_zorffc_pictures::theOptionIsRefusedWhereItCannotMatter_data()
+void TestZorffcPictures::theOptionIsRefusedWhereItCannotMatter_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("says");
@@ -136,7 +136,7 @@ void tst_zorffc_pictures::theOptionIsRefusedWhereItCannotMatter_data()
     QTest::newRow("no way") << QStringList{"white.tif", "--white-is-zero"} << "--white-is-zero";
 }
 
-void tst_zorffc_pictures::theOptionIsRefusedWhereItCannotMatter()
+void TestZorffcPictures::theOptionIsRefusedWhereItCannotMatter()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, says);
@@ -147,7 +147,7 @@ void tst_zorffc_pictures::theOptionIsRefusedWhereItCannotMatter()
     QCOMPARE(namesIn(m_folder->path()), before);
 }
 
-void tst_zorffc_pictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory_data()
+void TestZorffcPictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("says");
@@ -190,7 +190,7 @@ void tst_zorffc_pictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory_data()
         << pngWithSides(interlaced, side, side) + QByteArray(1000000, '\0') << "the PNG data are broken (";
 }
 
-void tst_zorffc_pictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory()
+void TestZorffcPictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QString, says);
@@ -206,5 +206,5 @@ void tst_zorffc_pictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory()
     QVERIFY2(usage.ru_maxrss < most, qPrintable(QString("%1 KiB").arg(usage.ru_maxrss)));
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_pictures)
+QTEST_GUILESS_MAIN(TestZorffcPictures)
 #include "tst_zorffc_pictures.moc"

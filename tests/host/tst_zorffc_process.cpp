@@ -1,4 +1,4 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -111,7 +111,7 @@ bool holdsUnnamedFile(qint64 process, const QString& folder)
 } // namespace
 
 /// How zorffc lives with what surrounds its process: streams, signals, a missing piece of Qt.
-class tst_zorffc_process : public QObject
+class TestZorffcProcess : public QObject
 {
     Q_OBJECT
 
@@ -135,7 +135,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void tst_zorffc_process::init()
+void TestZorffcProcess::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
@@ -143,7 +143,7 @@ void tst_zorffc_process::init()
     writeFile(path("f.ffc"), "what was there");
 }
 
-void tst_zorffc_process::aClosedStreamDoesNotEndInTheFile_data()
+void TestZorffcProcess::aClosedStreamDoesNotEndInTheFile_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<int>("exitCode");
@@ -154,7 +154,7 @@ void tst_zorffc_process::aClosedStreamDoesNotEndInTheFile_data()
     QTest::newRow("all") << "exec \"$@\" <&- >&- 2>&-" << 2;
 }
 
-void tst_zorffc_process::aClosedStreamDoesNotEndInTheFile()
+void TestZorffcProcess::aClosedStreamDoesNotEndInTheFile()
 {
     QFETCH(QString, line);
     QFETCH(int, exitCode);
@@ -169,7 +169,7 @@ void tst_zorffc_process::aClosedStreamDoesNotEndInTheFile()
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
 
-void tst_zorffc_process::aReaderThatHasSeenEnoughIsNoError_data()
+void TestZorffcProcess::aReaderThatHasSeenEnoughIsNoError_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<int>("exitCode");
@@ -179,7 +179,7 @@ void tst_zorffc_process::aReaderThatHasSeenEnoughIsNoError_data()
     QTest::newRow("a summary without which no file is written") << Compute << 2;
 }
 
-void tst_zorffc_process::aReaderThatHasSeenEnoughIsNoError()
+void TestZorffcProcess::aReaderThatHasSeenEnoughIsNoError()
 {
     QFETCH(QStringList, arguments);
     QFETCH(int, exitCode);
@@ -194,7 +194,7 @@ void tst_zorffc_process::aReaderThatHasSeenEnoughIsNoError()
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
 
-void tst_zorffc_process::anEndedRunLeavesNothing_data()
+void TestZorffcProcess::anEndedRunLeavesNothing_data()
 {
     QTest::addColumn<int>("signal");
     QTest::newRow("an interrupt from the keyboard") << SIGINT;
@@ -203,7 +203,7 @@ void tst_zorffc_process::anEndedRunLeavesNothing_data()
     QTest::newRow("a kill, of which no process hears") << SIGKILL;
 }
 
-void tst_zorffc_process::anEndedRunLeavesNothing()
+void TestZorffcProcess::anEndedRunLeavesNothing()
 {
     QFETCH(int, signal);
     if (!hasUnnamedFiles(m_folder->path()))
@@ -224,7 +224,7 @@ void tst_zorffc_process::anEndedRunLeavesNothing()
     QCOMPARE(readFile(path("f.ffc")), QByteArray("what was there"));
 }
 
-void tst_zorffc_process::anIgnoredSignalStaysIgnored()
+void TestZorffcProcess::anIgnoredSignalStaysIgnored()
 {
     if (!hasUnnamedFiles(m_folder->path()))
         QSKIP("this file system has no files without a name");
@@ -244,7 +244,7 @@ void tst_zorffc_process::anIgnoredSignalStaysIgnored()
     QVERIFY(readFile(path("f.ffc")) != QByteArray("what was there"));
 }
 
-void tst_zorffc_process::leftoversOfKilledRunsAreSwept_data()
+void TestZorffcProcess::leftoversOfKilledRunsAreSwept_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("isLocked");
@@ -264,7 +264,7 @@ void tst_zorffc_process::leftoversOfKilledRunsAreSwept_data()
     QTest::newRow("beginning and ending in one") << ".zorffc-tmp" << false << false;
 }
 
-void tst_zorffc_process::leftoversOfKilledRunsAreSwept()
+void TestZorffcProcess::leftoversOfKilledRunsAreSwept()
 {
     QFETCH(QString, name);
     QFETCH(bool, isLocked);
@@ -280,7 +280,7 @@ void tst_zorffc_process::leftoversOfKilledRunsAreSwept()
     QCOMPARE(namesIn(m_folder->path()).size(), isSwept ? 2 : 3);
 }
 
-void tst_zorffc_process::whatOnlyLooksLikeALeftoverStays()
+void TestZorffcProcess::whatOnlyLooksLikeALeftoverStays()
 {
     const QString name = ".zorffc-12-%1.tmp";
     QVERIFY(QFile::link("f.pgm", path(name.arg(0))));
@@ -295,7 +295,7 @@ void tst_zorffc_process::whatOnlyLooksLikeALeftoverStays()
     QCOMPARE(namesIn(m_folder->path()), before);
 }
 
-void tst_zorffc_process::aMissingPieceOfQtIsTold()
+void TestZorffcProcess::aMissingPieceOfQtIsTold()
 {
     // A copy of the program that looks for Qt's plug-ins where there are none.
     QVERIFY(QFile::copy(ZORFFC_PROGRAM, path("zorffc")));
@@ -314,5 +314,5 @@ void tst_zorffc_process::aMissingPieceOfQtIsTold()
     QCOMPARE(namesIn(m_folder->path()), before);
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_process)
+QTEST_GUILESS_MAIN(TestZorffcProcess)
 #include "tst_zorffc_process.moc"

@@ -1,4 +1,4 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
 #include <QImage>
 #include <QTemporaryDir>
@@ -41,7 +41,7 @@ std::pair<int, int> greyRange(const QImage& picture, const QRect& part)
 
 } // namespace
 
-class tst_zorffc_report : public QObject
+class TestZorffcReport : public QObject
 {
     Q_OBJECT
 
@@ -70,13 +70,13 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void tst_zorffc_report::init()
+void TestZorffcReport::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
 }
 
-void tst_zorffc_report::drawsFrameCorrectedFrameAndProfiles()
+void TestZorffcReport::drawsFrameCorrectedFrameAndProfiles()
 {
     // Columns that darken to the right, and a file that lifts every one to 200.
     writeFile(path("f.pgm"), pgm(4, 2, 255, {200, 150, 120, 100, 200, 150, 120, 100}));
@@ -115,7 +115,7 @@ void tst_zorffc_report::drawsFrameCorrectedFrameAndProfiles()
     QVERIFY(greyRange(picture, QRect(1300, 1150, 240, 70)).first < 80);
 }
 
-void tst_zorffc_report::drawsADumpInColour()
+void TestZorffcReport::drawsADumpInColour()
 {
     // Columns of grey that darken to the right.
     writeFile(path("f.raw"), QByteArray("\xC8\xC8\xC8\x96\x96\x96\x78\x78\x78\x64\x64\x64", 12).repeated(2));
@@ -134,7 +134,7 @@ void tst_zorffc_report::drawsADumpInColour()
     QVERIFY2(after.second - after.first < 5, qPrintable(QString::number(after.second - after.first)));
 }
 
-void tst_zorffc_report::drawsFramesOfAnySize_data()
+void TestZorffcReport::drawsFramesOfAnySize_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -145,7 +145,7 @@ void tst_zorffc_report::drawsFramesOfAnySize_data()
     QTest::newRow("larger than its place") << 1601 << 901 << 65535;
 }
 
-void tst_zorffc_report::drawsFramesOfAnySize()
+void TestZorffcReport::drawsFramesOfAnySize()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -168,7 +168,7 @@ void tst_zorffc_report::drawsFramesOfAnySize()
     }
 }
 
-void tst_zorffc_report::figuresAreThoseOfCompute()
+void TestZorffcReport::figuresAreThoseOfCompute()
 {
     QCOMPARE(run({"simulate", "-o", "f.pgm", "--size", "101x77", "--depth", "10"}).exitCode, 0);
     const ZorffcRun compute =
@@ -183,7 +183,7 @@ void tst_zorffc_report::figuresAreThoseOfCompute()
     QCOMPARE(figures(report.out), figures(compute.out));
 }
 
-void tst_zorffc_report::gainsAreThoseOfTheFile()
+void TestZorffcReport::gainsAreThoseOfTheFile()
 {
     // Column means of 149.5 and 180: a gain of 1.2040, which the file holds as 308 / 256.
     writeFile(path("f.pgm"), pgm(2, 2, 255, {150, 181, 149, 179}));
@@ -201,7 +201,7 @@ void tst_zorffc_report::gainsAreThoseOfTheFile()
              qPrintable(other.told()));
 }
 
-void tst_zorffc_report::userTextsAreDrawnAsTheyStand()
+void TestZorffcReport::userTextsAreDrawnAsTheyStand()
 {
     // Names that hold place marks are drawn letter by letter: two that differ behind a mark differ in the
     // picture, and a mark is not replaced by one of the other texts.
@@ -219,7 +219,7 @@ void tst_zorffc_report::userTextsAreDrawnAsTheyStand()
     QVERIFY(detailsOf("%3") != detailsOf("2"));
 }
 
-void tst_zorffc_report::anEvenFrameIsDrawnInGrey()
+void TestZorffcReport::anEvenFrameIsDrawnInGrey()
 {
     writeFile(path("f.pgm"), pgm(4, 2, 255, std::vector<std::uint16_t>(8, 255)));
     QCOMPARE(run({"compute", "f.pgm", "--title", "T", "--camera", "C", "-o", "f.ffc"}).exitCode, 0);
@@ -231,7 +231,7 @@ void tst_zorffc_report::anEvenFrameIsDrawnInGrey()
     QCOMPARE(greyRange(QImage(path("grey.png")), inside), std::make_pair(128, 128));
 }
 
-void tst_zorffc_report::warnsOfLimitedPixels()
+void TestZorffcReport::warnsOfLimitedPixels()
 {
     writeFile(path("f.pgm"), pgm(2, 1, 255, {100, 200}));
     writeFile(path("f.ffc"), Header + ":Table,\n1,256\n2,512\n:FFC_Y start,\n1,256\n");
@@ -256,7 +256,7 @@ void tst_zorffc_report::warnsOfLimitedPixels()
         qPrintable(guessed.told()));
 }
 
-void tst_zorffc_report::warningsWaitForTheEnd()
+void TestZorffcReport::warningsWaitForTheEnd()
 {
     // 12 fraction bits read as 8 bring a warning, but not to a run that fails.
     writeFile(path("f.pgm"), pgm(2, 1, 255, {100, 200}));
@@ -269,7 +269,7 @@ void tst_zorffc_report::warningsWaitForTheEnd()
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
 
-void tst_zorffc_report::readsFilesWithOtherLineEnds()
+void TestZorffcReport::readsFilesWithOtherLineEnds()
 {
     writeFile(path("f.pgm"), pgm(2, 1, 255, {100, 200}));
     QCOMPARE(run({"compute", "f.pgm", "--title", "T", "--camera", "C", "-o", "f.ffc"}).exitCode, 0);
@@ -283,7 +283,7 @@ void tst_zorffc_report::readsFilesWithOtherLineEnds()
     }
 }
 
-void tst_zorffc_report::warnsOfAnotherPrecision_data()
+void TestZorffcReport::warnsOfAnotherPrecision_data()
 {
     QTest::addColumn<QString>("written");
     QTest::addColumn<QString>("read");
@@ -298,7 +298,7 @@ void tst_zorffc_report::warnsOfAnotherPrecision_data()
                              << "8" << true;
 }
 
-void tst_zorffc_report::warnsOfAnotherPrecision()
+void TestZorffcReport::warnsOfAnotherPrecision()
 {
     QFETCH(QString, written);
     QFETCH(QString, read);
@@ -315,7 +315,7 @@ void tst_zorffc_report::warnsOfAnotherPrecision()
     QCOMPARE(report.err.count('\n'), !warns ? 0 : written == "12" ? 2 : 1);
 }
 
-void tst_zorffc_report::refusesBadFiles_data()
+void TestZorffcReport::refusesBadFiles_data()
 {
     QTest::addColumn<QByteArray>("ffc");
     QTest::addColumn<QStringList>("arguments");
@@ -363,7 +363,7 @@ void tst_zorffc_report::refusesBadFiles_data()
     QTest::newRow("a wrong precision") << good << usual + QStringList{"--precision", "10"} << "--precision";
 }
 
-void tst_zorffc_report::refusesBadFiles()
+void TestZorffcReport::refusesBadFiles()
 {
     QFETCH(QByteArray, ffc);
     QFETCH(QStringList, arguments);
@@ -383,5 +383,5 @@ void tst_zorffc_report::refusesBadFiles()
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm", "f.png", "pipe"}));
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_report)
+QTEST_GUILESS_MAIN(TestZorffcReport)
 #include "tst_zorffc_report.moc"

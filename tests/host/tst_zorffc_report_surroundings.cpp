@@ -1,4 +1,4 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -27,7 +27,7 @@ QProcessEnvironment environmentWith(const QString& variable, const QString& valu
 } // namespace
 
 /// The report is the same picture whatever is around the process, or an error.
-class tst_zorffc_report_surroundings : public QObject
+class TestZorffcReportSurroundings : public QObject
 {
     Q_OBJECT
 
@@ -47,7 +47,7 @@ private:
     QByteArray m_picture; ///< in an empty environment
 };
 
-void tst_zorffc_report_surroundings::initTestCase()
+void TestZorffcReportSurroundings::initTestCase()
 {
     QVERIFY(m_folder.isValid());
     QVERIFY(QDir(m_folder.path()).mkdir("empty"));
@@ -67,7 +67,7 @@ void tst_zorffc_report_surroundings::initTestCase()
     QVERIFY(m_picture.size() > 10000);
 }
 
-void tst_zorffc_report_surroundings::theEnvironmentChangesNoByte_data()
+void TestZorffcReportSurroundings::theEnvironmentChangesNoByte_data()
 {
     QTest::addColumn<QString>("variable");
     QTest::addColumn<QString>("value");
@@ -126,7 +126,7 @@ void tst_zorffc_report_surroundings::theEnvironmentChangesNoByte_data()
     row("PATH", "");
 }
 
-void tst_zorffc_report_surroundings::theEnvironmentChangesNoByte()
+void TestZorffcReportSurroundings::theEnvironmentChangesNoByte()
 {
     QFETCH(QString, variable);
     QFETCH(QString, value);
@@ -136,7 +136,7 @@ void tst_zorffc_report_surroundings::theEnvironmentChangesNoByte()
     QVERIFY(readFile(path("f.png")) == m_picture);
 }
 
-void tst_zorffc_report_surroundings::noThreadIsNeeded()
+void TestZorffcReportSurroundings::noThreadIsNeeded()
 {
     if (IsSanitized)
         QSKIP("nothing can be loaded in front of a sanitizer");
@@ -147,14 +147,14 @@ void tst_zorffc_report_surroundings::noThreadIsNeeded()
     QVERIFY(readFile(path("f.png")) == m_picture);
 }
 
-ZorffcRun tst_zorffc_report_surroundings::runWithin(int kibibytes) const
+ZorffcRun TestZorffcReportSurroundings::runWithin(int kibibytes) const
 {
     QFile::remove(path("f.png"));
     return runShell(m_folder.path(), QString("ulimit -c 0; ulimit -v %1; exec \"$@\"").arg(kibibytes),
                     Report);
 }
 
-void tst_zorffc_report_surroundings::shortOfMemoryThereIsThePictureOrAnError()
+void TestZorffcReportSurroundings::shortOfMemoryThereIsThePictureOrAnError()
 {
     if (IsSanitized)
         QSKIP("a sanitizer takes all the address space that there is");
@@ -187,7 +187,7 @@ void tst_zorffc_report_surroundings::shortOfMemoryThereIsThePictureOrAnError()
     }
 }
 
-void tst_zorffc_report_surroundings::aPictureThatCannotBeWrittenIsAnError()
+void TestZorffcReportSurroundings::aPictureThatCannotBeWrittenIsAnError()
 {
     QFile::remove(path("f.png"));
     const QStringList before = namesIn(m_folder.path());
@@ -198,5 +198,5 @@ void tst_zorffc_report_surroundings::aPictureThatCannotBeWrittenIsAnError()
     QCOMPARE(namesIn(m_folder.path()), before);
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_report_surroundings)
+QTEST_GUILESS_MAIN(TestZorffcReportSurroundings)
 #include "tst_zorffc_report_surroundings.moc"

@@ -1,4 +1,4 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -11,7 +11,7 @@ const QStringList Even{"--vignetting", "0", "--column-fpn", "0", "--row-fpn",   
 
 } // namespace
 
-class tst_zorffc_simulate : public QObject
+class TestZorffcSimulate : public QObject
 {
     Q_OBJECT
 
@@ -39,13 +39,13 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void tst_zorffc_simulate::init()
+void TestZorffcSimulate::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
 }
 
-void tst_zorffc_simulate::aFrameWithoutNoiseIsTheModelsNumber_data()
+void TestZorffcSimulate::aFrameWithoutNoiseIsTheModelsNumber_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<int>("maxval");
@@ -65,7 +65,7 @@ void tst_zorffc_simulate::aFrameWithoutNoiseIsTheModelsNumber_data()
         << QStringList{"--depth", "8", "--level", "40", "--black-level", "55"} << 255 << 135;
 }
 
-void tst_zorffc_simulate::aFrameWithoutNoiseIsTheModelsNumber()
+void TestZorffcSimulate::aFrameWithoutNoiseIsTheModelsNumber()
 {
     QFETCH(QStringList, options);
     QFETCH(int, maxval);
@@ -78,7 +78,7 @@ void tst_zorffc_simulate::aFrameWithoutNoiseIsTheModelsNumber()
     QCOMPARE(namesIn(m_folder->path()), QStringList{"f.pgm"});
 }
 
-void tst_zorffc_simulate::theSeedDecidesTheFrame()
+void TestZorffcSimulate::theSeedDecidesTheFrame()
 {
     const QStringList small{"--size", "64x48", "--dsnu", "3"};
     QCOMPARE(simulate("default.pgm", small).exitCode, 0);
@@ -90,7 +90,7 @@ void tst_zorffc_simulate::theSeedDecidesTheFrame()
     QVERIFY(readFile(path("two.pgm")) != one);
 }
 
-void tst_zorffc_simulate::aFormatMakesADump_data()
+void TestZorffcSimulate::aFormatMakesADump_data()
 {
     QTest::addColumn<QString>("format");
     QTest::addColumn<QStringList>("options");
@@ -117,7 +117,7 @@ void tst_zorffc_simulate::aFormatMakesADump_data()
         << "YUV422_8" << QStringList{} << hex("668066806680");
 }
 
-void tst_zorffc_simulate::aFormatMakesADump()
+void TestZorffcSimulate::aFormatMakesADump()
 {
     QFETCH(QString, format);
     QFETCH(QStringList, options);
@@ -130,7 +130,7 @@ void tst_zorffc_simulate::aFormatMakesADump()
     }
 }
 
-void tst_zorffc_simulate::theDumpHoldsThePgmsSamples()
+void TestZorffcSimulate::theDumpHoldsThePgmsSamples()
 {
     const QStringList settings{"--size", "31x17", "--seed", "5"};
     QCOMPARE(simulate("f.pgm", settings + QStringList{"--depth", "16"}).exitCode, 0);
@@ -142,7 +142,7 @@ void tst_zorffc_simulate::theDumpHoldsThePgmsSamples()
     QCOMPARE(readFile(path("f.raw")), swapped);
 }
 
-void tst_zorffc_simulate::theSummaryTellsHowToReadADump()
+void TestZorffcSimulate::theSummaryTellsHowToReadADump()
 {
     const ZorffcRun run = simulate("f.raw", {"--size", "3x1", "--format", "BayerRG12Packed"});
     QVERIFY2(run.out.startsWith("Frame            3 x 1 pixels, 12 bits\n"), qPrintable(run.told()));
@@ -155,7 +155,7 @@ void tst_zorffc_simulate::theSummaryTellsHowToReadADump()
              qPrintable(record.told()));
 }
 
-void tst_zorffc_simulate::computeMakesASampleFlat()
+void TestZorffcSimulate::computeMakesASampleFlat()
 {
     QCOMPARE(simulate("f.pgm", {"--size", "320x240"}).exitCode, 0);
     const ZorffcRun run = runZorffc(m_folder->path(), {"compute", "f.pgm", "--title", "T", "--camera", "C",
@@ -173,14 +173,14 @@ void tst_zorffc_simulate::computeMakesASampleFlat()
         QVERIFY2(match.captured(after).toDouble() < 0.05, qPrintable(run.out));
 }
 
-void tst_zorffc_simulate::theSystemGainIsToldWithItsDigits()
+void TestZorffcSimulate::theSystemGainIsToldWithItsDigits()
 {
     const ZorffcRun run = simulate("f.pgm", {"--size", "2x2", "--full-well", "1000000000"});
     QVERIFY2(run.out.contains("full well 1000000000 e-, system gain 4.095e-06 DN/e-, seed 1"),
              qPrintable(run.told()));
 }
 
-void tst_zorffc_simulate::refusesBadSettings_data()
+void TestZorffcSimulate::refusesBadSettings_data()
 {
     QTest::addColumn<QString>("target");
     QTest::addColumn<QStringList>("options");
@@ -230,7 +230,7 @@ void tst_zorffc_simulate::refusesBadSettings_data()
         << "f.pgm" << QStringList{"--depth", "8", "--black-level", "255"} << "--black-level";
 }
 
-void tst_zorffc_simulate::refusesBadSettings()
+void TestZorffcSimulate::refusesBadSettings()
 {
     QFETCH(QString, target);
     QFETCH(QStringList, options);
@@ -245,5 +245,5 @@ void tst_zorffc_simulate::refusesBadSettings()
     QCOMPARE(namesIn(m_folder->path()), QStringList{"f.pgm"});
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_simulate)
+QTEST_GUILESS_MAIN(TestZorffcSimulate)
 #include "tst_zorffc_simulate.moc"

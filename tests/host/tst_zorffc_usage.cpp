@@ -1,9 +1,9 @@
-#include "ZorffcRun.h"
+#include "tests/host/ZorffcRun.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 
-class tst_zorffc_usage : public QObject
+class TestZorffcUsage : public QObject
 {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-void tst_zorffc_usage::helpAndVersionEndWell_data()
+void TestZorffcUsage::helpAndVersionEndWell_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("names");
@@ -40,7 +40,7 @@ void tst_zorffc_usage::helpAndVersionEndWell_data()
     QTest::newRow("help of report") << QStringList{"report", "--help"} << "--ffc";
 }
 
-void tst_zorffc_usage::helpAndVersionEndWell()
+void TestZorffcUsage::helpAndVersionEndWell()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, names);
@@ -50,7 +50,7 @@ void tst_zorffc_usage::helpAndVersionEndWell()
     QCOMPARE(run.err, QString());
 }
 
-void tst_zorffc_usage::wrongUseEndsWith2AndOneLine_data()
+void TestZorffcUsage::wrongUseEndsWith2AndOneLine_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("names");
@@ -80,7 +80,7 @@ void tst_zorffc_usage::wrongUseEndsWith2AndOneLine_data()
     QTest::newRow("an option without its value") << QStringList{"simulate", "-o"} << "--output";
 }
 
-void tst_zorffc_usage::wrongUseEndsWith2AndOneLine()
+void TestZorffcUsage::wrongUseEndsWith2AndOneLine()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, names);
@@ -92,12 +92,12 @@ void tst_zorffc_usage::wrongUseEndsWith2AndOneLine()
     QVERIFY2(run.err.contains(names), qPrintable(run.told()));
 }
 
-void tst_zorffc_usage::helpThatCannotBeToldIsAnError()
+void TestZorffcUsage::helpThatCannotBeToldIsAnError()
 {
     const ZorffcRun run = runShell(m_folder.path(), "exec \"$@\" >/dev/full", {"--help"});
     QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
     QVERIFY2(run.err.contains("standard output"), qPrintable(run.told()));
 }
 
-QTEST_GUILESS_MAIN(tst_zorffc_usage)
+QTEST_GUILESS_MAIN(TestZorffcUsage)
 #include "tst_zorffc_usage.moc"

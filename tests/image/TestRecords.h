@@ -1,39 +1,13 @@
 #pragma once
 
-#include "image/ZorFormatFromCode.h"
 #include "image/ZorImage.h"
-#include "image/ZorPixelTypeTable.h"
+#include "tests/support/FormatCodes.h"
+#include "tests/support/RecordOf.h"
 
 #include <QVector>
 
 #include <cstring>
 #include <vector>
-
-/// The code of a format by its name; ends the program when there is none.
-inline std::uint32_t codeOf(const char* name)
-{
-    for (const ZorPixelTypeRow& row : ZorPixelTypeTable) {
-        if (qstrcmp(row.name, name) == 0)
-            return row.code;
-    }
-    qFatal("no format %s", name);
-}
-
-/// A record over somebody's pixels.
-inline _ZorImage recordOf(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
-                          std::uint8_t* data, std::size_t size)
-{
-    _ZorImage image{};
-    image.recordSize = ZorImageRecordSize;
-    image.recordVersion = ZorImageRecordVersion;
-    static_cast<ZorFormatBlock&>(image) = ZorFormatFromCode(code);
-    image.width = width;
-    image.height = height;
-    image.pitch = pitch;
-    image.imageSize = static_cast<std::uint32_t>(size);
-    image.data = data;
-    return image;
-}
 
 /// An image of one line in a plain format, from its samples.
 struct Line

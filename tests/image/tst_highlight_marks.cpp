@@ -1,7 +1,8 @@
 #include "image/HighLightProcessor.h"
 #include "image/LineBytes.h"
-#include "image/TestRecords.h"
-#include "platform/GuardedBytes.h"
+#include "image/ZorFormatFromCode.h"
+#include "tests/image/TestRecords.h"
+#include "tests/platform/GuardedBytes.h"
 
 #include <QtTest>
 

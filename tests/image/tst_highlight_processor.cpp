@@ -1,6 +1,6 @@
 #include "image/HighLightProcessor.h"
-#include "image/TestRecords.h"
 #include "image/ZorImageApi.h"
+#include "tests/image/TestRecords.h"
 
 #include <QtTest>
 

@@ -1,9 +1,10 @@
 #include "image/LineBytes.h"
 #include "image/PixelTypeCode.h"
-#include "image/TestRecords.h"
 #include "image/ZorPixelTypeTable.h"
 #include "image/unpack/NativeCodes.h"
-#include "platform/GuardedBytes.h"
+#include "tests/image/TestRecords.h"
+#include "tests/platform/GuardedBytes.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QtTest>
 
@@ -125,53 +126,57 @@ void TestNativeCodes::knownBytesGiveKnownCodes_data()
         << ZorMono10 << bytes("FF03 0004 34F2") << Pixels{{1023}, {1024}, {0xF234}};
     QTest::newRow("Mono16 is little-endian") << ZorMono16 << bytes("3412 CDAB") << Pixels{{0x1234}, {0xABCD}};
     QTest::newRow("Mono10p: five pixels, the fifth begins a byte again")
-        << 0x010A2203u << bytes("01 08 30 00 01 FF 03") << Pixels{{1}, {2}, {3}, {4}, {1023}};
+        << codeOf("Mono10p") << bytes("01 08 30 00 01 FF 03") << Pixels{{1}, {2}, {3}, {4}, {1023}};
     QTest::newRow("Mono12p: one stream from the low bit, an odd pixel ends it")
-        << 0x010C2307u << bytes("23C1AB 650D") << Pixels{{0x123}, {0xABC}, {0xD65}};
+        << codeOf("Mono12p") << bytes("23C1AB 650D") << Pixels{{0x123}, {0xABC}, {0xD65}};
     QTest::newRow("Mono10Packed: two low bits at the foot of each nibble, the even pixel's in the high one")
-        << 0x010C1204u << bytes("AB1278 56F0") << Pixels{{0x2AD}, {0x1E2}, {0x15B}};
+        << codeOf("Mono10Packed") << bytes("AB1278 56F0") << Pixels{{0x2AD}, {0x1E2}, {0x15B}};
     QTest::newRow("Mono12Packed: the even pixel's low bits in the high nibble")
-        << 0x010C1308u << bytes("AB1278 5690") << Pixels{{0xAB1}, {0x782}, {0x569}};
+        << codeOf("Mono12Packed") << bytes("AB1278 5690") << Pixels{{0xAB1}, {0x782}, {0x569}};
     QTest::newRow("Mono10_FLExPacked: fields of 12 bits")
-        << 0x010C3205u << bytes("FF1320 2100") << Pixels{{0x3FF}, {0x201}, {0x021}};
+        << codeOf("Mono10_FLExPacked") << bytes("FF1320 2100") << Pixels{{0x3FF}, {0x201}, {0x021}};
     QTest::newRow("Mono10_FLExPacked: the upper two bits of a field mean nothing")
-        << 0x010C3205u << bytes("004CE0 2104") << Pixels{{0x000}, {0x204}, {0x021}};
+        << codeOf("Mono10_FLExPacked") << bytes("004CE0 2104") << Pixels{{0x000}, {0x204}, {0x021}};
     QTest::newRow("Mono12_FLExPacked: fields of 12 bits, all of them used")
-        << 0x010C3309u << bytes("FF1F20 2103") << Pixels{{0xFFF}, {0x201}, {0x321}};
-    QTest::newRow("Mono8_FLExPacked: bytes") << 0x0108310Cu << bytes("07F0") << Pixels{{7}, {0xF0}};
+        << codeOf("Mono12_FLExPacked") << bytes("FF1F20 2103") << Pixels{{0xFFF}, {0x201}, {0x321}};
+    QTest::newRow("Mono8_FLExPacked: bytes")
+        << codeOf("Mono8_FLExPacked") << bytes("07F0") << Pixels{{7}, {0xF0}};
     QTest::newRow("BayerRG10Packed: a site has one code")
-        << 0x030C121Cu << bytes("FF3180") << Pixels{{0x3FF}, {0x201}};
+        << codeOf("BayerRG10Packed") << bytes("FF3180") << Pixels{{0x3FF}, {0x201}};
     QTest::newRow("BayerGB12p: a site has one code")
-        << 0x030C2325u << bytes("BC1A12") << Pixels{{0xABC}, {0x121}};
+        << codeOf("BayerGB12p") << bytes("BC1A12") << Pixels{{0xABC}, {0x121}};
     QTest::newRow("TrueSense of 14 bits: a site has one code")
-        << 0x04100470u << bytes("FF3F 3412") << Pixels{{0x3FFF}, {0x1234}};
+        << codeOf("TrueSense_RGGB_WRRW_3_14") << bytes("FF3F 3412") << Pixels{{0x3FFF}, {0x1234}};
     QTest::newRow("RGB8: red, green, blue")
-        << 0x02180171u << bytes("010203 FF0080") << Pixels{{1, 2, 3}, {255, 0, 128}};
+        << codeOf("RGB8") << bytes("010203 FF0080") << Pixels{{1, 2, 3}, {255, 0, 128}};
     QTest::newRow("BGR8: blue, green, red, as the layout has them")
-        << 0x02180172u << bytes("010203") << Pixels{{1, 2, 3}};
+        << codeOf("BGR8") << bytes("010203") << Pixels{{1, 2, 3}};
     QTest::newRow("BGRa8: blue, green, red, alpha")
-        << 0x02200174u << bytes("01020304 05060708") << Pixels{{1, 2, 3, 4}, {5, 6, 7, 8}};
+        << codeOf("BGRa8") << bytes("01020304 05060708") << Pixels{{1, 2, 3, 4}, {5, 6, 7, 8}};
     QTest::newRow("RGB14: words, bits above the depth are part of the code")
-        << 0x02300479u << bytes("3412 7856 BC9A") << Pixels{{0x1234, 0x5678, 0x9ABC}};
-    QTest::newRow("RGB_8_FLEX_Packed: bytes") << 0x0218317Du << bytes("0A0B0C") << Pixels{{10, 11, 12}};
+        << codeOf("RGB14") << bytes("3412 7856 BC9A") << Pixels{{0x1234, 0x5678, 0x9ABC}};
+    QTest::newRow("RGB_8_FLEX_Packed: bytes")
+        << codeOf("RGB_8_FLEX_Packed") << bytes("0A0B0C") << Pixels{{10, 11, 12}};
     QTest::newRow("RGB_10_FLEX_Packed: 3 x 10 in 32, the upper two bits mean nothing")
-        << 0x0220327Eu << bytes("010830C0 FFFFFF3F") << Pixels{{1, 2, 3}, {1023, 1023, 1023}};
+        << codeOf("RGB_10_FLEX_Packed") << bytes("010830C0 FFFFFF3F")
+        << Pixels{{1, 2, 3}, {1023, 1023, 1023}};
     QTest::newRow("RGB_12_FLEX_Packed: an odd pixel begins within a byte")
-        << 0x0224337Fu << bytes("BC4A12 785634 AB9CDE 234561 07F0")
+        << codeOf("RGB_12_FLEX_Packed") << bytes("BC4A12 785634 AB9CDE 234561 07F0")
         << Pixels{{0xABC, 0x124, 0x678}, {0x345, 0xCAB, 0xDE9}, {0x523, 0x614, 0x007}};
     QTest::newRow("YUV422_8_UYVY: two pixels share U and V, an odd last one has no V")
-        << 0x05100180u << bytes("10203040 5060")
+        << codeOf("YUV422_8_UYVY") << bytes("10203040 5060")
         << Pixels{{0x20, 0x10, 0x30}, {0x40, 0x10, 0x30}, {0x60, 0x50}};
-    QTest::newRow("YUV422_8: luma first") << 0x05100181u << bytes("10203040 5060")
+    QTest::newRow("YUV422_8: luma first") << codeOf("YUV422_8") << bytes("10203040 5060")
                                           << Pixels{{0x10, 0x20, 0x40}, {0x30, 0x20, 0x40}, {0x50, 0x60}};
     QTest::newRow("YCbCr422_8: luma first")
-        << 0x05100185u << bytes("10203040") << Pixels{{0x10, 0x20, 0x40}, {0x30, 0x20, 0x40}};
+        << codeOf("YCbCr422_8") << bytes("10203040") << Pixels{{0x10, 0x20, 0x40}, {0x30, 0x20, 0x40}};
     QTest::newRow("YUV422_10: words")
-        << 0x05200282u << bytes("0100 0200 0300 FF03") << Pixels{{1, 2, 1023}, {3, 2, 1023}};
+        << codeOf("YUV422_10") << bytes("0100 0200 0300 FF03") << Pixels{{1, 2, 1023}, {3, 2, 1023}};
     QTest::newRow("YUV422_10_PACKED: four samples of 10 bits in five bytes, an odd pixel ends in its third")
-        << 0x05143283u << bytes("0108300001 FF0700") << Pixels{{1, 2, 4}, {3, 2, 4}, {0x3FF, 1}};
+        << codeOf("YUV422_10_PACKED") << bytes("0108300001 FF0700")
+        << Pixels{{1, 2, 4}, {3, 2, 4}, {0x3FF, 1}};
     QTest::newRow("YUV444_8: each pixel has its own differences, and a fourth channel")
-        << 0x05200184u << bytes("10203040 50607080") << Pixels{{16, 32, 48, 64}, {80, 96, 112, 128}};
+        << codeOf("YUV444_8") << bytes("10203040 50607080") << Pixels{{16, 32, 48, 64}, {80, 96, 112, 128}};
 }
 
 /// On the second of two lines behind a gap, so that pitch and line are told apart.

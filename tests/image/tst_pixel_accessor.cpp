@@ -1,9 +1,9 @@
-#include "image/AccessorProbe.h"
 #include "image/ZimCustomAccessor.h"
 #include "image/ZimTPixelAccessor.h"
 #include "image/ZorFormatFromCode.h"
 #include "image/ZorPixelTypeTable.h"
-#include "support/VirtualPlace.h"
+#include "tests/image/AccessorProbe.h"
+#include "tests/support/VirtualPlace.h"
 
 #include <QtTest>
 

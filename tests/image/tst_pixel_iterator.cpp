@@ -1,6 +1,7 @@
-#include "image/BitsOfBytes.h"
-#include "image/TestRecords.h"
 #include "image/ZimPixelAccessIterator.h"
+#include "tests/image/BitsOfBytes.h"
+#include "tests/image/TestRecords.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QtTest>
 
@@ -9,9 +10,9 @@
 
 namespace {
 
-constexpr std::uint32_t Mono10p = 0x010A2203;
-constexpr std::uint32_t Mono10Packed = 0x010C1204;
-constexpr std::uint32_t Mono12Packed = 0x010C1308;
+constexpr std::uint32_t Mono10p = codeOf("Mono10p");
+constexpr std::uint32_t Mono10Packed = codeOf("Mono10Packed");
+constexpr std::uint32_t Mono12Packed = codeOf("Mono12Packed");
 
 _ZorImage record(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
                  std::uint8_t* data)
@@ -187,13 +188,13 @@ void TestPixelIterator::startsOnAnyPixel_data()
     QTest::addColumn<uint>("x");
     QTest::addColumn<uint>("y");
     QTest::addColumn<qlonglong>("place");
-    QTest::newRow("bytes, first pixel") << 0x01080101u << 0u << 0u << 0ll;
-    QTest::newRow("bytes, inside") << 0x01080101u << 7u << 3u << 3ll * 64 + 7;
-    QTest::newRow("words, inside") << 0x01100306u << 7u << 3u << 3ll * 64 + 14;
+    QTest::newRow("bytes, first pixel") << ZorMono8 << 0u << 0u << 0ll;
+    QTest::newRow("bytes, inside") << ZorMono8 << 7u << 3u << 3ll * 64 + 7;
+    QTest::newRow("words, inside") << ZorMono12 << 7u << 3u << 3ll * 64 + 14;
     QTest::newRow("bits, even pixel") << Mono12Packed << 6u << 3u << 3ll * 64 + 9;
     QTest::newRow("bits, odd pixel") << Mono12Packed << 7u << 3u << 3ll * 64 + 10;
     QTest::newRow("whole bytes of a stream of bits") << Mono10p << 7u << 3u << 3ll * 64 + 7;
-    QTest::newRow("outside the image") << 0x01080101u << 1000u << 500u << 500ll * 64 + 1000;
+    QTest::newRow("outside the image") << ZorMono8 << 1000u << 500u << 500ll * 64 + 1000;
 }
 
 void TestPixelIterator::startsOnAnyPixel()
@@ -256,10 +257,10 @@ void TestPixelIterator::theWidthWalkedMayBeAnotherOne_data()
 {
     QTest::addColumn<uint>("code");
     QTest::addColumn<uint>("walked");
-    QTest::newRow("bytes, all of the line") << 0x01080101u << 10u;
-    QTest::newRow("bytes, less than the line") << 0x01080101u << 4u;
-    QTest::newRow("bytes, nothing of it") << 0x01080101u << 0u;
-    QTest::newRow("words, less than the line") << 0x01100306u << 3u;
+    QTest::newRow("bytes, all of the line") << ZorMono8 << 10u;
+    QTest::newRow("bytes, less than the line") << ZorMono8 << 4u;
+    QTest::newRow("bytes, nothing of it") << ZorMono8 << 0u;
+    QTest::newRow("words, less than the line") << ZorMono12 << 3u;
     QTest::newRow("bits, all of the line") << Mono12Packed << 10u;
     QTest::newRow("bits, an odd part of it") << Mono12Packed << 3u;
     // The way back is a wrap; in bits it ends where it should.

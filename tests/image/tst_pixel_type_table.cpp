@@ -1,5 +1,5 @@
 #include "image/ZorPixelTypeTable.h"
-#include "reference/ExpectedFormats.h"
+#include "tests/reference/ExpectedFormats.h"
 
 #include <QtTest>
 

@@ -1,6 +1,7 @@
-#include "image/AccessorProbe.h"
-#include "image/BitsOfBytes.h"
 #include "image/ZorFormatFromCode.h"
+#include "tests/image/AccessorProbe.h"
+#include "tests/image/BitsOfBytes.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QtTest>
 
@@ -28,8 +29,8 @@ private slots:
 
 namespace {
 
-constexpr std::uint32_t Mono10Packed = 0x010C1204;
-constexpr std::uint32_t Mono12Packed = 0x010C1308;
+constexpr std::uint32_t Mono10Packed = codeOf("Mono10Packed");
+constexpr std::uint32_t Mono12Packed = codeOf("Mono12Packed");
 
 /// What a read gives, told by the bits that it takes. Bits are counted from the pixel on.
 int expectedRead(std::uint32_t kind, const std::uint8_t* pixel, int channel, bool isOdd)

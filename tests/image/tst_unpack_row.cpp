@@ -1,8 +1,9 @@
 #include "image/LineBytes.h"
 #include "image/ZorPixelTypeTable.h"
 #include "image/unpack/UnpackRow.h"
-#include "platform/GuardedBytes.h"
-#include "reference/PixelFormats.h"
+#include "tests/platform/GuardedBytes.h"
+#include "tests/reference/PixelFormats.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QtTest>
 
@@ -82,37 +83,38 @@ void TestUnpackRow::knownBytesGiveKnownSamples_data()
     QTest::addColumn<QVector<int>>("samples");
     const auto bytes = [](const char* hex) { return QByteArray::fromHex(hex); };
     QTest::newRow("BayerRG12Packed: the even pixel's low bits in the high nibble")
-        << 0x030C1324U << 3 << bytes("AB1278 5690") << QVector<int>{0xAB1, 0x782, 0x569};
+        << codeOf("BayerRG12Packed") << 3 << bytes("AB1278 5690") << QVector<int>{0xAB1, 0x782, 0x569};
     QTest::newRow("BayerGR10Packed: two low bits at the foot of each nibble")
-        << 0x030C121AU << 3 << bytes("FF3180 01F0") << QVector<int>{0x3FF, 0x201, 0x007};
+        << codeOf("BayerGR10Packed") << 3 << bytes("FF3180 01F0") << QVector<int>{0x3FF, 0x201, 0x007};
     QTest::newRow("BayerBG10p: five pixels end in the seventh byte")
-        << 0x030A221FU << 5 << bytes("01 08 30 00 01 FF03")
+        << codeOf("BayerBG10p") << 5 << bytes("01 08 30 00 01 FF03")
         << QVector<int>{0x001, 0x002, 0x003, 0x004, 0x3FF};
     QTest::newRow("TrueSense of 14 bits: bits above the depth give full scale")
-        << 0x04100470U << 2 << bytes("0040 3412") << QVector<int>{0x3FFF, 0x1234};
+        << codeOf("TrueSense_RGGB_WRRW_3_14") << 2 << bytes("0040 3412") << QVector<int>{0x3FFF, 0x1234};
     QTest::newRow("RGB8 lies as red, green, blue")
-        << 0x02180171U << 2 << bytes("010203 FF0080") << QVector<int>{1, 2, 3, 255, 0, 128};
+        << codeOf("RGB8") << 2 << bytes("010203 FF0080") << QVector<int>{1, 2, 3, 255, 0, 128};
     QTest::newRow("BGRa8 keeps the order of memory and the alpha sample")
-        << 0x02200174U << 1 << bytes("01020304") << QVector<int>{1, 2, 3, 4};
+        << codeOf("BGRa8") << 1 << bytes("01020304") << QVector<int>{1, 2, 3, 4};
     QTest::newRow("RGB16 is little-endian")
-        << 0x0230057BU << 1 << bytes("3412 7856 BC9A") << QVector<int>{0x1234, 0x5678, 0x9ABC};
+        << codeOf("RGB16") << 1 << bytes("3412 7856 BC9A") << QVector<int>{0x1234, 0x5678, 0x9ABC};
     QTest::newRow("RGB_10_FLEX_Packed: 3 x 10 in 32, the upper two bits mean nothing")
-        << 0x0220327EU << 2
+        << codeOf("RGB_10_FLEX_Packed") << 2
         << bytes("010800C0"
                  "FFFFFFFF")
         << QVector<int>{1, 2, 0, 0x3FF, 0x3FF, 0x3FF};
     QTest::newRow("Mono10_FLExPacked: the upper two bits of a field mean nothing")
-        << 0x010C3205U << 9 << bytes("004CE0 FF0F80 23C1AB 000440 0108")
+        << codeOf("Mono10_FLExPacked") << 9 << bytes("004CE0 FF0F80 23C1AB 000440 0108")
         << QVector<int>{0x000, 0x204, 0x3FF, 0x000, 0x123, 0x2BC, 0x000, 0x000, 0x001};
     QTest::newRow("RGB_12_FLEX_Packed: two pixels in nine bytes, one in five")
-        << 0x0224337FU << 3 << bytes("BC4A12 785634 AB9CDE 234561 07F0")
+        << codeOf("RGB_12_FLEX_Packed") << 3 << bytes("BC4A12 785634 AB9CDE 234561 07F0")
         << QVector<int>{0xABC, 0x124, 0x678, 0x345, 0xCAB, 0xDE9, 0x523, 0x614, 0x007};
     QTest::newRow("YUV422_8_UYVY begins with a colour difference")
-        << 0x05100180U << 3 << bytes("1020 3040 5060") << QVector<int>{0x10, 0x20, 0x30, 0x40, 0x50, 0x60};
+        << codeOf("YUV422_8_UYVY") << 3 << bytes("1020 3040 5060")
+        << QVector<int>{0x10, 0x20, 0x30, 0x40, 0x50, 0x60};
     QTest::newRow("YUV422_10_PACKED: samples of 10 bits in sequence, an odd pixel ends in its third byte")
-        << 0x05143283U << 1 << bytes("FF0700") << QVector<int>{0x3FF, 0x001};
+        << codeOf("YUV422_10_PACKED") << 1 << bytes("FF0700") << QVector<int>{0x3FF, 0x001};
     QTest::newRow("YUV444_8 has four samples a pixel")
-        << 0x05200184U << 1 << bytes("10203040") << QVector<int>{0x10, 0x20, 0x30, 0x40};
+        << codeOf("YUV444_8") << 1 << bytes("10203040") << QVector<int>{0x10, 0x20, 0x30, 0x40};
 }
 
 void TestUnpackRow::knownBytesGiveKnownSamples()

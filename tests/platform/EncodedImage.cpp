@@ -1,4 +1,4 @@
-#include "platform/EncodedImage.h"
+#include "tests/platform/EncodedImage.h"
 
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "image/PixelTypeCode.h"
 #include "image/ZorImage.h"
-#include "platform/GuardedBytes.h"
-#include "reference/PixelFormats.h"
+#include "tests/platform/GuardedBytes.h"
+#include "tests/reference/PixelFormats.h"
 
 #include <QString>
 
@@ -15,10 +16,8 @@ struct MonoTarget
     std::uint32_t code;
     std::uint32_t bits;
 };
-constexpr MonoTarget MonoTargets[] = {{"Mono8", 0x01080101, 8},
-                                      {"Mono10", 0x01100202, 10},
-                                      {"Mono12", 0x01100306, 12},
-                                      {"Mono16", 0x0110050B, 16}};
+constexpr MonoTarget MonoTargets[] = {
+    {"Mono8", ZorMono8, 8}, {"Mono10", ZorMono10, 10}, {"Mono12", ZorMono12, 12}, {"Mono16", ZorMono16, 16}};
 
 /// A record of these bytes in the format of that code. Its depth, which the converter does not read, is 8.
 _ZorImage recordFor(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,

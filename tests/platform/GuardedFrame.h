@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/frames/Frame.h"
-#include "platform/GuardedBytes.h"
-#include "reference/PixelFormats.h"
+#include "tests/platform/GuardedBytes.h"
+#include "tests/reference/PixelFormats.h"
 
 #include <algorithm>
 

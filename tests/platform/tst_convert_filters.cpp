@@ -1,7 +1,7 @@
 #include "host/frames/encode/EncodeFrame.h"
-#include "platform/EncodedImage.h"
-#include "platform/GuardedFrame.h"
-#include "reference/Rec601.h"
+#include "tests/platform/EncodedImage.h"
+#include "tests/platform/GuardedFrame.h"
+#include "tests/reference/Rec601.h"
 
 #include <QtTest>
 

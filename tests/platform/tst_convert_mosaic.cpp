@@ -1,5 +1,6 @@
-#include "platform/EncodedImage.h"
-#include "reference/Rec601.h"
+#include "tests/platform/EncodedImage.h"
+#include "tests/reference/Rec601.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QDir>
 #include <QtTest>
@@ -97,10 +98,10 @@ void TestConvertMosaic::aBayerCellIsAsItsNameTells_data()
         QTest::addRow("%s sees red", name) << QByteArray::fromHex(red) << code << 60;
         QTest::addRow("%s sees blue", name) << QByteArray::fromHex(blue) << code << 23;
     };
-    add("BayerGR8", 0x0308010D, "00C80000", "0000C800");
-    add("BayerRG8", 0x0308010E, "C8000000", "000000C8");
-    add("BayerGB8", 0x0308010F, "0000C800", "00C80000");
-    add("BayerBG8", 0x03080110, "000000C8", "C8000000");
+    add("BayerGR8", codeOf("BayerGR8"), "00C80000", "0000C800");
+    add("BayerRG8", codeOf("BayerRG8"), "C8000000", "000000C8");
+    add("BayerGB8", codeOf("BayerGB8"), "0000C800", "00C80000");
+    add("BayerBG8", codeOf("BayerBG8"), "000000C8", "C8000000");
 }
 
 void TestConvertMosaic::aBayerCellIsAsItsNameTells()
@@ -261,10 +262,14 @@ void TestConvertMosaic::aPhaseEntersTheCellAtItsColumnAndRow_data()
     QTest::addColumn<quint32>("code");
     QTest::addColumn<QVector<int>>("luma");
     // Pixels 10 20 over 30 40.
-    QTest::newRow("phase 0: panchromatic, colour") << 0x04080131U << QVector<int>{10, 25, 25, 40};
-    QTest::newRow("phase 1: colour, panchromatic") << 0x04080132U << QVector<int>{25, 20, 30, 25};
-    QTest::newRow("phase 2: colour, panchromatic") << 0x04080133U << QVector<int>{25, 20, 30, 25};
-    QTest::newRow("phase 3: panchromatic, colour") << 0x04080134U << QVector<int>{10, 25, 25, 40};
+    QTest::newRow("phase 0: panchromatic, colour")
+        << codeOf("TrueSense_BGGR_WBBW_0_8") << QVector<int>{10, 25, 25, 40};
+    QTest::newRow("phase 1: colour, panchromatic")
+        << codeOf("TrueSense_BGGR_WBBW_1_8") << QVector<int>{25, 20, 30, 25};
+    QTest::newRow("phase 2: colour, panchromatic")
+        << codeOf("TrueSense_BGGR_WBBW_2_8") << QVector<int>{25, 20, 30, 25};
+    QTest::newRow("phase 3: panchromatic, colour")
+        << codeOf("TrueSense_BGGR_WBBW_3_8") << QVector<int>{10, 25, 25, 40};
 }
 
 void TestConvertMosaic::aPhaseEntersTheCellAtItsColumnAndRow()

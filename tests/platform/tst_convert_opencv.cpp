@@ -1,6 +1,6 @@
 #include "host/frames/encode/EncodeFrame.h"
-#include "platform/EncodedImage.h"
-#include "platform/GuardedFrame.h"
+#include "tests/platform/EncodedImage.h"
+#include "tests/platform/GuardedFrame.h"
 
 #include <QtTest>
 
@@ -9,7 +9,7 @@
 #include <random>
 
 /// OpenCV as a second opinion, over whole images and on memory that the bit-by-bit reference took apart.
-class TestConvertOpenCv : public QObject
+class TestConvertOpencv : public QObject
 {
     Q_OBJECT
 
@@ -73,7 +73,7 @@ cv::Mat samplesOf(const reference::PixelFormat& format, const zor::Frame& frame)
 } // namespace
 
 /// Random samples within the format's depth.
-zor::Frame TestConvertOpenCv::noise(const reference::PixelFormat& format, std::uint32_t width,
+zor::Frame TestConvertOpencv::noise(const reference::PixelFormat& format, std::uint32_t width,
                                     std::uint32_t height)
 {
     zor::SampleImage scene = {width, height, 3, {}};
@@ -83,7 +83,7 @@ zor::Frame TestConvertOpenCv::noise(const reference::PixelFormat& format, std::u
 }
 
 /// Within `tolerance` codes of the source.
-void TestConvertOpenCv::compare(const reference::PixelFormat& format, const zor::Frame& frame,
+void TestConvertOpencv::compare(const reference::PixelFormat& format, const zor::Frame& frame,
                                 const cv::Mat& luma, int tolerance)
 {
     const GuardedFrame source(frame, format);
@@ -99,14 +99,14 @@ void TestConvertOpenCv::compare(const reference::PixelFormat& format, const zor:
     }
 }
 
-void TestConvertOpenCv::bayerIsAsDemosaicedAtOnce_data()
+void TestConvertOpencv::bayerIsAsDemosaicedAtOnce_data()
 {
     addFormats(Bayer);
 }
 
 /// Colours first and their grey then, both rounded. The larger sizes are converted in pieces, whose seams
 /// must not show.
-void TestConvertOpenCv::bayerIsAsDemosaicedAtOnce()
+void TestConvertOpencv::bayerIsAsDemosaicedAtOnce()
 {
     const reference::PixelFormat& format = fetchedFormat();
     const std::string cell = format.cell[0] + format.cell[1];
@@ -130,7 +130,7 @@ void TestConvertOpenCv::bayerIsAsDemosaicedAtOnce()
     }
 }
 
-void TestConvertOpenCv::yuvIsAsItsLumaPlane_data()
+void TestConvertOpencv::yuvIsAsItsLumaPlane_data()
 {
     QTest::addColumn<QString>("format");
     QTest::addColumn<int>("conversion");
@@ -140,7 +140,7 @@ void TestConvertOpenCv::yuvIsAsItsLumaPlane_data()
 }
 
 /// On the frame's own memory.
-void TestConvertOpenCv::yuvIsAsItsLumaPlane()
+void TestConvertOpencv::yuvIsAsItsLumaPlane()
 {
     QFETCH(QString, format);
     QFETCH(int, conversion);
@@ -153,7 +153,7 @@ void TestConvertOpenCv::yuvIsAsItsLumaPlane()
     compare(source, frame, luma, 0);
 }
 
-void TestConvertOpenCv::theEncodersYuvIsFullRangeRec601()
+void TestConvertOpencv::theEncodersYuvIsFullRangeRec601()
 {
     const reference::PixelFormat& format = formatNamed("YUV444_8");
     zor::SampleImage scene = {61, 43, 3, {}};
@@ -185,5 +185,5 @@ void TestConvertOpenCv::theEncodersYuvIsFullRangeRec601()
     }
 }
 
-QTEST_APPLESS_MAIN(TestConvertOpenCv)
+QTEST_APPLESS_MAIN(TestConvertOpencv)
 #include "tst_convert_opencv.moc"

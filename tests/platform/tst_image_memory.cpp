@@ -1,5 +1,6 @@
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QtTest>
 
@@ -94,7 +95,7 @@ private slots:
 namespace {
 
 /// One line of 8-bit pixels.
-_ZorImage sourceOf(std::vector<std::uint8_t>& pixels, std::uint32_t pixelType = 0x01080101)
+_ZorImage sourceOf(std::vector<std::uint8_t>& pixels, std::uint32_t pixelType = ZorMono8)
 {
     _ZorImage record = {};
     record.pixelType = pixelType;
@@ -121,10 +122,10 @@ void TestImageMemory::aHeaderNeedsOneBlock()
     _ZorImage old = {};
     _ZorImage* header = &old;
     allocationsLeft = 0;
-    QVERIFY(ZorCreateImageHeader(&header, 1, 0x01080101, 0, 0, 0) != 0);
+    QVERIFY(ZorCreateImageHeader(&header, 1, ZorMono8, 0, 0, 0) != 0);
     QVERIFY(header == nullptr);
     allocationsLeft = 1;
-    QCOMPARE(ZorCreateImageHeader(&header, 1, 0x01080101, 0, 0, 0), 0);
+    QCOMPARE(ZorCreateImageHeader(&header, 1, ZorMono8, 0, 0, 0), 0);
     ZorReleaseImageHeader(&header);
     QCOMPARE(blocksOut, 0);
 }
@@ -202,7 +203,7 @@ void TestImageMemory::aFailingConversionLosesNothing()
     _ZorImage old = {};
     _ZorImage* result = &old;
     allocationsLeft = blocks;
-    QCOMPARE(ZimConvert(&source, 0x0110050B, &result) == 0, succeeds);
+    QCOMPARE(ZimConvert(&source, ZorMono16, &result) == 0, succeeds);
     QCOMPARE(result != nullptr, succeeds);
     ZorReleaseImage(&result);
     QCOMPARE(blocksOut, 0);
@@ -215,11 +216,11 @@ void TestImageMemory::aRefusedConversionLosesNothing_data()
 {
     QTest::addColumn<Change>("change");
     QTest::addColumn<quint32>("target");
-    const auto row = [](const char* name, Change change, quint32 target = 0x0110050B) {
+    const auto row = [](const char* name, Change change, quint32 target = ZorMono16) {
         QTest::newRow(name) << change << target;
     };
     row(
-        "another target", [](_ZorImage&) {}, 0x0308010E);
+        "another target", [](_ZorImage&) {}, codeOf("BayerRG8"));
     row("signed samples", [](_ZorImage& image) { image.isSigned = 1; });
     row("a size without pixels", [](_ZorImage& image) { image.data = nullptr; });
     row("a pitch too small", [](_ZorImage& image) { image.pitch = 3; });
@@ -246,13 +247,13 @@ void TestImageMemory::aConversionWithoutWorkingMemoryLosesNothing_data()
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<int>("news");
     QTest::addColumn<bool>("succeeds");
-    QTest::newRow("Mono8 needs none") << 0x01080101U << 0 << true;
-    QTest::newRow("BayerRG8, none") << 0x0308010EU << 0 << false;
-    QTest::newRow("BayerRG8, none for the luma") << 0x0308010EU << 1 << false;
-    QTest::newRow("BayerRG8, enough") << 0x0308010EU << 2 << true;
-    QTest::newRow("TrueSense, none") << 0x04080131U << 0 << false;
-    QTest::newRow("TrueSense, none for the luma") << 0x04080131U << 1 << false;
-    QTest::newRow("TrueSense, enough") << 0x04080131U << 2 << true;
+    QTest::newRow("Mono8 needs none") << ZorMono8 << 0 << true;
+    QTest::newRow("BayerRG8, none") << codeOf("BayerRG8") << 0 << false;
+    QTest::newRow("BayerRG8, none for the luma") << codeOf("BayerRG8") << 1 << false;
+    QTest::newRow("BayerRG8, enough") << codeOf("BayerRG8") << 2 << true;
+    QTest::newRow("TrueSense, none") << codeOf("TrueSense_BGGR_WBBW_0_8") << 0 << false;
+    QTest::newRow("TrueSense, none for the luma") << codeOf("TrueSense_BGGR_WBBW_0_8") << 1 << false;
+    QTest::newRow("TrueSense, enough") << codeOf("TrueSense_BGGR_WBBW_0_8") << 2 << true;
 }
 
 void TestImageMemory::aConversionWithoutWorkingMemoryLosesNothing()
@@ -266,7 +267,7 @@ void TestImageMemory::aConversionWithoutWorkingMemoryLosesNothing()
     _ZorImage old = {};
     _ZorImage* result = &old;
     newsLeft = news;
-    const int status = ZimConvert(&source, 0x0110050B, &result);
+    const int status = ZimConvert(&source, ZorMono16, &result);
     newsLeft = -1;
     QCOMPARE(status == 0, succeeds);
     QCOMPARE(result != nullptr, succeeds);

@@ -1,7 +1,7 @@
-#include "plugin/HostedDialog.h"
+#include "tests/plugin/HostedDialog.h"
 
-#include "plugin/StoppedClock.h"
-#include "plugin/UtilityDialog.h"
+#include "tests/plugin/StoppedClock.h"
+#include "tests/plugin/UtilityDialog.h"
 
 #include <QAbstractScrollArea>
 #include <QCheckBox>

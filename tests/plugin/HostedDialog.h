@@ -1,8 +1,8 @@
 #pragma once
 
-#include "plugin/ViewerTap.h"
 #include "plugin/ZBKInterfacePlugIn.h"
-#include "support/TestFrame.h"
+#include "tests/plugin/ViewerTap.h"
+#include "tests/support/TestFrame.h"
 
 #include <QDialog>
 #include <QPluginLoader>

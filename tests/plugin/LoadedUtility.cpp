@@ -1,4 +1,4 @@
-#include "plugin/LoadedUtility.h"
+#include "tests/plugin/LoadedUtility.h"
 
 #include <QAbstractScrollArea>
 #include <QCheckBox>

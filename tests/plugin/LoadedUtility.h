@@ -1,8 +1,8 @@
 #pragma once
 
-#include "plugin/UtilityDialog.h"
 #include "plugin/ZBKInterfacePlugIn.h"
-#include "support/TestFrame.h"
+#include "tests/plugin/UtilityDialog.h"
+#include "tests/support/TestFrame.h"
 
 #include <QPluginLoader>
 

@@ -1,4 +1,4 @@
-#include "plugin/LostHeaders.h"
+#include "tests/plugin/LostHeaders.h"
 
 #include "image/ZorImageApi.h"
 

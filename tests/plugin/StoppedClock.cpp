@@ -1,4 +1,4 @@
-#include "plugin/StoppedClock.h"
+#include "tests/plugin/StoppedClock.h"
 
 #include <chrono>
 #include <cstdint>

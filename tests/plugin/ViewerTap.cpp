@@ -1,4 +1,4 @@
-#include "plugin/ViewerTap.h"
+#include "tests/plugin/ViewerTap.h"
 
 #include "display/ZorDisplayProcessor.h"
 #include "display/ZorDisplayQt.h"

@@ -1,6 +1,7 @@
 #include "host/frames/encode/EncodeFrame.h"
-#include "plugin/HostedDialog.h"
-#include "reference/PixelFormats.h"
+#include "image/PixelTypeCode.h"
+#include "tests/plugin/HostedDialog.h"
+#include "tests/reference/PixelFormats.h"
 
 #include "image/ZorImage.h"
 
@@ -30,13 +31,13 @@ Target targetOf(const reference::PixelFormat& format)
     const std::uint32_t depth = format.name == "Mono12p" ? 10 : format.heldBits;
     switch (depth) {
     case 10:
-        return {0x01100202, 10};
+        return {ZorMono10, 10};
     case 12:
-        return {0x01100306, 12};
+        return {ZorMono12, 12};
     case 16:
-        return {0x0110050B, 16};
+        return {ZorMono16, 16};
     default:
-        return {0x01080101, 8};
+        return {ZorMono8, 8};
     }
 }
 
@@ -50,7 +51,7 @@ bool hasColourFilters(const reference::PixelFormat& format)
 } // namespace
 
 /// Frames as cameras send them, handed to the built plug-in: the upper view gets their grey.
-class FramesInAllFormats : public QObject
+class TestFramesInAllFormats : public QObject
 {
     Q_OBJECT
 
@@ -65,7 +66,7 @@ private:
     std::unique_ptr<HostedDialog> m_host;
 };
 
-void FramesInAllFormats::everyFormatIsTakenAndShown_data()
+void TestFramesInAllFormats::everyFormatIsTakenAndShown_data()
 {
     QTest::addColumn<int>("format");
     for (int i = 0; i < int(reference::pixelFormats().size()); ++i)
@@ -73,7 +74,7 @@ void FramesInAllFormats::everyFormatIsTakenAndShown_data()
 }
 
 /// Behind colour filters a grey of one level, everywhere else one of its own for each pixel.
-void FramesInAllFormats::everyFormatIsTakenAndShown()
+void TestFramesInAllFormats::everyFormatIsTakenAndShown()
 {
     QFETCH(int, format);
     const reference::PixelFormat& source = reference::pixelFormats()[std::size_t(format)];
@@ -110,5 +111,5 @@ void FramesInAllFormats::everyFormatIsTakenAndShown()
     }
 }
 
-QTEST_MAIN(FramesInAllFormats)
+QTEST_MAIN(TestFramesInAllFormats)
 #include "tst_frames_in_all_formats.moc"

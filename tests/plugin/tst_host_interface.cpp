@@ -69,7 +69,7 @@ public:
 } // namespace
 
 /// The interface by position: hosts are built against the order of its operations and of a record's fields.
-class HostInterface : public QObject
+class TestHostInterface : public QObject
 {
     Q_OBJECT
 
@@ -80,7 +80,7 @@ private slots:
     void hostInfoHasItsPlaces();
 };
 
-void HostInterface::operationsStandInTheirOrder()
+void TestHostInterface::operationsStandInTheirOrder()
 {
     QStringList calls;
     Recorder recorder(&calls);
@@ -101,7 +101,7 @@ void HostInterface::operationsStandInTheirOrder()
                                  "Update", "GetResult 1", "HasResult", "Reset"}));
 }
 
-void HostInterface::destructorStandsFirst()
+void TestHostInterface::destructorStandsFirst()
 {
     QStringList calls;
     auto* recorder = new Recorder(&calls);
@@ -110,7 +110,7 @@ void HostInterface::destructorStandsFirst()
     QCOMPARE(calls, QStringList("destructor"));
 }
 
-void HostInterface::baseAnswersAreEmpty()
+void TestHostInterface::baseAnswersAreEmpty()
 {
     QStringList calls;
     Plain plain(&calls);
@@ -119,7 +119,7 @@ void HostInterface::baseAnswersAreEmpty()
     QVERIFY(calls.isEmpty());
 }
 
-void HostInterface::hostInfoHasItsPlaces()
+void TestHostInterface::hostInfoHasItsPlaces()
 {
     // The offsets are asserted beside the record; here the widths.
     QCOMPARE(sizeof(ZBKHostInfo), std::size_t{48});
@@ -128,5 +128,5 @@ void HostInterface::hostInfoHasItsPlaces()
     QCOMPARE(sizeof(ZBKHostInfo::trailingWords), std::size_t{24});
 }
 
-QTEST_APPLESS_MAIN(HostInterface)
+QTEST_APPLESS_MAIN(TestHostInterface)
 #include "tst_host_interface.moc"

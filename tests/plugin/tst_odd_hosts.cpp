@@ -1,8 +1,8 @@
-#include "plugin/LoadedUtility.h"
-#include "plugin/LostHeaders.h"
-#include "plugin/NotifiedHost.h"
-#include "support/Cursors.h"
-#include "support/ModalWatch.h"
+#include "tests/plugin/LoadedUtility.h"
+#include "tests/plugin/LostHeaders.h"
+#include "tests/plugin/NotifiedHost.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QCloseEvent>
 #include <QLibrary>
@@ -47,7 +47,7 @@ void closeWindow(QDialog* dialog)
 
 /// Hosts that end or let go at awkward moments. Each test is the whole life of an application and of the
 /// library in it, as the host sees them.
-class OddHosts : public QObject
+class TestOddHosts : public QObject
 {
     Q_OBJECT
 
@@ -97,13 +97,13 @@ private:
     std::unique_ptr<QApplication> m_application;
 };
 
-void OddHosts::init()
+void TestOddHosts::init()
 {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     m_application = std::make_unique<QApplication>(argumentCount, arguments);
 }
 
-void OddHosts::cleanup()
+void TestOddHosts::cleanup()
 {
     if (m_application)
         QCOMPARE(restoreAllCursors(), 0);
@@ -112,14 +112,14 @@ void OddHosts::cleanup()
     releaseLostHeaders();
 }
 
-void OddHosts::applicationEndsWithoutRelease_data()
+void TestOddHosts::applicationEndsWithoutRelease_data()
 {
     QTest::addColumn<bool>("shown");
     QTest::newRow("with the dialog open") << true;
     QTest::newRow("with the dialog never shown") << false;
 }
 
-void OddHosts::applicationEndsWithoutRelease()
+void TestOddHosts::applicationEndsWithoutRelease()
 {
     QFETCH(bool, shown);
     Hosted hosted;
@@ -137,7 +137,7 @@ void OddHosts::applicationEndsWithoutRelease()
     QVERIFY(!hosted.host.codes.contains(ZBKEventDialogClosed));
 }
 
-void OddHosts::nextApplicationEndsWithoutReleaseToo()
+void TestOddHosts::nextApplicationEndsWithoutReleaseToo()
 {
     Hosted hosted;
     for (int i = 0; i < 2; ++i) {
@@ -151,7 +151,7 @@ void OddHosts::nextApplicationEndsWithoutReleaseToo()
     }
 }
 
-void OddHosts::processExitsWithoutTheEndOfTheApplication()
+void TestOddHosts::processExitsWithoutTheEndOfTheApplication()
 {
     QProcess host;
     // What a process leaves behind when it exits is no leak.
@@ -166,7 +166,7 @@ void OddHosts::processExitsWithoutTheEndOfTheApplication()
 }
 
 // A host with a loader of its own, which knows of no object.
-void OddHosts::libraryGoesWithoutTheEndOfItsObject()
+void TestOddHosts::libraryGoesWithoutTheEndOfItsObject()
 {
     QLibrary library(QStringLiteral(ZOR_PLUGIN_FILE));
     const auto instance = reinterpret_cast<QtPluginInstanceFunction>(library.resolve("qt_plugin_instance"));
@@ -183,14 +183,14 @@ void OddHosts::libraryGoesWithoutTheEndOfItsObject()
     m_application.reset();
 }
 
-void OddHosts::releaseInsideANotification_data()
+void TestOddHosts::releaseInsideANotification_data()
 {
     QTest::addColumn<bool>("opens");
     QTest::newRow("when the dialog opens") << true;
     QTest::newRow("when the dialog closes") << false;
 }
 
-void OddHosts::releaseInsideANotification()
+void TestOddHosts::releaseInsideANotification()
 {
     QFETCH(bool, opens);
     Hosted hosted;
@@ -210,7 +210,7 @@ void OddHosts::releaseInsideANotification()
     QCOMPARE(hosted.host.codes.size(), opens ? 1 : 2);
 }
 
-void OddHosts::releaseWhenTheOperatorCloses_data()
+void TestOddHosts::releaseWhenTheOperatorCloses_data()
 {
     QTest::addColumn<QString>("then");
     QTest::newRow("and the event loop runs on") << "loop";
@@ -218,7 +218,7 @@ void OddHosts::releaseWhenTheOperatorCloses_data()
     QTest::newRow("and the application ends") << "end";
 }
 
-void OddHosts::releaseWhenTheOperatorCloses()
+void TestOddHosts::releaseWhenTheOperatorCloses()
 {
     QFETCH(QString, then);
     Hosted hosted;
@@ -238,12 +238,12 @@ void OddHosts::releaseWhenTheOperatorCloses()
     QVERIFY(!dialog);
 }
 
-void OddHosts::newDialogInsideANotification_data()
+void TestOddHosts::newDialogInsideANotification_data()
 {
     releaseInsideANotification_data();
 }
 
-void OddHosts::newDialogInsideANotification()
+void TestOddHosts::newDialogInsideANotification()
 {
     QFETCH(bool, opens);
     Hosted hosted;
@@ -270,7 +270,7 @@ void OddHosts::newDialogInsideANotification()
     QCOMPARE(hosted.host.codes.last(), ZBKEventDialogClosed);
 }
 
-void OddHosts::releaseInsideARefresh_data()
+void TestOddHosts::releaseInsideARefresh_data()
 {
     QTest::addColumn<bool>("operatorAsks");
     QTest::addColumn<bool>("goesOn");
@@ -280,7 +280,7 @@ void OddHosts::releaseInsideARefresh_data()
     QTest::newRow("of a click on Update, then a new dialog") << true << true;
 }
 
-void OddHosts::releaseInsideARefresh()
+void TestOddHosts::releaseInsideARefresh()
 {
     QFETCH(bool, operatorAsks);
     QFETCH(bool, goesOn);
@@ -314,7 +314,7 @@ void OddHosts::releaseInsideARefresh()
     QCOMPARE(utilityDialog() != nullptr, goesOn);
 }
 
-void OddHosts::releaseInsideTheBoxOfAFrame()
+void TestOddHosts::releaseInsideTheBoxOfAFrame()
 {
     Hosted hosted;
     hosted.plugIn.Show(true);
@@ -329,14 +329,14 @@ void OddHosts::releaseInsideTheBoxOfAFrame()
     QVERIFY(!utilityDialog());
 }
 
-void OddHosts::releaseInsideASave_data()
+void TestOddHosts::releaseInsideASave_data()
 {
     QTest::addColumn<bool>("titled");
     QTest::newRow("while the box asks for the title") << false;
     QTest::newRow("while the file dialog is open") << true;
 }
 
-void OddHosts::releaseInsideASave()
+void TestOddHosts::releaseInsideASave()
 {
     QFETCH(bool, titled);
     Hosted hosted;
@@ -357,7 +357,7 @@ void OddHosts::releaseInsideASave()
     QVERIFY(!dialog);
 }
 
-void OddHosts::releaseWhileAMenuIsOpen()
+void TestOddHosts::releaseWhileAMenuIsOpen()
 {
     Hosted hosted;
     hosted.plugIn.Show(true);
@@ -366,7 +366,7 @@ void OddHosts::releaseWhileAMenuIsOpen()
     QVERIFY(!utilityDialog());
 }
 
-void OddHosts::requestsInsideARefreshAreCarriedOut()
+void TestOddHosts::requestsInsideARefreshAreCarriedOut()
 {
     Hosted hosted;
     hosted.plugIn.Show(true);
@@ -405,7 +405,7 @@ int main(int argc, char* argv[])
 {
     if (argc == 2 && std::strcmp(argv[1], ExitArgument) == 0)
         exitWithTheDialogOpen();
-    OddHosts hosts;
+    TestOddHosts hosts;
     return QTest::qExec(&hosts, argc, argv);
 }
 

@@ -1,4 +1,4 @@
-#include "plugin/HostedDialog.h"
+#include "tests/plugin/HostedDialog.h"
 
 #include "display/ZorDisplayProcessor.h"
 #include "image/ZorImage.h"
@@ -135,7 +135,7 @@ void showAtScale(HostedDialog& host, const TestFrame& frame)
 } // namespace
 
 /// Marks on bright pixels as the operator sees them: the built plug-in, the real viewer, a mouse on the box.
-class PaintedHighlights : public QObject
+class TestPaintedHighlights : public QObject
 {
     Q_OBJECT
 
@@ -146,7 +146,7 @@ private slots:
     void boxClickedWithoutAFrameMarksWhatComes();
 };
 
-void PaintedHighlights::marksComeAndGoWithTheBox_data()
+void TestPaintedHighlights::marksComeAndGoWithTheBox_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("depth");
@@ -156,7 +156,7 @@ void PaintedHighlights::marksComeAndGoWithTheBox_data()
     QTest::newRow("12 bits, padded lines") << Width - 1 << 12;
 }
 
-void PaintedHighlights::marksComeAndGoWithTheBox()
+void TestPaintedHighlights::marksComeAndGoWithTheBox()
 {
     QFETCH(int, width);
     QFETCH(int, depth);
@@ -186,7 +186,7 @@ void PaintedHighlights::marksComeAndGoWithTheBox()
     QVERIFY(painted(host, "gVDown") == lower);
 }
 
-void PaintedHighlights::laterFramesAreMarkedToo()
+void TestPaintedHighlights::laterFramesAreMarkedToo()
 {
     HostedDialog host;
     showAtScale(host, spotted(Width, 12));
@@ -205,7 +205,7 @@ void PaintedHighlights::laterFramesAreMarkedToo()
 }
 
 // The frame on the screen stays as it is until the next one comes.
-void PaintedHighlights::boxClickedWithoutAFrameMarksWhatComes()
+void TestPaintedHighlights::boxClickedWithoutAFrameMarksWhatComes()
 {
     HostedDialog host;
     const TestFrame frame = spotted(Width, 8);
@@ -218,5 +218,5 @@ void PaintedHighlights::boxClickedWithoutAFrameMarksWhatComes()
     QCOMPARE(difference(paintedLevels(host, "gVUp", next), markedLevelsOf(next), Width), QString());
 }
 
-QTEST_MAIN(PaintedHighlights)
+QTEST_MAIN(TestPaintedHighlights)
 #include "tst_painted_highlights.moc"

@@ -1,5 +1,5 @@
-#include "plugin/HostedDialog.h"
-#include "support/ModalWatch.h"
+#include "tests/plugin/HostedDialog.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -124,7 +124,7 @@ private:
 } // namespace
 
 /// Gaps, panes and controls of the built plug-in's dialog under the operator's mouse.
-class PanesAndStrip : public QObject
+class TestPanesAndStrip : public QObject
 {
     Q_OBJECT
 
@@ -140,7 +140,7 @@ private slots:
     void everyControlCanBeClicked();
 };
 
-void PanesAndStrip::handlesMoveTheirPanes_data()
+void TestPanesAndStrip::handlesMoveTheirPanes_data()
 {
     QTest::addColumn<QString>("which");
     QTest::addColumn<QPoint>("way");
@@ -152,7 +152,7 @@ void PanesAndStrip::handlesMoveTheirPanes_data()
     QTest::newRow("cross both ways") << "cross" << QPoint(-120, 64) << QPoint(-120, 64);
 }
 
-void PanesAndStrip::handlesMoveTheirPanes()
+void TestPanesAndStrip::handlesMoveTheirPanes()
 {
     QFETCH(QString, which);
     QFETCH(QPoint, way);
@@ -168,7 +168,7 @@ void PanesAndStrip::handlesMoveTheirPanes()
     QCOMPARE(grid.difference(before + moved), QString());
 }
 
-void PanesAndStrip::handlesStopBeforeTheEdges_data()
+void TestPanesAndStrip::handlesStopBeforeTheEdges_data()
 {
     QTest::addColumn<QString>("which");
     QTest::addColumn<QPoint>("target"); ///< of the gap; -1 counts from the far edge
@@ -183,7 +183,7 @@ void PanesAndStrip::handlesStopBeforeTheEdges_data()
     QTest::newRow("horizontal bar to 6 before the lower edge") << "horizontal" << QPoint(0, -6) << false;
 }
 
-void PanesAndStrip::handlesStopBeforeTheEdges()
+void TestPanesAndStrip::handlesStopBeforeTheEdges()
 {
     QFETCH(QString, which);
     QFETCH(QPoint, target);
@@ -203,7 +203,7 @@ void PanesAndStrip::handlesStopBeforeTheEdges()
     QCOMPARE(grid.gaps(), accepted ? after : before);
 }
 
-void PanesAndStrip::resizeMakesThePanesEqualAgain()
+void TestPanesAndStrip::resizeMakesThePanesEqualAgain()
 {
     HostedDialog host;
     const Grid grid(host);
@@ -219,7 +219,7 @@ void PanesAndStrip::resizeMakesThePanesEqualAgain()
     QCOMPARE(grid.difference(grid.equalGaps()), QString());
 }
 
-void PanesAndStrip::nothingMovesWithoutAPress()
+void TestPanesAndStrip::nothingMovesWithoutAPress()
 {
     HostedDialog host;
     const Grid grid(host);
@@ -232,7 +232,7 @@ void PanesAndStrip::nothingMovesWithoutAPress()
 }
 
 // The panes get ordinary resize events: the views' pictures fit into their new sizes.
-void PanesAndStrip::viewAndPlotStayUsableAfterADrag()
+void TestPanesAndStrip::viewAndPlotStayUsableAfterADrag()
 {
     HostedDialog host;
     host.show(TestFrame(400, 100, 12, [](int x, int y) { return 900U + unsigned(x * y) / 40; }));
@@ -246,7 +246,7 @@ void PanesAndStrip::viewAndPlotStayUsableAfterADrag()
     QCOMPARE(ViewerTap::visibleIn(upper).width(), 400);
 }
 
-void PanesAndStrip::everyControlCanBeClicked_data()
+void TestPanesAndStrip::everyControlCanBeClicked_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QByteArray>("name");
@@ -258,7 +258,7 @@ void PanesAndStrip::everyControlCanBeClicked_data()
     }
 }
 
-void PanesAndStrip::everyControlCanBeClicked()
+void TestPanesAndStrip::everyControlCanBeClicked()
 {
     QFETCH(QSize, size);
     QFETCH(QByteArray, name);
@@ -301,5 +301,5 @@ void PanesAndStrip::everyControlCanBeClicked()
     }
 }
 
-QTEST_MAIN(PanesAndStrip)
+QTEST_MAIN(TestPanesAndStrip)
 #include "tst_panes_and_strip.moc"

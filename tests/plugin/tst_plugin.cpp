@@ -1,8 +1,8 @@
-#include "plugin/NotifiedHost.h"
-#include "plugin/UtilityDialog.h"
 #include "plugin/ZBKInterfacePlugIn.h"
-#include "support/ModalWatch.h"
-#include "support/TestFrame.h"
+#include "tests/plugin/NotifiedHost.h"
+#include "tests/plugin/UtilityDialog.h"
+#include "tests/support/ModalWatch.h"
+#include "tests/support/TestFrame.h"
 
 #include <QFile>
 #include <QLineEdit>
@@ -29,7 +29,7 @@ constexpr unsigned InitFlags =
 } // namespace
 
 /// The built library as a host sees it: through the loader, the metadata and the interface alone.
-class PlugIn : public QObject
+class TestPlugin : public QObject
 {
     Q_OBJECT
 
@@ -69,7 +69,7 @@ private:
     ZBKInterfacePlugIn* m_plugIn = nullptr;
 };
 
-void PlugIn::initTestCase()
+void TestPlugin::initTestCase()
 {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QVERIFY2(m_loader.load(), qPrintable(m_loader.errorString()));
@@ -77,12 +77,12 @@ void PlugIn::initTestCase()
     QVERIFY(m_plugIn);
 }
 
-void PlugIn::cleanup()
+void TestPlugin::cleanup()
 {
     m_plugIn->Release();
 }
 
-QByteArray PlugIn::savedFile()
+QByteArray TestPlugin::savedFile()
 {
     QTemporaryDir folder;
     QDialog* dialog = utilityDialog();
@@ -97,7 +97,7 @@ QByteArray PlugIn::savedFile()
     return text.mid(text.indexOf("HEX Value\n") + 10);
 }
 
-void PlugIn::objectIsCastByItsNames_data()
+void TestPlugin::objectIsCastByItsNames_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QString>("result");
@@ -112,7 +112,7 @@ void PlugIn::objectIsCastByItsNames_data()
     QTest::newRow("a null name gives null") << QByteArray() << "null";
 }
 
-void PlugIn::objectIsCastByItsNames()
+void TestPlugin::objectIsCastByItsNames()
 {
     QFETCH(QByteArray, name);
     QFETCH(QString, result);
@@ -126,7 +126,7 @@ void PlugIn::objectIsCastByItsNames()
     QCOMPARE(cast, expected);
 }
 
-void PlugIn::classNameAndMembersOfTheObject()
+void TestPlugin::classNameAndMembersOfTheObject()
 {
     const QObject* object = m_loader.instance();
     const QMetaObject* meta = object->metaObject();
@@ -137,14 +137,14 @@ void PlugIn::classNameAndMembersOfTheObject()
     QCOMPARE(m_loader.instance(), object);
 }
 
-void PlugIn::nameHasNoLeadingBlank()
+void TestPlugin::nameHasNoLeadingBlank()
 {
     QCOMPARE(m_plugIn->Name(), QStringLiteral("FFC Utility"));
     m_plugIn->Init(nullptr, nullptr);
     QCOMPARE(utilityDialog()->windowTitle(), QStringLiteral(" FFC Utility"));
 }
 
-void PlugIn::everythingBeforeInitDoesNothing()
+void TestPlugin::everythingBeforeInitDoesNothing()
 {
     TestFrame frame = TestFrame::even(4, 4, 8, 100);
     _ZorImage record = frame.record();
@@ -160,7 +160,7 @@ void PlugIn::everythingBeforeInitDoesNothing()
     QVERIFY(!utilityDialog());
 }
 
-void PlugIn::initSetsTheWindowFlags()
+void TestPlugin::initSetsTheWindowFlags()
 {
     QCOMPARE(m_plugIn->Init(nullptr, nullptr), 0);
     const QDialog* dialog = utilityDialog();
@@ -174,7 +174,7 @@ void PlugIn::initSetsTheWindowFlags()
     QCOMPARE(dialog->windowType(), Qt::Dialog);
 }
 
-void PlugIn::showNotifiesWithContextAndPlugIn()
+void TestPlugin::showNotifiesWithContextAndPlugIn()
 {
     NotifiedHost host;
     m_plugIn->Init(NotifiedHost::call, &host);
@@ -188,7 +188,7 @@ void PlugIn::showNotifiesWithContextAndPlugIn()
     QCOMPARE(host.codes.size(), 1);
 }
 
-void PlugIn::frameOfTheOpenedCallbackIsComputed()
+void TestPlugin::frameOfTheOpenedCallbackIsComputed()
 {
     NotifiedHost host;
     m_plugIn->Init(NotifiedHost::call, &host);
@@ -201,7 +201,7 @@ void PlugIn::frameOfTheOpenedCallbackIsComputed()
     QCOMPARE(savedFile(), QByteArray("1,512\n2,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n2,256\n"));
 }
 
-void PlugIn::imageAloneComputesNothing()
+void TestPlugin::imageAloneComputesNothing()
 {
     NotifiedHost host;
     m_plugIn->Init(NotifiedHost::call, &host);
@@ -214,7 +214,7 @@ void PlugIn::imageAloneComputesNothing()
     QCOMPARE(savedFile(), QByteArray("1,512\n2,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n2,256\n"));
 }
 
-void PlugIn::unusableImagesLeaveTheFrame_data()
+void TestPlugin::unusableImagesLeaveTheFrame_data()
 {
     QTest::addColumn<int>("kind");
     QTest::newRow("null record") << 0;
@@ -222,7 +222,7 @@ void PlugIn::unusableImagesLeaveTheFrame_data()
     QTest::newRow("size 0") << 2;
 }
 
-void PlugIn::unusableImagesLeaveTheFrame()
+void TestPlugin::unusableImagesLeaveTheFrame()
 {
     QFETCH(int, kind);
     m_plugIn->Init(nullptr, nullptr);
@@ -238,7 +238,7 @@ void PlugIn::unusableImagesLeaveTheFrame()
     QCOMPARE(savedFile(), QByteArray("1,512\n2,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n"));
 }
 
-void PlugIn::closeAndReopen()
+void TestPlugin::closeAndReopen()
 {
     NotifiedHost host;
     m_plugIn->Init(NotifiedHost::call, &host);
@@ -253,7 +253,7 @@ void PlugIn::closeAndReopen()
     QCOMPARE(savedFile(), QByteArray("1,512\n2,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n"));
 }
 
-void PlugIn::operatorsCloseNotifies()
+void TestPlugin::operatorsCloseNotifies()
 {
     NotifiedHost host;
     m_plugIn->Init(NotifiedHost::call, &host);
@@ -262,7 +262,7 @@ void PlugIn::operatorsCloseNotifies()
     QCOMPARE(host.codes, QVector<std::uint32_t>({16387, 16386}));
 }
 
-void PlugIn::nullCallbackWorks()
+void TestPlugin::nullCallbackWorks()
 {
     m_plugIn->Init(nullptr, nullptr);
     QCOMPARE(m_plugIn->Show(true), 0);
@@ -274,7 +274,7 @@ void PlugIn::nullCallbackWorks()
     QCOMPARE(m_plugIn->Show(false), 0);
 }
 
-void PlugIn::secondInitKeepsTheDialogAndReplacesTheHost()
+void TestPlugin::secondInitKeepsTheDialogAndReplacesTheHost()
 {
     NotifiedHost first;
     NotifiedHost second;
@@ -299,7 +299,7 @@ void PlugIn::secondInitKeepsTheDialogAndReplacesTheHost()
     QCOMPARE(utilityDialog(), dialog);
 }
 
-void PlugIn::closingAHiddenDialogNotifies()
+void TestPlugin::closingAHiddenDialogNotifies()
 {
     NotifiedHost host;
     m_plugIn->Init(NotifiedHost::call, &host);
@@ -310,7 +310,7 @@ void PlugIn::closingAHiddenDialogNotifies()
     QCOMPARE(host.codes, QVector<std::uint32_t>({16386, 16387}));
 }
 
-void PlugIn::secondInitSetsTheFlagsAnewAndHides()
+void TestPlugin::secondInitSetsTheFlagsAnewAndHides()
 {
     m_plugIn->Init(nullptr, nullptr);
     m_plugIn->Show(true);
@@ -322,7 +322,7 @@ void PlugIn::secondInitSetsTheFlagsAnewAndHides()
     QVERIFY(!dialog->isVisible());
 }
 
-void PlugIn::resetKeepsTheDialog()
+void TestPlugin::resetKeepsTheDialog()
 {
     m_plugIn->Init(nullptr, nullptr);
     m_plugIn->Show(true);
@@ -339,7 +339,7 @@ void PlugIn::resetKeepsTheDialog()
     QCOMPARE(savedFile(), QByteArray("1,512\n2,256\n:FFC_Y start,\n-- Row(Y),HEX Value\n1,256\n"));
 }
 
-void PlugIn::releaseAndNewInit()
+void TestPlugin::releaseAndNewInit()
 {
     NotifiedHost host;
     m_plugIn->Init(NotifiedHost::call, &host);
@@ -352,14 +352,14 @@ void PlugIn::releaseAndNewInit()
     QCOMPARE(host.codes, QVector<std::uint32_t>({16387, 16387}));
 }
 
-void PlugIn::releaseTwice()
+void TestPlugin::releaseTwice()
 {
     m_plugIn->Init(nullptr, nullptr);
     QCOMPARE(m_plugIn->Release(), 0);
     QCOMPARE(m_plugIn->Release(), 0);
 }
 
-void PlugIn::hostInfoIsKeptByADialogAlone()
+void TestPlugin::hostInfoIsKeptByADialogAlone()
 {
     // The dialog's copy shares the text's characters.
     ZBKHostInfo info;
@@ -377,7 +377,7 @@ void PlugIn::hostInfoIsKeptByADialogAlone()
     QVERIFY(info.text.isDetached());
 }
 
-void PlugIn::resultSlotStaysAsItWas()
+void TestPlugin::resultSlotStaysAsItWas()
 {
     void* slot = this;
     QCOMPARE(m_plugIn->GetResult(&slot), 0);
@@ -392,7 +392,7 @@ void PlugIn::resultSlotStaysAsItWas()
     QCOMPARE(slot, static_cast<void*>(this));
 }
 
-void PlugIn::deletionReleasesTheDialogAndTheNextObjectIsNew()
+void TestPlugin::deletionReleasesTheDialogAndTheNextObjectIsNew()
 {
     m_plugIn->Init(nullptr, nullptr);
     QVERIFY(utilityDialog());
@@ -407,5 +407,5 @@ void PlugIn::deletionReleasesTheDialogAndTheNextObjectIsNew()
     QVERIFY(utilityDialog());
 }
 
-QTEST_MAIN(PlugIn)
+QTEST_MAIN(TestPlugin)
 #include "tst_plugin.moc"

@@ -24,7 +24,7 @@ QString printed(const QString& program, const QStringList& arguments)
 } // namespace
 
 /// The built library as a file: what a loader and a linker find in it without running code.
-class PlugInFile : public QObject
+class TestPluginFile : public QObject
 {
     Q_OBJECT
 
@@ -36,7 +36,7 @@ private slots:
 };
 
 // Read from the file alone: the first test, before anything has loaded the library.
-void PlugInFile::metadataHasItsFiveEntries()
+void TestPluginFile::metadataHasItsFiveEntries()
 {
     const QPluginLoader loader(QStringLiteral(ZOR_PLUGIN_FILE));
     const QJsonObject data = loader.metaData();
@@ -49,7 +49,7 @@ void PlugInFile::metadataHasItsFiveEntries()
     QVERIFY(data["MetaData"].isObject() && data["MetaData"].toObject().isEmpty());
 }
 
-void PlugInFile::metadataStandsInItsOrder()
+void TestPluginFile::metadataStandsInItsOrder()
 {
     QFile file(QStringLiteral(ZOR_PLUGIN_FILE));
     QVERIFY(file.open(QIODevice::ReadOnly));
@@ -72,7 +72,7 @@ void PlugInFile::metadataStandsInItsOrder()
     }
 }
 
-void PlugInFile::metadataLiesInItsSection()
+void TestPluginFile::metadataLiesInItsSection()
 {
     const QString sections = printed(QStringLiteral(ZOR_READELF), {"-S", "-W", ZOR_PLUGIN_FILE});
     const QRegularExpression line(
@@ -86,7 +86,7 @@ void PlugInFile::metadataLiesInItsSection()
     QVERIFY2(section.startsWith("QTMETADATA  qbjs"), section.toHex());
 }
 
-void PlugInFile::libraryExportsItsTwoFunctions()
+void TestPluginFile::libraryExportsItsTwoFunctions()
 {
     const QString output =
         printed(QStringLiteral(ZOR_NM), {"-D", "--defined-only", "--format=posix", ZOR_PLUGIN_FILE});
@@ -98,5 +98,5 @@ void PlugInFile::libraryExportsItsTwoFunctions()
     QCOMPARE(symbols, QStringList({"qt_plugin_instance", "qt_plugin_query_metadata"}));
 }
 
-QTEST_GUILESS_MAIN(PlugInFile)
+QTEST_GUILESS_MAIN(TestPluginFile)
 #include "tst_plugin_file.moc"

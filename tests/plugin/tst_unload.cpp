@@ -1,7 +1,7 @@
 #include "display/UnloadableMetaType.h"
-#include "plugin/LoadedUtility.h"
-#include "plugin/LostHeaders.h"
-#include "support/Cursors.h"
+#include "tests/plugin/LoadedUtility.h"
+#include "tests/plugin/LostHeaders.h"
+#include "tests/support/Cursors.h"
 
 #include <QEvent>
 #include <QMetaMethod>
@@ -50,7 +50,7 @@ int viewType()
 
 /// The plug-in goes and Qt stays: nothing that Qt has kept may point into the library. Each test is the whole
 /// life of an application.
-class Unload : public QObject
+class TestUnload : public QObject
 {
     Q_OBJECT
 
@@ -67,19 +67,19 @@ private:
     std::unique_ptr<QApplication> m_application;
 };
 
-void Unload::init()
+void TestUnload::init()
 {
     QVERIFY(!LoadedUtility::isMapped());
     m_application = std::make_unique<QApplication>(argumentCount, arguments);
 }
 
-void Unload::cleanup()
+void TestUnload::cleanup()
 {
     m_application.reset();
     releaseLostHeaders();
 }
 
-void Unload::applicationGoesOnAndEnds()
+void TestUnload::applicationGoesOnAndEnds()
 {
     {
         LoadedUtility utility;
@@ -97,7 +97,7 @@ void Unload::applicationGoesOnAndEnds()
     QCOMPARE(restoreAllCursors(), 0);
 }
 
-void Unload::hundredTimesInOneProcess()
+void TestUnload::hundredTimesInOneProcess()
 {
     for (int round = 0; round < 100; ++round) {
         LoadedUtility utility;
@@ -108,7 +108,7 @@ void Unload::hundredTimesInOneProcess()
     }
 }
 
-void Unload::nameOutlivesTheLibrary()
+void TestUnload::nameOutlivesTheLibrary()
 {
     QString name;
     {
@@ -119,7 +119,7 @@ void Unload::nameOutlivesTheLibrary()
     QCOMPARE(name, QStringLiteral("FFC Utility"));
 }
 
-void Unload::metaTypesGoWithTheLibrary()
+void TestUnload::metaTypesGoWithTheLibrary()
 {
     QCOMPARE(QMetaType::type("QEvent::Type"), int(QMetaType::UnknownType));
     QCOMPARE(QMetaType::type("DisplayView*"), int(QMetaType::UnknownType));
@@ -147,7 +147,7 @@ void Unload::metaTypesGoWithTheLibrary()
 }
 
 // As in a host that shows images by the same display layer.
-void Unload::metaTypesOfTheHostStay()
+void TestUnload::metaTypesOfTheHostStay()
 {
     const UnloadableMetaType<QEvent::Type> own("QEvent::Type", &QEvent::staticMetaObject);
     {
@@ -159,5 +159,5 @@ void Unload::metaTypesOfTheHostStay()
     QCOMPARE(QMetaType::type("QEvent::Type"), own.id());
 }
 
-QTEST_APPLESS_MAIN(Unload)
+QTEST_APPLESS_MAIN(TestUnload)
 #include "tst_unload.moc"

@@ -1,4 +1,4 @@
-#include "plugin/HostedDialog.h"
+#include "tests/plugin/HostedDialog.h"
 
 #include <QMenu>
 #include <QSignalSpy>
@@ -6,7 +6,7 @@
 #include <QWindow>
 
 /// The menu of a view of the built plug-in, with the real viewer.
-class ViewMenu : public QObject
+class TestViewMenu : public QObject
 {
     Q_OBJECT
 
@@ -23,7 +23,7 @@ bool openAndEscape(QWidget* view, int presses)
 }
 } // namespace
 
-void ViewMenu::opensOnceForTwoRequests_data()
+void TestViewMenu::opensOnceForTwoRequests_data()
 {
     QTest::addColumn<QString>("view");
     QTest::newRow("the upper view") << "gVUp";
@@ -31,7 +31,7 @@ void ViewMenu::opensOnceForTwoRequests_data()
 }
 
 // The plug-in is released at the end, below nothing that still waits for the menu.
-void ViewMenu::opensOnceForTwoRequests()
+void TestViewMenu::opensOnceForTwoRequests()
 {
     QFETCH(QString, view);
     HostedDialog host;
@@ -45,5 +45,5 @@ void ViewMenu::opensOnceForTwoRequests()
     QCOMPARE(opened.count(), 2);
 }
 
-QTEST_MAIN(ViewMenu)
+QTEST_MAIN(TestViewMenu)
 #include "tst_view_menu.moc"

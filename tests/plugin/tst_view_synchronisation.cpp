@@ -1,5 +1,5 @@
-#include "plugin/HostedDialog.h"
-#include "plugin/StoppedClock.h"
+#include "tests/plugin/HostedDialog.h"
+#include "tests/plugin/StoppedClock.h"
 
 #include <QGraphicsView>
 #include <QMenu>
@@ -67,7 +67,7 @@ struct ZoomedDialog
 } // namespace
 
 /// The two views of the built plug-in follow each other, with the real viewer and the operator's mouse.
-class ViewSynchronisation : public QObject
+class TestViewSynchronisation : public QObject
 {
     Q_OBJECT
 
@@ -85,7 +85,7 @@ private slots:
     void newFrameOfAnotherSizeKeepsTheViewsTogether();
 };
 
-void ViewSynchronisation::otherViewFollows_data()
+void TestViewSynchronisation::otherViewFollows_data()
 {
     QTest::addColumn<bool>("fromUpper");
     QTest::addColumn<int>("wheel");
@@ -97,7 +97,7 @@ void ViewSynchronisation::otherViewFollows_data()
     }
 }
 
-void ViewSynchronisation::otherViewFollows()
+void TestViewSynchronisation::otherViewFollows()
 {
     QFETCH(bool, fromUpper);
     QFETCH(int, wheel);
@@ -125,7 +125,7 @@ void ViewSynchronisation::otherViewFollows()
              qPrintable(textOf(placeOf(d.follower)) + ", expected " + textOf(after)));
 }
 
-void ViewSynchronisation::otherViewFollowsTheMenu_data()
+void TestViewSynchronisation::otherViewFollowsTheMenu_data()
 {
     QTest::addColumn<bool>("fromUpper");
     QTest::addColumn<int>("entry");
@@ -136,7 +136,7 @@ void ViewSynchronisation::otherViewFollowsTheMenu_data()
     }
 }
 
-void ViewSynchronisation::otherViewFollowsTheMenu()
+void TestViewSynchronisation::otherViewFollowsTheMenu()
 {
     QFETCH(bool, fromUpper);
     QFETCH(int, entry);
@@ -159,14 +159,14 @@ void ViewSynchronisation::otherViewFollowsTheMenu()
              qPrintable(textOf(placeOf(d.follower)) + ", expected " + textOf(placeOf(d.hand))));
 }
 
-void ViewSynchronisation::followUpEndsAtOnce_data()
+void TestViewSynchronisation::followUpEndsAtOnce_data()
 {
     QTest::addColumn<bool>("fromUpper");
     QTest::newRow("from the upper view") << true;
     QTest::newRow("from the lower view") << false;
 }
 
-void ViewSynchronisation::followUpEndsAtOnce()
+void TestViewSynchronisation::followUpEndsAtOnce()
 {
     QFETCH(bool, fromUpper);
     ZoomedDialog d(fromUpper);
@@ -182,7 +182,7 @@ void ViewSynchronisation::followUpEndsAtOnce()
              qPrintable(textOf(placeOf(d.hand)) + ", expected " + textOf(told)));
 }
 
-void ViewSynchronisation::changeWithinTheThrottleIsDropped()
+void TestViewSynchronisation::changeWithinTheThrottleIsDropped()
 {
     ZoomedDialog d;
     HostedDialog::wheel(d.hand, Aside, 120);
@@ -202,7 +202,7 @@ void ViewSynchronisation::changeWithinTheThrottleIsDropped()
              qPrintable(textOf(placeOf(d.follower)) + ", expected " + textOf(placeOf(d.hand))));
 }
 
-void ViewSynchronisation::nextChangeCatchesUp()
+void TestViewSynchronisation::nextChangeCatchesUp()
 {
     ZoomedDialog d;
     for (int i = 0; i < 5; ++i) {
@@ -216,7 +216,7 @@ void ViewSynchronisation::nextChangeCatchesUp()
              qPrintable(textOf(placeOf(d.follower)) + ", expected " + textOf(placeOf(d.hand))));
 }
 
-void ViewSynchronisation::viewsFollowAlsoWithoutAFrame()
+void TestViewSynchronisation::viewsFollowAlsoWithoutAFrame()
 {
     ZoomedDialog d;
     d.host.plugIn().Reset();
@@ -226,7 +226,7 @@ void ViewSynchronisation::viewsFollowAlsoWithoutAFrame()
     QVERIFY(isSame(placeOf(d.follower), placeOf(d.hand)));
 }
 
-void ViewSynchronisation::changeBeforeTheFirstImageMovesNothing()
+void TestViewSynchronisation::changeBeforeTheFirstImageMovesNothing()
 {
     HostedDialog host;
     HostedDialog::wheel(host.find("gVUp"), Aside, 240);
@@ -235,7 +235,7 @@ void ViewSynchronisation::changeBeforeTheFirstImageMovesNothing()
     QVERIFY(!ViewerTap::viewerOf(host.find("gVUp")) && !ViewerTap::viewerOf(host.find("gVDown")));
 }
 
-void ViewSynchronisation::newFrameOfAnotherSizeKeepsTheViewsTogether()
+void TestViewSynchronisation::newFrameOfAnotherSizeKeepsTheViewsTogether()
 {
     ZoomedDialog d;
     d.host.show(TestFrame(200, 300, 8, [](int x, int y) { return 40U + unsigned(x + y) / 4; }));
@@ -246,5 +246,5 @@ void ViewSynchronisation::newFrameOfAnotherSizeKeepsTheViewsTogether()
              qPrintable(textOf(placeOf(d.follower)) + " and " + textOf(placeOf(d.hand))));
 }
 
-QTEST_MAIN(ViewSynchronisation)
+QTEST_MAIN(TestViewSynchronisation)
 #include "tst_view_synchronisation.moc"

@@ -1,8 +1,8 @@
 #include "image/MonoTarget.h"
-#include "plugin/HostedDialog.h"
-#include "reference/RunReference.h"
-#include "support/Cursors.h"
-#include "support/PlotLook.h"
+#include "tests/plugin/HostedDialog.h"
+#include "tests/reference/RunReference.h"
+#include "tests/support/Cursors.h"
+#include "tests/support/PlotLook.h"
 
 #include <QCheckBox>
 #include <QGraphicsView>
@@ -101,7 +101,7 @@ QString curveDifference(const QwtPlot* plot, const char* title, const std::vecto
 } // namespace
 
 /// The dialog of the built plug-in with the real viewer, driven as a host and an operator do.
-class WholeDialog : public QObject
+class TestWholeDialog : public QObject
 {
     Q_OBJECT
 
@@ -116,12 +116,12 @@ private slots:
     void viewsArePainted();
 };
 
-void WholeDialog::cleanup()
+void TestWholeDialog::cleanup()
 {
     QCOMPARE(restoreAllCursors(), 0);
 }
 
-void WholeDialog::viewsAndPlotsShowTheResult_data()
+void TestWholeDialog::viewsAndPlotsShowTheResult_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<bool>("showRows");
@@ -131,7 +131,7 @@ void WholeDialog::viewsAndPlotsShowTheResult_data()
     }
 }
 
-void WholeDialog::viewsAndPlotsShowTheResult()
+void TestWholeDialog::viewsAndPlotsShowTheResult()
 {
     QFETCH(int, depth);
     QFETCH(bool, showRows);
@@ -181,7 +181,7 @@ void WholeDialog::viewsAndPlotsShowTheResult()
     }
 }
 
-void WholeDialog::entryAxisOfATallFrame()
+void TestWholeDialog::entryAxisOfATallFrame()
 {
     HostedDialog host;
     host.show(stripedFrame(100, 2000, 10));
@@ -192,7 +192,7 @@ void WholeDialog::entryAxisOfATallFrame()
     QCOMPARE(curveIn(host.find<QwtPlot>("PlotUp"), "Up Y")->maxXValue(), 1999.0);
 }
 
-void WholeDialog::tickingTheRowBoxChangesNothingBeforeUpdate()
+void TestWholeDialog::tickingTheRowBoxChangesNothingBeforeUpdate()
 {
     HostedDialog host;
     const TestFrame frame = stripedFrame(Width, Height, 12);
@@ -215,7 +215,7 @@ void WholeDialog::tickingTheRowBoxChangesNothingBeforeUpdate()
     }
 }
 
-void WholeDialog::typedNormalizeValueCounts()
+void TestWholeDialog::typedNormalizeValueCounts()
 {
     HostedDialog host;
     const TestFrame frame = stripedFrame(Width, Height, 12);
@@ -232,7 +232,7 @@ void WholeDialog::typedNormalizeValueCounts()
     QVERIFY(lowerPixels(expected, false, 12) != lowerPixels(expectedRun(frame, false), false, 12));
 }
 
-void WholeDialog::aDroppedFrameStaysInSight()
+void TestWholeDialog::aDroppedFrameStaysInSight()
 {
     HostedDialog host;
     host.show(stripedFrame(Width, Height, 12));
@@ -244,7 +244,7 @@ void WholeDialog::aDroppedFrameStaysInSight()
 }
 
 // Two halves of different brightness above, one even picture below.
-void WholeDialog::viewsArePainted()
+void TestWholeDialog::viewsArePainted()
 {
     HostedDialog host;
     host.show(TestFrame(80, 60, 12, [](int x, int) { return x < 40 ? 1000U : 3000U; }));
@@ -263,5 +263,5 @@ void WholeDialog::viewsArePainted()
     QVERIFY2(lower.first > 150, qPrintable(QString::number(lower.first)));
 }
 
-QTEST_MAIN(WholeDialog)
+QTEST_MAIN(TestWholeDialog)
 #include "tst_whole_dialog.moc"

@@ -1,4 +1,4 @@
-#include "reference/EngineReference.h"
+#include "tests/reference/EngineReference.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "reference/ExpectedFormats.h"
+#include "tests/reference/ExpectedFormats.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
-#include "reference/PixelFormats.h"
+#include "tests/reference/PixelFormats.h"
 
-#include "reference/ExpectedFormats.h"
+#include "tests/reference/ExpectedFormats.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "reference/RunReference.h"
+#include "tests/reference/RunReference.h"
 
 namespace reference {
 namespace {

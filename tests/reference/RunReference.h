@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reference/EngineReference.h"
+#include "tests/reference/EngineReference.h"
 
 namespace reference {
 

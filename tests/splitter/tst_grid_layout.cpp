@@ -1,4 +1,4 @@
-#include "splitter/ShownGrid.h"
+#include "tests/splitter/ShownGrid.h"
 
 #include <QtTest>
 
@@ -23,7 +23,7 @@ void __wrap__ZN7QWidget11resizeEventEP12QResizeEvent(QWidget* self, QResizeEvent
 }
 
 /// Where panes and handles lie in a grid of a given size.
-class GridLayout : public QObject
+class TestGridLayout : public QObject
 {
     Q_OBJECT
 
@@ -38,14 +38,14 @@ private slots:
     void aGridThatIsNotSquareSkipsTheMissingHandle();
 };
 
-void GridLayout::panesAreEqualWithTheRestUncovered()
+void TestGridLayout::panesAreEqualWithTheRestUncovered()
 {
     const ShownGrid g(100, 80);
     QCOMPARE(g.paneRects(),
              (QList<QRect>{{0, 0, 47, 37}, {52, 0, 47, 37}, {0, 42, 47, 37}, {52, 42, 47, 37}}));
 }
 
-void GridLayout::handlesFillTheGaps()
+void TestGridLayout::handlesFillTheGaps()
 {
     const ShownGrid g(100, 80);
     QCOMPARE(g.vertical->geometry(), QRect(47, 0, 5, 80));
@@ -53,7 +53,7 @@ void GridLayout::handlesFillTheGaps()
     QCOMPARE(g.cross->geometry(), QRect(47, 37, 5, 5));
 }
 
-void GridLayout::sizesAreTruncatedTowardZero_data()
+void TestGridLayout::sizesAreTruncatedTowardZero_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QPoint>("gaps");
@@ -62,7 +62,7 @@ void GridLayout::sizesAreTruncatedTowardZero_data()
     QTest::newRow("less than a gap: -1 / 2 is 0") << QSize(4, 4) << QPoint(0, 0);
 }
 
-void GridLayout::sizesAreTruncatedTowardZero()
+void TestGridLayout::sizesAreTruncatedTowardZero()
 {
     QFETCH(QSize, size);
     QFETCH(QPoint, gaps);
@@ -82,7 +82,7 @@ void GridLayout::sizesAreTruncatedTowardZero()
     }
 }
 
-void GridLayout::aResizeMakesThePanesEqualAgain()
+void TestGridLayout::aResizeMakesThePanesEqualAgain()
 {
     ShownGrid g(100, 80);
     drag(g.cross, {5, 6});
@@ -94,7 +94,7 @@ void GridLayout::aResizeMakesThePanesEqualAgain()
     QCOMPARE(g.cross->pos(), QPoint(48, 37));
 }
 
-void GridLayout::theBaseHandlerComesBeforeTheLayout()
+void TestGridLayout::theBaseHandlerComesBeforeTheLayout()
 {
     ShownGrid g(100, 80);
     QList<QSize> sizes;
@@ -112,7 +112,7 @@ void GridLayout::theBaseHandlerComesBeforeTheLayout()
     QCOMPARE(g.vertical->x(), 97);
 }
 
-void GridLayout::anEmptyGridSnapsToNothing()
+void TestGridLayout::anEmptyGridSnapsToNothing()
 {
     CGridSplitter grid(nullptr);
     grid.resize(50, 50);
@@ -120,7 +120,7 @@ void GridLayout::anEmptyGridSnapsToNothing()
     QVERIFY(grid.findChildren<QWidget*>().isEmpty());
 }
 
-void GridLayout::aGridThatIsNotSquareSkipsTheMissingHandle()
+void TestGridLayout::aGridThatIsNotSquareSkipsTheMissingHandle()
 {
     CGridSplitter grid(nullptr);
     grid.resize(100, 80);
@@ -136,5 +136,5 @@ void GridLayout::aGridThatIsNotSquareSkipsTheMissingHandle()
         QCOMPARE(bar->pos(), QPoint(0, 0));
 }
 
-QTEST_MAIN(GridLayout)
+QTEST_MAIN(TestGridLayout)
 #include "tst_grid_layout.moc"

@@ -1,6 +1,6 @@
-#include "splitter/MouseEvents.h"
-#include "splitter/ShownGrid.h"
-#include "support/PropertyDifferences.h"
+#include "tests/splitter/MouseEvents.h"
+#include "tests/splitter/ShownGrid.h"
+#include "tests/support/PropertyDifferences.h"
 
 #include <QPointer>
 #include <QtTest>
@@ -29,7 +29,7 @@ struct SizeNotes : QWidget
 
 } // namespace
 
-class tst_grid_splitter : public QObject
+class TestGridSplitter : public QObject
 {
     Q_OBJECT
 
@@ -60,7 +60,7 @@ private slots:
     void slotsStandInTheirOrder();
 };
 
-void tst_grid_splitter::refusedListsLeaveTheGridAsItWas_data()
+void TestGridSplitter::refusedListsLeaveTheGridAsItWas_data()
 {
     QTest::addColumn<int>("count");
     QTest::addColumn<int>("rows");
@@ -73,7 +73,7 @@ void tst_grid_splitter::refusedListsLeaveTheGridAsItWas_data()
     QTest::newRow("five widgets for two by two") << 5 << 2 << 2 << -1;
 }
 
-void tst_grid_splitter::refusedListsLeaveTheGridAsItWas()
+void TestGridSplitter::refusedListsLeaveTheGridAsItWas()
 {
     QFETCH(int, count);
     QFETCH(int, rows);
@@ -95,7 +95,7 @@ void tst_grid_splitter::refusedListsLeaveTheGridAsItWas()
         QVERIFY(!widget->parentWidget());
 }
 
-void tst_grid_splitter::limitsOfADrag_data()
+void TestGridSplitter::limitsOfADrag_data()
 {
     QTest::addColumn<bool>("vertical");
     QTest::addColumn<int>("target");
@@ -111,7 +111,7 @@ void tst_grid_splitter::limitsOfADrag_data()
     QTest::newRow("horizontal handle to y 2") << false << 2 << true;
 }
 
-void tst_grid_splitter::limitsOfADrag()
+void TestGridSplitter::limitsOfADrag()
 {
     QFETCH(bool, vertical);
     QFETCH(int, target);
@@ -125,7 +125,7 @@ void tst_grid_splitter::limitsOfADrag()
     QCOMPARE(g.paneRects() == before, !accepted);
 }
 
-void tst_grid_splitter::aDragMovesTheGapThroughAllRows()
+void TestGridSplitter::aDragMovesTheGapThroughAllRows()
 {
     ShownGrid g(100, 80);
     drag(g.vertical, {10, 4});
@@ -136,7 +136,7 @@ void tst_grid_splitter::aDragMovesTheGapThroughAllRows()
     QCOMPARE(g.cross->pos(), QPoint(57, 37));
 }
 
-void tst_grid_splitter::aDragMovesTheGapThroughAllColumns()
+void TestGridSplitter::aDragMovesTheGapThroughAllColumns()
 {
     ShownGrid g(100, 80);
     drag(g.horizontal, {4, -10});
@@ -147,7 +147,7 @@ void tst_grid_splitter::aDragMovesTheGapThroughAllColumns()
     QCOMPARE(g.cross->pos(), QPoint(47, 27));
 }
 
-void tst_grid_splitter::theCrossMovesBothGaps()
+void TestGridSplitter::theCrossMovesBothGaps()
 {
     ShownGrid g(100, 80);
     drag(g.cross, {5, 6});
@@ -158,7 +158,7 @@ void tst_grid_splitter::theCrossMovesBothGaps()
     QCOMPARE(g.horizontal->y(), 43);
 }
 
-void tst_grid_splitter::theCrossMovesItsColumnFirst()
+void TestGridSplitter::theCrossMovesItsColumnFirst()
 {
     CGridSplitter grid(nullptr);
     auto* pane = new SizeNotes;
@@ -171,7 +171,7 @@ void tst_grid_splitter::theCrossMovesItsColumnFirst()
     QCOMPARE(pane->sizes, (QList<QSize>{{52, 37}, {52, 43}}));
 }
 
-void tst_grid_splitter::aBarThatStandsAsideComesBack()
+void TestGridSplitter::aBarThatStandsAsideComesBack()
 {
     ShownGrid g(100, 80);
     g.vertical->move(47, 3);
@@ -181,7 +181,7 @@ void tst_grid_splitter::aBarThatStandsAsideComesBack()
     QCOMPARE(g.horizontal->pos(), QPoint(0, 43));
 }
 
-void tst_grid_splitter::aRefusedWayDoesNotStopTheOther_data()
+void TestGridSplitter::aRefusedWayDoesNotStopTheOther_data()
 {
     QTest::addColumn<QPoint>("way");
     QTest::addColumn<QPoint>("place");
@@ -190,7 +190,7 @@ void tst_grid_splitter::aRefusedWayDoesNotStopTheOther_data()
     QTest::newRow("both refused") << QPoint(-60, 60) << QPoint(47, 37);
 }
 
-void tst_grid_splitter::aRefusedWayDoesNotStopTheOther()
+void TestGridSplitter::aRefusedWayDoesNotStopTheOther()
 {
     QFETCH(QPoint, way);
     QFETCH(QPoint, place);
@@ -200,7 +200,7 @@ void tst_grid_splitter::aRefusedWayDoesNotStopTheOther()
     QCOMPARE(QPoint(g.vertical->x(), g.horizontal->y()), place);
 }
 
-void tst_grid_splitter::anUnknownCrossingIsIgnored()
+void TestGridSplitter::anUnknownCrossingIsIgnored()
 {
     ShownGrid g(100, 80);
     const QList<QRect> before = g.paneRects();
@@ -209,7 +209,7 @@ void tst_grid_splitter::anUnknownCrossingIsIgnored()
     QCOMPARE(g.vertical->x(), 47);
 }
 
-void tst_grid_splitter::aSecondFillDeletesTheFirst()
+void TestGridSplitter::aSecondFillDeletesTheFirst()
 {
     ShownGrid g;
     const QPointer<QWidget> oldPane(g.panes.at(0));
@@ -225,7 +225,7 @@ void tst_grid_splitter::aSecondFillDeletesTheFirst()
     QCOMPARE(g.grid.findChildren<CCrossSplitterHandle*>().size(), 1);
 }
 
-void tst_grid_splitter::everyFillIsCounted()
+void TestGridSplitter::everyFillIsCounted()
 {
     CGridSplitter grid(nullptr);
     QCOMPARE(filledCounts(grid), qMakePair(0, 0));
@@ -243,13 +243,13 @@ void tst_grid_splitter::everyFillIsCounted()
     QCOMPARE(filledCounts(grid), qMakePair(6, 4));
 }
 
-void tst_grid_splitter::panesAreNumberedFromZero()
+void TestGridSplitter::panesAreNumberedFromZero()
 {
     const ShownGrid g;
     QCOMPARE(paneNumbers(g.grid), (QList<int>{0, 1, 2, 3}));
 }
 
-void tst_grid_splitter::theGridOwnsItsPanes()
+void TestGridSplitter::theGridOwnsItsPanes()
 {
     QPointer<QWidget> pane;
     {
@@ -260,7 +260,7 @@ void tst_grid_splitter::theGridOwnsItsPanes()
     QVERIFY(!pane);
 }
 
-void tst_grid_splitter::theCrossLiesAboveTheBars()
+void TestGridSplitter::theCrossLiesAboveTheBars()
 {
     const ShownGrid g(100, 80);
     QCOMPARE(g.grid.childAt(49, 39), static_cast<QWidget*>(g.cross));
@@ -268,7 +268,7 @@ void tst_grid_splitter::theCrossLiesAboveTheBars()
     QCOMPARE(g.grid.childAt(10, 39), static_cast<QWidget*>(g.horizontal));
 }
 
-void tst_grid_splitter::mouseEventsOnTheGapsEndInTheGrid()
+void TestGridSplitter::mouseEventsOnTheGapsEndInTheGrid()
 {
     MouseNotes parent;
     CGridSplitter grid(&parent);
@@ -281,7 +281,7 @@ void tst_grid_splitter::mouseEventsOnTheGapsEndInTheGrid()
     QCOMPARE(parent.seen, std::vector<QEvent::Type>(std::begin(MouseTypes), std::end(MouseTypes)));
 }
 
-void tst_grid_splitter::theGridIsAPlainFrame()
+void TestGridSplitter::theGridIsAPlainFrame()
 {
     QWidget parent;
     const CGridSplitter grid(&parent);
@@ -290,7 +290,7 @@ void tst_grid_splitter::theGridIsAPlainFrame()
     QCOMPARE(grid.windowFlags(), plain.windowFlags());
 }
 
-void tst_grid_splitter::anyOtherDirectionMovesNothing()
+void TestGridSplitter::anyOtherDirectionMovesNothing()
 {
     ShownGrid g(100, 80);
     const QList<QRect> before = g.paneRects();
@@ -302,7 +302,7 @@ void tst_grid_splitter::anyOtherDirectionMovesNothing()
     }
 }
 
-void tst_grid_splitter::aGapWithoutAHandleMovesItsPanesAlone_data()
+void TestGridSplitter::aGapWithoutAHandleMovesItsPanesAlone_data()
 {
     QTest::addColumn<int>("gap");
     QTest::addColumn<QList<QRect>>("panes");
@@ -314,7 +314,7 @@ void tst_grid_splitter::aGapWithoutAHandleMovesItsPanesAlone_data()
 }
 
 // Only a handle's place is limited, so that a gap without one takes any way.
-void tst_grid_splitter::aGapWithoutAHandleMovesItsPanesAlone()
+void TestGridSplitter::aGapWithoutAHandleMovesItsPanesAlone()
 {
     QFETCH(int, gap);
     QFETCH(QList<QRect>, panes);
@@ -325,7 +325,7 @@ void tst_grid_splitter::aGapWithoutAHandleMovesItsPanesAlone()
     QCOMPARE(g.cross->pos(), QPoint(47, 37));
 }
 
-void tst_grid_splitter::aFillDoesNotShowHiddenPanes()
+void TestGridSplitter::aFillDoesNotShowHiddenPanes()
 {
     CGridSplitter grid(nullptr);
     grid.show();
@@ -337,7 +337,7 @@ void tst_grid_splitter::aFillDoesNotShowHiddenPanes()
         QVERIFY(!pane->isVisible());
 }
 
-void tst_grid_splitter::slotsStandInTheirOrder()
+void TestGridSplitter::slotsStandInTheirOrder()
 {
     const QMetaObject& meta = CGridSplitter::staticMetaObject;
     QByteArrayList found;
@@ -347,5 +347,5 @@ void tst_grid_splitter::slotsStandInTheirOrder()
                                     "moveCrossSplitter(int,int,int)"}));
 }
 
-QTEST_MAIN(tst_grid_splitter)
+QTEST_MAIN(TestGridSplitter)
 #include "tst_grid_splitter.moc"

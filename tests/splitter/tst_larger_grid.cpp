@@ -66,7 +66,7 @@ void drag(QWidget* handle, QPoint way)
 } // namespace
 
 /// Grids of more than one gap each way, where numbers of gaps and crossings can be told apart.
-class LargerGrid : public QObject
+class TestLargerGrid : public QObject
 {
     Q_OBJECT
 
@@ -84,7 +84,7 @@ private slots:
     void eachCrossMovesItsOwnGaps();
 };
 
-void LargerGrid::panesAndGapsAreEqual()
+void TestLargerGrid::panesAndGapsAreEqual()
 {
     const Grid g;
     QCOMPARE(g.result, 0);
@@ -99,7 +99,7 @@ void LargerGrid::panesAndGapsAreEqual()
 }
 
 // Later children lie above earlier ones.
-void LargerGrid::childrenStandInTheirStackingOrder()
+void TestLargerGrid::childrenStandInTheirStackingOrder()
 {
     const Grid g;
     QObjectList expected;
@@ -112,7 +112,7 @@ void LargerGrid::childrenStandInTheirStackingOrder()
     QCOMPARE(g.grid.children(), expected);
 }
 
-void LargerGrid::eachBarMovesItsOwnGap_data()
+void TestLargerGrid::eachBarMovesItsOwnGap_data()
 {
     QTest::addColumn<int>("bar");
     QTest::addColumn<QList<int>>("gaps");
@@ -127,7 +127,7 @@ void LargerGrid::eachBarMovesItsOwnGap_data()
                                << QList<QPoint>{{35, 30}, {75, 30}, {35, 71}, {75, 71}};
 }
 
-void LargerGrid::eachBarMovesItsOwnGap()
+void TestLargerGrid::eachBarMovesItsOwnGap()
 {
     QFETCH(int, bar);
     QFETCH(QList<int>, gaps);
@@ -146,7 +146,7 @@ void LargerGrid::eachBarMovesItsOwnGap()
     }
 }
 
-void LargerGrid::aBarGoesOverItsNeighbour()
+void TestLargerGrid::aBarGoesOverItsNeighbour()
 {
     const Grid g;
     drag(g.verticals.at(0), {60, 0});
@@ -161,7 +161,7 @@ void LargerGrid::aBarGoesOverItsNeighbour()
     QCOMPARE(g.gaps(), (QList<int>{95, 75, 30, 15}));
 }
 
-void LargerGrid::limitsAreTheOuterEdges_data()
+void TestLargerGrid::limitsAreTheOuterEdges_data()
 {
     QTest::addColumn<int>("bar");
     QTest::addColumn<int>("target");
@@ -176,7 +176,7 @@ void LargerGrid::limitsAreTheOuterEdges_data()
     QTest::newRow("lower bar to y 1") << 3 << 1 << false;
 }
 
-void LargerGrid::limitsAreTheOuterEdges()
+void TestLargerGrid::limitsAreTheOuterEdges()
 {
     QFETCH(int, bar);
     QFETCH(int, target);
@@ -191,7 +191,7 @@ void LargerGrid::limitsAreTheOuterEdges()
     QCOMPARE(g.gaps(), after);
 }
 
-void LargerGrid::crossingNumbersHaveHoles_data()
+void TestLargerGrid::crossingNumbersHaveHoles_data()
 {
     QTest::addColumn<int>("num");
     QTest::addColumn<QList<int>>("gaps");
@@ -205,7 +205,7 @@ void LargerGrid::crossingNumbersHaveHoles_data()
     QTest::newRow("-1: none") << -1 << still;
 }
 
-void LargerGrid::crossingNumbersHaveHoles()
+void TestLargerGrid::crossingNumbersHaveHoles()
 {
     QFETCH(int, num);
     QFETCH(QList<int>, gaps);
@@ -214,7 +214,7 @@ void LargerGrid::crossingNumbersHaveHoles()
     QCOMPARE(g.gaps(), gaps);
 }
 
-void LargerGrid::eachCrossMovesItsOwnGaps_data()
+void TestLargerGrid::eachCrossMovesItsOwnGaps_data()
 {
     QTest::addColumn<int>("cross");
     QTest::addColumn<int>("num");
@@ -225,7 +225,7 @@ void LargerGrid::eachCrossMovesItsOwnGaps_data()
     QTest::newRow("right, below") << 3 << 4 << QList<int>{35, 78, 30, 69};
 }
 
-void LargerGrid::eachCrossMovesItsOwnGaps()
+void TestLargerGrid::eachCrossMovesItsOwnGaps()
 {
     QFETCH(int, cross);
     QFETCH(int, num);
@@ -238,5 +238,5 @@ void LargerGrid::eachCrossMovesItsOwnGaps()
     QCOMPARE(g.gaps(), gaps);
 }
 
-QTEST_MAIN(LargerGrid)
+QTEST_MAIN(TestLargerGrid)
 #include "tst_larger_grid.moc"

@@ -1,7 +1,7 @@
 #include "splitter/CCrossSplitterHandle.h"
 #include "splitter/CSplitterHandle.h"
-#include "splitter/MouseEvents.h"
-#include "support/PropertyDifferences.h"
+#include "tests/splitter/MouseEvents.h"
+#include "tests/support/PropertyDifferences.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -41,7 +41,7 @@ int movesOfAFreshHandle(QEvent::Type type, Arguments... arguments)
 
 } // namespace
 
-class tst_splitter_handles : public QObject
+class TestSplitterHandles : public QObject
 {
     Q_OBJECT
 
@@ -73,7 +73,7 @@ private slots:
     void signalsStandInTheirOrder();
 };
 
-void tst_splitter_handles::cursorTellsTheDirection_data()
+void TestSplitterHandles::cursorTellsTheDirection_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<int>("shape");
@@ -83,7 +83,7 @@ void tst_splitter_handles::cursorTellsTheDirection_data()
     QTest::newRow("a cross moves both ways") << 0 << int(Qt::SizeAllCursor);
 }
 
-void tst_splitter_handles::cursorTellsTheDirection()
+void TestSplitterHandles::cursorTellsTheDirection()
 {
     QFETCH(int, kind);
     QFETCH(int, shape);
@@ -111,7 +111,7 @@ void tst_splitter_handles::cursorTellsTheDirection()
     QCOMPARE(int(handle->cursor().shape()), shape);
 }
 
-void tst_splitter_handles::barReportsTheWayAlongItsAxis_data()
+void TestSplitterHandles::barReportsTheWayAlongItsAxis_data()
 {
     QTest::addColumn<int>("orientation");
     QTest::addColumn<int>("delta");
@@ -120,7 +120,7 @@ void tst_splitter_handles::barReportsTheWayAlongItsAxis_data()
     QTest::newRow("a bar of any other direction reports y") << 3 << 3;
 }
 
-void tst_splitter_handles::barReportsTheWayAlongItsAxis()
+void TestSplitterHandles::barReportsTheWayAlongItsAxis()
 {
     QFETCH(int, orientation);
     QFETCH(int, delta);
@@ -143,7 +143,7 @@ void tst_splitter_handles::barReportsTheWayAlongItsAxis()
     QCOMPARE(way, delta);
 }
 
-void tst_splitter_handles::crossReportsBothWays()
+void TestSplitterHandles::crossReportsBothWays()
 {
     CCrossSplitterHandle handle(2, nullptr);
     QSignalSpy moved(&handle, SIGNAL(handleMoved(int, int, int)));
@@ -154,14 +154,14 @@ void tst_splitter_handles::crossReportsBothWays()
     QCOMPARE(moved.at(0), (QVariantList{2, 7, 3}));
 }
 
-void tst_splitter_handles::pressOutsideDoesNothing_data()
+void TestSplitterHandles::pressOutsideDoesNothing_data()
 {
     QTest::addColumn<bool>("wasInside");
     QTest::newRow("a cursor that never came") << false;
     QTest::newRow("a cursor that left") << true;
 }
 
-void tst_splitter_handles::pressOutsideDoesNothing()
+void TestSplitterHandles::pressOutsideDoesNothing()
 {
     QFETCH(bool, wasInside);
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
@@ -185,7 +185,7 @@ void tst_splitter_handles::pressOutsideDoesNothing()
 }
 
 // The second button of a mouse goes down while the first one drags.
-void tst_splitter_handles::aPressOutsideDoesNotTouchADrag()
+void TestSplitterHandles::aPressOutsideDoesNotTouchADrag()
 {
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
     CCrossSplitterHandle cross(0, nullptr);
@@ -207,28 +207,28 @@ void tst_splitter_handles::aPressOutsideDoesNotTouchADrag()
     QCOMPARE(crossMoved.value(0), (QVariantList{0, 30, 40}));
 }
 
-void tst_splitter_handles::freshHandlesAreFree_data()
+void TestSplitterHandles::freshHandlesAreFree_data()
 {
     QTest::addColumn<int>("type");
     QTest::newRow("no cursor is inside") << int(QEvent::MouseButtonPress);
     QTest::newRow("no drag is under way") << int(QEvent::MouseMove);
 }
 
-void tst_splitter_handles::freshHandlesAreFree()
+void TestSplitterHandles::freshHandlesAreFree()
 {
     QFETCH(int, type);
     QCOMPARE(movesOfAFreshHandle<CSplitterHandle>(QEvent::Type(type), 0, Qt::Vertical, nullptr), 0);
     QCOMPARE(movesOfAFreshHandle<CCrossSplitterHandle>(QEvent::Type(type), 0, nullptr), 0);
 }
 
-void tst_splitter_handles::mouseEventsEndInTheHandle_data()
+void TestSplitterHandles::mouseEventsEndInTheHandle_data()
 {
     QTest::addColumn<bool>("isInside");
     QTest::newRow("with the cursor inside") << true;
     QTest::newRow("with the cursor outside") << false;
 }
 
-void tst_splitter_handles::mouseEventsEndInTheHandle()
+void TestSplitterHandles::mouseEventsEndInTheHandle()
 {
     QFETCH(bool, isInside);
     MouseNotes parent;
@@ -244,7 +244,7 @@ void tst_splitter_handles::mouseEventsEndInTheHandle()
 }
 
 // A handle looks as a plain frame does: no frame style, nothing painted, in use or not.
-void tst_splitter_handles::handlesAreBlank()
+void TestSplitterHandles::handlesAreBlank()
 {
     QWidget parent;
     QFrame plain(&parent);
@@ -264,7 +264,7 @@ void tst_splitter_handles::handlesAreBlank()
     }
 }
 
-void tst_splitter_handles::movesWithoutPressAreSilent()
+void TestSplitterHandles::movesWithoutPressAreSilent()
 {
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
     CCrossSplitterHandle cross(0, nullptr);
@@ -278,7 +278,7 @@ void tst_splitter_handles::movesWithoutPressAreSilent()
     QCOMPARE(barMoved.count() + crossMoved.count(), 0);
 }
 
-void tst_splitter_handles::everyButtonDrags_data()
+void TestSplitterHandles::everyButtonDrags_data()
 {
     QTest::addColumn<int>("button");
     QTest::newRow("left") << int(Qt::LeftButton);
@@ -287,7 +287,7 @@ void tst_splitter_handles::everyButtonDrags_data()
     QTest::newRow("back") << int(Qt::BackButton);
 }
 
-void tst_splitter_handles::everyButtonDrags()
+void TestSplitterHandles::everyButtonDrags()
 {
     QFETCH(int, button);
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
@@ -306,7 +306,7 @@ void tst_splitter_handles::everyButtonDrags()
     QCOMPARE(crossMoved.count(), 1);
 }
 
-void tst_splitter_handles::barReleasedOutsideStaysCaught()
+void TestSplitterHandles::barReleasedOutsideStaysCaught()
 {
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
     QSignalSpy moved(&bar, &CSplitterHandle::handleMoved);
@@ -323,7 +323,7 @@ void tst_splitter_handles::barReleasedOutsideStaysCaught()
     QCOMPARE(moved.count(), 1);
 }
 
-void tst_splitter_handles::crossReleasedOutsideIsFree()
+void TestSplitterHandles::crossReleasedOutsideIsFree()
 {
     CCrossSplitterHandle cross(0, nullptr);
     QSignalSpy moved(&cross, SIGNAL(handleMoved(int, int, int)));
@@ -335,7 +335,7 @@ void tst_splitter_handles::crossReleasedOutsideIsFree()
     QCOMPARE(moved.count(), 0);
 }
 
-void tst_splitter_handles::leavingDoesNotEndADrag()
+void TestSplitterHandles::leavingDoesNotEndADrag()
 {
     CSplitterHandle bar(0, Qt::Horizontal, nullptr);
     CCrossSplitterHandle cross(0, nullptr);
@@ -351,7 +351,7 @@ void tst_splitter_handles::leavingDoesNotEndADrag()
     QCOMPARE(crossMoved.count(), 1);
 }
 
-void tst_splitter_handles::theWayIsTakenFromThePressAlways()
+void TestSplitterHandles::theWayIsTakenFromThePressAlways()
 {
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
     QList<int> ways;
@@ -364,7 +364,7 @@ void tst_splitter_handles::theWayIsTakenFromThePressAlways()
 }
 
 // A listener that moves the handle in the middle of the catch shows which of the two comes first.
-void tst_splitter_handles::crossTellsOfTheCatchBeforeItStoresThePlace()
+void TestSplitterHandles::crossTellsOfTheCatchBeforeItStoresThePlace()
 {
     CCrossSplitterHandle cross(0, nullptr);
     QSignalSpy moved(&cross, SIGNAL(handleMoved(int, int, int)));
@@ -376,7 +376,7 @@ void tst_splitter_handles::crossTellsOfTheCatchBeforeItStoresThePlace()
     QCOMPARE(moved.at(0), (QVariantList{0, 10, 10}));
 }
 
-void tst_splitter_handles::barStoresThePlaceBeforeItTellsOfTheCatch()
+void TestSplitterHandles::barStoresThePlaceBeforeItTellsOfTheCatch()
 {
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
     int way = 0;
@@ -387,13 +387,13 @@ void tst_splitter_handles::barStoresThePlaceBeforeItTellsOfTheCatch()
     QCOMPARE(way, 6);
 }
 
-void tst_splitter_handles::trackingIsOn()
+void TestSplitterHandles::trackingIsOn()
 {
     QVERIFY(CSplitterHandle(0, Qt::Vertical, nullptr).hasMouseTracking());
     QVERIFY(CCrossSplitterHandle(0, nullptr).hasMouseTracking());
 }
 
-void tst_splitter_handles::signalsStandInTheirOrder_data()
+void TestSplitterHandles::signalsStandInTheirOrder_data()
 {
     QTest::addColumn<bool>("cross");
     QTest::addColumn<QByteArrayList>("signatures");
@@ -404,7 +404,7 @@ void tst_splitter_handles::signalsStandInTheirOrder_data()
                            << QByteArrayList{"cursorInside()", "handleCatched()", "handleMoved(int,int,int)"};
 }
 
-void tst_splitter_handles::signalsStandInTheirOrder()
+void TestSplitterHandles::signalsStandInTheirOrder()
 {
     QFETCH(bool, cross);
     QFETCH(QByteArrayList, signatures);
@@ -416,5 +416,5 @@ void tst_splitter_handles::signalsStandInTheirOrder()
     QCOMPARE(found, signatures);
 }
 
-QTEST_MAIN(tst_splitter_handles)
+QTEST_MAIN(TestSplitterHandles)
 #include "tst_splitter_handles.moc"

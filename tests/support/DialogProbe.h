@@ -1,7 +1,7 @@
 #pragma once
 
 #include "dialog/CFFCUtility.h"
-#include "support/TestFrame.h"
+#include "tests/support/TestFrame.h"
 
 /// The dialog with its members and stages open to look at.
 class DialogProbe : public CFFCUtility

@@ -1,4 +1,4 @@
-#include "support/ModalWatch.h"
+#include "tests/support/ModalWatch.h"
 
 #include <QApplication>
 #include <QFileDialog>

@@ -1,4 +1,4 @@
-#include "support/TestFrame.h"
+#include "tests/support/TestFrame.h"
 
 #include "image/MonoTarget.h"
 

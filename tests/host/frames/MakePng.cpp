@@ -1,4 +1,4 @@
-#include "host/frames/MakePng.h"
+#include "tests/host/frames/MakePng.h"
 
 #include <png.h>
 #include <zlib.h>

@@ -1,4 +1,4 @@
-#include "host/frames/MakeTiff.h"
+#include "tests/host/frames/MakeTiff.h"
 
 #include <QFile>
 #include <QTemporaryDir>

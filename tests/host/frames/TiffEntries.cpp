@@ -1,4 +1,4 @@
-#include "host/frames/TiffEntries.h"
+#include "tests/host/frames/TiffEntries.h"
 
 #include <QtEndian>
 

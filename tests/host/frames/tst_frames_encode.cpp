@@ -1,5 +1,6 @@
 #include "host/frames/PackedOrder.h"
 #include "host/frames/encode/EncodeFrame.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QtTest>
 
@@ -49,60 +50,61 @@ void TestFramesEncode::knownScenesGiveKnownBytes_data()
                            const char* bytes) {
         QTest::newRow(name) << code << height << 3U << samples << QByteArray::fromHex(bytes).toHex();
     };
-    grey("Mono8", 0x01080101, 1, {1, 0xFF}, "01 FF");
-    grey("Mono10: low byte first", 0x01100202, 1, {0x3FF, 0x102}, "FF03 0201");
-    grey("Mono10p: four samples in five bytes", 0x010A2203, 1, {0x3FF, 0, 0x3FF, 0}, "FF03F03F00");
-    grey("Mono10p: the last byte's other bits are 0", 0x010A2203, 1, {0x3FF}, "FF03");
-    grey("Mono10Packed: the even pixel's low bits in the high nibble", 0x010C1204, 1, {0x3FF, 0x201},
-         "FF3180");
-    grey("Mono10_FLExPacked: fields of 12 bits", 0x010C3205, 1, {0x3FF, 0x001}, "FF1300");
-    grey("Mono12p holds 12 bits", 0x010C2307, 1, {0x412, 0x563}, "123456");
-    grey("Mono12Packed of odd width ends with two bytes", 0x010C1308, 1, {0xAB1, 0x782, 0x569},
+    grey("Mono8", ZorMono8, 1, {1, 0xFF}, "01 FF");
+    grey("Mono10: low byte first", ZorMono10, 1, {0x3FF, 0x102}, "FF03 0201");
+    grey("Mono10p: four samples in five bytes", codeOf("Mono10p"), 1, {0x3FF, 0, 0x3FF, 0}, "FF03F03F00");
+    grey("Mono10p: the last byte's other bits are 0", codeOf("Mono10p"), 1, {0x3FF}, "FF03");
+    grey("Mono10Packed: the even pixel's low bits in the high nibble", codeOf("Mono10Packed"), 1,
+         {0x3FF, 0x201}, "FF3180");
+    grey("Mono10_FLExPacked: fields of 12 bits", codeOf("Mono10_FLExPacked"), 1, {0x3FF, 0x001}, "FF1300");
+    grey("Mono12p holds 12 bits", codeOf("Mono12p"), 1, {0x412, 0x563}, "123456");
+    grey("Mono12Packed of odd width ends with two bytes", codeOf("Mono12Packed"), 1, {0xAB1, 0x782, 0x569},
          "AB1278 5690");
-    grey("Mono12_FLExPacked", 0x010C3309, 1, {0x412, 0x563}, "123456");
-    grey("Mono14", 0x0110040A, 1, {0x3FFF, 1}, "FF3F 0100");
-    grey("Mono16", 0x0110050B, 1, {0x1234, 0xFFFF}, "3412 FFFF");
-    colour("a mono camera sees the luma", 0x01080101, 1, {255, 0, 0, 0, 255, 0, 0, 0, 255}, "4C 96 1D");
-    grey("a grey stays what it is in Bayer", 0x0308010E, 2, {1, 2, 3, 4}, "01 02 03 04");
+    grey("Mono12_FLExPacked", codeOf("Mono12_FLExPacked"), 1, {0x412, 0x563}, "123456");
+    grey("Mono14", codeOf("Mono14"), 1, {0x3FFF, 1}, "FF3F 0100");
+    grey("Mono16", ZorMono16, 1, {0x1234, 0xFFFF}, "3412 FFFF");
+    colour("a mono camera sees the luma", ZorMono8, 1, {255, 0, 0, 0, 255, 0, 0, 0, 255}, "4C 96 1D");
+    grey("a grey stays what it is in Bayer", codeOf("BayerRG8"), 2, {1, 2, 3, 4}, "01 02 03 04");
     const Samples nines = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
-    colour("BayerGR8: G R over B G", 0x0308010D, 2, nines, "02 04 09 0B");
-    colour("BayerRG8: R G over G B", 0x0308010E, 2, nines, "01 05 08 0C");
-    colour("BayerGB8: G B over R G", 0x0308010F, 2, nines, "02 06 07 0B");
-    colour("BayerBG8: B G over G R", 0x03080110, 2, nines, "03 05 08 0A");
+    colour("BayerGR8: G R over B G", codeOf("BayerGR8"), 2, nines, "02 04 09 0B");
+    colour("BayerRG8: R G over G B", codeOf("BayerRG8"), 2, nines, "01 05 08 0C");
+    colour("BayerGB8: G B over R G", codeOf("BayerGB8"), 2, nines, "02 06 07 0B");
+    colour("BayerBG8: B G over G R", codeOf("BayerBG8"), 2, nines, "03 05 08 0A");
     Samples tiles; // 5 x 5 of one colour, whose luma is 19.29
     for (int i = 0; i < 25; ++i)
         tiles.insert(tiles.end(), {10, 20, 40});
-    colour("TrueSense_BGGR_WBBW, phase 0", 0x04080131, 5, tiles,
+    colour("TrueSense_BGGR_WBBW, phase 0", codeOf("TrueSense_BGGR_WBBW_0_8"), 5, tiles,
            "13 28 13 14 13  28 13 14 13 28  13 14 13 0A 13  14 13 0A 13 14  13 28 13 14 13");
-    colour("TrueSense_BGGR_WBBW, phase 1 begins a column later", 0x04080132, 5, tiles,
+    colour("TrueSense_BGGR_WBBW, phase 1 begins a column later", codeOf("TrueSense_BGGR_WBBW_1_8"), 5, tiles,
            "28 13 14 13 28  13 14 13 28 13  14 13 0A 13 14  13 0A 13 14 13  28 13 14 13 28");
-    colour("TrueSense_BGGR_WBBW, phase 2 begins a row later", 0x04080133, 5, tiles,
+    colour("TrueSense_BGGR_WBBW, phase 2 begins a row later", codeOf("TrueSense_BGGR_WBBW_2_8"), 5, tiles,
            "28 13 14 13 28  13 14 13 0A 13  14 13 0A 13 14  13 28 13 14 13  28 13 14 13 28");
-    colour("TrueSense_BGGR_WBBW, phase 3 begins a column and a row later", 0x04080134, 5, tiles,
-           "13 14 13 28 13  14 13 0A 13 14  13 0A 13 14 13  28 13 14 13 28  13 14 13 28 13");
+    colour("TrueSense_BGGR_WBBW, phase 3 begins a column and a row later", codeOf("TrueSense_BGGR_WBBW_3_8"),
+           5, tiles, "13 14 13 28 13  14 13 0A 13 14  13 0A 13 14 13  28 13 14 13 28  13 14 13 28 13");
     const Samples one = {0x11, 0x22, 0x33};
-    colour("RGB8", 0x02180171, 1, one, "112233");
-    colour("BGR8", 0x02180172, 1, one, "332211");
-    colour("RGBa8 is opaque", 0x02200173, 1, one, "112233FF");
-    colour("BGRa8 is opaque", 0x02200174, 1, one, "332211FF");
-    grey("RGB8 of a grey", 0x02180171, 1, {7}, "070707");
-    colour("BGR16", 0x0230057C, 1, {0x1234, 0x5678, 0x9ABC}, "BC9A 7856 3412");
-    colour("RGB_8_FLEX_Packed", 0x0218317D, 1, one, "112233");
-    colour("RGB_10_FLEX_Packed: three times 10 bits in 32", 0x0220327E, 1, {0x3FF, 0, 0x3FF, 0, 0x3FF, 0},
-           "FF03F03F 00FC0F00");
-    colour("RGB_12_FLEX_Packed: two pixels in nine bytes", 0x0224337F, 1,
+    colour("RGB8", codeOf("RGB8"), 1, one, "112233");
+    colour("BGR8", codeOf("BGR8"), 1, one, "332211");
+    colour("RGBa8 is opaque", codeOf("RGBa8"), 1, one, "112233FF");
+    colour("BGRa8 is opaque", codeOf("BGRa8"), 1, one, "332211FF");
+    grey("RGB8 of a grey", codeOf("RGB8"), 1, {7}, "070707");
+    colour("BGR16", codeOf("BGR16"), 1, {0x1234, 0x5678, 0x9ABC}, "BC9A 7856 3412");
+    colour("RGB_8_FLEX_Packed", codeOf("RGB_8_FLEX_Packed"), 1, one, "112233");
+    colour("RGB_10_FLEX_Packed: three times 10 bits in 32", codeOf("RGB_10_FLEX_Packed"), 1,
+           {0x3FF, 0, 0x3FF, 0, 0x3FF, 0}, "FF03F03F 00FC0F00");
+    colour("RGB_12_FLEX_Packed: two pixels in nine bytes", codeOf("RGB_12_FLEX_Packed"), 1,
            {0x123, 0x456, 0x789, 0xABC, 0xDEF, 0x012}, "236145 89C7AB EF2D01");
     const Samples pair = {255, 0, 0, 0, 0, 255}; // Y 76, Cb 85, Cr 255; Y 29, Cb 255, Cr 107
-    colour("YUV422_8: luma of both, chroma of the even pixel", 0x05100181, 1, pair, "4C 55 1D FF");
-    colour("YUV422_8_UYVY", 0x05100180, 1, pair, "55 4C FF 1D");
-    colour("YCbCr422_8", 0x05100185, 1, pair, "4C 55 1D FF");
-    colour("YUV444_8: Y U V A", 0x05200184, 1, pair, "4C 55 FF FF 1D FF 6B FF");
-    grey("YUV422_8: an odd last pixel has Y and the U that comes with it", 0x05100181, 1, {1, 2, 3},
+    colour("YUV422_8: luma of both, chroma of the even pixel", codeOf("YUV422_8"), 1, pair, "4C 55 1D FF");
+    colour("YUV422_8_UYVY", codeOf("YUV422_8_UYVY"), 1, pair, "55 4C FF 1D");
+    colour("YCbCr422_8", codeOf("YCbCr422_8"), 1, pair, "4C 55 1D FF");
+    colour("YUV444_8: Y U V A", codeOf("YUV444_8"), 1, pair, "4C 55 FF FF 1D FF 6B FF");
+    grey("YUV422_8: an odd last pixel has Y and the U that comes with it", codeOf("YUV422_8"), 1, {1, 2, 3},
          "0180 0280 0380");
-    grey("YUV422_8_UYVY: an odd last pixel has the U that comes with it and Y", 0x05100180, 1, {1, 2, 3},
-         "8001 8002 8003");
-    grey("YUV422_10: words of 16 bits", 0x05200282, 1, {0x3FF, 1}, "FF030002 01000002");
-    grey("YUV422_10_PACKED: four samples in five bytes", 0x05143283, 1, {0x3FF, 1}, "FF 03 18 00 80");
+    grey("YUV422_8_UYVY: an odd last pixel has the U that comes with it and Y", codeOf("YUV422_8_UYVY"), 1,
+         {1, 2, 3}, "8001 8002 8003");
+    grey("YUV422_10: words of 16 bits", codeOf("YUV422_10"), 1, {0x3FF, 1}, "FF030002 01000002");
+    grey("YUV422_10_PACKED: four samples in five bytes", codeOf("YUV422_10_PACKED"), 1, {0x3FF, 1},
+         "FF 03 18 00 80");
 }
 
 void TestFramesEncode::knownScenesGiveKnownBytes()
@@ -122,12 +124,12 @@ void TestFramesEncode::linesStandAPitchApart_data()
     QTest::addColumn<quint32>("code");
     QTest::addColumn<quint32>("pitch");
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("Mono8, tight") << 0x01080101U << 3U << QByteArray("010203040506");
-    QTest::newRow("Mono8, padded") << 0x01080101U << 5U << QByteArray("010203aaaa040506aaaa");
-    QTest::newRow("Mono12p: each line starts at a byte") << 0x010C2307U << 5U
+    QTest::newRow("Mono8, tight") << ZorMono8 << 3U << QByteArray("010203040506");
+    QTest::newRow("Mono8, padded") << ZorMono8 << 5U << QByteArray("010203aaaa040506aaaa");
+    QTest::newRow("Mono12p: each line starts at a byte") << codeOf("Mono12p") << 5U
                                                          << QByteArray("0120000300"
                                                                        "0450000600");
-    QTest::newRow("Mono12Packed, padded") << 0x010C1308U << 7U
+    QTest::newRow("Mono12Packed, padded") << codeOf("Mono12Packed") << 7U
                                           << QByteArray("0012000030aaaa"
                                                         "0045000060aaaa");
 }
@@ -143,11 +145,11 @@ void TestFramesEncode::linesStandAPitchApart()
 
 void TestFramesEncode::theFrameTellsItsFormat()
 {
-    const zor::Frame frame = zor::encodeFrame({3, 2, 1, Samples(6, 9)}, 0x030C2323);
+    const zor::Frame frame = zor::encodeFrame({3, 2, 1, Samples(6, 9)}, codeOf("BayerRG12p"));
     QCOMPARE(frame.width, 3U);
     QCOMPARE(frame.height, 2U);
     QCOMPARE(frame.pitch, 5U);
-    QCOMPARE(frame.pixelType, 0x030C2323U);
+    QCOMPARE(frame.pixelType, codeOf("BayerRG12p"));
     QCOMPARE(frame.depthSource, std::string("format BayerRG12p"));
 }
 
@@ -165,23 +167,21 @@ void TestFramesEncode::whatDoesNotFitTogetherIsRefused_data()
     QTest::newRow("row 134") << 0x01080186U << 2U << 1U << 1U << two << -1 << "is not a pixel format";
     QTest::newRow("other upper bytes")
         << 0x01100101U << 2U << 1U << 1U << two << -1 << "is not a pixel format";
-    QTest::newRow("width 0") << 0x01080101U << 0U << 1U << 1U << Samples() << -1 << "without pixels";
-    QTest::newRow("height 0") << 0x01080101U << 1U << 0U << 1U << Samples() << -1 << "without pixels";
-    QTest::newRow("two channels") << 0x01080101U << 1U << 1U << 2U << two << -1 << "1 or 3 channels, not 2";
-    QTest::newRow("a sample too few")
-        << 0x01080101U << 3U << 1U << 1U << two << -1 << "of 3x1 with 2 samples";
-    QTest::newRow("a sample too many")
-        << 0x01080101U << 1U << 1U << 1U << two << -1 << "of 1x1 with 2 samples";
+    QTest::newRow("width 0") << ZorMono8 << 0U << 1U << 1U << Samples() << -1 << "without pixels";
+    QTest::newRow("height 0") << ZorMono8 << 1U << 0U << 1U << Samples() << -1 << "without pixels";
+    QTest::newRow("two channels") << ZorMono8 << 1U << 1U << 2U << two << -1 << "1 or 3 channels, not 2";
+    QTest::newRow("a sample too few") << ZorMono8 << 3U << 1U << 1U << two << -1 << "of 3x1 with 2 samples";
+    QTest::newRow("a sample too many") << ZorMono8 << 1U << 1U << 1U << two << -1 << "of 1x1 with 2 samples";
     QTest::newRow("sizes whose product has 33 bits")
-        << 0x01080101U << 0x10001U << 0x10000U << 1U << Samples(0x10000) << -1 << "with 65536 samples";
-    QTest::newRow("a sample above 10 bits") << 0x010A2203U << 2U << 1U << 1U << Samples{0x3FF, 0x400} << -1
-                                            << "the sample 1024 is above 1023, the limit of Mono10p";
+        << ZorMono8 << 0x10001U << 0x10000U << 1U << Samples(0x10000) << -1 << "with 65536 samples";
+    QTest::newRow("a sample above 10 bits") << codeOf("Mono10p") << 2U << 1U << 1U << Samples{0x3FF, 0x400}
+                                            << -1 << "the sample 1024 is above 1023, the limit of Mono10p";
     QTest::newRow("a sample above the 12 bits of Mono12p")
-        << 0x010C2307U << 1U << 1U << 1U << Samples{0x1000} << -1 << "above 4095, the limit of Mono12p";
+        << codeOf("Mono12p") << 1U << 1U << 1U << Samples{0x1000} << -1 << "above 4095, the limit of Mono12p";
     QTest::newRow("a pitch one byte short")
-        << 0x010C2307U << 3U << 1U << 1U << Samples(3) << 4 << "a line of 3 pixels in Mono12p takes 5";
+        << codeOf("Mono12p") << 3U << 1U << 1U << Samples(3) << 4 << "a line of 3 pixels in Mono12p takes 5";
     QTest::newRow("a frame of 4 GiB")
-        << 0x01080101U << 1U << 4U << 1U << Samples(4) << 0x40000000 << "takes 4 GiB or more";
+        << ZorMono8 << 1U << 4U << 1U << Samples(4) << 0x40000000 << "takes 4 GiB or more";
 }
 
 void TestFramesEncode::whatDoesNotFitTogetherIsRefused()
@@ -208,10 +208,11 @@ void TestFramesEncode::theWiresOrderIsTheOtherNibble_data()
 {
     QTest::addColumn<quint32>("code");
     QTest::addColumn<QByteArray>("wire");
-    QTest::newRow("Mono12Packed") << 0x010C1308U << QByteArray("ab2178cd4012aaab2178cd4012aa");
-    QTest::newRow("BayerRG12Packed") << 0x030C1324U << QByteArray("ab2178cd4012aaab2178cd4012aa");
+    QTest::newRow("Mono12Packed") << codeOf("Mono12Packed") << QByteArray("ab2178cd4012aaab2178cd4012aa");
+    QTest::newRow("BayerRG12Packed") << codeOf("BayerRG12Packed")
+                                     << QByteArray("ab2178cd4012aaab2178cd4012aa");
     QTest::newRow("Mono12p is the same on both sides")
-        << 0x010C2307U << QByteArray("b12a78cd4412aab12a78cd4412aa");
+        << codeOf("Mono12p") << QByteArray("b12a78cd4412aab12a78cd4412aa");
 }
 
 void TestFramesEncode::theWiresOrderIsTheOtherNibble()
@@ -219,7 +220,7 @@ void TestFramesEncode::theWiresOrderIsTheOtherNibble()
     QFETCH(quint32, code);
     QFETCH(QByteArray, wire);
     const Samples line =
-        code == 0x010C2307 ? Samples{0xAB1, 0x782, 0x4CD, 0x124} : Samples{0xAB1, 0x782, 0xCD0, 0x124};
+        code == codeOf("Mono12p") ? Samples{0xAB1, 0x782, 0x4CD, 0x124} : Samples{0xAB1, 0x782, 0xCD0, 0x124};
     Samples both = line;
     both.insert(both.end(), line.begin(), line.end());
     zor::Frame frame = zor::encodeFrame({4, 2, 1, both}, code, {7, 0xAA});

@@ -1,6 +1,6 @@
 #include "host/frames/encode/EncodeFrame.h"
-#include "reference/PixelFormats.h"
-#include "reference/Rec601.h"
+#include "tests/reference/PixelFormats.h"
+#include "tests/reference/Rec601.h"
 
 #include <QtTest>
 

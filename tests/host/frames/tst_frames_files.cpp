@@ -1,4 +1,4 @@
-#include "host/frames/FrameFiles.h"
+#include "tests/host/frames/FrameFiles.h"
 
 #include <QtTest>
 

@@ -1,4 +1,5 @@
-#include "host/frames/FrameFiles.h"
+#include "image/PixelTypeCode.h"
+#include "tests/host/frames/FrameFiles.h"
 
 #include <QDir>
 #include <QtTest>
@@ -28,9 +29,9 @@ int squares(int x, int y)
     return 20 + 40 * (x / 8) + 70 * (y / 8);
 }
 
-constexpr quint32 Mono8 = 0x01080101;
-constexpr quint32 Mono12 = 0x01100306;
-constexpr quint32 Mono16 = 0x0110050B;
+constexpr quint32 Mono8 = ZorMono8;
+constexpr quint32 Mono12 = ZorMono12;
+constexpr quint32 Mono16 = ZorMono16;
 
 QList<int> samplesOf(Formula formula)
 {

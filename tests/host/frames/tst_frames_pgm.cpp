@@ -1,4 +1,5 @@
-#include "host/frames/FrameFiles.h"
+#include "image/PixelTypeCode.h"
+#include "tests/host/frames/FrameFiles.h"
 
 #include <QtTest>
 
@@ -85,17 +86,17 @@ void TestFramesPgm::theMaxvalTellsTheDepth_data()
     const auto add = [](int maxval, quint32 pixelType) {
         QTest::addRow("maxval %d", maxval) << maxval << pixelType;
     };
-    add(1, 0x01080101);
-    add(254, 0x01080101);
-    add(255, 0x01080101);
-    add(256, 0x01100202);
-    add(1000, 0x01100202);
-    add(1023, 0x01100202);
-    add(1024, 0x01100306);
-    add(4095, 0x01100306);
-    add(4096, 0x0110050B);
-    add(16383, 0x0110050B);
-    add(65535, 0x0110050B);
+    add(1, ZorMono8);
+    add(254, ZorMono8);
+    add(255, ZorMono8);
+    add(256, ZorMono10);
+    add(1000, ZorMono10);
+    add(1023, ZorMono10);
+    add(1024, ZorMono12);
+    add(4095, ZorMono12);
+    add(4096, ZorMono16);
+    add(16383, ZorMono16);
+    add(65535, ZorMono16);
 }
 
 void TestFramesPgm::theMaxvalTellsTheDepth()
@@ -112,10 +113,10 @@ void TestFramesPgm::anAskedDepthOverrides_data()
     QTest::addColumn<int>("maxval");
     QTest::addColumn<quint32>("depth");
     QTest::addColumn<quint32>("pixelType");
-    QTest::newRow("an 8-bit file as 16 bits") << 255 << 16U << 0x0110050BU;
-    QTest::newRow("an 8-bit file as 10 bits") << 255 << 10U << 0x01100202U;
-    QTest::newRow("a 16-bit file of small samples as 8 bits") << 65535 << 8U << 0x01080101U;
-    QTest::newRow("a 16-bit file of small samples as 12 bits") << 65535 << 12U << 0x01100306U;
+    QTest::newRow("an 8-bit file as 16 bits") << 255 << 16U << ZorMono16;
+    QTest::newRow("an 8-bit file as 10 bits") << 255 << 10U << ZorMono10;
+    QTest::newRow("a 16-bit file of small samples as 8 bits") << 65535 << 8U << ZorMono8;
+    QTest::newRow("a 16-bit file of small samples as 12 bits") << 65535 << 12U << ZorMono12;
 }
 
 void TestFramesPgm::anAskedDepthOverrides()
@@ -138,7 +139,7 @@ void TestFramesPgm::theRecordDescribesTheFrame()
     const _ZorImage record = frame.record();
     QCOMPARE(record.recordSize, 96U);
     QCOMPARE(record.recordVersion, 0x20000U);
-    QCOMPARE(record.pixelType, 0x01100306U);
+    QCOMPARE(record.pixelType, ZorMono12);
     QCOMPARE(record.depth, 12U);
     QCOMPARE(record.packing, 0x0300U);
     QCOMPARE(record.channels, 1U);

@@ -1,4 +1,5 @@
-#include "host/frames/FrameFiles.h"
+#include "tests/host/frames/FrameFiles.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QtTest>
 
@@ -52,24 +53,24 @@ void TestFramesRaw::theFileHoldsExactlyItsLines_data()
         QTest::addRow("%s, width %u, pitch %d", format, width, pitch)
             << format << width << pitch << bytes << code;
     };
-    add("Mono8", 5, -1, 5, 0x01080101);
-    add("Mono8", 5, 5, 5, 0x01080101);
-    add("Mono8", 5, 8, 8, 0x01080101);
-    add("Mono8_FLExPacked", 5, -1, 5, 0x0108310C);
-    add("Mono10", 5, -1, 10, 0x01100202);
-    add("Mono10p", 4, -1, 5, 0x010A2203);
-    add("Mono10p", 5, -1, 7, 0x010A2203);
-    add("Mono10Packed", 4, -1, 6, 0x010C1204);
-    add("Mono10Packed", 5, 8, 8, 0x010C1204);
-    add("Mono10_FLExPacked", 5, -1, 8, 0x010C3205);
-    add("Mono12p", 3, -1, 5, 0x010C2307);
-    add("Mono12Packed", 3, -1, 5, 0x010C1308);
-    add("Mono12_FLExPacked", 3, 7, 7, 0x010C3309);
-    add("Mono14", 3, -1, 6, 0x0110040A);
-    add("Mono16", 3, -1, 6, 0x0110050B);
-    add("BayerRG12p", 3, -1, 5, 0x030C2323);
-    add("RGB_12_FLEX_Packed", 3, -1, 14, 0x0224337F);
-    add("YCbCr422_8", 2, -1, 4, 0x05100185);
+    add("Mono8", 5, -1, 5, ZorMono8);
+    add("Mono8", 5, 5, 5, ZorMono8);
+    add("Mono8", 5, 8, 8, ZorMono8);
+    add("Mono8_FLExPacked", 5, -1, 5, codeOf("Mono8_FLExPacked"));
+    add("Mono10", 5, -1, 10, ZorMono10);
+    add("Mono10p", 4, -1, 5, codeOf("Mono10p"));
+    add("Mono10p", 5, -1, 7, codeOf("Mono10p"));
+    add("Mono10Packed", 4, -1, 6, codeOf("Mono10Packed"));
+    add("Mono10Packed", 5, 8, 8, codeOf("Mono10Packed"));
+    add("Mono10_FLExPacked", 5, -1, 8, codeOf("Mono10_FLExPacked"));
+    add("Mono12p", 3, -1, 5, codeOf("Mono12p"));
+    add("Mono12Packed", 3, -1, 5, codeOf("Mono12Packed"));
+    add("Mono12_FLExPacked", 3, 7, 7, codeOf("Mono12_FLExPacked"));
+    add("Mono14", 3, -1, 6, codeOf("Mono14"));
+    add("Mono16", 3, -1, 6, ZorMono16);
+    add("BayerRG12p", 3, -1, 5, codeOf("BayerRG12p"));
+    add("RGB_12_FLEX_Packed", 3, -1, 14, codeOf("RGB_12_FLEX_Packed"));
+    add("YCbCr422_8", 2, -1, 4, codeOf("YCbCr422_8"));
 }
 
 void TestFramesRaw::theFileHoldsExactlyItsLines()

@@ -1,5 +1,6 @@
-#include "host/frames/FrameFiles.h"
-#include "host/frames/MakeTiff.h"
+#include "image/PixelTypeCode.h"
+#include "tests/host/frames/FrameFiles.h"
+#include "tests/host/frames/MakeTiff.h"
 
 #include <QtTest>
 
@@ -88,7 +89,7 @@ void TestFramesTiff::samplesAreExact()
     const zor::Frame frame = m_files.read(makeTiff(content));
     QCOMPARE(frame.width, content.width);
     QCOMPARE(frame.height, content.height);
-    QCOMPARE(frame.pixelType, content.bits == 8 ? 0x01080101U : 0x0110050BU);
+    QCOMPARE(frame.pixelType, content.bits == 8 ? ZorMono8 : ZorMono16);
     QCOMPARE(samplesOf(frame), content.samples);
 }
 
@@ -97,13 +98,13 @@ void TestFramesTiff::maxSampleValueTellsTheDepth_data()
     QTest::addColumn<int>("value");
     QTest::addColumn<quint32>("pixelType");
     const auto add = [](int value, quint32 pixelType) { QTest::addRow("%d", value) << value << pixelType; };
-    add(255, 0x01080101);
-    add(256, 0x01100202);
-    add(1023, 0x01100202);
-    add(1024, 0x01100306);
-    add(4095, 0x01100306);
-    add(4096, 0x0110050B);
-    add(65535, 0x0110050B);
+    add(255, ZorMono8);
+    add(256, ZorMono10);
+    add(1023, ZorMono10);
+    add(1024, ZorMono12);
+    add(4095, ZorMono12);
+    add(4096, ZorMono16);
+    add(65535, ZorMono16);
 }
 
 void TestFramesTiff::maxSampleValueTellsTheDepth()
@@ -126,11 +127,11 @@ void TestFramesTiff::withoutItTheLargestSampleTellsTheDepth_data()
     const auto add = [](int bits, int largest, quint32 pixelType) {
         QTest::addRow("%d in %d bits", largest, bits) << bits << largest << pixelType;
     };
-    add(8, 255, 0x01080101);
-    add(16, 255, 0x01080101);
-    add(16, 1023, 0x01100202);
-    add(16, 3981, 0x01100306);
-    add(16, 4096, 0x0110050B);
+    add(8, 255, ZorMono8);
+    add(16, 255, ZorMono8);
+    add(16, 1023, ZorMono10);
+    add(16, 3981, ZorMono12);
+    add(16, 4096, ZorMono16);
 }
 
 void TestFramesTiff::withoutItTheLargestSampleTellsTheDepth()
@@ -161,7 +162,7 @@ void TestFramesTiff::anAskedDepthOverrides()
     TiffContent content = grey(16, {0, 200}, 2);
     content.maxSampleValue = 65535;
     const zor::Frame frame = m_files.read(makeTiff(content), options);
-    QCOMPARE(frame.pixelType, 0x01100306U);
+    QCOMPARE(frame.pixelType, ZorMono12);
     QCOMPARE(QString::fromStdString(frame.depthSource), QString("--depth 12"));
 }
 
@@ -175,27 +176,26 @@ void TestFramesTiff::whiteIsZeroDecides_data()
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<QString>("source");
     QTest::newRow("8 bits as they stand") << 8 << -1 << QList<int>{0, 1, 254} << false
-                                          << QList<int>{0, 1, 254} << 0x01080101U << "largest sample 254";
+                                          << QList<int>{0, 1, 254} << ZorMono8 << "largest sample 254";
     QTest::newRow("8 bits inverted") << 8 << -1 << QList<int>{0, 1, 255} << true << QList<int>{255, 254, 0}
-                                     << 0x01080101U << "largest sample 255";
+                                     << ZorMono8 << "largest sample 255";
     QTest::newRow("16 bits as they stand") << 16 << -1 << QList<int>{0, 1, 4095} << false
-                                           << QList<int>{0, 1, 4095} << 0x01100306U << "largest sample 4095";
+                                           << QList<int>{0, 1, 4095} << ZorMono12 << "largest sample 4095";
     QTest::newRow("16 bits inverted") << 16 << -1 << QList<int>{1, 255, 65535} << true
-                                      << QList<int>{65534, 65280, 0} << 0x0110050BU << "largest sample 65534";
+                                      << QList<int>{65534, 65280, 0} << ZorMono16 << "largest sample 65534";
     QTest::newRow("the largest inverted sample tells the depth")
-        << 16 << -1 << QList<int>{61440, 65535} << true << QList<int>{4095, 0} << 0x01100306U
+        << 16 << -1 << QList<int>{61440, 65535} << true << QList<int>{4095, 0} << ZorMono12
         << "largest sample 4095";
     QTest::newRow("MaxSampleValue tells the depth as they stand")
-        << 16 << 4095 << QList<int>{0, 7} << false << QList<int>{0, 7} << 0x01100306U
-        << "MaxSampleValue 4095";
+        << 16 << 4095 << QList<int>{0, 7} << false << QList<int>{0, 7} << ZorMono12 << "MaxSampleValue 4095";
     QTest::newRow("a small MaxSampleValue is a large inverted sample")
-        << 16 << 4095 << QList<int>{0, 4095} << true << QList<int>{65535, 61440} << 0x0110050BU
+        << 16 << 4095 << QList<int>{0, 4095} << true << QList<int>{65535, 61440} << ZorMono16
         << "MaxSampleValue 4095, inverted in 16 bits";
     QTest::newRow("MaxSampleValue keeps the depth of inverted dark samples")
-        << 16 << 65535 << QList<int>{65535, 65000} << true << QList<int>{0, 535} << 0x0110050BU
+        << 16 << 65535 << QList<int>{65535, 65000} << true << QList<int>{0, 535} << ZorMono16
         << "MaxSampleValue 65535, inverted in 16 bits";
     QTest::newRow("MaxSampleValue in 8 bits inverted")
-        << 8 << 127 << QList<int>{0, 127} << true << QList<int>{255, 128} << 0x01080101U
+        << 8 << 127 << QList<int>{0, 127} << true << QList<int>{255, 128} << ZorMono8
         << "MaxSampleValue 127, inverted in 8 bits";
 }
 

@@ -1,6 +1,6 @@
-#include "host/frames/FrameFiles.h"
-#include "host/frames/MakeTiff.h"
-#include "host/frames/TiffEntries.h"
+#include "tests/host/frames/FrameFiles.h"
+#include "tests/host/frames/MakeTiff.h"
+#include "tests/host/frames/TiffEntries.h"
 
 #include <QtTest>
 

@@ -1,9 +1,9 @@
-#include "host/frames/FrameFiles.h"
 #include "host/frames/Pgm.h"
 #include "host/frames/Png.h"
 #include "host/frames/Tiff.h"
 #include "image/LineBytes.h"
 #include "image/MonoTarget.h"
+#include "tests/host/frames/FrameFiles.h"
 
 #include <QImage>
 #include <QtTest>

@@ -1,8 +1,8 @@
 #include "tests/platform/viewer/ViewerTools.h"
 
 #include "display/ZorDisplayQt.h"
+#include "image/ImageRecord.h"
 #include "image/PixelTypeCode.h"
-#include "image/ZorFormatFromCode.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -12,10 +12,8 @@
 #include <algorithm>
 
 TestImage::TestImage(std::uint32_t pixelType, int width, int height, const Value& value, int padding)
+    : m_record(imageRecord(pixelType))
 {
-    static_cast<ZorFormatBlock&>(m_record) = ZorFormatFromCode(pixelType);
-    m_record.recordSize = ZorImageRecordSize;
-    m_record.recordVersion = ZorImageRecordVersion;
     m_record.width = static_cast<std::uint32_t>(width);
     m_record.height = static_cast<std::uint32_t>(height);
     const int channels = static_cast<int>(m_record.channels);

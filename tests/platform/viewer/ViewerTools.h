@@ -3,6 +3,7 @@
 #include "display/ZorDisplayCommand.h"
 #include "display/ZorDisplayProcessor.h"
 #include "image/ZorImage.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QEvent>
 #include <QGraphicsView>
@@ -14,13 +15,13 @@
 #include <vector>
 
 /// Pixel type codes that the viewer's tests use beside those of PixelTypeCode.h.
-constexpr std::uint32_t Mono14Code = 0x0110040A;
-constexpr std::uint32_t Mono12PackedCode = 0x010C1308;
-constexpr std::uint32_t Mono12pCode = 0x010C2307;
-constexpr std::uint32_t Rgb8Code = 0x02180171;
-constexpr std::uint32_t Bgr8Code = 0x02180172;
-constexpr std::uint32_t Rgb12Code = 0x02300377;
-constexpr std::uint32_t Bgr16Code = 0x0230057C;
+constexpr std::uint32_t Mono14Code = codeOf("Mono14");
+constexpr std::uint32_t Mono12PackedCode = codeOf("Mono12Packed");
+constexpr std::uint32_t Mono12pCode = codeOf("Mono12p");
+constexpr std::uint32_t Rgb8Code = codeOf("RGB8");
+constexpr std::uint32_t Bgr8Code = codeOf("BGR8");
+constexpr std::uint32_t Rgb12Code = codeOf("RGB12");
+constexpr std::uint32_t Bgr16Code = codeOf("BGR16");
 
 /// A record with pixels of its own in a plain format.
 class TestImage

@@ -1,5 +1,6 @@
 #include "image/PixelTypeCode.h"
 #include "tests/platform/viewer/ViewerTools.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QTest>
 
@@ -22,7 +23,7 @@ void TestCanvasAgreement::bothPaintTheSame_data()
     QTest::addColumn<int>("tileEdge");
     const std::pair<const char*, quint32> types[] = {{"Mono8", ZorMono8},   {"Mono12", ZorMono12},
                                                      {"Mono16", ZorMono16}, {"RGB8", Rgb8Code},
-                                                     {"BGR16", Bgr16Code},  {"RGBa8", 0x02200173}};
+                                                     {"BGR16", Bgr16Code},  {"RGBa8", codeOf("RGBa8")}};
     for (const auto& [name, type] : types)
         for (const double scale : {0.0, 0.27, 0.52, 0.73, 1.0, 3.37, 8.0, 48.0})
             for (const int edge : {4096, 64})

@@ -3,6 +3,7 @@
 #include "image/PixelTypeCode.h"
 #include "image/ZorImageApi.h"
 #include "tests/platform/viewer/ViewerTools.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QTest>
 
@@ -60,13 +61,13 @@ void TestViewerDisplay::plainFormats_data()
     QTest::newRow("Mono16") << ZorMono16 << 16 << false;
     QTest::newRow("RGB8") << Rgb8Code << 8 << false;
     QTest::newRow("BGR8") << Bgr8Code << 8 << true;
-    QTest::newRow("RGB10") << 0x02300275u << 10 << false;
-    QTest::newRow("BGR10") << 0x02300276u << 10 << true;
+    QTest::newRow("RGB10") << codeOf("RGB10") << 10 << false;
+    QTest::newRow("BGR10") << codeOf("BGR10") << 10 << true;
     QTest::newRow("RGB12") << Rgb12Code << 12 << false;
-    QTest::newRow("BGR12") << 0x02300378u << 12 << true;
-    QTest::newRow("RGB14") << 0x02300479u << 14 << false;
-    QTest::newRow("BGR14") << 0x0230047Au << 14 << true;
-    QTest::newRow("RGB16") << 0x0230057Bu << 16 << false;
+    QTest::newRow("BGR12") << codeOf("BGR12") << 12 << true;
+    QTest::newRow("RGB14") << codeOf("RGB14") << 14 << false;
+    QTest::newRow("BGR14") << codeOf("BGR14") << 14 << true;
+    QTest::newRow("RGB16") << codeOf("RGB16") << 16 << false;
     QTest::newRow("BGR16") << Bgr16Code << 16 << true;
 }
 

@@ -4,11 +4,12 @@
 #include "image/HighLightProcessor.h"
 #include "image/LineBytes.h"
 #include "image/PixelTypeCode.h"
-#include "image/ZorFormatFromCode.h"
 #include "image/ZorPixelTypeTable.h"
-#include "platform/GuardedBytes.h"
 #include "platform/viewer/picture/PixelNumbers.h"
+#include "tests/platform/GuardedBytes.h"
 #include "tests/platform/viewer/ViewerTools.h"
+#include "tests/support/FormatCodes.h"
+#include "tests/support/RecordOf.h"
 
 #include <QTest>
 
@@ -117,16 +118,8 @@ void addEveryFormat()
 _ZorImage recordOver(std::vector<std::uint8_t>& pixels, std::uint32_t code, std::uint32_t width,
                      std::uint32_t height)
 {
-    _ZorImage record{};
-    record.recordSize = ZorImageRecordSize;
-    record.recordVersion = ZorImageRecordVersion;
-    static_cast<ZorFormatBlock&>(record) = ZorFormatFromCode(code);
-    record.width = width;
-    record.height = height;
-    record.pitch = static_cast<std::uint32_t>(tightPitch(code, width));
-    record.imageSize = static_cast<std::uint32_t>(pixels.size());
-    record.data = pixels.data();
-    return record;
+    return recordOf(code, width, height, static_cast<std::uint32_t>(tightPitch(code, width)), pixels.data(),
+                    pixels.size());
 }
 } // namespace
 
@@ -199,7 +192,8 @@ void TestViewerFormats::everyFormatsNumbersAreThoseOfAPlainOne()
                                          static_cast<std::uint16_t>(0x4C << (bits - 8) | 1),
                                          static_cast<std::uint16_t>(0x12 << (bits - 8) | 1)};
     const std::uint32_t plainMono[] = {ZorMono8, ZorMono10, ZorMono12, Mono14Code, ZorMono16};
-    const std::uint32_t plainColour[] = {Rgb8Code, 0x02300275, Rgb12Code, 0x02300479, 0x0230057B};
+    const std::uint32_t plainColour[] = {Rgb8Code, codeOf("RGB10"), Rgb12Code, codeOf("RGB14"),
+                                         codeOf("RGB16")};
     const std::uint32_t place = (bits - 8) / 2;
     const QSize size(8, 6);
     const auto pictureOf = [&](std::uint32_t pixelType) {
@@ -231,26 +225,28 @@ void TestViewerFormats::numbersAreNativeCodes_data()
         << Mono12pCode << 1 << bytes("23C1AB") << Pixels{{0x123}, {0xABC}};
     QTest::newRow("Mono10 with bits above its depth") << ZorMono10 << 1 << bytes("34F2") << Pixels{{0xF234}};
     QTest::newRow("Mono10_FLExPacked: without the spare bits of its fields")
-        << 0x010C3205u << 1 << bytes("004CE0") << Pixels{{0x000}, {0x204}};
+        << codeOf("Mono10_FLExPacked") << 1 << bytes("004CE0") << Pixels{{0x000}, {0x204}};
     QTest::newRow("BayerRG10p: the sites, not the luma")
-        << 0x030A221Bu << 1 << bytes("0108300001") << Pixels{{1}, {2}, {3}, {4}};
+        << codeOf("BayerRG10p") << 1 << bytes("0108300001") << Pixels{{1}, {2}, {3}, {4}};
     QTest::newRow("TrueSense of 14 bits: the sites at their own depth")
-        << 0x04100470u << 1 << bytes("FF3F 0100") << Pixels{{16383}, {1}};
+        << codeOf("TrueSense_RGGB_WRRW_3_14") << 1 << bytes("FF3F 0100") << Pixels{{16383}, {1}};
     QTest::newRow("BGR8: red first") << Bgr8Code << 3 << bytes("010203 FF0080")
                                      << Pixels{{3, 2, 1}, {128, 0, 255}};
-    QTest::newRow("BGRa8: red first, no alpha") << 0x02200174u << 3 << bytes("01020304") << Pixels{{3, 2, 1}};
-    QTest::newRow("RGB_10_FLEX_Packed") << 0x0220327Eu << 3 << bytes("010830C0") << Pixels{{1, 2, 3}};
-    QTest::newRow("RGB_12_FLEX_Packed") << 0x0224337Fu << 3 << bytes("BC4A12 785634 AB9CDE")
+    QTest::newRow("BGRa8: red first, no alpha")
+        << codeOf("BGRa8") << 3 << bytes("01020304") << Pixels{{3, 2, 1}};
+    QTest::newRow("RGB_10_FLEX_Packed")
+        << codeOf("RGB_10_FLEX_Packed") << 3 << bytes("010830C0") << Pixels{{1, 2, 3}};
+    QTest::newRow("RGB_12_FLEX_Packed") << codeOf("RGB_12_FLEX_Packed") << 3 << bytes("BC4A12 785634 AB9CDE")
                                         << Pixels{{0xABC, 0x124, 0x678}, {0x345, 0xCAB, 0xDE9}};
     QTest::newRow("YUV422_8_UYVY: Y U V, the odd last pixel without V")
-        << 0x05100180u << 3 << bytes("10203040 5060")
+        << codeOf("YUV422_8_UYVY") << 3 << bytes("10203040 5060")
         << Pixels{{0x20, 0x10, 0x30}, {0x40, 0x10, 0x30}, {0x60, 0x50}};
     QTest::newRow("YUV422_10_PACKED: Y U V")
-        << 0x05143283u << 3 << bytes("0108300001") << Pixels{{1, 2, 4}, {3, 2, 4}};
+        << codeOf("YUV422_10_PACKED") << 3 << bytes("0108300001") << Pixels{{1, 2, 4}, {3, 2, 4}};
     QTest::newRow("YCbCr422_8: Y Cb Cr")
-        << 0x05100185u << 3 << bytes("10203040") << Pixels{{16, 32, 64}, {48, 32, 64}};
+        << codeOf("YCbCr422_8") << 3 << bytes("10203040") << Pixels{{16, 32, 64}, {48, 32, 64}};
     QTest::newRow("YUV444_8: Y U V, no fourth")
-        << 0x05200184u << 3 << bytes("10203040") << Pixels{{16, 32, 48}};
+        << codeOf("YUV444_8") << 3 << bytes("10203040") << Pixels{{16, 32, 48}};
 }
 
 void TestViewerFormats::numbersAreNativeCodes()
@@ -301,7 +297,7 @@ void TestViewerFormats::packedMonoKeepsItsNativeValues()
 
 void TestViewerFormats::theFourthChannelIsNotSeen()
 {
-    for (const std::uint32_t code : {0x02200173u, 0x02200174u, 0x05200184u}) {
+    for (const std::uint32_t code : {codeOf("RGBa8"), codeOf("BGRa8"), codeOf("YUV444_8")}) {
         const auto picture = [&](std::uint8_t fourth) {
             std::vector<std::uint8_t> memory;
             for (int i = 0; i < 8 * 4; ++i)

@@ -1,8 +1,8 @@
 #include "display/DisplaySettings.h"
 #include "image/HighLightProcessor.h"
 #include "image/PixelTypeCode.h"
-#include "image/ZorFormatFromCode.h"
 #include "tests/platform/viewer/ViewerTools.h"
+#include "tests/support/RecordOf.h"
 
 #include <QTest>
 
@@ -26,7 +26,7 @@ void addMarks(ShownViewer& shown)
 } // namespace
 
 /// Marks on bright pixels in a viewer, in the formats that the dialog never hands over.
-class ViewerHighlights : public QObject
+class TestViewerHighlights : public QObject
 {
     Q_OBJECT
 
@@ -37,7 +37,7 @@ private slots:
     void marksGoWithTheProcessor();
 };
 
-void ViewerHighlights::marksOnColoursKeepTheFirstChannel_data()
+void TestViewerHighlights::marksOnColoursKeepTheFirstChannel_data()
 {
     QTest::addColumn<uint>("code");
     QTest::addColumn<QRgb>("bright");
@@ -47,7 +47,7 @@ void ViewerHighlights::marksOnColoursKeepTheFirstChannel_data()
 }
 
 // The left half is bright in its first channel, the right one in the others alone.
-void ViewerHighlights::marksOnColoursKeepTheFirstChannel()
+void TestViewerHighlights::marksOnColoursKeepTheFirstChannel()
 {
     QFETCH(uint, code);
     const TestImage image(code, Width, Height, [](int x, int, int channel) {
@@ -65,21 +65,14 @@ void ViewerHighlights::marksOnColoursKeepTheFirstChannel()
     QTEST(shown.pixel(Width - 3, 20), "dark");
 }
 
-void ViewerHighlights::packedImagesGetNoMarks()
+void TestViewerHighlights::packedImagesGetNoMarks()
 {
     // Every third group of two pixels is white.
     std::vector<std::uint8_t> bytes(Width * 3 / 2 * Height, 0);
     for (std::size_t i = 0; i < bytes.size(); ++i)
         bytes[i] = i / 3 % 3 == 0 ? 0xFF : 0x44;
-    _ZorImage record{};
-    record.recordSize = ZorImageRecordSize;
-    record.recordVersion = ZorImageRecordVersion;
-    static_cast<ZorFormatBlock&>(record) = ZorFormatFromCode(Mono12PackedCode);
-    record.width = Width;
-    record.height = Height;
-    record.pitch = Width * 3 / 2;
-    record.imageSize = static_cast<std::uint32_t>(bytes.size());
-    record.data = bytes.data();
+    const _ZorImage record =
+        recordOf(Mono12PackedCode, Width, Height, Width * 3 / 2, bytes.data(), bytes.size());
     ShownViewer shown(QSize(Width, Height));
     QCOMPARE(shown.viewer->display(&record), 0);
     shown.setScale(1.0);
@@ -91,7 +84,7 @@ void ViewerHighlights::packedImagesGetNoMarks()
     QVERIFY(shown.grab() == plain);
 }
 
-void ViewerHighlights::marksGoWithTheProcessor()
+void TestViewerHighlights::marksGoWithTheProcessor()
 {
     const TestImage image(ZorMono12, Width, Height, [](int x, int, int) { return x % 10 == 4 ? 3000 : 112; });
     ShownViewer shown(QSize(Width, Height));
@@ -116,5 +109,5 @@ void ViewerHighlights::marksGoWithTheProcessor()
     QCOMPARE(greys(), (QVector<int>{7, 7, 187, 7, 7, 7, 7}));
 }
 
-QTEST_MAIN(ViewerHighlights)
+QTEST_MAIN(TestViewerHighlights)
 #include "tst_viewer_highlights.moc"

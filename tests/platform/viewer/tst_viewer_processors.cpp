@@ -4,6 +4,7 @@
 #include "image/ZorImageApi.h"
 #include "image/ZorImgProcessor.h"
 #include "tests/platform/viewer/ViewerTools.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QTest>
 
@@ -110,9 +111,9 @@ void addFormats()
     QTest::addColumn<quint32>("pixelType");
     QTest::newRow("Mono8, as it lies") << ZorMono8;
     QTest::newRow("BGR8, as it lies") << Bgr8Code;
-    QTest::newRow("BGRa8, unpacked") << 0x02200174u;
-    QTest::newRow("BayerRG8, luma") << 0x0308010Eu;
-    QTest::newRow("YUV444_8, luma") << 0x05200184u;
+    QTest::newRow("BGRa8, unpacked") << codeOf("BGRa8");
+    QTest::newRow("BayerRG8, luma") << codeOf("BayerRG8");
+    QTest::newRow("YUV444_8, luma") << codeOf("YUV444_8");
 }
 
 QImage closeUp(const TestImage& image, ZorImgProcessor* processor)
