@@ -185,8 +185,8 @@ constexpr const ZorPixelTypeRow* exactPixelTypeRow(std::uint32_t code)
 
 constexpr bool pixelTypeRowsAreInOrder()
 {
-    for (const ZorPixelTypeRow& row : ZorPixelTypeTable) {
-        if (exactPixelTypeRow(row.code) != &row)
+    for (std::uint32_t index = 0; index < ZorPixelTypeCount; ++index) {
+        if (pixelTypeNumber(ZorPixelTypeTable[index].code) != index + 1)
             return false;
     }
     return true;
