@@ -17,16 +17,16 @@ class TestResampling : public QObject
 private slots:
     void levelsAreMeans_data();
     void levelsAreMeans();
-    void oddPitchIsCopied();
     void weightsAddUp();
     void hardPixelsFromOneToOne_data();
     void hardPixelsFromOneToOne();
     void zoomedOutIsTheMeanOverThePixel_data();
     void zoomedOutIsTheMeanOverThePixel();
+    void theNextLevelFadesIn_data();
+    void theNextLevelFadesIn();
+    void aViewOfOnePixelIsTheMeanOfTheImage();
     void nothingJumpsWhereLevelsChange();
     void finePatternsGoGrey();
-    void tonesFollowTheDepth_data();
-    void tonesFollowTheDepth();
     void tileRunsCoverTheTable();
 };
 
@@ -181,25 +181,6 @@ void TestResampling::levelsAreMeans()
     }
 }
 
-void TestResampling::oddPitchIsCopied()
-{
-    std::vector<std::uint8_t> bytes(7 * 3 + 1);
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-        bytes[i] = static_cast<std::uint8_t>(i * 37);
-    PixelShape shape;
-    shape.bytes = 2;
-    shape.depth = 16;
-    const Samples samples{bytes.data(), 7, 3, 3};
-    ImagePyramid pyramid;
-    pyramid.reserve(samples, shape);
-    pyramid.build(samples, shape);
-    for (int y = 0; y < 3; ++y)
-        for (int x = 0; x < 3; ++x) {
-            const std::size_t at = static_cast<std::size_t>(y * 7 + x * 2);
-            QCOMPARE(pyramid.sample(x, y, 0), bytes[at] | bytes[at + 1] << 8);
-        }
-}
-
 void TestResampling::weightsAddUp()
 {
     std::mt19937 random(3);
@@ -268,38 +249,46 @@ void TestResampling::hardPixelsFromOneToOne()
 
 void TestResampling::zoomedOutIsTheMeanOverThePixel_data()
 {
+    QTest::addColumn<QSize>("size");
     QTest::addColumn<double>("scale");
     QTest::addColumn<int>("level");
     QTest::addColumn<int>("bytes");
     QTest::addColumn<int>("channels");
+    const QSize usual(173, 131);
     for (const int bytes : {1, 2})
         for (const int channels : {1, 3}) {
+            for (const QSize& narrow : {QSize(1, 131), QSize(2, 131), QSize(131, 1), QSize(131, 2)})
+                QTest::addRow("%d x %d pixels, %d bytes, %d channels", narrow.width(), narrow.height(), bytes,
+                              channels)
+                    << narrow << 0.73 << 0 << bytes << channels;
             QTest::addRow("0.99 of the image, %d bytes, %d channels", bytes, channels)
-                << 0.99 << 0 << bytes << channels;
+                << usual << 0.99 << 0 << bytes << channels;
             QTest::addRow("0.73 of the image, %d bytes, %d channels", bytes, channels)
-                << 0.73 << 0 << bytes << channels;
+                << usual << 0.73 << 0 << bytes << channels;
             QTest::addRow("0.5 is the first level, %d bytes, %d channels", bytes, channels)
-                << 0.5 << 1 << bytes << channels;
+                << usual << 0.5 << 1 << bytes << channels;
             QTest::addRow("0.17 uses the second level, %d bytes, %d channels", bytes, channels)
-                << 0.17 << 2 << bytes << channels;
+                << usual << 0.17 << 2 << bytes << channels;
         }
 }
 
 void TestResampling::zoomedOutIsTheMeanOverThePixel()
 {
+    QFETCH(QSize, size);
     QFETCH(double, scale);
     QFETCH(int, level);
     QFETCH(int, bytes);
     QFETCH(int, channels);
-    Raster raster(173, 131, bytes, channels, 21);
+    Raster raster(size.width(), size.height(), bytes, channels, 21);
     const ImagePyramid pyramid = raster.pyramid();
-    const ViewGeometry geometry = looking(pyramid, QSize(120, 90), scale, 0.4, 0.6);
+    const ViewGeometry geometry = looking(pyramid, QSize(121, 91), scale, 0.4, 0.6);
     const ResampleRule rule = makeResampleRule(geometry, pyramid);
     QCOMPARE(rule.fine.level, level);
     QCOMPARE(rule.blend, 0);
+    QVERIFY(!rule.covered().isEmpty());
     const QImage picture = paint(pyramid, geometry);
     const double step = 1 << level;
-    const QSizeF extent(173.0 / step, 131.0 / step);
+    const QSizeF extent = QSizeF(size) / step;
     const double side = 1.0 / scale / step;
     for (int y = rule.covered().top(); y <= rule.covered().bottom(); ++y)
         for (int x = rule.covered().left(); x <= rule.covered().right(); ++x) {
@@ -320,6 +309,47 @@ void TestResampling::zoomedOutIsTheMeanOverThePixel()
                                         .arg(is)));
             }
         }
+}
+
+void TestResampling::theNextLevelFadesIn_data()
+{
+    QTest::addColumn<double>("scale");
+    QTest::addColumn<int>("level");
+    QTest::addColumn<int>("blend");
+    QTest::newRow("where it begins") << 0.625 << 0 << 0;
+    QTest::newRow("half of it") << 0.5625 << 0 << 128;
+    QTest::newRow("half of the second level") << 0.28125 << 1 << 128;
+    QTest::newRow("three quarters of the third level") << 0.1328125 << 2 << 192;
+}
+
+void TestResampling::theNextLevelFadesIn()
+{
+    QFETCH(double, scale);
+    QFETCH(int, level);
+    QFETCH(int, blend);
+    Raster raster(173, 131, 1, 1, 21);
+    const ImagePyramid pyramid = raster.pyramid();
+    const ResampleRule rule = makeResampleRule(looking(pyramid, QSize(90, 70), scale, 0.5, 0.5), pyramid);
+    QCOMPARE(rule.fine.level, level);
+    QCOMPARE(rule.blend, blend);
+    if (blend > 0)
+        QCOMPARE(rule.coarse.level, level + 1);
+}
+
+// Two samples of the first level side by side, the second of them half beyond the image.
+void TestResampling::aViewOfOnePixelIsTheMeanOfTheImage()
+{
+    Raster raster(3, 2, 1, 1, 1);
+    const int columns[] = {10, 30, 200};
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 3; ++x)
+            raster.set(x, y, columns[x]);
+    const ImagePyramid pyramid = raster.pyramid();
+    ViewGeometry geometry;
+    geometry.setViewSize(QSize(1, 1));
+    geometry.setImageSize(QSize(3, 2));
+    const int shown = qRed(paint(pyramid, geometry).pixel(0, 0));
+    QVERIFY2(std::abs(shown - 80) <= 1, qPrintable(QString::number(shown)));
 }
 
 void TestResampling::nothingJumpsWhereLevelsChange()
@@ -363,37 +393,6 @@ void TestResampling::finePatternsGoGrey()
     }
 }
 
-void TestResampling::tonesFollowTheDepth_data()
-{
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<int>("sample");
-    QTest::addColumn<int>("level");
-    QTest::newRow("8 bits stay") << 8 << 200 << 200;
-    QTest::newRow("10 bits, full scale") << 10 << 1023 << 255;
-    QTest::newRow("12 bits, half scale") << 12 << 2048 << 128;
-    QTest::newRow("12 bits, a value beyond the depth is white") << 12 << 5000 << 255;
-    QTest::newRow("14 bits, one above half scale") << 14 << 8193 << 128;
-    QTest::newRow("16 bits, full scale") << 16 << 65535 << 255;
-    QTest::newRow("16 bits, below one step") << 16 << 255 << 0;
-    QTest::newRow("4 bits are spread") << 4 << 15 << 240;
-}
-
-void TestResampling::tonesFollowTheDepth()
-{
-    QFETCH(int, depth);
-    QFETCH(int, sample);
-    QFETCH(int, level);
-    PixelShape shape;
-    shape.bytes = 2;
-    shape.depth = depth;
-    const auto cellValue = static_cast<std::uint16_t>(sample);
-    std::uint32_t colour = 0;
-    toneRow(makeTone(shape, false), &cellValue, &colour, 1);
-    QCOMPARE(colour, QRgb(qRgb(level, level, level)));
-    toneRow(makeTone(shape, true), &cellValue, &colour, 1);
-    QCOMPARE(colour, makeTone(shape, true).table[static_cast<std::size_t>(level)]);
-}
-
 void TestResampling::tileRunsCoverTheTable()
 {
     Raster raster(500, 40, 1, 1, 2);
@@ -413,6 +412,8 @@ void TestResampling::tileRunsCoverTheTable()
     }
     QCOMPARE(next, rule.fine.x.count());
     QVERIFY(runs.size() >= 8);
+    for (std::size_t i = 1; i < runs.size(); ++i)
+        QVERIFY(runs[i].fine != runs[i - 1].fine || runs[i].coarse != runs[i - 1].coarse);
 }
 
 QTEST_GUILESS_MAIN(TestResampling)

@@ -30,6 +30,8 @@ private slots:
     void translateFindsTheWayBack();
     void translateBetweenAllSpaces();
     void overlaysOnTheStage();
+    void overlaysOfOtherSpacesLieOnImagePixels_data();
+    void overlaysOfOtherSpacesLieOnImagePixels();
     void aSecondOverlayOfTheSameNameReplaces();
     void repeatedRegistrationHearsOnce();
     void flagsOpenAndCloseNotifications();
@@ -137,6 +139,15 @@ void TestViewerCommands::goodAndBadInput_data()
         with(rectangle("1", "2", "3", "4"), "line.width", "0"), 0);
     row("rectangle in an unknown space", "cmd.display.overlay.rect.add",
         with(rectangle("1", "2", "3", "4"), "cs", "sky"), 0);
+    const ParameterMap beyond = with(rectangle("0", "0", "1", "1"), "cs", "base");
+    row("rectangle that ends beyond all images across", "cmd.display.overlay.rect.add",
+        with(beyond, "rect.w", "200000000"), 0);
+    row("rectangle that ends beyond all images down", "cmd.display.overlay.rect.add",
+        with(beyond, "rect.h", "200000000"), 0);
+    row("rectangle that begins beyond all images across", "cmd.display.overlay.rect.add",
+        with(beyond, "rect.x", "-200000000"), 0);
+    row("rectangle that begins beyond all images down", "cmd.display.overlay.rect.add",
+        with(beyond, "rect.y", "-200000000"), 0);
     row("rectangle with the defaults alone", "cmd.display.overlay.rect.add",
         {{"objectID", "@dump"}, {"line.clr", "50372"}, {"line.width", "1"}, {"adjust", "1"}}, 0);
     row("overlay that is not there", "cmd.display.overlay.del", {{"objectID", "@inspect"}}, 0);
@@ -364,6 +375,43 @@ void TestViewerCommands::overlaysOnTheStage()
     QVERIFY(!stage->find("@dump"));
     QCOMPARE(item->value(), std::int64_t{0});
     QCOMPARE(shown.run("cmd.display.overlay.del", {{"objectID", "@dump"}}), 0);
+}
+
+void TestViewerCommands::overlaysOfOtherSpacesLieOnImagePixels_data()
+{
+    QTest::addColumn<QByteArray>("space");
+    QTest::addColumn<QRect>("told");
+    QTest::addColumn<QRect>("onImage");
+    QTest::newRow("image pixels") << QByteArray("img") << QRect(7, 9, 20, 30) << QRect(7, 9, 20, 30);
+    QTest::newRow("no space is image pixels") << QByteArray() << QRect(7, 9, 20, 30) << QRect(7, 9, 20, 30);
+    QTest::newRow("window pixels") << QByteArray("win") << QRect(24, 34, 20, 30) << QRect(10, 15, 10, 15);
+    QTest::newRow("half an image pixel of the window")
+        << QByteArray("win") << QRect(23, 33, 1, 1) << QRect(10, 15, 1, 1);
+    QTest::newRow("the whole image") << QByteArray("base") << QRect(0, 0, 1, 1) << QRect(0, 0, 100, 80);
+    QTest::newRow("as much again after it")
+        << QByteArray("base") << QRect(1, 1, 1, 1) << QRect(100, 80, 100, 80);
+}
+
+// The view fits at 2, behind a frame of 3 pixels.
+void TestViewerCommands::overlaysOfOtherSpacesLieOnImagePixels()
+{
+    QFETCH(QByteArray, space);
+    QFETCH(QRect, told);
+    QFETCH(QRect, onImage);
+    ShownViewer shown(QSize(200, 160));
+    shown.show(ramp(100, 80));
+    const auto text = [](int number) { return std::to_string(number); };
+    ParameterMap map{{"objectID", "@dump"},
+                     {"rect.x", text(told.x())},
+                     {"rect.y", text(told.y())},
+                     {"rect.w", text(told.width())},
+                     {"rect.h", text(told.height())}};
+    if (!space.isEmpty())
+        map["cs"] = space.toStdString();
+    QCOMPARE(shown.run("cmd.display.overlay.rect.add", map), 1);
+    const std::int64_t value = shown.viewer->stage()->find("@dump")->value();
+    QCOMPARE(QRect(value & 0xFFFF, value >> 16 & 0xFFFF, value >> 32 & 0xFFFF, value >> 48 & 0xFFFF),
+             onImage);
 }
 
 void TestViewerCommands::aSecondOverlayOfTheSameNameReplaces()

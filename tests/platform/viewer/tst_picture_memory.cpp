@@ -1,0 +1,99 @@
+#include "image/PixelTypeCode.h"
+#include "image/ZorImageApi.h"
+#include "image/ZorImageConverter.h"
+#include "platform/viewer/Picture.h"
+#include "platform/viewer/ProcessorChain.h"
+#include "tests/platform/viewer/ViewerTools.h"
+
+#include <QTest>
+
+using namespace zorview;
+
+namespace {
+int records = 0; ///< that the libraries made and have not got back
+}
+
+// The linker puts these in the place of the libraries' functions.
+extern "C" {
+int __real_ZorCloneImage(_ZorImage** slot, const _ZorImage* source);
+int __real_ZimConvert(const _ZorImage* source, unsigned long targetPixelType, _ZorImage** result);
+int __real_ZorReleaseImage(_ZorImage** slot);
+
+int __wrap_ZorCloneImage(_ZorImage** slot, const _ZorImage* source)
+{
+    records -= *slot != nullptr;
+    const int answer = __real_ZorCloneImage(slot, source);
+    records += *slot != nullptr;
+    return answer;
+}
+
+int __wrap_ZimConvert(const _ZorImage* source, unsigned long targetPixelType, _ZorImage** result)
+{
+    records -= *result != nullptr;
+    const int answer = __real_ZimConvert(source, targetPixelType, result);
+    records += *result != nullptr;
+    return answer;
+}
+
+int __wrap_ZorReleaseImage(_ZorImage** slot)
+{
+    records -= *slot != nullptr;
+    return __real_ZorReleaseImage(slot);
+}
+}
+
+/// A picture gives its records back when it is cleared, not only when it ends.
+class TestPictureMemory : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aClearedPictureKeepsNoRecord_data();
+    void aClearedPictureKeepsNoRecord();
+};
+
+namespace {
+/// Puts out an image of its own.
+class Replacer : public ZorImgProcessor
+{
+public:
+    explicit Replacer(std::uint32_t pixelType)
+        : m_image(pixelType, 8, 6, [](int x, int y, int) { return x + y; })
+    {
+    }
+    int processImage(const _ZorImage*) override { return 0; }
+    void noOperation() override {}
+    int constantZero() override { return 0; }
+    _ZorImage* outputImage() override { return &m_image.change(); }
+
+private:
+    TestImage m_image;
+};
+} // namespace
+
+void TestPictureMemory::aClearedPictureKeepsNoRecord_data()
+{
+    QTest::addColumn<quint32>("pixelType");
+    QTest::addColumn<int>("held");
+    QTest::newRow("source and output") << ZorMono8 << 2;
+    QTest::newRow("source, output and its luma") << 0x0308010Eu << 3;
+}
+
+void TestPictureMemory::aClearedPictureKeepsNoRecord()
+{
+    QFETCH(quint32, pixelType);
+    QFETCH(int, held);
+    ProcessorChain chain;
+    chain.add(new Replacer(pixelType));
+    Picture picture;
+    int processed = 0;
+    const TestImage image(ZorMono8, 8, 6, [](int, int, int) { return 7; });
+    QCOMPARE(picture.load(image.record(), chain, &processed), ViewerStatus::Ok);
+    QCOMPARE(records, held);
+    picture.clear();
+    QVERIFY(picture.isEmpty());
+    QCOMPARE(records, 0);
+}
+
+QTEST_GUILESS_MAIN(TestPictureMemory)
+#include "tst_picture_memory.moc"
