@@ -168,8 +168,6 @@ void Viewer::repaint()
 
 void Viewer::resized()
 {
-    if (!m_canvasWidget || !m_surface)
-        return;
     m_canvasWidget->setGeometry(m_surface->rect());
     m_scene.setDeviceSize(deviceSize(*m_canvasWidget));
     m_navigator.settle();

@@ -51,7 +51,7 @@ public:
     QPoint windowAt(const QPointF& device) const;
 
     void repaint();
-    /// Follows the widget's size.
+    /// Follows the widget's size; there must be a canvas.
     void resized();
 
     /// What is shown, and how; changed by the functions here alone.

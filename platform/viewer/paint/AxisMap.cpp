@@ -5,9 +5,10 @@
 
 namespace zor::viewer {
 namespace {
-void addNearest(AxisMap& map, double position, int length)
+// Positions are on the image: from 0 to below its length.
+void addNearest(AxisMap& map, double position)
 {
-    map.first.push_back(std::clamp(static_cast<int>(std::floor(position)), 0, length - 1));
+    map.first.push_back(static_cast<int>(std::floor(position)));
     map.weights.push_back({AxisMap::Unit, 0, 0});
 }
 
@@ -16,8 +17,7 @@ void addBox(AxisMap& map, double position, double extent, double imageEnd, int l
 {
     const double from = std::max(position - extent * 0.5, 0.0);
     const double to = std::min(position + extent * 0.5, imageEnd);
-    const int covered = std::clamp(static_cast<int>(std::floor(from)), 0, length - 1);
-    const int first = std::min(covered, length - map.taps);
+    const int first = std::min(static_cast<int>(std::floor(from)), length - map.taps);
     AxisMap::Weights weights{};
     int before = 0;
     for (int i = 0; i < map.taps; ++i) {
@@ -57,7 +57,7 @@ AxisMap makeAxisMap(const Axis& axis, int level, int levelLength)
     for (int pixel = map.begin; pixel < end; ++pixel) {
         const double position = imagePosition(pixel) / step;
         if (axis.scale >= 1.0)
-            addNearest(map, position, levelLength);
+            addNearest(map, position);
         else
             addBox(map, position, extent, axis.imageLength / step, levelLength);
     }

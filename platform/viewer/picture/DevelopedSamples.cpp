@@ -45,7 +45,6 @@ void takeThreeOfFour(std::uint32_t pixelType, const std::uint8_t* source, std::u
 
 ViewerStatus DevelopedSamples::take(const _ZorImage& image)
 {
-    clear();
     m_samples.width = static_cast<int>(image.width);
     m_samples.height = static_cast<int>(image.height);
     return pixelRoute(image) == PixelRoute::Colour ? takeColour(image) : takeLuma(image);
@@ -85,13 +84,6 @@ ViewerStatus DevelopedSamples::takeColour(const _ZorImage& image)
     m_samples.data = reinterpret_cast<const std::uint8_t*>(m_colour.data());
     m_samples.pitch = rowSamples * sizeof(std::uint16_t);
     return ViewerStatus::Ok;
-}
-
-void DevelopedSamples::clear()
-{
-    m_colour = {};
-    m_luma.release();
-    m_samples = {};
 }
 
 void DevelopedSamples::swap(DevelopedSamples& other)

@@ -12,9 +12,8 @@ namespace zor::viewer {
 class DevelopedSamples
 {
 public:
-    /// Keeps nothing of the record's memory. After an answer other than Ok there are no samples.
+    /// Once. Keeps nothing of the record's memory. After an answer other than Ok there are no samples.
     ViewerStatus take(const _ZorImage& image);
-    void clear();
     /// Samples keep their places.
     void swap(DevelopedSamples& other);
 

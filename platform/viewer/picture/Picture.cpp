@@ -61,7 +61,7 @@ ViewerStatus Picture::reload(ProcessorChain& chain, int* processed)
 void Picture::clear()
 {
     m_pyramid.clear();
-    m_developed.clear();
+    DevelopedSamples().swap(m_developed);
     m_output.release();
     m_source.release();
 }

@@ -25,6 +25,7 @@ private slots:
     void theCanvasStaysBelowOtherChildren();
     void theCanvasMovesToAnotherWindow();
     void withoutAnImageTheViewIsPlain();
+    void aViewOfOnePixelShowsOnePixel();
 };
 
 namespace {
@@ -263,6 +264,17 @@ void TestViewerPainting::withoutAnImageTheViewIsPlain()
     for (int y = 0; y < picture.height(); ++y)
         for (int x = 0; x < picture.width(); ++x)
             QCOMPARE(picture.pixel(x, y), grey(0x30));
+}
+
+void TestViewerPainting::aViewOfOnePixelShowsOnePixel()
+{
+    ShownViewer shown(QSize(1, 1));
+    shown.show(TestImage(ZorMono8, 1, 1, [](int, int, int) { return 99; }));
+    const QImage picture = shown.grab();
+    QCOMPARE(picture.size(), shown.surface()->size() * shown.view.devicePixelRatioF());
+    QCOMPARE(shown.surface()->size(), QSize(1, 1));
+    QCOMPARE(picture.pixel(0, 0), grey(99));
+    QCOMPARE(shown.visible(), QRect(0, 0, 1, 1));
 }
 
 QTEST_MAIN(TestViewerPainting)

@@ -117,20 +117,17 @@ void GlCanvas::paintGL()
     gl.glClearColor(static_cast<float>(background.redF()), static_cast<float>(background.greenF()),
                     static_cast<float>(background.blueF()), 1.0F);
     gl.glClear(GL_COLOR_BUFFER_BIT);
+    m_vertices->bind();
     if (m_program->isLinked()) {
         m_program->bind();
-        m_vertices->bind();
         for (int pane = 0; pane < m_scene.paneCount(); ++pane)
             paintPane(pane);
         if (m_scene.paneCount() == 1)
             m_tiles[1].release(gl);
-        m_vertices->release();
         m_program->release();
         gl.glActiveTexture(GL_TEXTURE0);
     }
-    m_vertices->bind();
     m_decorations.paint(gl, m_scene, m_size);
-    m_vertices->release();
 }
 
 void GlCanvas::paintPane(int pane)
