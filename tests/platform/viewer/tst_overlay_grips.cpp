@@ -1,8 +1,8 @@
-#include "platform/viewer/OverlayDrag.h"
+#include "platform/viewer/view/OverlayDrag.h"
 
 #include <QTest>
 
-using namespace zorview;
+using namespace zor::viewer;
 
 /// Which part of an overlay lies under a device point.
 class TestOverlayGrips : public QObject

@@ -1,13 +1,13 @@
 #include "image/PixelTypeCode.h"
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
-#include "platform/viewer/Picture.h"
-#include "platform/viewer/ProcessorChain.h"
+#include "platform/viewer/picture/Picture.h"
+#include "platform/viewer/picture/ProcessorChain.h"
 #include "tests/platform/viewer/ViewerTools.h"
 
 #include <QTest>
 
-using namespace zorview;
+using namespace zor::viewer;
 
 namespace {
 int records = 0; ///< that the libraries made and have not got back

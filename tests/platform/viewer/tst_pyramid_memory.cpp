@@ -1,9 +1,9 @@
-#include "platform/viewer/ImagePyramid.h"
+#include "platform/viewer/picture/ImagePyramid.h"
 
 #include <QSize>
 #include <QTest>
 
-using namespace zorview;
+using namespace zor::viewer;
 
 /// Which memory a pyramid shows: the image's own, a copy of it, or that of an earlier image.
 class TestPyramidMemory : public QObject

@@ -1,9 +1,9 @@
-#include "platform/viewer/Tone.h"
+#include "platform/viewer/picture/Tone.h"
 
 #include <QColor>
 #include <QTest>
 
-using namespace zorview;
+using namespace zor::viewer;
 
 /// How a sample becomes a grey or a colour of the screen.
 class TestTone : public QObject
