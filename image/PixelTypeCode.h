@@ -15,7 +15,7 @@ enum class PixelFamily : std::uint8_t
     Yuv = 5
 };
 
-/// How the samples of one line lie in memory, the high nibble of the packing byte.
+/// How the samples of one row lie in memory, the high nibble of the packing byte.
 enum class PackingClass : std::uint8_t
 {
     Plain = 0, ///< whole bytes, low bits significant

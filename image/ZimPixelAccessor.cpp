@@ -15,7 +15,7 @@ using Accessor16u = ZimTPixelAccessor<unsigned short, unsigned short>;
 using Accessor32s = ZimTPixelAccessor<long, unsigned long>;
 using Accessor32u = ZimTPixelAccessor<unsigned long, unsigned long>;
 
-/// What stands behind the kinds that need no typed object.
+/// The object of the kinds that need no typed one.
 struct Marker
 {
 };

@@ -3,10 +3,10 @@
 #include "image/ZorImage.h"
 
 /// Reads and writes single samples of an image of any format. `pixel` is the cursor of a ZimPixelIterator;
-/// `column` is the pixel's place in its line, of which the lowest bit counts. Nothing is checked against the
+/// `column` is the pixel's place in its row, of which the lowest bit counts. Nothing is checked against the
 /// image, and no address has to be aligned.
 ///
-/// Whole samples are the elements of an array that starts at the pixel, numbered by `channel`: behind the
+/// Whole samples are the elements of an array that starts at the pixel, numbered by `channel`: after the
 /// pixel's own channels come the next pixel's. The other kinds ignore `channel`.
 ///
 /// In the two `Packed` classes read and write work on different scales, on purpose: a read gives the pixel's

@@ -2,12 +2,12 @@
 
 #include "image/ZorImage.h"
 
-/// Where a walk over an image stands. The image is not owned.
+/// The place of a walk over an image, which is not owned.
 struct ZimPosition
 {
     const _ZorImage* image;
     std::uint32_t step;   ///< from one pixel to the next
-    std::uint32_t rowGap; ///< from the end of a line's pixels to the start of the next line
+    std::uint32_t rowGap; ///< from the end of a row's pixels to the start of the next row
 };
 
 /// Steps and gaps in bytes.
@@ -27,12 +27,12 @@ struct ZimBitPosition : ZimPosition
 /// bytes for every other format. A format whose pixels are no whole bytes otherwise has its step rounded
 /// down, and such a walk does not follow the pixels: deliberate, see docs/decisions.md.
 ///
-/// Steps, gaps and offsets are unsigned 32-bit numbers that wrap; they are added to the pixels' address at
-/// the end. There is no end marker and no check: the walking loop counts columns and rows.
+/// Steps, gaps and offsets are unsigned 32-bit numbers, which wrap before they are added to an address. There
+/// is no end marker and no check: the walking loop counts columns and rows.
 class ZimPixelIterator
 {
 public:
-    /// Stands on pixel (x, y).
+    /// Starts at pixel (x, y).
     ZimPixelIterator(const _ZorImage* image, std::uint32_t x, std::uint32_t y);
     ZimPixelIterator(const ZimPixelIterator&) = delete;
     ZimPixelIterator& operator=(const ZimPixelIterator&) = delete;
@@ -44,7 +44,7 @@ public:
     /// One pixel to the right.
     void advance() { move(position->step); }
 
-    /// From behind `widthWalked` pixels of a line to the first pixel of the next one. The width may be
+    /// From the end of `widthWalked` pixels of a row to the first pixel of the next one. The width may be
     /// another image's.
     void nextRow(std::uint32_t widthWalked)
     {

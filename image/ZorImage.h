@@ -24,21 +24,21 @@ struct ZorFormatBlock
     std::uint32_t pixelBits; ///< bits that one pixel takes in memory
 };
 
-/// One image, whatever its origin. The 96 bytes are exchanged as they stand with the closed libraries,
-/// the viewers and the host, so every offset is binding. A 64-bit little-endian machine is presumed.
+/// One image, whatever its origin. The 96 bytes are exchanged as they are with the closed libraries, the
+/// viewers and the host, so every offset is binding. A 64-bit little-endian machine is presumed.
 ///
 /// `pitch` and `imageSize` are what the maker of the image delivered; they are never derived from the other
-/// fields, and a line may end in padding.
+/// fields, and a row may end in padding.
 struct _ZorImage : ZorRecordHead, ZorFormatBlock
 {
     std::uint32_t reserved32;
-    std::uint32_t width;     ///< pixels per line
-    std::uint32_t height;    ///< lines
+    std::uint32_t width;     ///< pixels per row
+    std::uint32_t height;    ///< rows
     std::uint32_t imageSize; ///< bytes of the pixel buffer
-    std::uint32_t pitch;     ///< bytes from the start of one line to the start of the next
+    std::uint32_t pitch;     ///< bytes from the start of one row to the start of the next
     std::uint32_t sizePadding;
     std::uint64_t reserved56[3];
-    std::uint8_t* data; ///< first byte of the first line
+    std::uint8_t* data; ///< first byte of the first row
     std::uint64_t reserved88;
 };
 

@@ -5,7 +5,8 @@
 #include "image/ZorPixelTypeRow.h"
 
 // The one list of the pixel formats. Depth and channels come from here, the order of channels too; how
-// samples lie in memory comes from the fields of the code, see Packing.h and unpack/UnpackRow.cpp. Columns:
+// samples lie in memory comes from the fields of the code, see PixelTypeCode.h and unpack/UnpackRow.cpp.
+// Columns:
 //
 // name            the format's name; in a Bayer row its letters are the colour filter
 // channelLayout   one token per channel for RGB; for raw and YUV one token per position of the colour cell

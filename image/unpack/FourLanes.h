@@ -29,7 +29,7 @@ constexpr std::uint64_t everyLane(std::uint64_t value)
     return value | value << 16 | value << 32 | value << 48;
 }
 
-/// Two runs of `Bits` bits (at most 32), one behind the other, each at the foot of 32 bits of its own.
+/// Two runs of `Bits` bits (at most 32), one after the other, each at the foot of 32 bits of its own.
 template <unsigned Bits> constexpr std::uint64_t spreadToHalves(std::uint64_t word)
 {
     constexpr std::uint64_t Mask = (std::uint64_t{1} << Bits) - 1;

@@ -16,7 +16,7 @@ constexpr std::uint32_t Group = 8;
 
 using GroupSamples = std::array<std::uint16_t, Group * 4>;
 
-/// The samples of the group of pixels from `first` on, as far as the line goes.
+/// The samples of the group of pixels from `first` on, as far as the row goes.
 GroupSamples unpackGroup(const _ZorImage& image, std::uint32_t first, std::uint32_t y)
 {
     GroupSamples samples{};

@@ -6,7 +6,7 @@ namespace zor::unpack {
 
 namespace {
 
-/// Two groups of three bytes, one behind the other, as four samples in a lane each.
+/// Two groups of three bytes, one after the other, as four samples in a lane each.
 template <unsigned Depth> constexpr std::uint64_t groupsToLanes(std::uint64_t word)
 {
     constexpr unsigned LowBits = Depth - 8;

@@ -7,7 +7,7 @@ namespace zor::unpack {
 
 namespace {
 
-/// A line may start at an odd address, hence no pointer to words.
+/// A row may start at an odd address, hence no pointer to words.
 template <unsigned Depth>
 void limitedWords(const std::uint8_t* source, std::uint16_t* destination, std::size_t count)
 {

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Row functions for samples that stand in whole bytes; see UnpackRow.h for what all row functions keep to.
+/// Row functions for samples in whole bytes; see UnpackRow.h for what all row functions keep to.
 namespace zor::unpack {
 
 /// 8 bits a sample.

@@ -37,7 +37,7 @@ bool hasWordsOfThree(std::uint32_t pixelType)
     return Packing{pixelTypePacking(pixelType)} == Packing::Flex10 && pixelTypeBits(pixelType) == 32;
 }
 
-/// The mono formats put samples of 10 bits in fields of 12, the YUV format puts them one behind the other.
+/// The mono formats put samples of 10 bits in fields of 12, the YUV format puts them one after the other.
 UnpackRow tenBitsInSequence(std::uint32_t pixelType, std::uint32_t samples)
 {
     if (hasWordsOfThree(pixelType))
