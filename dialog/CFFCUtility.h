@@ -105,7 +105,7 @@ protected:
     bool ApplyRowGains();
     bool ComputeHistogram();
     /// The lines that the plots draw. Pass 0: of the frame, 1: of the corrected image. `row` and `column` are
-    /// both -1 for the means, or both name a line of an image of 16-bit pixels.
+    /// both -1, for the means, or a row and a column of an image of 16-bit pixels.
     bool TakeProfileLines(std::int32_t pass, std::int32_t row, std::int32_t column);
     /// The plots' value axes.
     void ComputeRanges();

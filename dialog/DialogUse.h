@@ -2,7 +2,7 @@
 
 class CFFCUtility;
 
-/// Stands on the stack of each operation of the dialog inside which others may run: the host in a
+/// Lives on the stack of each operation of the dialog inside which others may run: the host in a
 /// notification, anybody in an event loop of a refresh or a box.
 ///
 /// Its end carries out the requests that waited for the view lock, when this thread no longer holds it: then

@@ -19,7 +19,7 @@
 
 namespace {
 
-/// Changes of a view that come sooner after the last one, in milliseconds, are dropped.
+/// For so many milliseconds after a change of a view that is taken up, further ones are dropped.
 constexpr int ViewThrottle = 50;
 
 /// A scale that is not above this one moves no other view.
@@ -33,7 +33,7 @@ void showIn(DisplayAdapter* adapter, _ZorImage& record)
     record.data = nullptr;
 }
 
-/// The viewer that is told of it owns it. Without a viewer it is lost: deliberate, see docs/decisions.md.
+/// The viewer that gets its address owns it. Without a viewer it is lost: deliberate, see docs/decisions.md.
 HighLightProcessor* newHighLight()
 {
     return new HighLightProcessor;
@@ -70,7 +70,7 @@ void CFFCUtility::ShowAll()
     std::memcpy(upper.data, m_image, upper.imageSize);
 
     _ZorImage lower = upper;
-    // The narrowing writes all pixels that the host told, also when the converter delivered less.
+    // The narrowing writes all pixels of the host's size, also when the converter delivered less.
     lower.data = static_cast<std::uint8_t*>(zorAllocate(coveringBytes(lower, lower.width, lower.height)));
     if (!lower.data) {
         // The upper block is lost here: deliberate, see docs/decisions.md.
@@ -114,7 +114,7 @@ void CFFCUtility::SetHighlights(bool on)
     const DialogUse use(*this);
     const auto viewerSettings = [this] { return m_adapterUp ? m_adapterUp->viewerSettings() : nullptr; };
     if (on) {
-        // The one before is overwritten, not deleted: a processor is its viewer's.
+        // The one before is forgotten, not deleted: a processor belongs to its viewer.
         m_highLight = newHighLight();
         const ZorImgProcessor* processor = m_highLight;
         const std::string address = textFromPointer(processor);
@@ -149,7 +149,7 @@ void CFFCUtility::onViewChanged(DisplayView* view)
     DisplayAdapter* source = fromUpper ? m_adapterUp : m_adapterDown;
     DisplayAdapter* target = fromUpper ? m_adapterDown : m_adapterUp;
 
-    // A view that can't tell its rectangle sends the other one to the top left corner.
+    // A view that can't give its rectangle sends the other one to the top left corner.
     QRect shown(0, 0, 0, 0);
     source->viewImageRect(&shown);
     const _ZorImage* image = source->stageImage(0);

@@ -11,7 +11,7 @@ public:
     WaitCursor(const WaitCursor&) = delete;
     WaitCursor& operator=(const WaitCursor&) = delete;
 
-    /// Gives the cursor of before back, ahead of the object's end.
+    /// Restores the earlier cursor before the object's end.
     void restore()
     {
         if (m_isSet)

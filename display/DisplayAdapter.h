@@ -22,7 +22,7 @@ enum DisplayFeature : std::uint32_t
     DisplayFeatureImageEvents = 8, ///< the viewer reports finished images
 };
 
-/// What DisplayAdapter::lastError tells. 0 is no error; other values are a status of the viewer.
+/// What DisplayAdapter::lastError returns. 0 is no error; other values are a status of the viewer.
 enum DisplayError : std::uint32_t
 {
     DisplayErrCommand = 1,  ///< the viewer could not translate a point
@@ -33,11 +33,11 @@ enum DisplayError : std::uint32_t
 
 /// One image view, whichever viewer draws it. The order of the operations is binding.
 ///
-/// A bool result is true on success. After a failure lastError tells why, or 0 where the viewer just refused.
-/// Nothing throws. Without a viewer, which comes with the first prepareImage, viewerSettings and the stage's
-/// operations answer null or 0 and leave the error code alone. Every other operation that needs one fails
-/// with DisplayErrNoViewer, those of an overlay whose feature is off with DisplayErrDisabled. Coordinate
-/// spaces are "img" (image pixels), "win" (widget pixels) and "base" (fractions of the image).
+/// A bool result is true on success. After a failure lastError gives the reason, or 0 where the viewer just
+/// refused. Nothing throws. Without a viewer, which comes with the first prepareImage, viewerSettings and the
+/// stage's operations answer null or 0 and leave the error code alone. Every other operation that needs one
+/// fails with DisplayErrNoViewer, those of an overlay whose feature is off with DisplayErrDisabled.
+/// Coordinate spaces are "img" (image pixels), "win" (widget pixels) and "base" (fractions of the image).
 class DisplayAdapter : public QObject
 {
     Q_OBJECT

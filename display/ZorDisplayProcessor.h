@@ -22,7 +22,7 @@ public:
     /// The viewer's settings; may be null.
     virtual DisplaySettings* settings() = 0;
 
-    /// Prepares for images of a geometry and pixel type, told by a record without pixels that may be null.
+    /// Prepares for images of a geometry and pixel type, given by a record without pixels, which may be null.
     /// Status in the low 16 bits, 0 for success.
     virtual std::int32_t configure(const _ZorImage* header) = 0;
 

@@ -25,7 +25,7 @@ constexpr std::int32_t saturationLimit(std::int32_t depth)
 /// depth that is not corrected.
 void fillCells(const ConstImageView& frame, std::size_t frameBytes, const ImageView& cells);
 
-/// Clears the cells that stand for no pixel: the padding of each row and the spare row.
+/// Clears the cells that belong to no pixel: the padding of each row and the spare row.
 void clearSpareCells(const ImageView& cells);
 
 } // namespace zor

@@ -13,7 +13,7 @@ constexpr std::int16_t scaledCell(std::uint16_t cell, std::uint16_t code)
     const std::uint32_t product = std::uint32_t{cell} * code;
     const auto low = static_cast<std::uint16_t>(product);
     const auto high = static_cast<std::uint16_t>(product >> 16);
-    // A negative cell stands for 65536 less, which takes the code off the upper half.
+    // A negative cell is 65536 less than its unsigned value, which takes the code off the upper half.
     const auto negative = static_cast<std::uint16_t>(static_cast<std::int16_t>(cell) >> 15);
     const auto signedHigh = static_cast<std::uint16_t>(high - (code & negative));
     return static_cast<std::int16_t>(

@@ -11,7 +11,7 @@ std::int32_t EncodeCoefficient(double value, std::uint8_t fractionBits)
     if (fractionBits > 31)
         return 0;
     const std::int32_t integer = truncateToInt32(value);
-    // The magnitude stands against the signed integer part: a negative value's rest is above 1 from -1 on.
+    // The signed integer part is taken off the magnitude: the rest of a value of -1 and below is above 1.
     double rest = std::fabs(value) - integer;
     auto code = static_cast<std::uint32_t>(integer);
     double weight = 0.5;

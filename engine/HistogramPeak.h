@@ -11,7 +11,7 @@ std::int32_t histogramLevels(std::int32_t depth);
 std::int32_t largestInnerBin(const std::int32_t* bins, std::int32_t levels);
 
 /// The axis peak after a histogram whose largest bin is `largest`: rises to it at once, falls to it only when
-/// 60 % of the present peak lie above it, and is rounded up to a grain that grows with peak - floor.
+/// it is below 60 % of the present peak, and is rounded up to a grain that grows with peak - floor.
 std::int32_t nextHistogramPeak(std::int32_t peak, std::int32_t floor, std::int32_t largest);
 
 /// Rounds to a multiple. Up: a positive value moves to the next multiple, also when it is one; a negative one

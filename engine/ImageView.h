@@ -33,7 +33,7 @@ inline ConstImageView readOnly(const ImageView& view)
     return {view.data, view.step, view.width, view.height, view.depth};
 }
 
-/// The 16-bit cell with the given index in a row that may stand at any address.
+/// The 16-bit cell with the given index in a row that may start at any address.
 inline std::uint16_t loadCell(const std::uint8_t* row, std::int32_t index)
 {
     std::uint16_t cell;

@@ -17,7 +17,7 @@ enum JsonType : std::uint32_t
     JsonObject = 5
 };
 
-constexpr std::uint32_t JsonLatin1OrInteger = 8; ///< the string is Latin-1, or the number stands in the word
+constexpr std::uint32_t JsonLatin1OrInteger = 8; ///< the string is Latin-1, or the number is in the word
 constexpr std::uint32_t JsonLatin1Key = 16;
 
 /// The first word of an entry. `value` is the number or truth value itself, else the place of the entry's
@@ -27,7 +27,7 @@ constexpr std::uint32_t jsonEntry(JsonType type, std::uint32_t flags, std::size_
     return type | flags | JsonLatin1Key | static_cast<std::uint32_t>(value) << 5;
 }
 
-/// A Latin-1 text behind its length, padded with zeros; the sizes below keep every word on a multiple of 4.
+/// A Latin-1 text after its length, padded with zeros; the sizes below keep every word on a multiple of 4.
 template <std::size_t Room> struct JsonText
 {
     std::uint16_t length;
@@ -38,7 +38,7 @@ struct JsonObjectHead
 {
     std::uint32_t size;          ///< bytes of the whole object
     std::uint32_t kindAndLength; ///< bit 0: an object and not an array; above it the number of entries
-    std::uint32_t tableOffset;   ///< where the table of entry offsets stands
+    std::uint32_t tableOffset;   ///< where the table of entry offsets begins
 };
 
 struct Object

@@ -21,7 +21,7 @@ constexpr std::uint32_t ZBKEventDialogClosed = 0x4002;
 /// the host hands over inside this notification is the one that the dialog opens on.
 constexpr std::uint32_t ZBKEventDialogOpened = 0x4003;
 
-/// What a host tells of itself. Order and widths are binding; the meaning of the fields is the host's own.
+/// What a host reports of itself. Order and widths are binding; the meaning of the fields is the host's own.
 struct ZBKHostInfo
 {
     std::uint32_t leadingWords[3] = {};
@@ -40,7 +40,7 @@ static_assert(offsetof(ZBKHostInfo, trailingWords) == 16 && offsetof(ZBKHostInfo
 /// thread. Every operation may be called at any time after the plug-in object was made: before Init and after
 /// Release they do nothing, unless their comment says otherwise. SetImage, Update and Show run event loops of
 /// their own, for message boxes and views, and so does the window when the operator uses it. What the host
-/// calls from within such a loop is carried out too, as told below.
+/// calls from within such a loop is carried out too, as described below.
 ///
 /// The plug-in object is the loader's, or the host's that deletes it: that releases. It must not be deleted,
 /// nor the library unloaded, while an operation of the plug-in, an event of its window or a message box is on

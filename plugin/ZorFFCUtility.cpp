@@ -69,7 +69,7 @@ int ZorFFCUtility::Init(ZBKHostCallback callback, void* context)
             if (m_dialog == dialog)
                 m_dialog = nullptr;
         });
-        // For a host that ends without Release. It stands once in the list.
+        // For a host that ends without Release. It is in the list once.
         qRemovePostRoutine(deleteDialogs);
         qAddPostRoutine(deleteDialogs);
     }

@@ -12,7 +12,7 @@ public:
     /// left and right, `Qt::Horizontal` one that moves up and down.
     CSplitterHandle(int gap, Qt::Orientation direction, QWidget* parent);
 
-    /// Told to the constructor.
+    /// The direction that the constructor got.
     Qt::Orientation barOrientation() const { return orientation; }
 
 signals:

@@ -3,7 +3,7 @@
 #include "engine/pix/PixTypes.h"
 
 /// Histograms over evenly spread levels. A plan is an opaque block that pixHistogramInitUniform fills; plan
-/// and work buffer have the sizes that pixHistogramSizes tells and belong to the caller.
+/// and work buffer have the sizes that pixHistogramSizes gives and belong to the caller.
 namespace zor {
 
 enum PixDataType : std::int32_t

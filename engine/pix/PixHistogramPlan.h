@@ -36,7 +36,7 @@ inline bool isChannelCount(std::int32_t channels)
     return channels == 1 || channels == 3 || channels == 4;
 }
 
-/// The level with the given index behind a plan, which may stand at any address.
+/// The level with the given index after a plan, which may start at any address.
 inline std::int32_t planLevel(const void* plan, std::int32_t index)
 {
     std::int32_t level;

@@ -40,7 +40,7 @@ std::int32_t planBytes(const std::int32_t* levels, std::int32_t channels)
     return bytes <= std::numeric_limits<std::int32_t>::max() ? static_cast<std::int32_t>(bytes) : 0;
 }
 
-/// Writes one channel's levels from entry `first` on and tells their spacing.
+/// Writes one channel's levels from entry `first` on and returns their spacing.
 double setLevels(void* plan, std::int32_t first, float lower, float upper, std::int32_t count)
 {
     const double spacing = (static_cast<double>(upper) - lower) / (count - 1);

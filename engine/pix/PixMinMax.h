@@ -20,8 +20,8 @@ std::int32_t pixMinMax8u(const std::uint8_t* source, std::int32_t step, PixelReg
 std::int32_t pixMinMax16s(const std::int16_t* source, std::int32_t step, PixelRegion region,
                           std::int16_t* minimum, std::int16_t* maximum);
 
-/// Extremes of the unsigned pixels and where each stands first: in the topmost row that has it, the leftmost.
-/// Any out pointer may be null. Checks: null source, region, step under 2 x width, odd step.
+/// Extremes of the unsigned pixels and the place where each occurs first: in the topmost row that has it, the
+/// leftmost. Any out pointer may be null. Checks: null source, region, step under 2 x width, odd step.
 std::int32_t pixMinMaxLocate16u(const std::uint16_t* source, std::int32_t step, PixelRegion region,
                                 float* minimum, float* maximum, PixelPosition* minimumPosition,
                                 PixelPosition* maximumPosition);

@@ -11,7 +11,7 @@ struct PixelRegion
     std::int32_t height; ///< rows
 };
 
-/// What a primitive answers. Checks run in the order told at each primitive, and a failed check leaves the
+/// What a primitive answers. Checks run in the order given at each primitive, and a failed check leaves the
 /// outputs untouched.
 enum PixStatus : std::int32_t
 {

@@ -10,7 +10,7 @@ namespace zor {
 std::uint16_t* allocateGainCodes(std::int32_t count);
 
 /// Releases an array and gets `count` entries anew, with unset content. When memory runs out the array is
-/// null, the operator is told, and the answer is false.
+/// null, the box is shown, and the answer is false.
 bool renewLine(std::uint16_t*& line, std::int32_t count);
 
 /// A working image. `depth` is 16 where the cells as such are meant, the frame's depth where its limit
