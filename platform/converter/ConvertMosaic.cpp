@@ -13,7 +13,7 @@ namespace zor::platform {
 
 namespace {
 
-/// Samples around a tile that its luma asks for, where the image has them. One would do; two lines keep the
+/// Samples around a tile that its luma needs, where the image has them. One would do; two rows keep the
 /// colour cell in step, four columns also begin at a whole byte in every format.
 constexpr std::uint32_t MarginLines = 2;
 constexpr std::uint32_t MarginColumns = 4;
@@ -21,7 +21,7 @@ constexpr std::uint32_t MarginColumns = 4;
 constexpr std::uint32_t TileLines = 64;
 constexpr std::uint32_t TileColumns = 1024;
 
-/// A range of lines or columns, and the same with its margins.
+/// A range of rows or columns, and the same with its margins.
 struct Range
 {
     Range(std::uint32_t first, std::uint32_t count, std::uint32_t margin, std::uint32_t size)

@@ -5,7 +5,7 @@
 
 namespace zor::platform {
 
-/// Samples in lines of `width`, `stride` samples from one line to the next. Borrows its memory.
+/// Samples in rows of `width`, `stride` samples from one row to the next. Borrows its memory.
 template <typename Sample> struct Plane
 {
     Sample* samples = nullptr;
@@ -16,13 +16,13 @@ template <typename Sample> struct Plane
     Sample* line(std::size_t y) const { return samples + y * stride; }
 };
 
-/// What is read from: one sample a pixel, each behind its own colour filter.
+/// What is read from: one sample a pixel, each of its own colour filter.
 using Mosaic = Plane<const std::uint16_t>;
 /// What is written to, of the same width and height as the mosaic.
 using Luma = Plane<std::uint16_t>;
 
 /// Makes the luma of a mosaic whose first sample is the first of its colour cell. A luma sample depends on
-/// mosaic samples at most one line and one column away, so that a large image can be taken in tiles.
+/// mosaic samples at most one row and one column away, so that a large image can be taken in tiles.
 using MosaicToLuma = void (*)(std::uint32_t pixelType, const Mosaic& mosaic, const Luma& luma);
 
 } // namespace zor::platform

@@ -20,7 +20,7 @@ constexpr int BadArgument = 1;
 constexpr int Unsupported = 2;
 constexpr int NoMemory = 3;
 
-/// A result of the source's size in the target format, lines padded to a multiple of 4 bytes; null when it is
+/// A result of the source's size in the target format, rows padded to a multiple of 4 bytes; null when it is
 /// too large for a record or for the memory.
 _ZorImage* makeResult(const _ZorImage& source, std::uint32_t target)
 {
@@ -41,7 +41,7 @@ _ZorImage* makeResult(const _ZorImage& source, std::uint32_t target)
     return result;
 }
 
-/// Lines are written to their last pixel; what pads them is 0.
+/// Rows are written to their last pixel; what pads them is 0.
 void fillPadding(const _ZorImage& image)
 {
     const std::size_t used = tightPitch(image.pixelType, image.width);

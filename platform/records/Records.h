@@ -6,7 +6,7 @@
 /// one of them made can be given back through the other.
 namespace zor::platform {
 
-/// Bytes behind `imageSize` that belong to every pixel buffer made here: a mark that is drawn a few samples
+/// Bytes after `imageSize` that belong to every pixel buffer made here: a mark that is drawn a few samples
 /// past the last pixel stays inside the block.
 constexpr std::size_t SpareBytes = 16;
 

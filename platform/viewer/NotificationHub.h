@@ -32,7 +32,7 @@ public:
     /// A second registration of the same address changes nothing.
     void add(ZorDisplayCommand* listener);
 
-    /// What is sent of the view; the mouse is told of until somebody forbids it, view changes are not.
+    /// Which notifications of the view are sent; before the first call those of the mouse alone.
     void setViewFlags(int flags) { m_viewFlags = flags; }
     void setImageFlags(int flags) { m_imageFlags = flags; }
 

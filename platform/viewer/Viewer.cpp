@@ -28,7 +28,8 @@ double innerMiddle(double ratio)
     return std::floor(ratio * 0.5) + 0.5;
 }
 
-// Of two that are as near the first, since the middle of the second is already the next image pixel's.
+// Of two that are equally near it is the first, since the middle of the second is already the next image
+// pixel's.
 int nearestPixel(double device, double ratio)
 {
     const double place = (device - innerMiddle(ratio)) / ratio;

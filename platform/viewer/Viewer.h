@@ -31,7 +31,7 @@ public:
     ViewerStatus display(const _ZorImage* image);
     /// Shows two images side by side; an image that can't be shown leaves the view as it was.
     ViewerStatus displayPair(const _ZorImage* first, const _ZorImage* second);
-    /// Makes the picture from the copied images again, with the processors and the coloration of now.
+    /// Makes the picture from the copied images again, with the present processors and coloration.
     bool rebuild();
 
     /// Both null when the host has destroyed its widget.
@@ -41,8 +41,8 @@ public:
 
     /// Device pixels per widget pixel.
     double pixelRatio() const;
-    /// The middle device pixel of a pixel of the view widget or its surface, by its middle where the pixel
-    /// ratio is whole; device pixels of the canvas.
+    /// A point in the middle device pixel of a pixel of the view widget or its surface, in device pixels of
+    /// the canvas; where the pixel ratio is whole, the middle of that device pixel.
     QPointF deviceAt(const QWidget* receiver, const QPointF& pixel) const;
     /// The middle of the device pixel that holds a position on one of the two widgets, which on a screen of
     /// many device pixels may be a fraction.

@@ -9,7 +9,7 @@ namespace zor::viewer {
 class Viewer;
 
 /// The spaces of commands: "img" image pixels, "win" pixels of the view widget, "base" fractions of the
-/// image. In "img" and "win" a whole number names a pixel and stands for its middle.
+/// image. In "img" and "win" a whole number names a pixel and means its middle.
 
 /// A point of a space in image pixels (pixel corners at whole numbers); none for an unknown space or without
 /// an image.

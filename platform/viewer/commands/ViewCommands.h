@@ -4,7 +4,7 @@
 #include "platform/viewer/commands/CommandContext.h"
 
 namespace zor::viewer {
-/// The commands that ask or tell where the view looks. False is a refusal.
+/// The commands that ask or set where the view looks. False is a refusal.
 
 bool rebuildCommand(CommandContext context, ParameterMap& parameters);
 bool zoomInCommand(CommandContext context, ParameterMap& parameters);
@@ -15,7 +15,7 @@ bool fitCommand(CommandContext context, ParameterMap& parameters);
 bool viewAtCommand(CommandContext context, ParameterMap& parameters);
 /// `scale` above 0, cut to the limits.
 bool viewScaleCommand(CommandContext context, ParameterMap& parameters);
-/// Rewrites `pos.x` and `pos.y` from `cs.src` to `cs.dst`; `result` tells whether the point is on the image.
+/// Rewrites `pos.x` and `pos.y` from `cs.src` to `cs.dst`; `result` says whether the point is on the image.
 bool translateCommand(CommandContext context, ParameterMap& parameters);
 /// Returns the visible rectangle in `pos.x`, `pos.y`, `dim.w`, `dim.h`.
 bool viewImageCommand(CommandContext context, ParameterMap& parameters);

@@ -22,7 +22,7 @@ struct AxisMap
     int count() const { return static_cast<int>(first.size()); }
 };
 
-/// One axis of a view: `centre` (image pixels) stands in the middle of `viewLength` device pixels.
+/// One axis of a view: `centre` (image pixels) is in the middle of `viewLength` device pixels.
 struct Axis
 {
     double scale; ///< device pixels per image pixel

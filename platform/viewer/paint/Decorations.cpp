@@ -30,8 +30,8 @@ int edgeOf(double device)
     return static_cast<int>(std::ceil(std::clamp(device, -Farthest, Farthest) - 0.5));
 }
 
-// Each pixel draws its left and its upper line, in a colour that stands out on its own; the last ones draw
-// those behind them too.
+// Each pixel draws its left and its upper line, in a colour that stands out on the pixel's own; the last ones
+// draw their right or lower line too.
 void paintGrid(QPainter& painter, const Scene& scene, int pane, const QRect& pixels)
 {
     const ImagePyramid& pyramid = scene.picture(pane).pyramid();

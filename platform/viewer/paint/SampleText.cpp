@@ -54,7 +54,7 @@ public:
     {
     }
 
-    /// The number's baseline begins so that it stands centred on `middle`.
+    /// The number's baseline begins so that it is centred on `middle`.
     void add(int number, double middle, double baseline)
     {
         int count = 1;

@@ -6,9 +6,9 @@
 #include "platform/viewer/view/ViewGeometry.h"
 
 namespace zor::viewer {
-/// Everything that a canvas paints, and nothing of how. One picture fills the view; a pair stands side by
-/// side in two panes of the same size, scale and centre; where their sizes differ, both begin in the upper
-/// left corner of an area of the larger sides, which counts as the image.
+/// Everything that a canvas paints, and nothing about how. One picture fills the view; a pair is side by side
+/// in two panes of the same size, scale and centre; where their sizes differ, both begin in the upper left
+/// corner of an area of the larger sides, which counts as the image.
 class Scene
 {
 public:

@@ -27,7 +27,7 @@ void dropRepeatedBits(_ZorImage& record)
     }
 }
 
-// The first three of the four samples of each pixel of a line, in pieces that stay in the cache.
+// The first three of the four samples of each pixel of a row, in pieces that stay in the cache.
 void takeThreeOfFour(std::uint32_t pixelType, const std::uint8_t* source, std::uint16_t* target, int width)
 {
     constexpr int Piece = 1024;

@@ -14,10 +14,10 @@ class DevelopedSamples
 public:
     /// Once. Keeps nothing of the record's memory. After an answer other than Ok there are no samples.
     ViewerStatus take(const _ZorImage& image);
-    /// Samples keep their places.
+    /// The samples keep their addresses.
     void swap(DevelopedSamples& other);
 
-    /// Of the shape that shownShape() tells of the record.
+    /// Of the shape that shownShape() gives for the record.
     const Samples& samples() const { return m_samples; }
 
 private:

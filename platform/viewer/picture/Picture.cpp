@@ -33,7 +33,7 @@ ViewerStatus Picture::show(const _ZorImage* shown, const _ZorImage* source)
     } catch (const std::bad_alloc&) {
         return ViewerStatus::Memory;
     }
-    // Asked to show its own copy again, or a part of it, it may be written over only now.
+    // The image may be this picture's own copy, or a part of it, so the copy is overwritten only now.
     if (ZorCloneImage(m_source.place(), source) != 0) {
         clear();
         return ViewerStatus::Memory;
@@ -67,7 +67,7 @@ void Picture::clear()
 }
 
 // Levels point into their memory and level 0 into a record or developed samples, all of which keep their
-// places.
+// addresses.
 void Picture::swap(Picture& other)
 {
     m_source.swap(other.m_source);

@@ -6,13 +6,13 @@
 #include <cstdint>
 
 namespace zor::viewer {
-/// The numbers that stand in the pixels of an image: its native codes, whatever it is converted to for the
-/// screen. One for mono, Bayer and TrueSense; red, green and blue in this order for colour, without the
-/// fourth channel; Y, U and V for YUV, where an odd last pixel of a 4:2:2 line has no V.
+/// The numbers that are drawn in the pixels of an image: its native codes, whatever it is converted to for
+/// the screen. One for mono, Bayer and TrueSense; red, green and blue in this order for colour, without the
+/// fourth channel; Y, U and V for YUV, where an odd last pixel of a 4:2:2 row has no V.
 class PixelNumbers
 {
 public:
-    /// The record is read at each question and must stay.
+    /// The record is read at each call and must outlive this object.
     explicit PixelNumbers(const _ZorImage& image);
 
     /// Numbers in a pixel.

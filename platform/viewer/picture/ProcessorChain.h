@@ -10,7 +10,7 @@ namespace zor::viewer {
 class ProcessorChain
 {
 public:
-    /// Takes the processor over. One that is in the chain already stays there once.
+    /// Takes the processor over. One that is in the chain already is not added again.
     void add(ZorImgProcessor* processor);
     void clear() { m_processors.clear(); }
     bool isEmpty() const { return m_processors.empty(); }

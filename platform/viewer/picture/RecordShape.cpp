@@ -63,7 +63,7 @@ ViewerStatus checkRecord(const _ZorImage* image)
     if (image->pitch < tightPitch(image->pixelType, image->width) ||
         image->imageSize < neededBytes(image->pixelType, image->width, image->height, image->pitch))
         return ViewerStatus::Argument;
-    // Processors take samples as wide as the depth tells.
+    // Processors take the width of a sample from the depth.
     const std::uint32_t sampleBits = pixelTypeSampleBits(image->pixelType);
     const bool isPlain = pixelTypePackingClass(image->pixelType) == PackingClass::Plain;
     const std::uint32_t heldBits = isPlain && sampleBits > 8 ? 16 : sampleBits;

@@ -19,7 +19,7 @@ PixelRoute pixelRoute(const _ZorImage& image);
 /// The shape of the samples that a record of a format that isn't refused is shown with.
 PixelShape shownShape(const _ZorImage& image);
 
-/// Whether the record can be read at all: pixels, a size, lines inside the buffer, a depth that its samples
+/// Whether the record can be read at all: pixels, a size, rows inside the buffer, a depth that its samples
 /// can hold. Says nothing of the format.
 ViewerStatus checkRecord(const _ZorImage* image);
 

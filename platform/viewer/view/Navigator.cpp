@@ -61,7 +61,7 @@ bool Navigator::toggleFit(const QPointF& anchor)
         return fit(ViewGeometry::FitWhole);
     if (!m_geometry.hasImage())
         return false;
-    // Also where the fit stands at 1 : 1, so that the next double click fits again.
+    // Also where the fit is at 1 : 1, so that the next double click fits again.
     m_geometry.setScale(1.0, anchor);
     settle();
     return true;

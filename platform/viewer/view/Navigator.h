@@ -5,15 +5,15 @@
 #include <functional>
 
 namespace zor::viewer {
-/// Moves a view on request of commands, mouse and keys, and tells when it really stands elsewhere.
+/// Moves a view on request of commands, mouse and keys, and reports when it has really moved.
 class Navigator
 {
 public:
     /// One step of keys, menu and zoom commands; two of them double the scale.
     static constexpr double ZoomStep = 1.41421356237309505;
 
-    /// `moved` runs after every change that has to be painted, with true when the view stands more than half
-    /// a device pixel from where the last true told. It comes last in all that is done here and may delete
+    /// `moved` runs after every change that has to be painted, with true when the view is more than half a
+    /// device pixel from where it was at the last true. It comes last in all that is done here and may delete
     /// the navigator.
     Navigator(ViewGeometry& geometry, std::function<void(bool)> moved);
 

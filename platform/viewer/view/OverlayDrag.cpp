@@ -24,7 +24,7 @@ int partOf(const QRectF& border, const QPointF& device, double reach)
     return side != 0 && level != 0 ? side | level : OverlayDrag::Border;
 }
 
-// One axis: where a span of `length` that shall begin at `begin` ends up on an image of `limit` pixels.
+// One axis: where a span of `length` that should begin at `begin` ends up on an image of `limit` pixels.
 int keptOn(int begin, int length, int limit)
 {
     return std::max(0, std::min(begin, limit - length));

@@ -5,7 +5,7 @@
 #include <QSize>
 
 namespace zor::viewer {
-/// Where an image stands in a view. Pure arithmetic on three spaces: image pixels, device pixels of the view
+/// Where an image lies in a view. Pure arithmetic on three spaces: image pixels, device pixels of the view
 /// (integers are pixel corners, centres lie at halves), and fractions of the image. The scale is device
 /// pixels per image pixel, so that 1 is one to one on every screen.
 class ViewGeometry
@@ -51,15 +51,14 @@ public:
     QPointF toDevice(const QPointF& image) const { return middle() + (image - m_centre) * m_scale; }
     bool isOnImage(const QPoint& pixel) const;
 
-    /// What the view shows in image pixels, not cut to the image: of the rectangles of whole pixels one whose
-    /// middle is the nearest to the centre, at most a quarter of a pixel off. In views of every size that is
-    /// the centre rounded to halves, so that views that follow each other agree on one lattice and come to
-    /// rest.
+    /// What the view shows in image pixels, not cut to the image: the rectangle of whole pixels whose middle
+    /// is the nearest to the centre, at most a quarter of a pixel off. In views of every size that is the
+    /// centre rounded to halves, so that views that follow each other agree on one lattice and come to rest.
     QRect visibleRect() const;
     /// The middle of visibleRect.
     QPointF reportedCentre() const;
 
-    /// True when something in the view stands more than half a device pixel elsewhere.
+    /// True when something in the view is more than half a device pixel away from its place in `other`.
     bool isElsewhere(const ViewGeometry& other) const;
 
 private:

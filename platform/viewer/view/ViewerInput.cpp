@@ -94,7 +94,7 @@ bool ViewerInput::mouse(QWidget* receiver, QMouseEvent* event)
     if (receiver == m_viewer.surface())
         isSecondSight(event);
     const QPointF device = m_viewer.deviceUnder(receiver, event->localPos());
-    // What lies below the pointer is told as it was seen at the click; a double click moves the picture.
+    // What lies below the pointer is reported as it was seen at the click; a double click moves the picture.
     NotificationHub::Pointer pointer = pointerOf(receiver, event, device);
     const std::weak_ptr<const int> alive = m_viewer.hub().life();
     bool isTaken = false;

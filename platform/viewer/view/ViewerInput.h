@@ -51,7 +51,7 @@ private:
     OverlayDrag m_overlayDrag;
     int m_dragPane = 0; ///< of the overlay drag, also while the pointer is over the other one
     bool m_isPanning = false;
-    QPointF m_last;                             ///< where the pan stands, device pixels
+    QPointF m_last;                             ///< where the pan is, device pixels
     bool m_hasCursor = false;                   ///< an overlay's cursor is set on the surface
     std::optional<QCursor> m_hostCursor;        ///< what it took the place of
     std::vector<QPointer<QWidget>> m_untracked; ///< widgets whose mouse tracking was off

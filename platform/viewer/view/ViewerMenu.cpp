@@ -53,7 +53,7 @@ void ViewerMenu::fill()
 
 bool ViewerMenu::exec()
 {
-    // A second loop below the first would end with the menu, and the first never.
+    // A second event loop inside the first would end with the menu, the first one never.
     if (!m_menu || m_isOpen)
         return false;
     if (m_coloration)
