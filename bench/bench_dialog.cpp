@@ -119,7 +119,7 @@ public:
         });
     }
 
-    /// The same, with the steps of Update one by one: milliseconds of each, added behind `times`.
+    /// The same, with the steps of Update one by one: milliseconds of each, appended to `times`.
     void steps(std::vector<std::vector<double>>& times)
     {
         _ZorImage record = m_camera.next();
@@ -188,7 +188,7 @@ int main(int argc, char** argv)
     std::printf(
         "%d x %d, 12 bits, %d frames: %.1f frames a second (median), %.1f (slowest), %.1f (fastest)\n", Width,
         Height, frames, 1000.0 / median(whole), 1000.0 / *slowest, 1000.0 / *fastest);
-    // Tells more than the clock on the wall where others load the machine.
+    // Says more than the time on the wall clock where others load the machine.
     std::printf("processor time of a frame, all threads: %.1f ms\n", busy);
 
     std::vector<std::vector<double>> times;

@@ -1,4 +1,4 @@
-# Sources whose loops run over the samples and lines of an image. Every optimised configuration compiles them at -O3,
+# Sources whose loops run over the samples and rows of an image. Every optimised configuration compiles them at -O3,
 # because -O2 keeps the compiler's vectoriser from loops whose length is not known.
 
 # zor_optimised_configurations(RESULT)

@@ -11,11 +11,11 @@ std::uint32_t bitsForValue(std::uint32_t largest);
 /// The depth that a frame of so many significant bits gets: rounded up to 8, 10, 12 or 16.
 std::uint32_t depthForBits(std::uint32_t bits);
 
-/// Where a sample stands, for an error's text; `index` counts from 0, line after line.
+/// The place of a sample, for an error's text; `index` counts from 0, row after row.
 std::string samplePlace(std::uint32_t width, std::size_t index);
 
 /// A frame in the plain mono format of its depth, with the samples unchanged: the depth is that of the
-/// options when given, else what the file tells, else what the largest sample needs. Throws FrameError for a
+/// options when given, else what the file states, else what the largest sample needs. Throws FrameError for a
 /// sample above the depth.
 Frame frameFromSamples(const std::string& path, const StoredSamples& samples, const FrameOptions& options);
 

@@ -14,13 +14,13 @@ namespace zor {
 struct Frame
 {
     std::uint32_t width = 0;  ///< pixels
-    std::uint32_t height = 0; ///< lines
-    std::uint32_t pitch = 0;  ///< bytes from line to line
+    std::uint32_t height = 0; ///< rows
+    std::uint32_t pitch = 0;  ///< bytes from row to row
     std::uint32_t pixelType = 0;
     std::vector<std::uint8_t> pixels;
     /// Where the depth comes from, as a person reads it: "maxval 4095", "largest sample 3981", "--depth 12".
     std::string depthSource;
-    /// Nothing tells the depth but the largest sample, and the stored words have room for more bits.
+    /// The depth comes from the largest sample alone, and the stored words have room for more bits.
     bool depthGuessed = false;
 
     /// A record that borrows this frame's pixels: valid while the frame lives and is not changed.
@@ -30,7 +30,7 @@ struct Frame
 /// What to make of the samples of a TIFF file whose 0 is white.
 enum class WhiteIsZero
 {
-    Stored,   ///< the samples as they stand
+    Stored,   ///< the samples as they are
     Inverted, ///< full scale of 8 or 16 bits less the sample
 };
 
@@ -47,8 +47,8 @@ struct FrameOptions
         std::string format; ///< name of a pixel format
         std::uint32_t width = 0;
         std::uint32_t height = 0;
-        std::optional<std::uint32_t> pitch; ///< tight lines when not given
-        bool packedOrderRecord = false;     ///< `Packed` low bits stand as in a record, not as on the wire
+        std::optional<std::uint32_t> pitch; ///< tight rows when not given
+        bool packedOrderRecord = false;     ///< `Packed` low bits lie as in a record, not as on the wire
     };
     std::optional<RawLayout> raw;
 };
@@ -60,8 +60,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Reads a frame from a PGM (P2, P5), grey PNG or grey TIFF file, told by its content, or from a raw dump
-/// when `options.raw` is set. Throws FrameError.
+/// Reads a frame from a PGM (P2, P5), grey PNG or grey TIFF file, recognised by its content, or from a raw
+/// dump when `options.raw` is set. Throws FrameError.
 Frame readFrame(const std::string& path, const FrameOptions& options);
 
 } // namespace zor

@@ -8,9 +8,9 @@
 namespace zor {
 
 /// Reads a PGM file, P2 (decimal) or P5 (one byte a sample up to a maxval of 255, else two, the high one
-/// first). The samples are not rescaled; the maxval (1 to 65535) tells the significant bits. Behind the last
-/// sample only white space may stand: more would mean that the header tells of another picture. Throws
-/// FrameError.
+/// first). The samples are not rescaled; the maxval (1 to 65535) gives the significant bits. After the last
+/// sample only white space may follow, in P2 also comments: more would mean that the header is that of
+/// another picture. Throws FrameError.
 StoredSamples readPgm(const std::string& path);
 
 /// The bytes of a binary PGM file with the picture's samples. Its maxval is the full scale of the depth: 255,

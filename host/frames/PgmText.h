@@ -16,11 +16,11 @@ public:
     {
     }
 
-    /// The next decimal number, at most 10 digits; none when something else or the end stands there.
+    /// The next decimal number, at most 10 digits; none when something else or the end comes next.
     std::optional<std::uint64_t> number();
 
     /// Steps over the one white space, or the comment with its line end, that ends the header. False when
-    /// neither stands there.
+    /// neither is there.
     bool endOfHeader();
 
     /// Whether nothing but white space and comments follows.

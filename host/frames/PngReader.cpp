@@ -29,8 +29,8 @@ struct PngFile
     StoredSamples samples;
     std::size_t sampleBytes = 0;
     std::size_t lineBytes = 0;
-    /// One line, or all of an interlaced picture, whose lines are complete in the last pass only. The memory
-    /// is touched as it is decoded.
+    /// One row, or all of an interlaced picture, whose rows are complete in the last pass only. The memory is
+    /// touched as it is decoded.
     std::unique_ptr<std::uint8_t[]> lines;
 
     PngFile() = default;

@@ -8,14 +8,14 @@
 
 namespace zor {
 
-/// The samples of a grey picture file as they stand in it, before their depth is settled.
+/// The samples of a grey picture file as it stores them, before their depth is settled.
 struct StoredSamples
 {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
-    std::vector<std::uint16_t> values; ///< line after line without padding
+    std::vector<std::uint16_t> values; ///< row after row without padding
 
-    /// Significant bits that the file tells of.
+    /// Significant bits that the file states.
     struct Told
     {
         std::uint32_t bits = 0;

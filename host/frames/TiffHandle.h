@@ -11,7 +11,7 @@ class TiffHandle
 public:
     /// `get` is null when the file cannot be opened as TIFF.
     explicit TiffHandle(const std::string& path);
-    /// For a new file, little-endian, behind a copy of the descriptor.
+    /// For a new file, little-endian, through a copy of the descriptor.
     explicit TiffHandle(int descriptor);
     ~TiffHandle();
     TiffHandle(const TiffHandle&) = delete;
@@ -25,7 +25,7 @@ public:
     /// Whether a decoder went on with made up samples: JPEG's only warns of broken data.
     bool madeUpSamples() const { return m_madeUpSamples; }
 
-    /// A tag of 16 bits that stands in the file; `otherwise` when it does not.
+    /// The value of a 16-bit tag; `otherwise` when the file does not have it.
     std::uint16_t tag16(std::uint32_t tag, std::uint16_t otherwise) const;
     /// The same for 32 bits.
     std::uint32_t tag32(std::uint32_t tag, std::uint32_t otherwise) const;

@@ -60,14 +60,14 @@ Layout readLayout(const std::string& path, const TiffHandle& tiff, std::optional
     return {width, height, bits / 8, inverted, inflation};
 }
 
-/// Line after line: memory is touched with what the file really holds.
+/// Row after row: memory is touched with what the file really holds.
 void readStrips(const std::string& path, const TiffHandle& tiff, const Layout& layout,
                 std::vector<std::uint16_t>& values)
 {
     const std::size_t lineBytes = std::size_t{layout.width} * layout.sampleBytes;
     checkFileHolds(path, fileSize(path), lineBytes * layout.height, layout.inflation);
     values.reserve(std::size_t{layout.width} * layout.height);
-    // The library's own size, so that it never writes behind the line. One grey sample a pixel fills it.
+    // The library's own size, so that it never writes past the row. One grey sample a pixel fills it.
     std::vector<std::uint8_t> line(static_cast<std::size_t>(TIFFScanlineSize(tiff.get())));
     for (std::uint32_t y = 0; y < layout.height; ++y) {
         if (TIFFReadScanline(tiff.get(), line.data(), y, 0) != 1 || tiff.madeUpSamples())
@@ -88,7 +88,7 @@ void readTiles(const std::string& path, const TiffHandle& tiff, const Layout& la
         failFrame(path, "its tiles of " + std::to_string(tileWidth) + "x" + std::to_string(tileHeight) +
                             " are not usable; save it in strips");
     const std::size_t tileLine = std::size_t{tileWidth} * layout.sampleBytes;
-    // As for a line.
+    // As for a row.
     const auto tileBytes = static_cast<std::size_t>(TIFFTileSize(tiff.get()));
 
     const std::size_t tilesAcross = (layout.width + tileWidth - 1) / tileWidth;
@@ -115,7 +115,7 @@ void readTiles(const std::string& path, const TiffHandle& tiff, const Layout& la
     }
 }
 
-/// A stored 0 becomes full scale: what the file tells about its largest sample is then about the smallest.
+/// A stored 0 becomes full scale: what the file says about its largest sample is then about the smallest.
 void invert(StoredSamples& samples, std::uint32_t bits)
 {
     const std::uint32_t fullScale = (1U << bits) - 1;

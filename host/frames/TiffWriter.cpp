@@ -26,7 +26,7 @@ public:
 
     int descriptor() const { return m_descriptor; }
 
-    /// All that stands in it. Throws std::runtime_error: half a file must not pass for a whole one.
+    /// All that is in it. Throws std::runtime_error: half a file must not pass for a whole one.
     std::string bytes() const
     {
         const off_t size = ::lseek(m_descriptor, 0, SEEK_END);

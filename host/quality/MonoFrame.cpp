@@ -14,7 +14,7 @@ namespace zor {
 
 namespace {
 
-/// Why the converter refused; its answer alone does not tell.
+/// Why the converter refused; its answer alone does not say.
 std::string conversionProblem(const _ZorImage& source, std::uint32_t target)
 {
     const std::string formats =
@@ -24,7 +24,7 @@ std::string conversionProblem(const _ZorImage& source, std::uint32_t target)
 
     const std::string size =
         "a frame of " + std::to_string(source.width) + " x " + std::to_string(source.height) + " pixels ";
-    // The converted lines may be padded.
+    // The converted rows may be padded.
     constexpr std::uint64_t mostPadding = 3;
     constexpr std::uint64_t mostBytes = std::numeric_limits<std::uint32_t>::max();
     if (source.height * (tightPitch(target, source.width) + mostPadding) > mostBytes)

@@ -23,7 +23,7 @@ public:
     /// The pixels, valid while this object lives.
     ConstImageView view() const;
 
-    /// Bytes of the pixel buffer behind view().
+    /// Bytes of the pixel buffer that view() shows.
     std::size_t bytes() const { return m_record->imageSize; }
 
     std::uint32_t pixelType() const { return m_record->pixelType; }

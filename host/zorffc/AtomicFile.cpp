@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The place that a path leads to behind its symbolic links, whether or not something is there; still a link
+/// The place that a path leads to through its symbolic links, whether or not something is there; still a link
 /// when they lead in a circle.
 fs::path behindLinks(fs::path path)
 {
@@ -69,7 +69,7 @@ void AtomicFile::open()
         fail("cannot be written: " + std::string(std::strerror(errno)) + "; choose another folder");
     if (!m_existing)
         return;
-    // The new file stands in for the old one, so it belongs to the same user and group, as far as this
+    // The new file takes the place of the old one, so it belongs to the same user and group, as far as this
     // process may give files away, and is as open to others as that was.
     constexpr auto unchanged = static_cast<uid_t>(-1);
     static_cast<void>(::fchown(m_file->descriptor(), unchanged, m_existing->st_gid));

@@ -35,7 +35,7 @@ private:
     [[noreturn]] void fail(const std::string& problem) const;
 
     std::string m_name;                    ///< as the user wrote it, for messages
-    std::filesystem::path m_target;        ///< behind all links
+    std::filesystem::path m_target;        ///< with all links followed
     std::filesystem::path m_folder;        ///< of the target
     std::optional<struct stat> m_existing; ///< what the target is now, if anything
     std::optional<TemporaryFile> m_file;

@@ -50,7 +50,7 @@ void compute(const ComputeArguments& arguments)
     output.write(ffcFileText(arguments.title, arguments.camera, currentFfcDate(), gains.columns, gains.rows,
                              fractionBits));
 
-    // The summary comes first, so that a run which cannot tell its result leaves the target as it was.
+    // The summary comes first, so that a run which cannot print its result leaves the target as it was.
     printSummary(frameSummary(frame, mono) + "Column gain      " + gainRange(gains.columns) + " computed, " +
                  fileGainRange(columns, arguments.precision) + " in the file\n" + "Row gain         " +
                  gainRange(gains.rows) + " computed, " + fileGainRange(rows, arguments.precision) +

@@ -34,8 +34,8 @@ std::optional<std::uint32_t> pictureDepth(const ConvertArguments& arguments, con
     return arguments.depth == 0 ? std::nullopt : std::optional<std::uint32_t>(arguments.depth);
 }
 
-/// Samples of 10 and 12 bits take two bytes. The maxval of a PGM tells every viewer so, which the entries of
-/// the other kinds don't.
+/// Samples of 10 and 12 bits take two bytes. The maxval of a PGM says so to every viewer, the entries of the
+/// other kinds do not.
 std::string darknessNote(const std::string& ending, std::uint32_t depth)
 {
     if (ending == ".pgm" || depth == 8 || depth == 16)

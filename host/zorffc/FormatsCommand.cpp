@@ -69,8 +69,8 @@ bool containsButForCase(std::string text, std::string part)
 constexpr std::size_t Columns = 10;
 using Line = std::array<std::string, Columns>;
 
-/// The width of each column, below 0 for text, which stands on the left. The layout comes last, because it
-/// alone holds blanks.
+/// The width of each column, below 0 for text, which is aligned left. The layout comes last, because it alone
+/// holds blanks.
 constexpr std::array<int, Columns> Widths = {3, -24, -10, -9, 5, 4, -7, 8, -6, 0};
 
 const Line Header = {"row",  "name",    "code",     "family", "depth",

@@ -12,12 +12,12 @@
 
 namespace zor {
 
-/// The arguments by which every command that reads a frame is told which and how.
+/// The arguments that say which frame a command reads, and how.
 struct FrameArguments
 {
     std::string path;
     std::uint32_t depth = 0;           ///< 0: as the file says
-    bool hasDepthOption = false;       ///< the command can be told the depth
+    bool hasDepthOption = false;       ///< the command has `--depth` for the frame
     std::optional<std::string> format; ///< nothing: the file has a header of its own
     FrameSize size;
     std::optional<std::uint64_t> pitch;
@@ -29,7 +29,7 @@ struct FrameArguments
 /// `arguments` must outlive the parsing.
 CLI::Option* addDumpArguments(CLI::App& command, FrameArguments& arguments);
 
-/// The same and `--depth`, which overrides the depth that a file with a header tells.
+/// The same and `--depth`, which overrides the depth that a file with a header states.
 void addFrameArguments(CLI::App& command, FrameArguments& arguments);
 
 /// Reads the frame. Throws FrameError or CommandError.

@@ -12,7 +12,7 @@ namespace zor {
 
 namespace {
 
-/// A few stuck pixels are normal; a larger share than this tells of the whole frame.
+/// A few stuck pixels are normal; a larger share than this is about the whole frame.
 constexpr double TolerableShare = 0.001;
 
 /// A quarter of the smallest step of a gain in a file of 8 fraction bits.

@@ -63,7 +63,7 @@ std::string fixedText(double value, int decimals)
 {
     if (std::isnan(value))
         return "nan";
-    // The longest double has 309 digits in front of the point.
+    // The longest double has 309 digits before the point.
     char buffer[400];
     const auto result =
         std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);

@@ -57,7 +57,7 @@ CLI::Option* addWhole(CLI::App& app, const std::string& name, std::optional<std:
 
 CLI::Option* addFlag(CLI::App& app, const std::string& name, bool& target, const std::string& help)
 {
-    // The parser counts a flag, takes a number behind it for the count and "false" for -1.
+    // The parser counts a flag, takes a number after it for the count and "false" for -1.
     const auto store = [&target, name](std::int64_t count) {
         if (count != 1)
             throw CLI::ValidationError(name, "takes no value; give it alone and once");

@@ -12,7 +12,7 @@
 namespace zor {
 
 /// Options whose numbers read the same in every locale. Each stores into its target and refuses what does not
-/// fit with a text that tells what does. The targets must outlive the parsing.
+/// fit with a text that says what does. The targets must outlive the parsing.
 
 /// A finite number between two whole ones, both included.
 CLI::Option* addReal(CLI::App& app, const std::string& name, double& target, std::int64_t least,

@@ -40,7 +40,7 @@ void checkCount(const ReportArguments& arguments, const char* table, std::size_t
                            "; use the file that was computed for frames of this size");
 }
 
-/// The file does not tell its precision; gains far from 1 tell that the wrong one was given.
+/// The file does not state its precision; gains far from 1 show that the wrong one was given.
 std::vector<std::string> precisionWarnings(const ReportArguments& arguments,
                                            std::vector<std::int32_t> columns)
 {

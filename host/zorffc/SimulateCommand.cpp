@@ -65,7 +65,7 @@ std::string fileBytes(const SimulateArguments& arguments, const SensorModel& mod
     return {frame.pixels.begin(), frame.pixels.end()};
 }
 
-/// What another command has to be told to read the dump.
+/// The options with which another command reads the dump.
 std::string readingOptions(const SimulateArguments& arguments)
 {
     if (!arguments.format)

@@ -44,7 +44,7 @@ bool isTaken(const fs::path& path)
     return ::faccessat(AT_FDCWD, path.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
-/// Whether the name still stands for the open file, and for a regular one.
+/// Whether the name is still that of the open file, and the file a regular one.
 bool isNameOf(const fs::path& path, int descriptor)
 {
     struct stat named
@@ -57,7 +57,7 @@ bool isNameOf(const fs::path& path, int descriptor)
            named.st_dev == open.st_dev && named.st_ino == open.st_ino;
 }
 
-/// Removes a temporary file that no running process holds the lock of. Where there are no locks it stays.
+/// Removes a temporary file whose lock no running process holds. Where there are no locks it stays.
 void sweep(const fs::path& path)
 {
     const int descriptor = ::open(path.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
@@ -102,7 +102,7 @@ TemporaryFile::TemporaryFile(const fs::path& folder)
 
 TemporaryFile::~TemporaryFile()
 {
-    // The name goes before the lock, which tells that somebody cares for it.
+    // The name goes before the lock, which keeps other runs from sweeping the file.
     if (!m_name.empty())
         ::unlink(m_name.c_str());
     if (m_descriptor >= 0)

@@ -14,7 +14,7 @@ namespace zor {
 class TemporaryFile
 {
 public:
-    /// Sweeps the folder and makes the file there. Without success descriptor() is -1 and errno tells why.
+    /// Sweeps the folder and makes the file there. Without success descriptor() is -1 and errno says why.
     explicit TemporaryFile(const std::filesystem::path& folder);
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -22,8 +22,8 @@ public:
 
     int descriptor() const { return m_descriptor; }
 
-    /// Puts the file in the place of whatever the target's name stands for; both are in one folder. Without
-    /// success the target is as it was, and errno tells why.
+    /// Puts the file in the place of whatever has the target's name; both are in one folder. Without success
+    /// the target is as it was, and errno says why.
     bool replace(const std::filesystem::path& target);
 
 private:

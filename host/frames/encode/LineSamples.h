@@ -7,8 +7,8 @@
 
 namespace zor {
 
-/// The samples of line `y` of the scene, in the order in which the format stores them;
-/// width x samplesPerPixel() of them.
+/// The samples of row `y` of the scene, in the order in which the format stores them; width x
+/// samplesPerPixel() of them.
 std::vector<std::uint16_t> lineSamples(const SampleImage& scene, const ZorPixelTypeRow& row, std::uint32_t y);
 
 } // namespace zor

@@ -8,8 +8,8 @@ namespace zor {
 
 namespace {
 
-/// Adds a value whose lowest bit comes to stand at `bit`, counted from the low bit of the first byte. The
-/// bits above the value's highest one are left alone, and so are the bytes that hold none of its ones.
+/// Adds a value whose lowest bit goes to `bit`, counted from the low bit of the first byte. The bits above
+/// the value's highest one are left alone, and so are the bytes that hold none of its ones.
 void putBits(std::uint8_t* bytes, std::size_t bit, std::uint32_t value)
 {
     std::uint8_t* byte = bytes + bit / 8;

@@ -41,7 +41,7 @@ public:
     QwtText label(double value) const override { return QString::number(value); }
 };
 
-/// Numbers of columns or rows: nothing stands between two of them or beside them.
+/// Numbers of columns or rows: there is nothing between two of them or beside them.
 class EntryScale : public PlainScale
 {
 public:
@@ -102,7 +102,7 @@ ProfilePlot::ProfilePlot(const Profile& profile, const MeanRange& range)
     for (const int axis : {QwtPlot::xBottom, QwtPlot::yLeft})
         m_plot.setAxisFont(axis, pixelFont(15));
 
-    // A single entry stands in the middle.
+    // A single entry is in the middle.
     if (numbers.size() == 1)
         m_plot.setAxisScale(QwtPlot::xBottom, 0.0, 2.0, 1.0);
     else
@@ -125,7 +125,7 @@ ProfilePlot::ProfilePlot(const Profile& profile, const MeanRange& range)
     auto* grid = new QwtPlotGrid;
     grid->setMajorPen(QPen(QColor(0xdd, 0xdd, 0xdd), 1.0));
     grid->attach(&m_plot);
-    // Two colours that also those tell apart who see red and green alike.
+    // Two colours that people who see red and green alike can tell apart too.
     addCurve(m_plot, QStringLiteral("before"), QColor(0xd5, 0x5e, 0x00), 16, numbers, profile.before);
     addCurve(m_plot, QStringLiteral("after"), QColor(0x00, 0x72, 0xb2), 8, numbers, profile.after);
 }

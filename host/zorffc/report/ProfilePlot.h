@@ -27,9 +27,8 @@ struct MeanRange
 /// The range that holds all entries of both profiles, so that their plots can be compared.
 MeanRange commonMeanRange(const Profile& first, const Profile& second);
 
-/// Both curves of a profile over the entry numbers, from 1, with axes, grid and legend. The first entry
-/// stands at the canvas's left edge, the last one at its right, a single one in the middle. Needs a
-/// DrawingApplication.
+/// Both curves of a profile over the entry numbers, from 1, with axes, grid and legend. The first entry is at
+/// the canvas's left edge, the last one at its right, a single one in the middle. Needs a DrawingApplication.
 class ProfilePlot
 {
 public:

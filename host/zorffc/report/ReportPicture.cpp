@@ -60,7 +60,7 @@ void drawHeading(QPainter& painter, const ReportData& data)
     drawLine(painter, QRect(Margin, 74, width, 28), Qt::AlignLeft, data.details);
 }
 
-/// `place` is as wide as the plot's canvas below, so that columns stand above their means.
+/// `place` is as wide as the plot's canvas below, so that columns are above their means.
 void drawPanel(QPainter& painter, const QRect& place, const QString& title, const ConstImageView& image,
                const GreyRange& range)
 {
@@ -108,7 +108,7 @@ QRect pictureArea(int left, ProfilePlot& plot)
 
 void drawMeans(QPainter& painter, int left, const QString& title, ProfilePlot& plot)
 {
-    // The legend stands in the plot's first line; the title shares it.
+    // The legend is in the plot's first line; the title shares it.
     setFont(painter, 20, true, Ink);
     drawLine(painter, QRect(left, PlotTop - 6, PanelWidth / 2, 30), Qt::AlignLeft, title);
     plot.draw(painter, plotArea(left));
