@@ -10,5 +10,5 @@ using Includes = QMap<QString, QStringList>;
 /// The unit of a file.
 QString unitOf(const QString& file);
 
-/// The units that include each other, by whatever way round: one text a group, its units joined by blanks.
+/// The units that include each other, by whatever detour: one text a group, its units joined by blanks.
 QStringList cyclesOf(const Includes& includes);

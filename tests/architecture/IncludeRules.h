@@ -4,9 +4,8 @@
 #include <QStringList>
 #include <QVector>
 
-/// Who may include whom, as the table of a Markdown page tells: folder, what is in it, what it may include,
-/// and whether it may include Qt. Names of folders and files stand between backticks; folders end with a
-/// slash.
+/// Who may include whom, by the table of a Markdown page: folder, what is in it, what it may include, and
+/// whether it may include Qt. Names of folders and files are between backticks; folders end with a slash.
 class IncludeRules
 {
 public:

@@ -80,7 +80,7 @@ void TestQtMinimum::noBinaryNeedsANewerFunction()
 void TestQtMinimum::noSourceUsesANewerName_data()
 {
     QTest::addColumn<QString>("name");
-    // What no symbol tells of: enumerators, templates and functions of a line in a header.
+    // What no symbol shows: enumerators, templates and functions whose body is in a header.
     QTest::newRow("5.10: QStringView") << "\\bQStringView\\b";
     QTest::newRow("5.10: QString::chopped and its like") << "\\.chopped\\(";
     QTest::newRow("5.10: QSemaphoreReleaser") << "\\bQSemaphoreReleaser\\b";

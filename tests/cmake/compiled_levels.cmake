@@ -1,4 +1,4 @@
-# The level at which this build compiles the sources with the hot loops, as its list of commands tells.
+# The level at which this build compiles the sources with the hot loops, by its list of commands.
 # -D COMMANDS=compile_commands.json -D OPTIMISED=the configurations that optimise, if any.
 cmake_minimum_required(VERSION 3.18)
 

@@ -2,7 +2,7 @@
 
 #include <QVector>
 
-/// Stands between the dialog and its allocation seam in a program that wraps zorAllocate and zorRelease.
+/// Comes between the dialog and its allocation functions in a program that wraps zorAllocate and zorRelease.
 
 /// The bytes of a fresh block.
 constexpr char UnwrittenByte = '\xA5';

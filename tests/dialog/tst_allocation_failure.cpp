@@ -25,7 +25,7 @@ TestFrame frameOf(int depth)
                      [](int x, int y) { return static_cast<unsigned>(60 + 20 * x + 3 * y); });
 }
 
-/// A member's block and what stands in it; a list has no block.
+/// A member's block and what is in it; a list has no block.
 struct Held
 {
     const void* block = nullptr;

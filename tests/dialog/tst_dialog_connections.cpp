@@ -12,7 +12,7 @@
 #include <future>
 #include <memory>
 
-/// Which widget sets which slot going.
+/// Which widget calls which slot.
 class TestDialogConnections : public QObject
 {
     Q_OBJECT

@@ -259,7 +259,7 @@ void TestDialogState::unreadableValueMakesEveryGainZero()
 {
     ModalWatch watch;
     DialogProbe d;
-    // Column 2 is black, and one pixel stands at the limit and is exempt.
+    // Column 2 is black, and one pixel is at the limit and is exempt.
     d.take(TestFrame(4, 2, 12, [](int x, int y) { return x == 2 ? 0U : x == 3 && y == 1 ? 4095U : 500U; }));
     d.ui.lENormFFC->setText(QStringLiteral("bright"));
     d.Update();

@@ -16,7 +16,7 @@ constexpr int HostHeight = 5;
 
 } // namespace
 
-/// Converted records that do not cover the size that the host tells. No stage reads past the frame's block
+/// Converted records that do not cover the size that the host gives. No stage reads past the frame's block
 /// and no refresh writes past an image's, which the address sanitizer watches; what the record lacks counts
 /// as black.
 class TestFrameBlock : public QObject
@@ -116,7 +116,7 @@ void TestFrameBlock::runTakesTheMissingPixelsAsBlack()
     QCOMPARE(shown.size(), std::size_t{2});
     const std::vector<std::uint8_t>& lower = shown.at(1).pixels;
     QCOMPARE(lower.size(), std::size_t(size * pixelBytes));
-    // Lines that overlap hold no picture, and one block copy goes by the working image's step.
+    // Rows that overlap hold no picture, and one block copy goes by the working image's step.
     for (int y = 0; y < HostHeight && depth == 8 && pitch >= HostWidth; ++y) {
         for (int x = 0; x < HostWidth && y * pitch + x < size; ++x) {
             const int cell = d.m_flatY[y * d.m_flatYStep / 2 + x];

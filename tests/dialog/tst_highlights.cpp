@@ -37,7 +37,7 @@ public:
         take(TestFrame::even(6, 4, 12, 500));
         Update();
     }
-    /// Remembers the processor of now.
+    /// Remembers the present processor.
     void note()
     {
         if (m_highLight)
@@ -69,7 +69,7 @@ std::string processorText(const HighLightProcessor* processor)
     return std::string("setText processor=") + address;
 }
 
-/// The address that the viewer was told last, as a viewer reads it.
+/// The address that the viewer got last, as a viewer reads it.
 const void* toldAddress()
 {
     const std::vector<ViewerCall> texts = FakeViewer::callsOf("setText");

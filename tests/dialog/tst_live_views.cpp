@@ -238,7 +238,7 @@ void TestLiveViews::lowerImageAboveEightBitsIsOneBlock()
     QCOMPARE(lower.pixels.size(), std::size_t{30});
     QCOMPARE(std::memcmp(lower.pixels.data(), d.m_flatX, 30), 0);
 
-    // A frame with long lines gets black behind the cells.
+    // A frame with long rows gets black after the cells.
     const TestFrame longLines(5, 3, 12, sloped, 40);
     d.take(longLines);
     d.Update();
@@ -249,7 +249,7 @@ void TestLiveViews::lowerImageAboveEightBitsIsOneBlock()
         QCOMPARE(int(padded.pixels.at(i)), 0);
 }
 
-// Lines of 10 bytes that hold 5 pixels, from the first working image with the step of the second.
+// Rows of 10 bytes that hold 5 pixels, from the first working image with the step of the second.
 void TestLiveViews::narrowingTakesTheSecondPassesStep()
 {
     DialogProbe d;
@@ -257,7 +257,7 @@ void TestLiveViews::narrowingTakesTheSecondPassesStep()
     d.take(TestFrame(5, 3, 8, sloped, 10));
     QVERIFY(d.RunCorrection());
     QCOMPARE(d.m_step, 10);
-    // Both working images have 6 cells a line; a step of 5 shows which of the two is looked at.
+    // Both working images have 6 cells a row; a step of 5 shows which of the two is looked at.
     QCOMPARE(d.m_flatXStep, 12);
     QCOMPARE(d.m_flatYStep, 12);
     d.m_flatYStep = 10;

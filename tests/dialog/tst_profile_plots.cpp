@@ -87,7 +87,7 @@ void TestProfilePlots::curvesAreDrawnFromTheLinesNotTheMeans()
     d.show();
     d.take(TestFrame(3, 2, 12, sloped));
     d.Update();
-    // Lines of a single row and column are other ones than the means.
+    // Lines of a single row and column differ from the means.
     const std::vector<std::uint16_t> upX{1, 2, 3}, upY{4, 5}, downX{6, 7, 65535}, downY{0, 8};
     std::copy(upX.begin(), upX.end(), d.m_columnLine);
     std::copy(upY.begin(), upY.end(), d.m_rowLine);

@@ -314,7 +314,7 @@ void TestRanges::resultIsReadWithTheStepOfTheColumnPass()
     d.m_flatYStep = 0;
     d.ComputeRanges();
     QCOMPARE(d.m_flatMax, 200);
-    // With a step of 0 the first row stands for both.
+    // With a step of 0 the first row is taken for both.
     d.m_flatXStep = 0;
     d.ComputeRanges();
     QCOMPARE(d.m_flatMax, 100);

@@ -85,7 +85,7 @@ struct Prepared
 
 } // namespace
 
-/// Each allocation of a refresh fails in turn, and the box that tells of it runs an event loop inside the
+/// Each allocation of a refresh fails in turn, and the box that reports it runs an event loop inside the
 /// refresh.
 class TestRefreshMemory : public QObject
 {

@@ -27,7 +27,7 @@ QVector<double> listed(const std::list<double>& gains)
 
 } // namespace
 
-/// The stages one by one, on frames small enough to reckon by hand.
+/// The stages one by one, on frames small enough to work out by hand.
 class TestStages : public QObject
 {
     Q_OBJECT

@@ -53,7 +53,7 @@ struct SeenEvent
     std::thread::id thread{};
 };
 
-/// A view that keeps what the adapter delivers to it. Messages also stand among the calls of the fake viewer,
+/// A view that keeps what the adapter delivers to it. Messages are also among the calls of the fake viewer,
 /// as "message TEXT" with the event as the argument, so that their place in the order shows.
 class RecordingView : public DisplayView
 {
@@ -111,7 +111,7 @@ inline void startQuietly(DisplayAdapterQT& adapter)
     FakeViewer::calls().clear();
 }
 
-/// Leaves an error code behind that no operation sets by itself.
+/// Leaves an error code that no operation sets by itself.
 constexpr std::uint32_t OldError = 0x2345;
 inline void leaveOldError(DisplayAdapterQT& adapter)
 {

@@ -224,7 +224,7 @@ void TestHexDumpEntries::withoutAViewNothingIsSent()
     menu->actions().at(1)->trigger();
     QVERIFY(FakeViewer::callsOf("cmd.display.view.translate").empty());
     menu->actions().at(2)->trigger();
-    // The place is translated, and then there is nobody to tell.
+    // The place is translated, and then there is nobody to notify.
     QCOMPARE(FakeViewer::callsOf("cmd.display.view.translate").size(), std::size_t(1));
     QCoreApplication::sendPostedEvents();
     QVERIFY(view->seen.empty());

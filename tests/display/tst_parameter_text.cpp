@@ -58,8 +58,8 @@ void TestParameterText::integersAreReadLeniently_data()
     QTest::newRow("the empty text is 0") << "" << 0;
     QTest::newRow("no number is 0") << "left" << 0;
     QTest::newRow("only the leading integer counts") << "12.75" << 12;
-    QTest::newRow("letters behind the number") << "-3px" << -3;
-    QTest::newRow("a number behind letters") << "x7" << 0;
+    QTest::newRow("letters after the number") << "-3px" << -3;
+    QTest::newRow("a number after letters") << "x7" << 0;
     QTest::newRow("beyond the largest") << "99999999999" << std::numeric_limits<int>::max();
     QTest::newRow("beyond the smallest") << "-99999999999" << std::numeric_limits<int>::min();
     QTest::newRow("beyond 64 bits") << "99999999999999999999999" << std::numeric_limits<int>::max();
@@ -133,7 +133,7 @@ void TestParameterText::coloursArePacked_data()
     QTest::newRow("olive yellow") << 196 << 196 << 0 << "50372";
     QTest::newRow("azure") << 0 << 140 << 250 << "16419840";
     QTest::newRow("white leaves the top byte 0") << 255 << 255 << 255 << "16777215";
-    QTest::newRow("red stands in the low byte") << 1 << 0 << 0 << "1";
+    QTest::newRow("red is in the low byte") << 1 << 0 << 0 << "1";
     QTest::newRow("black") << 0 << 0 << 0 << "0";
 }
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Tells of its deletion.
+/// Reports its deletion.
 class WatchedEvent : public QEvent
 {
 public:

@@ -66,7 +66,7 @@ private:
     std::mt19937 m_engine;
 };
 
-/// An image in a block of its own that starts `lead` bytes behind an aligned address and ends with the last
+/// An image in a block of its own that starts `lead` bytes after an aligned address and ends with the last
 /// pixel of its last row.
 struct Block
 {

@@ -166,7 +166,7 @@ void TestCellImage::spareCellsAreCleared()
     const int perRow = zor::cellStep(width) / 2;
     for (const int depth : {8, 12, 16}) {
         for (const std::uint8_t poison : enginetest::Poisons) {
-            // One byte more stands behind the block.
+            // There is one byte more after the block.
             std::vector<std::uint8_t> cells(zor::cellBlockBytes(width, height) + 1, poison);
             zor::clearSpareCells({cells.data(), 2 * perRow, width, height, depth});
             Words expected;

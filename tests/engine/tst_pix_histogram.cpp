@@ -388,7 +388,7 @@ void TestPixHistogram::evenRegionsUseTheBufferFrom65536PixelsOn()
 
 void TestPixHistogram::oneCounterForEachPixelValue()
 {
-    // Levels -40000, 0 and 40001: not evenly spaced, and beyond the values on both sides. Behind the counters
+    // Levels -40000, 0 and 40001: not evenly spaced, and beyond the values on both sides. After the counters
     // is a word that is neither counted nor written.
     const Plan plan(7, -40000.0f, 40001.0f, 3);
     const std::int16_t words[] = {-32768, -1, 0, 32767};

@@ -115,7 +115,7 @@ void TestPixMinmax::locateChecksComeInOrder()
 
 void TestPixMinmax::locateAnswersTheFirstPlace()
 {
-    // Both extremes stand several times: the topmost row wins, in it the leftmost column.
+    // Both extremes occur several times: the topmost row wins, in it the leftmost column.
     const std::uint16_t image[] = {5, 6, 7, 5, //
                                    9, 2, 2, 9, //
                                    2, 9, 5, 5};

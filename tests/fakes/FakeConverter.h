@@ -25,7 +25,7 @@ public:
     /// leak of the program.
     int live() const { return static_cast<int>(m_delivered.size()); }
 
-    /// What ZimConvert and ZorReleaseImage stand for.
+    /// What ZimConvert and ZorReleaseImage call.
     int convert(const _ZorImage* source, unsigned long targetPixelType, _ZorImage** result);
     void release(_ZorImage** slot);
 

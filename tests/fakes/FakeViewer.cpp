@@ -118,7 +118,7 @@ std::int32_t FakeViewer::command(const char* name, ParameterMap* parameters)
     call.target = widget;
     if (parameters)
         call.before = *parameters;
-    // The call stands in its place also when its answer makes further calls.
+    // The call keeps its place also when its answer makes further calls.
     const std::size_t place = calls().size();
     calls().push_back(call);
     const auto answer = script().answers.find(name);

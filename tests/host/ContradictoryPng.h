@@ -2,7 +2,7 @@
 
 #include <QByteArray>
 
-/// A grey PNG file of one sample, 2049, whose sBIT entry tells of 10 significant bits.
+/// A grey PNG file of one sample, 2049, whose sBIT entry states 10 significant bits.
 inline QByteArray contradictoryPng()
 {
     return QByteArray::fromHex(

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <functional>
 
-/// What the system calls of a program that is linked with their wrappers do. A fresh object stands for a
-/// system that has everything.
+/// What the system calls of a program that is linked with their wrappers do. A fresh object is a system that
+/// has everything.
 struct LesserSystem
 {
     bool hasUnnamedFiles = true;

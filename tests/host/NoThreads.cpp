@@ -2,7 +2,7 @@
 
 #include <pthread.h>
 
-/// Loaded in front of a program: a system whose limit on threads is reached.
+/// Loaded before a program: a system whose limit on threads is reached.
 extern "C" [[gnu::visibility("default")]] int pthread_create(pthread_t*, const pthread_attr_t*,
                                                              void* (*)(void*), void*)
 {

@@ -204,8 +204,8 @@ void TestFfcFile::refusesBadText_data()
                                               << "f: line 6: no entry";
     QTest::newRow("a hexadecimal value") << header + ":Table,\n1,0x100\n"
                                          << "f: line 6: no entry";
-    QTest::newRow("a value with a comma behind") << header + ":Table,\n1,256,\n"
-                                                 << "f: line 6: no entry";
+    QTest::newRow("a value with a comma after it") << header + ":Table,\n1,256,\n"
+                                                   << "f: line 6: no entry";
     QTest::newRow("an empty value") << header + ":Table,\n1,\n"
                                     << "f: line 6: no entry";
     QTest::newRow("a value beyond 32 bits") << header + ":Table,\n1,2147483648\n"

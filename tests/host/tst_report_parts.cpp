@@ -200,7 +200,7 @@ void TestReportParts::realNumbersAreRead_data()
     QTest::newRow("a comma") << QByteArray("0,5") << none;
     QTest::newRow("nothing") << QByteArray() << none;
     QTest::newRow("a plus alone") << QByteArray("+") << none;
-    QTest::newRow("a blank behind") << QByteArray("1 ") << none;
+    QTest::newRow("a blank at the end") << QByteArray("1 ") << none;
     QTest::newRow("infinity") << QByteArray("inf") << none;
     QTest::newRow("not a number") << QByteArray("nan") << none;
     QTest::newRow("too large") << QByteArray("1e400") << none;

@@ -142,7 +142,7 @@ void TestZorffcCompute::readsOtherFiles_data()
     QTest::newRow("a grey PNG") << "f.png" << QStringList{} << QByteArray("1,512\n2,256\n") << "Mono8 (";
     QTest::newRow("a raw dump") << "f.raw" << QStringList{"--format", "Mono8", "--size", "2x2"}
                                 << QByteArray("1,512\n2,256\n") << "Mono8";
-    QTest::newRow("a raw dump with padded lines")
+    QTest::newRow("a raw dump with padded rows")
         << "padded.raw" << QStringList{"--format", "Mono8", "--size", "2x2", "--pitch", "3"}
         << QByteArray("1,512\n2,256\n") << "Mono8";
     QTest::newRow("Mono12Packed from the wire: the even pixel's low bits in the low nibble")
@@ -164,7 +164,7 @@ void TestZorffcCompute::readsOtherFiles_data()
     QTest::newRow("14 bits, 6400 and 12800, come down to 8")
         << "14.raw" << QStringList{"--format", "Mono14", "--size", "2x1"} << QByteArray("1,512\n2,256\n")
         << "Mono14 (depth from format Mono14), brought to Mono8";
-    QTest::newRow("the depth can be told")
+    QTest::newRow("the depth can be given")
         << "f.pgm" << QStringList{"--depth", "12"} << QByteArray("1,512\n2,256\n")
         << "Mono12 (depth from --depth 12)";
 }
@@ -264,7 +264,7 @@ void TestZorffcCompute::warnsOfAPoorFrame_data()
         << pgm(2, 1, 65535, {3000, 3000}) << QStringList{}
         << QStringList{dark.arg("3000.0", "4.6") +
                        ", or tell with --depth or --format that its samples have fewer than 16 bits"};
-    QTest::newRow("the same with the depth told")
+    QTest::newRow("the same with the depth given")
         << pgm(2, 1, 65535, {3000, 3000}) << QStringList{"--depth", "12"} << QStringList{};
 
     const QString wrong = "row gains are up to %1 % off, because values above half of 16 bits wrap in the "
@@ -346,7 +346,7 @@ void TestZorffcCompute::aGuessedDepthThatLimitsPixelsIsTold_data()
     QTest::addColumn<bool>("isAdvised");
     QTest::newRow("the largest sample needs 10 bits") << 16 << 900 << QStringList{} << 1023 << true;
     QTest::newRow("the largest sample needs 12 bits") << 16 << 3900 << QStringList{} << 4095 << true;
-    QTest::newRow("the depth is told") << 16 << 900 << QStringList{"--depth", "10"} << 1023 << false;
+    QTest::newRow("the depth is given") << 16 << 900 << QStringList{"--depth", "10"} << 1023 << false;
     QTest::newRow("the largest sample needs all 16 bits") << 16 << 63000 << QStringList{} << 65535 << false;
     QTest::newRow("samples of one byte have no more") << 8 << 240 << QStringList{} << 255 << false;
 }

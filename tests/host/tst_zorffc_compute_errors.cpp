@@ -75,7 +75,7 @@ void TestZorffcComputeErrors::refusesBadInputAndKeepsTheTarget_data()
     QTest::newRow("a size that is none")
         << good + QStringList{"--format", "Mono8", "--size", "2"} << "--size";
     QTest::newRow("a width of 0") << good + QStringList{"--format", "Mono8", "--size", "0x2"} << "--size";
-    QTest::newRow("a pitch shorter than a line")
+    QTest::newRow("a pitch shorter than a row")
         << good + QStringList{"--format", "Mono8", "--size", "2x2", "--pitch", "1"} << "itch";
     QTest::newRow("a pitch of 2^32") << good + QStringList{"--format", "Mono8",   "--size",
                                                            "2x2",      "--pitch", "4294967296"}
@@ -185,8 +185,8 @@ void TestZorffcComputeErrors::refusesBadTargets_data()
     QTest::newRow("a folder that cannot be reached")
         << "loop.ffc/f.ffc"
         << "the folder loop.ffc cannot be reached (Too many levels";
-    QTest::newRow("a device behind a link") << "full.ffc"
-                                            << "full.ffc: is not a regular file";
+    QTest::newRow("a link to a device") << "full.ffc"
+                                        << "full.ffc: is not a regular file";
     QTest::newRow("a folder that takes no files") << "/proc/f.ffc"
                                                   << "/proc/f.ffc: cannot be written";
     QTest::newRow("the frame itself") << "f.pgm"

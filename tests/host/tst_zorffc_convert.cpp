@@ -12,7 +12,7 @@ using Samples = std::vector<std::uint16_t>;
 
 Q_DECLARE_METATYPE(Samples)
 
-/// Frames as picture files: the samples, the kinds of files, what is told.
+/// Frames as picture files: the samples, the kinds of files, what is reported.
 class TestZorffcConvert : public QObject
 {
     Q_OBJECT

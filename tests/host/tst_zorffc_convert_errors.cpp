@@ -64,14 +64,14 @@ void TestZorffcConvertErrors::refusesWhatIsWrong_data()
     QTest::newRow("the frame itself") << QStringList{"f.pgm", "f.pgm"} << "f.pgm: is the file that is read";
     QTest::newRow("the frame by another path")
         << QStringList{"f.pgm", "./folder.png/../f.pgm"} << "is the file that is read";
-    QTest::newRow("the frame behind a link")
+    QTest::newRow("a link to the frame")
         << QStringList{"f.pgm", "alias.pgm"} << "alias.pgm: is the file that is read";
     QTest::newRow("a missing folder") << QStringList{"f.pgm", "absent/t.png"} << "there is no folder absent";
     QTest::newRow("a folder in the output's place")
         << QStringList{"f.pgm", "folder.png"} << "folder.png: is a folder";
     QTest::newRow("a link to itself") << QStringList{"f.pgm", "loop.png"} << "loop.png: is a link that leads";
     QTest::newRow("a device") << QStringList{"f.pgm", "/dev/full"} << "/dev/full: the name does not tell";
-    QTest::newRow("a device behind a link")
+    QTest::newRow("a link to a device")
         << QStringList{"f.pgm", "full.png"} << "full.png: is not a regular file; give another file name";
     QTest::newRow("a folder that takes no files")
         << QStringList{"f.pgm", "/proc/t.png"} << "/proc/t.png: cannot be written";
@@ -102,8 +102,8 @@ void TestZorffcConvertErrors::refusesWhatIsWrong_data()
         << "f.raw: 2x2 in RGB8 with a pitch of 6 takes 12 bytes, the file "
            "has 4; check --size, --format and --pitch";
     QTest::newRow("a side of 65536") << dump("f.raw", "Mono8", "65536x1") << "--size";
-    QTest::newRow("a pitch below a line") << dump("f.raw", "Mono8", "2x2") + QStringList{"--pitch", "1"}
-                                          << "f.raw: a pitch of 1 bytes is too small";
+    QTest::newRow("a pitch below a row") << dump("f.raw", "Mono8", "2x2") + QStringList{"--pitch", "1"}
+                                         << "f.raw: a pitch of 1 bytes is too small";
     QTest::newRow("a sample above its format")
         << dump("wide.raw", "Mono12", "2x1")
         << "wide.raw: the sample 65535 at column 1, row 0 (from 0) is above 4095, the limit of Mono12";
@@ -113,7 +113,7 @@ void TestZorffcConvertErrors::refusesWhatIsWrong_data()
         << QStringList{"f.pgm", "target.png", "--depth", "16", "--stretch"} << "--depth excludes --stretch";
     QTest::newRow("a value for a switch")
         << QStringList{"f.pgm", "target.png", "--stretch=2"} << "--stretch: takes no value";
-    QTest::newRow("a picture that contradicts itself, whose depth cannot be told here")
+    QTest::newRow("a picture that contradicts itself, whose depth cannot be given here")
         << QStringList{"sbit.png", "target.png"}
         << "sbit.png: the sample 2049 at column 0, row 0 (from 0) is above 1023, the limit of depth 10 (sBIT "
            "10); "

@@ -54,7 +54,7 @@ QByteArray pgmOf(const TestFrame& frame)
     return pgm(frame.width, frame.height, (1 << frame.depth) - 1, samples);
 }
 
-/// Everything from the first table on; what stands before holds the day of the save.
+/// Everything from the first table on; what comes before holds the day of the save.
 QByteArray tables(const QByteArray& file)
 {
     return file.mid(file.indexOf(":Table,"));
@@ -161,7 +161,7 @@ void TestZorffcDialog::tablesAreThoseOfTheDialog()
     const QByteArray saved = save(pixels, normalize, precision);
     QVERIFY2(saved.startsWith("-- Flat Field Correction"), saved.constData());
     const QByteArray expected = tables(saved);
-    // Two heading lines for each table, one line for each entry, and what stands behind the last line end.
+    // Two heading lines for each table, one line for each entry, and what comes after the last line end.
     QCOMPARE(expected.count('\n'), 4 + frame.width + frame.height);
     const QByteArray wrong = difference(tables(readFile(m_folder.filePath("f.ffc"))), expected);
     QVERIFY2(wrong.isEmpty(), wrong.constData());

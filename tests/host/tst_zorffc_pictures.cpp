@@ -103,7 +103,7 @@ void TestZorffcPictures::aWhiteZeroIsTakenAsAsked()
 
 void TestZorffcPictures::everyCommandTakesTheSameSamples()
 {
-    // Two lines tell of the frame and its depth, which a PGM tells by its maxval.
+    // Two lines are about the frame and its depth, which a PGM gives by its maxval.
     const auto figures = [](const ZorffcRun& done) { return done.out.section('\n', 2); };
     const ZorffcRun computed = run(QStringList{"compute", "black.pgm", "-o", "f.ffc"} + Header);
     QVERIFY2(computed.exitCode == 0, qPrintable(computed.told()));
@@ -152,7 +152,7 @@ void TestZorffcPictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("says");
 
-    // 300 strips of 100 lines in one place.
+    // 300 strips of 100 rows in one place.
     constexpr quint32 side = 30000;
     const QByteArray strip = qCompress(QByteArray(100 * int{side}, '\0'), 9).mid(4);
     TiffEntries entries = greyEntries(side, side, 8);

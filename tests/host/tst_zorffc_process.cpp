@@ -65,8 +65,8 @@ protected:
     }
 };
 
-/// A run that waits when it comes to tell its summary. It is started with the signals as a terminal has them,
-/// but for one that may be ignored.
+/// A run that waits when it comes to print its summary. It is started with the signals as a terminal has
+/// them, but for one that may be ignored.
 class WaitingRun : public QProcess
 {
 public:
@@ -148,7 +148,7 @@ void TestZorffcProcess::aClosedStreamDoesNotEndInTheFile_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<int>("exitCode");
     QTest::newRow("input") << "exec \"$@\" <&-" << 0;
-    QTest::newRow("output: the summary cannot be told") << "exec \"$@\" >&-" << 2;
+    QTest::newRow("output: the summary cannot be printed") << "exec \"$@\" >&-" << 2;
     QTest::newRow("errors") << "exec \"$@\" 2>&-" << 0;
     QTest::newRow("output and errors") << "exec \"$@\" >&- 2>&-" << 2;
     QTest::newRow("all") << "exec \"$@\" <&- >&- 2>&-" << 2;
@@ -253,12 +253,12 @@ void TestZorffcProcess::leftoversOfKilledRunsAreSwept_data()
     QTest::newRow("a temporary file of a run that goes on") << ".zorffc-12-0.tmp" << true << false;
     QTest::newRow("large numbers") << ".zorffc-4194304-999.tmp" << false << true;
     QTest::newRow("one number") << ".zorffc-12.tmp" << false << false;
-    QTest::newRow("no number behind the dash") << ".zorffc-12-.tmp" << false << false;
+    QTest::newRow("no number after the dash") << ".zorffc-12-.tmp" << false << false;
     QTest::newRow("no number before the dash") << ".zorffc--12.tmp" << false << false;
     QTest::newRow("three numbers") << ".zorffc-12-0-0.tmp" << false << false;
     QTest::newRow("words") << ".zorffc-my-notes.tmp" << false << false;
     QTest::newRow("another ending") << ".zorffc-12-0.txt" << false << false;
-    QTest::newRow("more behind the ending") << ".zorffc-12-0.tmp.bak" << false << false;
+    QTest::newRow("more after the ending") << ".zorffc-12-0.tmp.bak" << false << false;
     QTest::newRow("another beginning") << "zorffc-12-0.tmp" << false << false;
     QTest::newRow("next to nothing") << ".zorffc-.tmp" << false << false;
     QTest::newRow("beginning and ending in one") << ".zorffc-tmp" << false << false;

@@ -96,7 +96,7 @@ void TestZorffcReport::drawsFrameCorrectedFrameAndProfiles()
 
     const QImage picture(path("f.png"));
     QCOMPARE(picture.size(), QSize(1600, 1240));
-    // The images stand side by side below the heading, well inside these parts.
+    // The images are side by side below the heading, well inside these parts.
     const auto before = greyRange(picture, QRect(140, 320, 580, 200));
     const auto after = greyRange(picture, QRect(920, 320, 580, 200));
     QVERIFY2(before.second - before.first > 200, qPrintable(QString::number(before.second - before.first)));
@@ -203,7 +203,7 @@ void TestZorffcReport::gainsAreThoseOfTheFile()
 
 void TestZorffcReport::userTextsAreDrawnAsTheyStand()
 {
-    // Names that hold place marks are drawn letter by letter: two that differ behind a mark differ in the
+    // Names that hold place marks are drawn letter by letter: two that differ after a mark differ in the
     // picture, and a mark is not replaced by one of the other texts.
     writeFile(path("f.pgm"), pgm(2, 1, 255, {100, 200}));
     const auto detailsOf = [this](const QString& camera) {
@@ -243,7 +243,7 @@ void TestZorffcReport::warnsOfLimitedPixels()
     QCOMPARE(report.err.count('\n'), 1);
     QVERIFY2(!report.err.contains("--depth"), qPrintable(report.told()));
 
-    // A picture that does not tell its depth: 600 needs 10 bits and becomes 1200.
+    // A picture that does not state its depth: 600 needs 10 bits and becomes 1200.
     QImage picture(2, 1, QImage::Format_Grayscale16);
     picture.fill(Qt::black);
     reinterpret_cast<quint16*>(picture.scanLine(0))[1] = 600;
@@ -353,7 +353,7 @@ void TestZorffcReport::refusesBadFiles_data()
         << "f.ffc: line 9: the line has no end, so the file may be cut short; use a file that was written by";
     QTest::newRow("a file that is cut before its last line end")
         << good.chopped(1) << usual << "f.ffc: line 9: the line has no end";
-    QTest::newRow("a file that is cut behind its last line but one")
+    QTest::newRow("a file that is cut after its last line but one")
         << good.chopped(6) << usual << "f.ffc: has a table without entries";
     QTest::newRow("too few columns") << Header + ":Table,\n1,256\n:FFC_Y start,\n1,256\n"
                                      << usual << "holds 1 column entries where f.pgm needs 2";

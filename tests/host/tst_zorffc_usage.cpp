@@ -26,7 +26,7 @@ void TestZorffcUsage::helpAndVersionEndWell_data()
     QTest::newRow("short help") << QStringList{"-h"} << "report";
     QTest::newRow("version") << QStringList{"--version"} << "zorffc ";
     QTest::newRow("help of compute") << QStringList{"compute", "--help"} << "--precision";
-    QTest::newRow("help of compute tells what the target does")
+    QTest::newRow("help of compute says what the target does")
         << QStringList{"compute", "--help"}
         << "Aim at V times the mean of the brightest column, then of the brightest row, so at V * V times "
            "the "
@@ -35,7 +35,7 @@ void TestZorffcUsage::helpAndVersionEndWell_data()
     QTest::newRow("help of convert") << QStringList{"convert", "--help"} << "--packed-order";
     QTest::newRow("help of simulate names formats") << QStringList{"simulate", "--help"} << "--format NAME";
     QTest::newRow("help of formats") << QStringList{"formats", "--help"} << "  TEXT      ";
-    QTest::newRow("help of convert tells of its files")
+    QTest::newRow("help of convert names its files")
         << QStringList{"convert", "--help"} << "OUT FILE REQUIRED";
     QTest::newRow("help of report") << QStringList{"report", "--help"} << "--ffc";
 }

@@ -9,7 +9,7 @@
 #include <cstring>
 #include <vector>
 
-/// An image of one line in a plain format, from its samples.
+/// An image of one row in a plain format, from its samples.
 struct Line
 {
     Line(const ZorFormatBlock& format, std::uint32_t width, const QVector<qint64>& samples, int sampleBytes)
@@ -27,7 +27,7 @@ struct Line
     _ZorImage image;
 };
 
-/// The samples of an image's one line, with a sign where they have one.
+/// The samples of an image's one row, with a sign where they have one.
 inline QVector<qint64> samplesOf(const _ZorImage& image, int count, int sampleBytes)
 {
     QVector<qint64> samples;

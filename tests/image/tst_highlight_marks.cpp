@@ -10,11 +10,11 @@
 
 namespace {
 
-/// Bytes behind an image that the image library keeps for marks.
+/// Bytes after an image that the image library keeps for marks.
 constexpr std::size_t SpareBytes = 16;
 
 /// A mark in the plainest words: every bright sample of the source, at its step, clears the two elements
-/// behind it in the copy. `copy` goes on behind the image.
+/// after it in the copy. `copy` goes on after the image.
 void mark(const _ZorImage& source, std::vector<std::uint8_t>& copy)
 {
     if (source.packing == 0x1200 || source.packing == 0x1300)
@@ -91,7 +91,7 @@ void TestHighlightMarks::linesAreMarkedAsTold()
     const ZorFormatBlock format = ZorFormatFromCode(codeOf(name.constData()));
     const int sampleBytes = format.depth <= 8 ? 1 : 2;
     const std::uint32_t samples = format.pixelBits / (8 * static_cast<std::uint32_t>(sampleBytes));
-    // Behind the line the marks of its last pixels have room.
+    // After the row the marks of its last pixels have room.
     Line source(format, static_cast<std::uint32_t>(line.size()) / samples, line + QVector<qint64>{0, 0},
                 sampleBytes);
     const std::vector<std::uint8_t> before = source.bytes;
@@ -204,7 +204,7 @@ void TestHighlightMarks::marksRunOnBehindALine_data()
     const auto add = [](const char* name, uint pitch, const char* bytes, const char* expected) {
         QTest::newRow(name) << pitch << QByteArray::fromHex(bytes) << QByteArray::fromHex(expected);
     };
-    // Two lines of three bytes.
+    // Two rows of three bytes.
     add("into the next line", 3, "01 02 C8 03 04 05", "01 02 C8 00 00 05");
     add("one of them into the next line", 3, "01 C8 03 04 05 06", "01 C8 00 00 05 06");
     add("a bright start of the next line stays", 3, "01 02 C8 D2 04 05", "01 02 C8 D2 00 00");
@@ -240,7 +240,7 @@ void TestHighlightMarks::marksRunOnBehindTheImage_data()
     QTest::newRow("the last of 32 bits") << V{1, 2, 200} << 4 << 8;
 }
 
-// Up to two elements, in the bytes that the image library keeps behind each image.
+// Up to two elements, in the bytes that the image library keeps after each image.
 void TestHighlightMarks::marksRunOnBehindTheImage()
 {
     QFETCH(QVector<qint64>, line);

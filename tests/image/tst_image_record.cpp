@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-/// The 96 bytes of an image record as other programs see them, and the bytes that lines take.
+/// The 96 bytes of an image record as other programs see them, and the bytes that rows take.
 class TestImageRecord : public QObject
 {
     Q_OBJECT
@@ -120,12 +120,12 @@ void TestImageRecord::theLastLineMayBeShort_data()
     constexpr quint32 Mono8 = 0x01080101;
     constexpr quint32 Rgb16 = 0x0230057B;
     constexpr quint32 Largest = 0xFFFFFFFF;
-    QTest::newRow("one line needs no pitch") << Mono8 << 100U << 1U << 104U << quint64(100);
-    QTest::newRow("three lines") << Mono8 << 100U << 3U << 104U << quint64(308);
+    QTest::newRow("one row needs no pitch") << Mono8 << 100U << 1U << 104U << quint64(100);
+    QTest::newRow("three rows") << Mono8 << 100U << 3U << 104U << quint64(308);
     QTest::newRow("a last pixel within a byte") << 0x010C1308U << 5U << 2U << 16U << quint64(24);
     QTest::newRow("largest pitch and height")
         << Mono8 << 100U << Largest << Largest << quint64(18446744060824649830U);
-    QTest::newRow("largest pitch and height with the widest line that fits")
+    QTest::newRow("largest pitch and height with the widest row that fits")
         << Rgb16 << Largest / 6 << Largest << Largest << quint64(18446744065119617022U);
 }
 

@@ -25,7 +25,7 @@ QVector<int> listOf(const zor::NativeCodes& native)
     return QVector<int>(native.codes.begin(), native.codes.begin() + native.count);
 }
 
-/// A sample's bits from the lowest one up, as places in the line counted from the low bit of its first byte.
+/// A sample's bits from the lowest one up, as places in the row counted from the low bit of its first byte.
 QVector<std::uint64_t> fieldAt(std::uint64_t first, std::uint32_t bits)
 {
     QVector<std::uint64_t> places;
@@ -42,7 +42,7 @@ QVector<std::uint64_t> pairedAt(std::uint64_t x, std::uint32_t depth)
                       : fieldAt(group + 8, depth - 8) + fieldAt(group + 16, 8);
 }
 
-/// Where the codes of pixel x of a line of `width` stand, told family by family from the format's name.
+/// Where the codes of pixel x of a row of `width` lie, family by family, from the format's name.
 QVector<QVector<std::uint64_t>> placesOf(const QString& name, std::uint64_t x, std::uint64_t width)
 {
     const auto inSequence = [x](std::uint32_t samples, std::uint32_t field, std::uint32_t pixelBits) {
@@ -179,7 +179,7 @@ void TestNativeCodes::knownBytesGiveKnownCodes_data()
         << codeOf("YUV444_8") << bytes("10203040 50607080") << Pixels{{16, 32, 48, 64}, {80, 96, 112, 128}};
 }
 
-/// On the second of two lines behind a gap, so that pitch and line are told apart.
+/// On the second of two rows with a gap between, so that pitch and row are told apart.
 void TestNativeCodes::knownBytesGiveKnownCodes()
 {
     QFETCH(quint32, code);
@@ -206,7 +206,7 @@ void TestNativeCodes::everyCodeComesFromItsBits_data()
         QTest::newRow(ZorPixelTypeTable[row].name) << row;
 }
 
-/// Every pixel of three lines of every width up to 20, tight or padded, at the end of its memory.
+/// Every pixel of three rows of every width up to 20, tight or padded, at the end of its memory.
 void TestNativeCodes::everyCodeComesFromItsBits()
 {
     QFETCH(int, row);
@@ -246,15 +246,15 @@ void TestNativeCodes::whatCannotBeReadHasNoCodes_data()
     QTest::addColumn<int>("fault");
     QTest::addColumn<quint32>("x");
     QTest::addColumn<quint32>("y");
-    QTest::newRow("a column behind the line") << 0 << 5u << 0u;
-    QTest::newRow("a line below the image") << 0 << 0u << 4u;
+    QTest::newRow("a column after the row") << 0 << 5u << 0u;
+    QTest::newRow("a row below the image") << 0 << 0u << 4u;
     QTest::newRow("the largest place") << 0 << 0xFFFFFFFFu << 0xFFFFFFFFu;
     QTest::newRow("no pixels") << 1 << 0u << 0u;
     QTest::newRow("a format that is not in the table") << 2 << 0u << 0u;
     QTest::newRow("a row under other upper bytes") << 3 << 0u << 0u;
     QTest::newRow("signed samples") << 4 << 0u << 0u;
-    QTest::newRow("a pitch below the line") << 5 << 0u << 0u;
-    QTest::newRow("a buffer that ends within the line") << 6 << 0u << 3u;
+    QTest::newRow("a pitch below the row") << 5 << 0u << 0u;
+    QTest::newRow("a buffer that ends within the row") << 6 << 0u << 3u;
     QTest::newRow("a width of 0") << 7 << 0u << 0u;
 }
 

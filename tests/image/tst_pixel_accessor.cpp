@@ -12,7 +12,7 @@
 #include <typeinfo>
 #include <vector>
 
-/// Which rule a format gets, what stands behind it and how it ends.
+/// Which rule a format gets, which object it holds and how it ends.
 class TestPixelAccessor : public QObject
 {
     Q_OBJECT
@@ -213,9 +213,9 @@ void TestPixelAccessor::depthsAbove32AreHarmless()
 void TestPixelAccessor::kindsOutsideTheTableDoNothing_data()
 {
     QTest::addColumn<uint>("kind");
-    QTest::newRow("behind the last of the row") << 12u;
+    QTest::newRow("after kind 11") << 12u;
     QTest::newRow("before the custom one") << 1955u;
-    QTest::newRow("behind the custom one") << 1957u;
+    QTest::newRow("after the custom one") << 1957u;
     QTest::newRow("the highest number") << 0xFFFFFFFFu;
 }
 

@@ -29,7 +29,7 @@ public:
     {
     }
 
-    /// Bytes from the image's first one to the cursor, also when it stands far outside.
+    /// Bytes from the image's first one to the cursor, also when it is far outside.
     std::int64_t place() const
     {
         return static_cast<std::int64_t>(reinterpret_cast<std::uintptr_t>(cursor()) -
@@ -257,14 +257,14 @@ void TestPixelIterator::theWidthWalkedMayBeAnotherOne_data()
 {
     QTest::addColumn<uint>("code");
     QTest::addColumn<uint>("walked");
-    QTest::newRow("bytes, all of the line") << ZorMono8 << 10u;
-    QTest::newRow("bytes, less than the line") << ZorMono8 << 4u;
+    QTest::newRow("bytes, all of the row") << ZorMono8 << 10u;
+    QTest::newRow("bytes, less than the row") << ZorMono8 << 4u;
     QTest::newRow("bytes, nothing of it") << ZorMono8 << 0u;
-    QTest::newRow("words, less than the line") << ZorMono12 << 3u;
-    QTest::newRow("bits, all of the line") << Mono12Packed << 10u;
+    QTest::newRow("words, less than the row") << ZorMono12 << 3u;
+    QTest::newRow("bits, all of the row") << Mono12Packed << 10u;
     QTest::newRow("bits, an odd part of it") << Mono12Packed << 3u;
     // The way back is a wrap; in bits it ends where it should.
-    QTest::newRow("bits, more than the line") << Mono12Packed << 13u;
+    QTest::newRow("bits, more than the row") << Mono12Packed << 13u;
 }
 
 void TestPixelIterator::theWidthWalkedMayBeAnotherOne()

@@ -158,8 +158,8 @@ void TestPixelTypeLaws::theCellIsTheOneOfTheName_data()
     addAllRows();
 }
 
-/// Bayer tokens run round the cell, the lower line from right to left; TrueSense tokens run line by line and
-/// do not tell the phase; the tokens of the others are a pixel's samples, or those of a pair.
+/// Bayer tokens run round the cell, the lower row from right to left; TrueSense tokens run row by row and do
+/// not give the phase; the tokens of the others are a pixel's samples, or those of a pair.
 void TestPixelTypeLaws::theCellIsTheOneOfTheName()
 {
     const ZorPixelTypeRow& row = fetchedRow();
@@ -215,7 +215,7 @@ void TestPixelTypeLaws::packingIsTheOneOfTheName()
         break;
     case PackingClass::Flex:
         QVERIFY(name.contains("flex", Qt::CaseInsensitive) || name.endsWith("PACKED"));
-        // 3 x 10 bits of colour stand in 32, 10 bits of mono in 12; all others leave nothing over.
+        // 3 x 10 bits of colour are in 32, 10 bits of mono in 12; all others leave nothing over.
         QCOMPARE(bits - samples * sampleBits,
                  name == "RGB_10_FLEX_Packed" || name == "Mono10_FLExPacked" ? 2U : 0U);
         break;

@@ -32,7 +32,7 @@ namespace {
 constexpr std::uint32_t Mono10Packed = codeOf("Mono10Packed");
 constexpr std::uint32_t Mono12Packed = codeOf("Mono12Packed");
 
-/// What a read gives, told by the bits that it takes. Bits are counted from the pixel on.
+/// What a read gives, by the bits that it takes. Bits are counted from the pixel on.
 int expectedRead(std::uint32_t kind, const std::uint8_t* pixel, int channel, bool isOdd)
 {
     const auto at = static_cast<std::size_t>(channel);

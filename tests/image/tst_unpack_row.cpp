@@ -10,7 +10,7 @@
 #include <random>
 #include <vector>
 
-/// Lines of all formats taken apart into samples.
+/// Rows of all formats taken apart into samples.
 class TestUnpackRow : public QObject
 {
     Q_OBJECT
@@ -34,8 +34,8 @@ void TestUnpackRow::everySampleComesFromItsBits_data()
         QTest::newRow(ZorPixelTypeTable[row].name) << row;
 }
 
-/// The line ends at the end of its memory and starts at any address; three fillings, so that every sample is
-/// also once 0 and once all ones. Behind the samples the destination stays as it was.
+/// The row ends at the end of its memory and starts at any address; three fillings, so that every sample is
+/// also once 0 and once all ones. After the samples the destination stays as it was.
 void TestUnpackRow::everySampleComesFromItsBits()
 {
     QFETCH(int, row);

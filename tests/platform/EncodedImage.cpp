@@ -54,7 +54,7 @@ void EncodedImage::put(std::uint32_t x, std::uint32_t y, std::uint32_t index, st
 
 Converted::Converted(const _ZorImage& source, unsigned long target)
 {
-    // What stands in the slot before must not matter.
+    // What the slot held before must not matter.
     _ZorImage other = {};
     m_record = &other;
     m_status = ZimConvert(&source, target, &m_record);

@@ -23,7 +23,7 @@ constexpr MonoTarget MonoTargets[] = {
 _ZorImage recordFor(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
                     std::uint32_t imageSize, std::uint8_t* data);
 
-/// An image in any format whose pixels end right behind the last line's last sample and at the end of their
+/// An image in any format whose pixels end right after the last row's last sample and at the end of their
 /// memory. What belongs to no sample is all ones.
 class EncodedImage
 {

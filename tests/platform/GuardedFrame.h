@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-/// A frame whose memory ends with the last line's last pixel: reading a byte more ends the program.
+/// A frame whose memory ends with the last row's last pixel: reading a byte more ends the program.
 class GuardedFrame
 {
 public:

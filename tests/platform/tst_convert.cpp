@@ -66,8 +66,8 @@ void TestConvert::everySampleIsAsTheFormatsSay()
     }
 }
 
-/// `filling` 0 is all zero, 1 all ones, others random. The source ends right behind the last line's last
-/// pixel and at the end of its memory.
+/// `filling` 0 is all zero, 1 all ones, others random. The source ends right after the last row's last pixel
+/// and at the end of its memory.
 void TestConvert::compare(const reference::PixelFormat& format, const MonoTarget& target, std::uint32_t width,
                           std::uint32_t height, std::uint32_t padding, int filling)
 {
@@ -176,11 +176,11 @@ void TestConvert::theResultRecordIsComplete_data()
     QTest::addColumn<quint32>("packing");
     QTest::addColumn<quint32>("pixelBits");
     QTest::addColumn<quint32>("pitch");
-    QTest::newRow("Mono8, a line of 5 is padded to 8") << ZorMono8 << 5U << 8U << 0x0100U << 8U << 8U;
-    QTest::newRow("Mono8, a line of 8 needs no padding") << ZorMono8 << 8U << 8U << 0x0100U << 8U << 8U;
-    QTest::newRow("Mono10, a line of 5 is padded to 12") << ZorMono10 << 5U << 10U << 0x0200U << 16U << 12U;
-    QTest::newRow("Mono12, a line of 1 is padded to 4") << ZorMono12 << 1U << 12U << 0x0300U << 16U << 4U;
-    QTest::newRow("Mono16, a line of 6 needs no padding") << ZorMono16 << 6U << 16U << 0x0500U << 16U << 12U;
+    QTest::newRow("Mono8, a row of 5 is padded to 8") << ZorMono8 << 5U << 8U << 0x0100U << 8U << 8U;
+    QTest::newRow("Mono8, a row of 8 needs no padding") << ZorMono8 << 8U << 8U << 0x0100U << 8U << 8U;
+    QTest::newRow("Mono10, a row of 5 is padded to 12") << ZorMono10 << 5U << 10U << 0x0200U << 16U << 12U;
+    QTest::newRow("Mono12, a row of 1 is padded to 4") << ZorMono12 << 1U << 12U << 0x0300U << 16U << 4U;
+    QTest::newRow("Mono16, a row of 6 needs no padding") << ZorMono16 << 6U << 16U << 0x0500U << 16U << 12U;
 }
 
 void TestConvert::theResultRecordIsComplete()

@@ -85,7 +85,7 @@ QString greyDifferences(const reference::PixelFormat& format, const zor::Frame& 
     return {};
 }
 
-/// The luma of the samples that the line really holds: of red, green and blue, or the luma sample.
+/// The luma of the samples that the row really holds: of red, green and blue, or the luma sample.
 double lumaIn(const reference::PixelFormat& format, const std::uint8_t* line, std::uint32_t x)
 {
     reference::Colour colour = {};
@@ -151,7 +151,7 @@ void TestConvertEncoded::aUniformGreyIsExactAtEverySize_data()
 }
 
 /// From 1 x 1 on, or 2 x 2 where each pixel has a colour filter of its own; the larger sizes are such that a
-/// line or the image is converted in several pieces.
+/// row or the image is converted in several pieces.
 void TestConvertEncoded::aUniformGreyIsExactAtEverySize()
 {
     const reference::PixelFormat& format = fetchedFormat();
@@ -229,7 +229,7 @@ void TestConvertEncoded::anyBytesAreReadByTheirBits_data()
     addFormats(false);
 }
 
-/// Random bytes, also with bits above the depth of samples that stand in wider fields.
+/// Random bytes, also with bits above the depth of samples in wider fields.
 void TestConvertEncoded::anyBytesAreReadByTheirBits()
 {
     const reference::PixelFormat& format = fetchedFormat();

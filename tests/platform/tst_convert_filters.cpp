@@ -7,7 +7,7 @@
 
 #include <random>
 
-/// Scenes behind colour filters, Bayer and TrueSense: a luma for every pixel, of which the sensor saw one
+/// Scenes through colour filters, Bayer and TrueSense: a luma for every pixel, of which the sensor saw one
 /// channel.
 class TestConvertFilters : public QObject
 {
@@ -54,7 +54,7 @@ struct Rise
     std::uint32_t width;
     std::uint32_t height;
     std::uint32_t right; ///< levels per column
-    std::uint32_t down;  ///< levels per line
+    std::uint32_t down;  ///< levels per row
 };
 
 /// A straight rise from 0 to almost full scale.

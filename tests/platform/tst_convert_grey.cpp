@@ -4,7 +4,7 @@
 
 using reference::PixelFormat;
 
-/// What is grey before a colour filter, or in colours, is the same grey behind the converter, in every
+/// What is grey in front of a colour filter, or in colours, is the same grey after the converter, in every
 /// format.
 class TestConvertGrey : public QObject
 {
@@ -91,7 +91,7 @@ void TestConvertGrey::everyGreyOf16BitsStaysExact_data()
     addRows([](const PixelFormat& format) { return format.heldBits == 16 && format.family != Mono; });
 }
 
-/// Bayer: images of one level, one behind the other; RGB: all levels in one image.
+/// Bayer: images of one level, one after the other; RGB: all levels in one image.
 void TestConvertGrey::everyGreyOf16BitsStaysExact()
 {
     QFETCH(int, format);

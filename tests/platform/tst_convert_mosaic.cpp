@@ -125,7 +125,7 @@ void TestConvertMosaic::aBayerCellIsAsItsNameTells()
     }
 }
 
-/// Noise is the hardest scene: each missing colour is the mean of its nearest samples, one line or column
+/// Noise is the hardest scene: each missing colour is the mean of its nearest samples, one row or column
 /// away. The larger image is converted in pieces, whose seams must not show.
 void TestConvertMosaic::bayerAgreesWithBilinearMeans()
 {
@@ -174,7 +174,7 @@ void TestConvertMosaic::aMissingColourHasNoShare_data()
     QTest::addColumn<QVector<int>>("samples");
     QTest::addColumn<QVector<int>>("luma");
     const auto red = [](int r, int g) { return int((299 * r + 587 * g) / 886.0 + 0.5); };
-    QTest::newRow("a line of red and green")
+    QTest::newRow("a row of red and green")
         << indexOf("BayerRG8") << 4U << QVector<int>{100, 200, 60, 20}
         << QVector<int>{red(100, 200), red(80, 200), red(60, 110), red(60, 20)};
     const auto blue = [](int b, int g) { return int((114 * b + 587 * g) / 701.0 + 0.5); };

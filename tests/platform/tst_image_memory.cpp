@@ -94,7 +94,7 @@ private slots:
 
 namespace {
 
-/// One line of 8-bit pixels.
+/// One row of 8-bit pixels.
 _ZorImage sourceOf(std::vector<std::uint8_t>& pixels, std::uint32_t pixelType = ZorMono8)
 {
     _ZorImage record = {};

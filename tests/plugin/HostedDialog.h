@@ -27,7 +27,7 @@ public:
 
     ZBKInterfacePlugIn& plugIn() { return *m_plugIn; }
     QDialog& dialog() { return *m_dialog; }
-    /// Codes that the host was told, the last one last.
+    /// Codes that the host was notified of, the last one last.
     const QVector<std::uint32_t>& codes() const { return m_codes; }
 
     /// A widget of the dialog; ends the program when there is none of that name.

@@ -21,7 +21,7 @@ void StoppedClock::advance(int milliseconds)
     microseconds() += std::int64_t{milliseconds} * 1000;
 }
 
-/// Qt asks this one: a program's own function stands before that of the system's library.
+/// Qt asks this one: a program's own function comes before that of the system's library.
 extern "C" __attribute__((visibility("default"))) int gettimeofday(timeval* __restrict now,
                                                                    void* __restrict) noexcept
 {

@@ -12,7 +12,7 @@ struct _ZorImage;
 
 /// A look at the real viewers that the loaded plug-in makes for its views.
 ///
-/// ViewerTap.cpp defines two of the factories' functions; a program's own stand before those of the viewer's
+/// ViewerTap.cpp defines two of the factories' functions; a program's own come before those of the viewer's
 /// library, which they call in their turn. The viewers and what the plug-in says to them are the real ones.
 class ViewerTap
 {
@@ -29,7 +29,7 @@ public:
     /// The middle of what the view shows, in image pixels.
     static QPointF centreOf(const QWidget* view);
 
-    /// The viewer's own copy of the last image; null before.
+    /// The viewer's own copy of the last image; null before the first.
     static const _ZorImage* imageIn(const QWidget* view);
     /// Its bytes.
     static std::vector<std::uint8_t> bytesIn(const QWidget* view);

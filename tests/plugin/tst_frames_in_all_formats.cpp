@@ -73,7 +73,7 @@ void TestFramesInAllFormats::everyFormatIsTakenAndShown_data()
         QTest::newRow(reference::pixelFormats()[std::size_t(i)].name.c_str()) << i;
 }
 
-/// Behind colour filters a grey of one level, everywhere else one of its own for each pixel.
+/// Through colour filters a grey of one level, everywhere else one of its own for each pixel.
 void TestFramesInAllFormats::everyFormatIsTakenAndShown()
 {
     QFETCH(int, format);

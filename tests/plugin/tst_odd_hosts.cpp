@@ -23,7 +23,7 @@ namespace {
 
 constexpr int NoDialog = 4;
 
-/// Has this program be a host that exits, with this code.
+/// Makes this program a host that exits, with this code.
 const char* const ExitArgument = "--exit";
 constexpr int ExitCode = 42;
 

@@ -41,7 +41,7 @@ Levels levelsOf(const TestFrame& frame)
     return levels;
 }
 
-/// The same with marks: every value from 128 on blackens the two samples behind it, those that are bright
+/// The same with marks: every value from 128 on blackens the two samples after it, those that are bright
 /// themselves excepted. Rows are padded to four bytes, where marks go too.
 Levels markedLevelsOf(const TestFrame& frame)
 {
@@ -113,7 +113,7 @@ QString difference(const Levels& actual, const Levels& expected, int width)
     return {};
 }
 
-/// Dark, with a bright area, single bright pixels, and bright ones at the ends of two lines.
+/// Dark, with a bright area, single bright pixels, and bright ones at the ends of two rows.
 TestFrame spotted(int width, int depth, int shift = 0)
 {
     const unsigned bright = depth == 8 ? 200 : 2000;
@@ -150,10 +150,10 @@ void TestPaintedHighlights::marksComeAndGoWithTheBox_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("depth");
-    QTest::newRow("8 bits, tight lines") << Width << 8;
-    QTest::newRow("12 bits, tight lines") << Width << 12;
-    QTest::newRow("8 bits, padded lines") << Width - 1 << 8;
-    QTest::newRow("12 bits, padded lines") << Width - 1 << 12;
+    QTest::newRow("8 bits, tight rows") << Width << 8;
+    QTest::newRow("12 bits, tight rows") << Width << 12;
+    QTest::newRow("8 bits, padded rows") << Width - 1 << 8;
+    QTest::newRow("12 bits, padded rows") << Width - 1 << 12;
 }
 
 void TestPaintedHighlights::marksComeAndGoWithTheBox()

@@ -41,7 +41,7 @@ struct Grid
 
     QPoint equalGaps() const { return {(frame->width() - Gap) / 2, (frame->height() - Gap) / 2}; }
 
-    /// Empty when panes and handles stand around gaps that begin at that place.
+    /// Empty when panes and handles lie around gaps that begin at that place.
     QString difference(const QPoint& place) const
     {
         const int right = 2 * equalGaps().x() + Gap;
@@ -89,7 +89,7 @@ public:
         : m_window(host.dialog().windowHandle())
     {
         // The pointer comes into the window, without which no widget hears of entering. Two places, since it
-        // may stand on one of them already.
+        // may be on one of them already.
         for (const int place : {1, 2}) {
             QCursor::setPos(m_window->mapToGlobal(QPoint(place, place)));
             QCoreApplication::processEvents();

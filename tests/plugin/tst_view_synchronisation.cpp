@@ -31,7 +31,8 @@ QString textOf(const Place& place)
     return QString("scale %1 at %2, %3").arg(place.scale).arg(place.centre.x()).arg(place.centre.y());
 }
 
-/// The scale to the digits of a command. Centres are told in halves of an image pixel, alike by both views.
+/// The scale to the digits of a command. Centres are reported in halves of an image pixel, alike by both
+/// views.
 bool isSame(const Place& one, const Place& other)
 {
     return std::abs(one.scale - other.scale) <= 1e-6 && one.centre == other.centre;
@@ -174,7 +175,7 @@ void TestViewSynchronisation::followUpEndsAtOnce()
     const Place told = placeOf(d.hand);
     for (int i = 0; i < 4; ++i)
         HostedDialog::pause();
-    // One change under the hand; the other view tells of its new scale and of its new place at most.
+    // One change under the hand; the other view reports its new scale and its new place at most.
     QCOMPARE(d.changes[0]->count(), 1);
     QVERIFY2(d.changes[1]->count() >= 1 && d.changes[1]->count() <= 2,
              qPrintable(QString("%1 changes of the other view").arg(d.changes[1]->count())));

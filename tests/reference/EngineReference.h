@@ -46,7 +46,7 @@ int cellStep(int width);
 /// The block of height + 1 rows of 16-bit cells that a frame is copied to; zero where no pixel goes.
 void fillCells(const Image& frame, Image& cells);
 
-/// One code a column, codes.size() of them; 1.0 behind the last.
+/// One code a column, codes.size() of them; 1.0 after the last.
 void columnPass(Image& cells, int frameStep, const std::vector<std::uint16_t>& codes);
 void rowPass(const Image& source, Image& destination, const std::vector<std::uint16_t>& codes);
 

@@ -25,7 +25,7 @@ std::uint32_t bitsInName(const std::string& name)
     return std::uint32_t(std::stoul(name.substr(before + 1)));
 }
 
-/// The two letters of the name are the upper line. Green stands on a diagonal, red and blue on the other.
+/// The two letters of the name are the upper row. Green is on a diagonal, red and blue on the other.
 std::vector<std::string> bayerCell(const std::string& name)
 {
     const std::string upper = name.substr(5, 2);
@@ -39,8 +39,8 @@ std::vector<std::string> bayerCell(const std::string& name)
 }
 
 /// Four blocks of two by two sites, in the order of the name's first four letters. In each, panchromatic
-/// sites stand on the diagonal that begins top left and the block's colour on the other two. A phase begins
-/// one column later (1), one row later (2), or both (3).
+/// sites are on the diagonal that begins top left and the block's colour on the other two. A phase begins one
+/// column later (1), one row later (2), or both (3).
 std::vector<std::string> trueSenseCell(const std::string& name)
 {
     const std::string blocks = name.substr(10, 4);
@@ -107,8 +107,8 @@ std::uint64_t PixelFormat::bitPlace(std::uint64_t x, std::uint32_t sample, std::
 {
     if (!inPairs)
         return x * pixelBits + sample * storedBits + bit;
-    // The high bits of the even pixel are byte 0, those of the odd one byte 2; in byte 1 stand the low bits,
-    // of the even pixel from bit 4 on, of the odd one from bit 0 on.
+    // The high bits of the even pixel are byte 0, those of the odd one byte 2; in byte 1 are the low bits, of
+    // the even pixel from bit 4 on, of the odd one from bit 0 on.
     const std::uint32_t lowBits = heldBits - 8;
     const std::uint64_t pair = x / 2 * 24;
     const bool odd = x % 2 == 1;

@@ -18,15 +18,15 @@ struct PixelFormat
     std::uint32_t pixelBits;       ///< bits of memory that a pixel takes
     std::uint32_t samplesPerPixel; ///< samples that lie in these bits
     bool inPairs;                  ///< two pixels in three bytes instead of in sequence
-    /// What the samples are, line by line, over and over: R, G, B, A, Y, U, V, or W for a panchromatic site.
+    /// What the samples are, row by row, over and over: R, G, B, A, Y, U, V, or W for a panchromatic site.
     std::vector<std::string> cell;
 
     char component(std::uint32_t x, std::uint32_t y, std::uint32_t sample = 0) const;
 
-    /// Where a sample's bit lies in its line, counted from the lowest bit of the line's first byte.
+    /// Where a sample's bit lies in its row, counted from the lowest bit of the row's first byte.
     std::uint64_t bitPlace(std::uint64_t x, std::uint32_t sample, std::uint32_t bit) const;
 
-    /// Bytes that hold the line's pixels.
+    /// Bytes that hold the row's pixels.
     std::uint32_t lineBytes(std::uint32_t width) const { return (width * pixelBits + 7) / 8; }
 
     /// The sample's value, limited to the format's full scale.

@@ -10,7 +10,7 @@ extern "C" void __wrap__ZN7QWidget11resizeEventEP12QResizeEvent(QWidget* self, Q
 
 namespace {
 
-/// Told of each call of QWidget::resizeEvent.
+/// Hears of each call of QWidget::resizeEvent.
 std::function<void(const QWidget*, const QResizeEvent*)> noteBaseResize;
 
 } // namespace
@@ -129,7 +129,7 @@ void TestGridLayout::aGridThatIsNotSquareSkipsTheMissingHandle()
         panes << new QWidget;
     QCOMPARE(grid.setWidgets(panes, 1, 3), 0);
     QCOMPARE(panes.at(2)->geometry(), QRect(70, 0, 30, 80));
-    // A vertical bar is looked for behind a horizontal one, so that these stay where they were made.
+    // A vertical bar is looked for after a horizontal one, so that these stay where they were made.
     const auto bars = grid.findChildren<CSplitterHandle*>();
     QCOMPARE(bars.size(), 2);
     for (const CSplitterHandle* bar : bars)

@@ -9,7 +9,7 @@
 
 namespace {
 
-// What no operation tells: rows and columns of all successful fills, and the numbers of the panes.
+// What no operation gives: rows and columns of all successful fills, and the numbers of the panes.
 QPair<int, int> filledCounts(const CGridSplitter& grid);
 QList<int> paneNumbers(const CGridSplitter& grid);
 
@@ -306,7 +306,7 @@ void TestGridSplitter::aGapWithoutAHandleMovesItsPanesAlone_data()
 {
     QTest::addColumn<int>("gap");
     QTest::addColumn<QList<QRect>>("panes");
-    QTest::newRow("behind the last column")
+    QTest::newRow("after the last column")
         << 1 << QList<QRect>{{0, 0, 47, 37}, {52, 0, 87, 37}, {0, 42, 47, 37}, {52, 42, 87, 37}};
     QTest::newRow("before the first column")
         << -1 << QList<QRect>{{40, 0, 7, 37}, {52, 0, 47, 37}, {40, 42, 7, 37}, {52, 42, 47, 37}};

@@ -152,7 +152,7 @@ void TestLargerGrid::aBarGoesOverItsNeighbour()
     drag(g.verticals.at(0), {60, 0});
     QCOMPARE(g.gaps(), (QList<int>{95, 75, 30, 65}));
     QCOMPARE(g.panes.at(0)->geometry(), QRect(0, 0, 95, 30));
-    // Nothing is left of the pane between the bars, and the one behind its neighbour stays.
+    // Nothing is left of the pane between the bars, and the one after its neighbour stays.
     QCOMPARE(g.panes.at(1)->pos(), QPoint(100, 0));
     QVERIFY(g.panes.at(1)->width() <= 0);
     QCOMPARE(g.panes.at(2)->geometry(), QRect(80, 0, 35, 30));

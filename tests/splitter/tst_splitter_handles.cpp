@@ -24,7 +24,7 @@ void leave(QWidget& widget)
     QCoreApplication::sendEvent(&widget, &event);
 }
 
-/// Makes a handle in memory that is not zero, gives it an event and answers what it tells.
+/// Makes a handle in memory that is not zero, gives it an event and answers what it reports.
 template <typename Handle, typename... Arguments>
 int movesOfAFreshHandle(QEvent::Type type, Arguments... arguments)
 {
@@ -243,7 +243,7 @@ void TestSplitterHandles::mouseEventsEndInTheHandle()
     QCOMPARE(parent.seen, std::vector<QEvent::Type>());
 }
 
-// A handle looks as a plain frame does: no frame style, nothing painted, in use or not.
+// A handle looks like a plain frame: no frame style, nothing painted, in use or not.
 void TestSplitterHandles::handlesAreBlank()
 {
     QWidget parent;

@@ -10,8 +10,8 @@
 #define ZOR_HAS_VIRTUAL_PLACE 0
 #endif
 
-/// At which place of its class's table a virtual operation stands, counted from 0. A virtual destructor takes
-/// two places. In this ABI a pointer to a virtual member function holds 1 plus the offset in the table.
+/// The place of a virtual operation in its class's table, counted from 0. A virtual destructor takes two
+/// places. In this ABI a pointer to a virtual member function holds 1 plus the offset in the table.
 template <class Function> std::size_t virtualPlace(Function function)
 {
     std::uintptr_t word = 0;

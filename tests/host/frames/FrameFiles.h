@@ -27,7 +27,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// The samples of a frame in a plain mono format, line after line.
+/// The samples of a frame in a plain mono format, row after row.
 QList<int> samplesOf(const zor::Frame& frame);
 
 /// Reads every shorter beginning of the bytes. Empty when each ends with a FrameError that names the file;

@@ -25,7 +25,7 @@ void flush(png_structp) {}
     throw std::runtime_error(message);
 }
 
-/// Samples packed from the high bits down, as PNG stores them; every line starts at a byte.
+/// Samples packed from the high bits down, as PNG stores them; every row starts at a byte.
 std::vector<png_byte> packedLine(const PngContent& content, std::size_t y, std::size_t perLine)
 {
     std::vector<png_byte> line((perLine * std::size_t(content.bits) + 7) / 8);

@@ -12,7 +12,7 @@ struct PngContent
     int colorType = 0; ///< PNG_COLOR_TYPE_GRAY
     bool interlaced = false;
     int significantBits = 0; ///< 0: no sBIT entry
-    QList<int> samples;      ///< as they stand in the file, channel after channel
+    QList<int> samples;      ///< as they are in the file, channel after channel
 };
 
 /// The file's bytes.
@@ -24,5 +24,5 @@ QByteArray pngWithSides(QByteArray png, quint32 width, quint32 height);
 /// A chunk: length, name of four letters, data and checksum.
 QByteArray pngChunk(const QByteArray& name, const QByteArray& data);
 
-/// The PNG file with more chunks behind its header.
+/// The PNG file with more chunks after its header.
 QByteArray pngWithChunks(QByteArray png, const QByteArray& chunks);

@@ -126,9 +126,9 @@ void TestFramesEncode::linesStandAPitchApart_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::newRow("Mono8, tight") << ZorMono8 << 3U << QByteArray("010203040506");
     QTest::newRow("Mono8, padded") << ZorMono8 << 5U << QByteArray("010203aaaa040506aaaa");
-    QTest::newRow("Mono12p: each line starts at a byte") << codeOf("Mono12p") << 5U
-                                                         << QByteArray("0120000300"
-                                                                       "0450000600");
+    QTest::newRow("Mono12p: each row starts at a byte") << codeOf("Mono12p") << 5U
+                                                        << QByteArray("0120000300"
+                                                                      "0450000600");
     QTest::newRow("Mono12Packed, padded") << codeOf("Mono12Packed") << 7U
                                           << QByteArray("0012000030aaaa"
                                                         "0045000060aaaa");

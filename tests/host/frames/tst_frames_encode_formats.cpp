@@ -129,8 +129,8 @@ void TestFramesEncodeFormats::compare(const reference::PixelFormat& format, cons
     compareUnusedBits(format, frame);
 }
 
-/// Bits that belong to no sample are 0, bytes behind a line are left to the caller, and no two bits of
-/// samples share a place.
+/// Bits that belong to no sample are 0, bytes after a row are left to the caller, and no two bits of samples
+/// share a place.
 void TestFramesEncodeFormats::compareUnusedBits(const reference::PixelFormat& format, const zor::Frame& frame)
 {
     const std::uint32_t lineBytes = format.lineBytes(frame.width);

@@ -4,7 +4,7 @@
 
 #include <sys/stat.h>
 
-/// What is told about files that are no frame at all, and about options that nobody can mean.
+/// What is reported about files that are no frame at all, and about options that nobody can mean.
 class TestFramesFiles : public QObject
 {
     Q_OBJECT

@@ -169,10 +169,10 @@ void TestFramesOtherPrograms::whiteIsZeroDecides_data()
     QTest::addColumn<Formula>("formula");
     // netpbm stores the source inverted, the other two are marked alone.
     QTest::newRow("netpbm's file inverted") << "white-is-zero-8-netpbm.tif" << true << Formula(grey8);
-    QTest::newRow("netpbm's file as it stands")
+    QTest::newRow("netpbm's file as it is")
         << "white-is-zero-8-netpbm.tif" << false << Formula([](int x, int y) { return 255 - grey8(x, y); });
     for (const char* file : {"white-is-zero-16.tif", "white-is-zero-big-endian-tiles-16.tif"}) {
-        QTest::addRow("%s as it stands", file) << QString(file) << false << Formula(grey16);
+        QTest::addRow("%s as it is", file) << QString(file) << false << Formula(grey16);
         QTest::addRow("%s inverted", file)
             << QString(file) << true << Formula([](int x, int y) { return 65535 - grey16(x, y); });
     }

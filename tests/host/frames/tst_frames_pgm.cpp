@@ -55,9 +55,9 @@ void TestFramesPgm::samplesAreExact_data()
         << QByteArray("P5\n2 1\n255\n#1") << 2 << QList<int>{35, 49};
     QTest::newRow("comments in the header")
         << QByteArray("P5# a\n#b\n 2# c\n#d\n1 #e\r255\nAB") << 2 << QList<int>{65, 66};
-    QTest::newRow("a comment right behind the maxval")
+    QTest::newRow("a comment right after the maxval")
         << QByteArray("P5 2 1 255# c\nAB") << 2 << QList<int>{65, 66};
-    QTest::newRow("white space behind the last sample")
+    QTest::newRow("white space after the last sample")
         << QByteArray("P5 2 1 255\nAB\r\n") << 2 << QList<int>{65, 66};
     QTest::newRow("P2") << QByteArray("P2\n3 2\n1000\n0 1 2\n998 999 1000\n") << 3
                         << QList<int>{0, 1, 2, 998, 999, 1000};

@@ -90,9 +90,9 @@ void TestFramesPng::significantBitsTellTheDepth_data()
     QTest::addColumn<QList<int>>("samples");
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<QString>("source");
-    QTest::newRow("12 of 16, as they stand")
+    QTest::newRow("12 of 16, as they are")
         << 16 << 12 << QList<int>{0, 1, 4095} << QList<int>{0, 1, 4095} << ZorMono12 << "sBIT 12";
-    QTest::newRow("10 of 16, as they stand")
+    QTest::newRow("10 of 16, as they are")
         << 16 << 10 << QList<int>{0, 1, 1023} << QList<int>{0, 1, 1023} << ZorMono10 << "sBIT 10";
     QTest::newRow("9 of 16 make depth 10")
         << 16 << 9 << QList<int>{0, 511} << QList<int>{0, 511} << ZorMono10 << "sBIT 9";
@@ -175,7 +175,7 @@ void TestFramesPng::anAskedDepthOverrides_data()
     QTest::addColumn<quint32>("pixelType");
     QTest::newRow("small samples at depth 16")
         << 16U << QList<int>{0, 4095} << QList<int>{0, 4095} << ZorMono16;
-    QTest::newRow("brought up samples stay as they stand at depth 16")
+    QTest::newRow("brought up samples stay as they are at depth 16")
         << 16U << QList<int>{0, 0xABCA, 0xFFFF} << QList<int>{0, 0xABCA, 0xFFFF} << ZorMono16;
     QTest::newRow("brought up samples come down when the depth does not hold them")
         << 12U << QList<int>{0, 0xABCA, 0xFFFF} << QList<int>{0, 0xABC, 0xFFF} << ZorMono12;

@@ -175,18 +175,18 @@ void TestFramesTiff::whiteIsZeroDecides_data()
     QTest::addColumn<QList<int>>("samples");
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<QString>("source");
-    QTest::newRow("8 bits as they stand") << 8 << -1 << QList<int>{0, 1, 254} << false
-                                          << QList<int>{0, 1, 254} << ZorMono8 << "largest sample 254";
+    QTest::newRow("8 bits as they are") << 8 << -1 << QList<int>{0, 1, 254} << false << QList<int>{0, 1, 254}
+                                        << ZorMono8 << "largest sample 254";
     QTest::newRow("8 bits inverted") << 8 << -1 << QList<int>{0, 1, 255} << true << QList<int>{255, 254, 0}
                                      << ZorMono8 << "largest sample 255";
-    QTest::newRow("16 bits as they stand") << 16 << -1 << QList<int>{0, 1, 4095} << false
-                                           << QList<int>{0, 1, 4095} << ZorMono12 << "largest sample 4095";
+    QTest::newRow("16 bits as they are") << 16 << -1 << QList<int>{0, 1, 4095} << false
+                                         << QList<int>{0, 1, 4095} << ZorMono12 << "largest sample 4095";
     QTest::newRow("16 bits inverted") << 16 << -1 << QList<int>{1, 255, 65535} << true
                                       << QList<int>{65534, 65280, 0} << ZorMono16 << "largest sample 65534";
-    QTest::newRow("the largest inverted sample tells the depth")
+    QTest::newRow("the largest inverted sample gives the depth")
         << 16 << -1 << QList<int>{61440, 65535} << true << QList<int>{4095, 0} << ZorMono12
         << "largest sample 4095";
-    QTest::newRow("MaxSampleValue tells the depth as they stand")
+    QTest::newRow("MaxSampleValue gives the depth of samples as they are")
         << 16 << 4095 << QList<int>{0, 7} << false << QList<int>{0, 7} << ZorMono12 << "MaxSampleValue 4095";
     QTest::newRow("a small MaxSampleValue is a large inverted sample")
         << 16 << 4095 << QList<int>{0, 4095} << true << QList<int>{65535, 61440} << ZorMono16
@@ -276,8 +276,8 @@ void TestFramesTiff::truncationsNeverCrash_data()
     samplesAreExact_data();
 }
 
-/// A TIFF file's directory may stand at its end or its start, so that a truncation is always an error unless
-/// it only takes bytes that nothing needs; then the frame is the whole one.
+/// A TIFF file's directory may be at its end or its start, so that a truncation is always an error unless it
+/// only takes bytes that nothing needs; then the frame is the whole one.
 void TestFramesTiff::truncationsNeverCrash()
 {
     QFETCH(TiffContent, content);

@@ -184,7 +184,7 @@ void TestFramesTiffClaims::brokenDataHaveAReason_data()
         << tiffOfEntries(sparse, "    ") << "Invalid strip byte count 0, strip 0";
     TiffEntries outside = strip(2, 2, COMPRESSION_NONE);
     outside[TIFFTAG_STRIPOFFSETS] = {100000};
-    QTest::newRow("a strip behind the end") << tiffOfEntries(outside, "    ") << "Read error on strip 0";
+    QTest::newRow("a strip past the end") << tiffOfEntries(outside, "    ") << "Read error on strip 0";
     TiffEntries placeless = tiles(32, 16, 32, 16, 1);
     placeless.remove(TIFFTAG_TILEOFFSETS);
     QTest::newRow("tiles without a place")
@@ -199,10 +199,10 @@ void TestFramesTiffClaims::brokenDataHaveAReason_data()
     // The library says nothing about this one.
     TiffEntries far = tiles(33, 16, 32, 16, 2);
     far[TIFFTAG_TILEOFFSETS] = {TiffDataPlace, 100000};
-    QTest::newRow("a tile behind the end")
+    QTest::newRow("a tile past the end")
         << tiffOfEntries(far, {}, 1024) << "the tile at column 32, row 0 cannot be read)";
     far[65000] = {7};
-    QTest::newRow("a tile behind the end, and a warning before")
+    QTest::newRow("a tile past the end, and a warning before")
         << tiffOfEntries(far, {}, 1024)
         << "the tile at column 32, row 0 cannot be read: Unknown field with tag 65000 (0xfde8) encountered)";
 

@@ -36,7 +36,7 @@ namespace {
 
 using Samples = QList<int>;
 
-/// A frame in the plain mono format of the depth; the bytes behind a line's pixels are 0xEE.
+/// A frame in the plain mono format of the depth; the bytes after a row's pixels are 0xEE.
 zor::Frame picture(std::uint32_t depth, std::uint32_t width, const Samples& samples,
                    std::uint32_t padding = 0)
 {
@@ -70,7 +70,7 @@ void addPictures()
         QTest::addRow("%u bits, one pixel", depth) << depth << 1U << 0U << Samples{full};
         QTest::addRow("%u bits, nothing but black", depth) << depth << 2U << 0U << Samples{0, 0, 0, 0};
         QTest::addRow("%u bits, small samples alone", depth) << depth << 3U << 0U << Samples{1, 2, 3};
-        QTest::addRow("%u bits, from 0 to full scale, padded lines", depth)
+        QTest::addRow("%u bits, from 0 to full scale, padded rows", depth)
             << depth << 3U << 4U << Samples{0, 1, full / 2, full - 1, full, full / 3};
         Samples many;
         for (int i = 0; i < 67 * 41; ++i)
@@ -207,7 +207,7 @@ void TestFramesWriters::aTiffIsPlainGrey()
     QCOMPARE(tag(TIFFTAG_PHOTOMETRIC), PHOTOMETRIC_MINISBLACK);
     QCOMPARE(tag(TIFFTAG_COMPRESSION), COMPRESSION_NONE);
     QCOMPARE(tag(TIFFTAG_MAXSAMPLEVALUE), (1 << depth) - 1);
-    // Strips of 8 KiB at most, as TIFF recommends, and not a strip a line.
+    // Strips of 8 KiB at most, as TIFF recommends, and not a strip a row.
     const quint32 lineBytes = width * (depth == 8 ? 1 : 2);
     const quint32 perStrip = 8192 / lineBytes;
     const quint32 lines = quint32(samples.size()) / width;

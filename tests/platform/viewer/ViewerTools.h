@@ -29,7 +29,7 @@ class TestImage
 public:
     using Value = std::function<int(int x, int y, int channel)>;
 
-    /// `padding`: bytes behind each line.
+    /// `padding`: bytes after each row.
     TestImage(std::uint32_t pixelType, int width, int height, const Value& value, int padding = 0);
 
     const _ZorImage* record() const { return &m_record; }
@@ -118,7 +118,7 @@ private:
     ShownViewer(const QSize& size, bool isGpu, QObject* host);
 };
 
-/// Six decimals behind a point, whatever the program's locale is.
+/// Six decimals after a point, whatever the program's locale is.
 std::string decimals(double value);
 
 /// The number that a command returned under a key; -99999 without one.

@@ -10,7 +10,7 @@
 #include <random>
 
 /// Two views that follow each other's "view.changed" as a dialog makes them: the change is posted, then scale
-/// and centre are read from one and told to the other.
+/// and centre are read from one and sent to the other.
 class TestLinkedViews : public QObject
 {
     Q_OBJECT
@@ -75,7 +75,7 @@ TestImage picture(int width = 934, int height = 700)
     return {ZorMono16, width, height, [](int x, int y, int) { return x * 60 + y; }};
 }
 
-/// The image's place in the middle of the view along one axis, to a pixel of the widget: told by the first
+/// The image's place in the middle of the view along one axis, to a pixel of the widget: found by the first
 /// edge between two image pixels.
 double middleAlong(ShownViewer& shown, bool across)
 {
@@ -254,8 +254,8 @@ void TestLinkedViews::nearRequestsAreTakenExactly_data()
     QTest::newRow("from a fit") << true;
 }
 
-// The scale is a quarter of a device pixel off in the whole view: nobody has to be told, but a half is asked
-// for.
+// The scale is a quarter of a device pixel off in the whole view: nobody has to be notified, but a half is
+// asked for.
 void TestLinkedViews::nearRequestsAreTakenExactly()
 {
     QFETCH(bool, isFitted);
@@ -270,7 +270,7 @@ void TestLinkedViews::nearRequestsAreTakenExactly()
     shown.setScale(0.5);
     QCOMPARE(shown.scale(), 0.5);
     QCOMPARE(shown.listener.count("view.changed"), 0);
-    // A third of a device pixel, after which further steps of the same kind are told when they add up.
+    // A third of a device pixel, after which further steps of the same kind are reported when they add up.
     shown.setScale(0.8);
     shown.run("cmd.display.view.at", {{"pos.x", "100"}, {"pos.y", "50"}, {"cs", "img"}});
     shown.listener.heard.clear();

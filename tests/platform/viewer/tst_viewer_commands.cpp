@@ -353,7 +353,7 @@ void TestViewerCommands::translateBetweenAllSpaces()
     QCOMPARE(translated(50, 40, "img", "base"), QPoint(0, 0) * 10 + inside);
     QCOMPARE(translated(-1, 40, "img", "base"), QPoint(-1, 0) * 10);
     QCOMPARE(translated(7, 9, "img", "img"), QPoint(7, 9) * 10 + inside);
-    // The view fits at 2, behind a frame of 3 pixels.
+    // The view fits at 2, inside a frame of 3 pixels.
     QCOMPARE(translated(3, 3, "win", "img"), QPoint(0, 0) * 10 + inside);
     QCOMPARE(translated(202, 162, "win", "img"), QPoint(99, 79) * 10 + inside);
     QCOMPARE(translated(203, 162, "win", "img"), QPoint(100, 79) * 10);

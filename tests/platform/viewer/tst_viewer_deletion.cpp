@@ -6,7 +6,7 @@
 #include <QMouseEvent>
 #include <QTest>
 
-/// The end of a viewer: nothing is told after it, and the host's widget is as it was before.
+/// The end of a viewer: nothing is reported after it, and the host's widget is as it was before.
 class TestViewerDeletion : public QObject
 {
     Q_OBJECT

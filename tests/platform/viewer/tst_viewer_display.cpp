@@ -105,9 +105,9 @@ void TestViewerDisplay::badRecordsLeaveThePicture_data()
     QTest::newRow("null pixels") << 1;
     QTest::newRow("a width of 0") << 2;
     QTest::newRow("a height of 0") << 3;
-    QTest::newRow("a pitch below the line") << 4;
-    QTest::newRow("a buffer shorter than its lines") << 5;
-    QTest::newRow("a pitch that makes the last line stick out") << 6;
+    QTest::newRow("a pitch below the row") << 4;
+    QTest::newRow("a buffer shorter than its rows") << 5;
+    QTest::newRow("a pitch that makes the last row stick out") << 6;
     QTest::newRow("a width beyond all memory") << 7;
     QTest::newRow("signed samples") << 8;
     QTest::newRow("a depth of 0") << 9;

@@ -256,7 +256,7 @@ void TestViewerInput::notificationsCarryBothPositions_data()
         QTest::addRow("scale %.2f", scale) << scale;
 }
 
-// The told pixel is the painted one, over the whole view and beyond the image's edges.
+// The reported pixel is the painted one, over the whole view and beyond the image's edges.
 void TestViewerInput::notificationsCarryBothPositions()
 {
     QFETCH(double, scale);

@@ -76,7 +76,7 @@ void click(QMenu* menu, const char* text)
     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry(menu, text)).center());
 }
 
-/// Without the menu's being open.
+/// Chooses an entry while the menu is closed.
 void trigger(QMenu* menu, const char* text)
 {
     entry(menu, text)->trigger();
@@ -193,7 +193,7 @@ void TestViewerMenu::menuOpensOnceAtATime()
     shown.show(ramp());
     int second = -1;
     const auto askAgain = [&](QMenu* menu) {
-        // One that opens again closes, and what runs below it ends.
+        // Closes a menu that opens once more, so that its event loop ends.
         QTimer closing;
         connect(&closing, &QTimer::timeout, menu, &QMenu::close);
         closing.start(0);
@@ -335,7 +335,7 @@ void TestViewerMenu::viewMayEndWhileItIsSaved_data()
 {
     QTest::addColumn<bool>("isBox");
     QTest::newRow("while the name is asked for") << false;
-    QTest::newRow("while a failure is told of") << true;
+    QTest::newRow("while a failure is reported") << true;
 }
 
 // The host's widget too.
