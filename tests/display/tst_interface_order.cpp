@@ -98,8 +98,7 @@ void TestInterfaceOrder::operationsStandAtTheirPlaces_data()
     row("stage: image", virtualPlace(&DisplayStage::image), 11);
     row("item: value", virtualPlace(&DisplayStageItem::value), 5);
     row("item: setValue", virtualPlace(&DisplayStageItem::setValue), 7);
-    row("image processor: constantOne, behind the destructor", virtualPlace(&ZorImgProcessor::constantOne),
-        2);
+    row("image processor: constantOne, after the destructor", virtualPlace(&ZorImgProcessor::constantOne), 2);
     row("image processor: processImage", virtualPlace(&ZorImgProcessor::processImage), 3);
     row("image processor: noOperation", virtualPlace(&ZorImgProcessor::noOperation), 4);
     row("image processor: constantZero", virtualPlace(&ZorImgProcessor::constantZero), 5);
@@ -107,7 +106,7 @@ void TestInterfaceOrder::operationsStandAtTheirPlaces_data()
     row("image processor: baseZero", virtualPlace(&ZorImgProcessor::baseZero), 7);
     row("image processor: baseTrue", virtualPlace(&ZorImgProcessor::baseTrue), 8);
     row("image processor: baseTrueToo", virtualPlace(&ZorImgProcessor::baseTrueToo), 9);
-    row("listener: object, behind the destructor", virtualPlace(&ZorDisplayCommand::object), 2);
+    row("listener: object, after the destructor", virtualPlace(&ZorDisplayCommand::object), 2);
     row("listener: notify", virtualPlace(&ZorDisplayCommand::notify), 3);
 }
 

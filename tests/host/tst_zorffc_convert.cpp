@@ -66,7 +66,7 @@ void TestZorffcConvert::aDumpBecomesItsSamples_data()
     const QStringList record{"--packed-order", "record"};
 
     add("Mono8", "Mono8", "2x2", none, "00 01 FE FF", 255, {0, 1, 254, 255});
-    add("Mono8 with padded lines", "Mono8", "2x2", {"--pitch", "3"}, "0001EE FEFFEE", 255, {0, 1, 254, 255});
+    add("Mono8 with padded rows", "Mono8", "2x2", {"--pitch", "3"}, "0001EE FEFFEE", 255, {0, 1, 254, 255});
     add("Mono10", "Mono10", "2x1", none, "FF03 0102", 1023, {1023, 513});
     add("Mono10p: one stream from the low bit", "Mono10p", "4x1", none, "01 08 30 C0 FF", 1023,
         {1, 2, 3, 1023});
@@ -79,9 +79,9 @@ void TestZorffcConvert::aDumpBecomesItsSamples_data()
         "00 4C E0", 1023, {0x000, 0x204});
     add("Mono12Packed from the wire", "Mono12Packed", "2x1", none, "32 21 64", 4095, {0x321, 0x642});
     add("Mono12Packed as in a record", "Mono12Packed", "2x1", record, "32 12 64", 4095, {0x321, 0x642});
-    add("Mono12Packed told to be from the wire", "Mono12Packed", "2x1", {"--packed-order", "wire"},
-        "32 21 64", 4095, {0x321, 0x642});
-    add("Mono12Packed with an odd width and padded lines", "Mono12Packed", "3x2", {"--pitch", "6"},
+    add("Mono12Packed given as from the wire", "Mono12Packed", "2x1", {"--packed-order", "wire"}, "32 21 64",
+        4095, {0x321, 0x642});
+    add("Mono12Packed with an odd width and padded rows", "Mono12Packed", "3x2", {"--pitch", "6"},
         "AB1278CD04EE 000000FF0FEE", 4095, {0xAB2, 0x781, 0xCD4, 0, 0, 0xFFF});
     add("Mono12p comes to 10 bits", "Mono12p", "2x1", none, "FF 3F 12", 1023, {1023, 0x48});
     add("Mono14 comes down to 8 bits", "Mono14", "3x1", none, "FF3F 3412 3F00", 255, {255, 72, 0});

@@ -205,11 +205,11 @@ void TestHighlightMarks::marksRunOnBehindALine_data()
         QTest::newRow(name) << pitch << QByteArray::fromHex(bytes) << QByteArray::fromHex(expected);
     };
     // Two rows of three bytes.
-    add("into the next line", 3, "01 02 C8 03 04 05", "01 02 C8 00 00 05");
-    add("one of them into the next line", 3, "01 C8 03 04 05 06", "01 C8 00 00 05 06");
-    add("a bright start of the next line stays", 3, "01 02 C8 D2 04 05", "01 02 C8 D2 00 00");
+    add("into the next row", 3, "01 02 C8 03 04 05", "01 02 C8 00 00 05");
+    add("one of them into the next row", 3, "01 C8 03 04 05 06", "01 C8 00 00 05 06");
+    add("a bright start of the next row stays", 3, "01 02 C8 D2 04 05", "01 02 C8 D2 00 00");
     add("into padding", 5, "01 02 C8 55 66 04 05 06 77 88", "01 02 C8 00 00 04 05 06 77 88");
-    add("through padding into the next line", 4, "01 02 C8 55 04 05 06 77", "01 02 C8 00 00 05 06 77");
+    add("through padding into the next row", 4, "01 02 C8 55 04 05 06 77", "01 02 C8 00 00 05 06 77");
     add("bright padding is no pixel", 5, "01 02 03 FF FF 04 05 06 FF FF", "01 02 03 FF FF 04 05 06 FF FF");
 }
 

@@ -146,7 +146,7 @@ void TestSampleAccess::aReadGivesTheToldNumber_data()
     add("an unsigned word", 3, "00 80", 0, 0, 32768);
     add("an unsigned word of channel 2", 3, "00 00 00 00 FF 0F", 2, 0, 4095);
     add("32 bits, signed", 4, "FE FF FF FF", 0, 0, -2);
-    add("32 bits, unsigned, as they stand", 5, "FE FF FF FF", 0, 0, -2);
+    add("32 bits, unsigned, as they are", 5, "FE FF FF FF", 0, 0, -2);
     add("32 bits of channel 1", 5, "00 00 00 00 40 E2 01 00", 1, 0, 123456);
     add("kind 6, even", 6, "FF FF", 0, 0, 0x3FF);
     add("kind 6, odd, gives up to 12 bits", 6, "FF FF", 0, 1, 0xFFF);

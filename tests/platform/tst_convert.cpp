@@ -256,14 +256,14 @@ void TestConvert::whatDoesNotFitTogetherIsRefused_data()
     add("pitch 0", [](_ZorImage& image) { image.pitch = 0; });
     add("imageSize one byte short", [](_ZorImage& image) { image.imageSize = 12 * 3 + 9; });
     add("imageSize 0", [](_ZorImage& image) { image.imageSize = 0; });
-    add("a width that needs more than its line", [](_ZorImage& image) { image.width = 0xFFFFFFFF; });
+    add("a width that needs more than its row", [](_ZorImage& image) { image.width = 0xFFFFFFFF; });
     add("a height that needs more than its bytes", [](_ZorImage& image) { image.height = 0xFFFFFFFF; });
     add("pitch times height above 32 bits", [](_ZorImage& image) {
         image.pitch = 0x80000000;
         image.height = 3;
         image.imageSize = 10;
     });
-    add("a result line above 32 bits", [](_ZorImage& image) {
+    add("a result row above 32 bits", [](_ZorImage& image) {
         image.width = image.pitch = image.imageSize = 0xFFFFFFFF;
         image.height = 1;
     });

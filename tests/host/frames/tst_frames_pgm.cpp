@@ -177,9 +177,9 @@ void TestFramesPgm::brokenFilesAreRefused_data()
     add("letters for a width", "P5\nab 2\n255\nABCD", "before width, height and maxval are complete");
     add("maxval 0", "P5\n1 1\n0\nA", "maxval 0 is not 1 to 65535");
     add("maxval 65536", "P5\n1 1\n65536\nAB", "maxval 65536 is not 1 to 65535");
-    add("no white space behind the maxval", "P5\n1 1\n255A", "does not end with white space");
-    add("nothing behind the first white space", "P5\n", "before width, height and maxval are complete");
-    add("no white space behind the first letters", "P51 1 255 A", "first two letters");
+    add("no white space after the maxval", "P5\n1 1\n255A", "does not end with white space");
+    add("nothing after the first white space", "P5\n", "before width, height and maxval are complete");
+    add("no white space after the first letters", "P51 1 255 A", "first two letters");
     add("a sample above the maxval", "P5\n2 2\n100\n\x01\x02\x03\x65",
         "the sample 101 at column 1, row 1 (from 0) is above the file's maxval 100; correct the maxval");
     add("a decimal sample above the maxval", "P2\n2 1\n1000\n5 1001",

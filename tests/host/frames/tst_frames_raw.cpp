@@ -156,7 +156,7 @@ void TestFramesRaw::samplesAboveTheFormatAreNamed_data()
     add("Mono12 at its limit", "Mono12", 1, -1, "FF0F", "");
     add("Mono12 with the high byte first", "Mono12", 1, -1, "0FFF", "the sample 65295 at column 0, row 0");
     add("Mono14 at its limit", "Mono14", 1, -1, "FF3F", "");
-    add("Mono14 above it, in the second line", "Mono14", 1, 2, "FF3F 0040",
+    add("Mono14 above it, in the second row", "Mono14", 1, 2, "FF3F 0040",
         "the sample 16384 at column 0, row 1 (from 0) is above 16383, the limit of Mono14");
     add("padding is not looked at", "Mono10", 1, 4, "FF03FFFF", "");
     add("Mono16 has no unused bits", "Mono16", 1, -1, "FFFF", "");
@@ -170,7 +170,7 @@ void TestFramesRaw::samplesAboveTheFormatAreNamed_data()
     add("TrueSense of 12 bits above it", "TrueSense_GBRG_WGGW_1_12", 2, -1, "FF0F 0080",
         "the sample 32768 at column 1, row 0 (from 0) is above 4095, the limit of TrueSense_GBRG_WGGW_1_12");
     add("RGB10 at its limit", "RGB10", 1, -1, "FF03 FF03 FF03", "");
-    add("RGB10 above it, blue of the second pixel in the second line", "RGB10", 2, 14,
+    add("RGB10 above it, blue of the second pixel in the second row", "RGB10", 2, 14,
         "FF03FF03FF03 FF03FF03FF03 FFFF FF03FF03FF03 FF03FF030004 FFFF",
         "the sample 1024 at column 1, row 1 (from 0) is above 1023, the limit of RGB10");
     add("BGR12 above it, the first channel", "BGR12", 1, -1, "0010 0000 0000", "the sample 4096 at column 0");

@@ -67,7 +67,7 @@ void TestFramesTiff::samplesAreExact_data()
             change(content);
             QTest::addRow("%d bits, %s", bits, name) << content;
         };
-        add("strips of 2 lines", [](TiffContent&) {});
+        add("strips of 2 rows", [](TiffContent&) {});
         add("one strip", [](TiffContent& content) { content.rowsPerStrip = 21; });
         add("big-endian", [](TiffContent& content) { content.mode = "wb"; });
         add("BigTIFF", [](TiffContent& content) { content.mode = "w8"; });

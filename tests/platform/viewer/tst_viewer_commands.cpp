@@ -81,7 +81,7 @@ void TestViewerCommands::goodAndBadInput_data()
     row("notification with a tail", "cmd.system.notification.add", {{"proc", "0x10zz"}}, 0);
     row("notification without digits", "cmd.system.notification.add", {{"proc", "0x"}}, 0);
     row("notification with a sign", "cmd.system.notification.add", {{"proc", "0x-10"}}, 0);
-    row("notification behind a blank", "cmd.system.notification.add", {{"proc", " 0x10"}}, 0);
+    row("notification after a blank", "cmd.system.notification.add", {{"proc", " 0x10"}}, 0);
     row("notification before a blank", "cmd.system.notification.add", {{"proc", "0x10 "}}, 0);
     row("notification of two prefixes", "cmd.system.notification.add", {{"proc", "0x0x10"}}, 0);
     row("notification beyond all memory", "cmd.system.notification.add", {{"proc", "0x1ffffffffffffffff"}},
