@@ -48,6 +48,7 @@ class TestZorffcReport : public QObject
 private slots:
     void init();
     void drawsFrameCorrectedFrameAndProfiles();
+    void isThePictureThatIsKept();
     void drawsADumpInColour();
     void drawsFramesOfAnySize_data();
     void drawsFramesOfAnySize();
@@ -113,6 +114,42 @@ void TestZorffcReport::drawsFrameCorrectedFrameAndProfiles()
     QVERIFY(greyRange(picture, QRect(40, 26, 600, 44)).first < 80);
     QVERIFY(greyRange(picture, QRect(520, 1150, 240, 70)).first < 80);
     QVERIFY(greyRange(picture, QRect(1300, 1150, 240, 70)).first < 80);
+}
+
+/// To the pixel: texts, places and colours. A change that is meant is looked at, and its picture kept.
+void TestZorffcReport::isThePictureThatIsKept()
+{
+    std::vector<std::uint16_t> samples;
+    QByteArray table = Header + ":Table,\n";
+    for (int x = 0; x < 90; ++x)
+        table += QByteArray::number(x + 1) + ',' + QByteArray::number(256 + x) + '\n';
+    table += ":FFC_Y start,\n";
+    for (int y = 0; y < 60; ++y) {
+        table += QByteArray::number(y + 1) + ',' + QByteArray::number(256 + 2 * (y % 7)) + '\n';
+        for (int x = 0; x < 90; ++x)
+            samples.push_back(
+                static_cast<std::uint16_t>(2700 - 7 * x + 31 * (x % 3) - 9 * (y % 7) + x * y % 23));
+    }
+    writeFile(path("flat.pgm"), pgm(90, 60, 4095, samples));
+    writeFile(path("flat.ffc"), table);
+    const ZorffcRun report = run({"report", "flat.pgm", "--ffc", "flat.ffc", "-o", "flat.png"});
+    QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
+
+    const QImage kept = QImage(REPORT_FILES "/report.png").convertToFormat(QImage::Format_RGB32);
+    const QImage made = QImage(path("flat.png")).convertToFormat(QImage::Format_RGB32);
+    QVERIFY(!kept.isNull());
+    QCOMPARE(made.size(), kept.size());
+    QVector<QPoint> unlike;
+    for (int y = 0; y < kept.height(); ++y) {
+        for (int x = 0; x < kept.width(); ++x) {
+            if (made.pixel(x, y) != kept.pixel(x, y))
+                unlike.append(QPoint(x, y));
+        }
+    }
+    QVERIFY2(unlike.isEmpty(), qPrintable(QString("%1 pixels differ, the first at %2, %3")
+                                              .arg(unlike.size())
+                                              .arg(unlike.value(0).x())
+                                              .arg(unlike.value(0).y())));
 }
 
 void TestZorffcReport::drawsADumpInColour()
