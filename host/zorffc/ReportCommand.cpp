@@ -82,7 +82,6 @@ QByteArray reportPng(const ReportData& data)
     const DrawingApplication application;
     QByteArray png;
     QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
     QImageWriter writer(&buffer, "PNG");
     if (!writer.write(drawReport(data)))
         throw CommandError("the picture cannot be made into a PNG file: " +

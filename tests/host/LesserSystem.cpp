@@ -60,8 +60,10 @@ int __wrap_open(const char* path, int flags, ...)
 
 int __wrap_access(const char* path, int mode)
 {
-    const bool refused = std::strncmp(path, "/proc/", 6) == 0 && !lesserSystem().hasProc;
-    return answer(refused ? ENOENT : 0, [&] { return __real_access(path, mode); });
+    int error = std::strncmp(path, "/proc/", 6) == 0 && !lesserSystem().hasProc ? ENOENT : 0;
+    if (mode == W_OK && !lesserSystem().mayWrite)
+        error = EACCES;
+    return answer(error, [&] { return __real_access(path, mode); });
 }
 
 int __wrap_flock(int descriptor, int operation)

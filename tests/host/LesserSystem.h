@@ -9,7 +9,8 @@ struct LesserSystem
 {
     bool hasUnnamedFiles = true;
     bool hasProc = true;
-    int lockError = 0; ///< errno of flock(), 0: it works
+    bool mayWrite = true; ///< files that exist may be written: root may write them all
+    int lockError = 0;    ///< errno of flock(), 0: it works
     int linkError = 0;
     int renameError = 0;
     int syncError = 0;

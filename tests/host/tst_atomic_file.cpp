@@ -273,6 +273,10 @@ void TestAtomicFile::aFailureKeepsTheTarget_data()
 {
     QTest::addColumn<LesserSystem>("system");
     QTest::addColumn<QString>("problem");
+    LesserSystem noPermission;
+    noPermission.mayWrite = false;
+    QTest::newRow("a file that may not be written")
+        << noPermission << "may not be written; change its permissions or give another file name";
     LesserSystem noLink;
     noLink.linkError = EPERM;
     QTest::newRow("no link to a file without a name")
