@@ -10,6 +10,7 @@
 
 #include <csignal>
 
+#include <fcntl.h>
 #include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -49,6 +50,7 @@ private slots:
     void withoutLocksNothingIsSwept();
     void takenNamesArePassedOver_data();
     void takenNamesArePassedOver();
+    void aFileOfAnotherOfThisNameIsLeftAlone();
     void aFailureKeepsTheTarget_data();
     void aFailureKeepsTheTarget();
     void aFileSystemThatCannotSyncIsNotWaitedFor_data();
@@ -267,6 +269,19 @@ void TestAtomicFile::takenNamesArePassedOver()
     QCOMPARE(save(), problem.isEmpty() ? problem : path("f: ") + problem);
     QCOMPARE(readFile(path("f")), QByteArray(problem.isEmpty() ? "new" : "what was there"));
     QCOMPARE(names().size(), taken + 1);
+}
+
+void TestAtomicFile::aFileOfAnotherOfThisNameIsLeftAlone()
+{
+    lesserSystem().hasUnnamedFiles = false;
+    const QString name = path(temporaryName(0));
+    writeFile(name, "of another");
+    const int another = ::open(name.toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
+    QCOMPARE(::flock(another, LOCK_EX | LOCK_NB), 0);
+    QCOMPARE(save(), QString());
+    ::close(another);
+    QCOMPARE(readFile(path("f")), QByteArray("new"));
+    QCOMPARE(readFile(name), QByteArray("of another"));
 }
 
 void TestAtomicFile::aFailureKeepsTheTarget_data()

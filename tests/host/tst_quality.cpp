@@ -63,6 +63,8 @@ private slots:
     void saturatedPixelsAreThoseAtTheLimit();
     void newlySaturatedPixelsWereBelowTheLimitBefore();
     void gainsFollowTheColumnPass();
+    void aWrappedCellIsFoundInEveryColumn_data();
+    void aWrappedCellIsFoundInEveryColumn();
     void correctedFrameAppliesBothTables();
     void monoFrameBringsARecordToItsTarget_data();
     void monoFrameBringsARecordToItsTarget();
@@ -80,6 +82,7 @@ void TestQuality::variationIsDeviationOverMean_data()
     QTest::newRow("1 and 3: deviation 1 of 2") << std::vector<double>{1, 3} << 50.0;
     QTest::newRow("the deviation is the population's: 2 of 5")
         << std::vector<double>{2, 4, 4, 4, 5, 5, 7, 9} << 40.0;
+    QTest::newRow("a mean below 0.1") << std::vector<double>{0.02, 0.06} << 50.0;
     QTest::newRow("no light") << std::vector<double>{0, 0} << std::nan("");
     QTest::newRow("no values") << std::vector<double>{} << std::nan("");
 }
@@ -139,6 +142,28 @@ void TestQuality::gainsFollowTheColumnPass()
     QCOMPARE(gains.columns, (std::list<double>{225.0 / 125.0, 1.0}));
     // Row sums 243 + 255 and 207 + 195.
     QCOMPARE(gains.rows, (std::list<double>{1.0, 249.0 / 201.0}));
+}
+
+void TestQuality::aWrappedCellIsFoundInEveryColumn_data()
+{
+    QTest::addColumn<QList<int>>("pixels");
+    QTest::addColumn<bool>("wraps");
+    QTest::newRow("none") << QList<int>{32000, 16000, 31000, 16000} << false;
+    QTest::newRow("in the first column alone") << QList<int>{33000, 48000, 31000, 48000} << true;
+    QTest::newRow("in the last column alone") << QList<int>{48000, 33000, 48000, 31000} << true;
+}
+
+void TestQuality::aWrappedCellIsFoundInEveryColumn()
+{
+    QFETCH(QList<int>, pixels);
+    QFETCH(bool, wraps);
+    std::vector<std::uint8_t> bytes;
+    for (const int pixel : pixels) {
+        bytes.push_back(static_cast<std::uint8_t>(pixel & 0xFF));
+        bytes.push_back(static_cast<std::uint8_t>(pixel >> 8));
+    }
+    const ConstImageView frame{bytes.data(), 4, 2, 2, 16};
+    QCOMPARE(computeFrameGains(frame, bytes.size(), GainRule{}).rowError > 0.0, wraps);
 }
 
 void TestQuality::correctedFrameAppliesBothTables()

@@ -1,4 +1,5 @@
 #include "host/zorffc/Numbers.h"
+#include "host/zorffc/Summary.h"
 #include "host/zorffc/report/GreyPicture.h"
 
 #include <QtTest>
@@ -40,6 +41,7 @@ private slots:
     void realNumbersAreRead();
     void fixedTextIsTheSameEverywhere_data();
     void fixedTextIsTheSameEverywhere();
+    void gainsThatAreNoNumberAreCounted();
     void significantTextKeepsSmallNumbers_data();
     void significantTextKeepsSmallNumbers();
 };
@@ -230,6 +232,14 @@ void TestReportParts::fixedTextIsTheSameEverywhere()
     QFETCH(double, value);
     QFETCH(QByteArray, text);
     QCOMPARE(QByteArray::fromStdString(fixedText(value, 4)), text);
+}
+
+void TestReportParts::gainsThatAreNoNumberAreCounted()
+{
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    QCOMPARE(gainRange({2.0, none, 1.0, none}), std::string("1.0000 to 2.0000, 2 nan"));
+    QCOMPARE(gainRange({none}), std::string("nan"));
+    QCOMPARE(gainRange({1.5}), std::string("1.5000 to 1.5000"));
 }
 
 void TestReportParts::significantTextKeepsSmallNumbers_data()

@@ -167,6 +167,9 @@ void TestZorffcCompute::readsOtherFiles_data()
     QTest::newRow("the depth can be given")
         << "f.pgm" << QStringList{"--depth", "12"} << QByteArray("1,512\n2,256\n")
         << "Mono12 (depth from --depth 12)";
+    QTest::newRow("the largest depth can be given")
+        << "f.pgm" << QStringList{"--depth", "16"} << QByteArray("1,512\n2,256\n")
+        << "Mono16 (depth from --depth 16)";
 }
 
 void TestZorffcCompute::readsOtherFiles()

@@ -226,6 +226,9 @@ void TestZorffcSimulate::refusesBadSettings_data()
     QTest::newRow("a black level at a format's full scale")
         << "f.raw" << QStringList{"--format", "Mono14", "--black-level", "16383"}
         << "--black-level: 16383 leaves no room below 16383; give a lower one or more bits";
+    QTest::newRow("a black level above all full scales")
+        << "f.pgm" << QStringList{"--depth", "16", "--black-level", "65536"}
+        << "--black-level: \"65536\" does not fit";
     QTest::newRow("a black level at full scale")
         << "f.pgm" << QStringList{"--depth", "8", "--black-level", "255"} << "--black-level";
 }

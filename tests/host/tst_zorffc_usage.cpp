@@ -31,6 +31,7 @@ void TestZorffcUsage::helpAndVersionEndWell_data()
         << "Aim at V times the mean of the brightest column, then of the brightest row, so at V * V times "
            "the "
            "level (default 1)";
+    QTest::newRow("help of compute names formats") << QStringList{"compute", "--help"} << "--format NAME";
     QTest::newRow("help of simulate") << QStringList{"simulate", "--help"} << "--vignetting";
     QTest::newRow("help of convert") << QStringList{"convert", "--help"} << "--packed-order";
     QTest::newRow("help of simulate names formats") << QStringList{"simulate", "--help"} << "--format NAME";
