@@ -54,6 +54,8 @@ int __wrap_open(const char* path, int flags, ...)
         mode = va_arg(arguments, mode_t);
         va_end(arguments);
     }
+    if (!unnamed && (flags & O_CREAT) != 0)
+        happen(lesserSystem().beforeMake);
     const bool refused = unnamed && !lesserSystem().hasUnnamedFiles;
     return answer(refused ? EOPNOTSUPP : 0, [&] { return __real_open(path, flags, mode); });
 }

@@ -15,6 +15,7 @@ struct LesserSystem
     int renameError = 0;
     int syncError = 0;
     std::size_t longestWrite = 0; ///< bytes that one write() takes, every other one is interrupted; 0: all
+    std::function<void()> beforeMake; ///< of a file with a name
     std::function<void()> beforeLock;
     std::function<void()> beforeRename;
 };

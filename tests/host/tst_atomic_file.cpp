@@ -273,12 +273,17 @@ void TestAtomicFile::takenNamesArePassedOver()
 
 void TestAtomicFile::aFileOfAnotherOfThisNameIsLeftAlone()
 {
-    lesserSystem().hasUnnamedFiles = false;
     const QString name = path(temporaryName(0));
-    writeFile(name, "of another");
-    const int another = ::open(name.toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
-    QCOMPARE(::flock(another, LOCK_EX | LOCK_NB), 0);
+    int another = -1;
+    lesserSystem().hasUnnamedFiles = false;
+    // At the last moment, when the name has been found free.
+    lesserSystem().beforeMake = [&] {
+        writeFile(name, "of another");
+        another = ::open(name.toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
+        QCOMPARE(::flock(another, LOCK_EX | LOCK_NB), 0);
+    };
     QCOMPARE(save(), QString());
+    QVERIFY(another >= 0);
     ::close(another);
     QCOMPARE(readFile(path("f")), QByteArray("new"));
     QCOMPARE(readFile(name), QByteArray("of another"));
