@@ -1,6 +1,7 @@
 #include "image/MonoTarget.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorFormatFromCode.h"
+#include "image/ZorPixelTypeTable.h"
 
 #include <QtTest>
 
@@ -28,7 +29,7 @@ void TestFormatFromCode::anUnknownRowGivesZeros_data()
     QTest::newRow("code 0") << 0U;
     QTest::newRow("row byte 0 under valid upper bytes") << 0x01080100U;
     QTest::newRow("row byte 0 under all ones") << 0xFFFFFF00U;
-    for (quint32 row = 134; row <= 255; ++row)
+    for (quint32 row = ZorPixelTypeCount + 1; row <= 255; ++row)
         QTest::addRow("row byte %u", row) << (0x01080100U | row);
 }
 

@@ -77,8 +77,8 @@ QVector<QVector<std::uint64_t>> placesOf(const QString& name, std::uint64_t x, s
         return inSequence(3, 8, 24);
     if (name.startsWith("RGB") || name.startsWith("BGR"))
         return inSequence(3, 16, 48);
-    if (name == "Mono10_FLExPacked" || name == "Mono12_FLExPacked")
-        return inSequence(1, name == "Mono10_FLExPacked" ? 10 : 12, 12);
+    if (name.endsWith("10_FLExPacked") || name.endsWith("12_FLExPacked"))
+        return inSequence(1, name.endsWith("10_FLExPacked") ? 10 : 12, 12);
     if (name.endsWith("10Packed") || name.endsWith("12Packed"))
         return {pairedAt(x, name.endsWith("10Packed") ? 10 : 12)};
     if (name.endsWith("p"))

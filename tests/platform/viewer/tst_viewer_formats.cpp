@@ -339,7 +339,7 @@ void TestViewerFormats::formatsOutsideTheTableAreRefused_data()
 {
     QTest::addColumn<quint32>("code");
     QTest::newRow("code 0") << 0u;
-    QTest::newRow("row 134") << 0x01080186u;
+    QTest::newRow("the row after the last") << (0x01080100u | (ZorPixelTypeCount + 1));
     QTest::newRow("row 255") << 0x010801FFu;
     QTest::newRow("a row under another family") << 0x03080101u;
     QTest::newRow("a row under other pixel bits") << 0x02180175u;
