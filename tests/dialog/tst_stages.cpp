@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <utility>
 
 namespace {
 
@@ -47,16 +46,8 @@ private slots:
     void shortGainListLeavesTheRestAsItIs();
     void columnMeansFollowTheRowBox_data();
     void columnMeansFollowTheRowBox();
-    void linesAreCopiesOfTheMeans();
-    void linesOfAChosenRowAndColumn();
-    void linesOfTheResultWalkRowsAndColumnsByStepsOfTheirOwn();
-    void aColumnOfTheResultAloneTakesARowToo();
-    void unknownPassIsRefused();
     void spareCellsOfTheResultAreBlack_data();
     void spareCellsOfTheResultAreBlack();
-    void secondPassOfLinesNeedsTheResult();
-    void eachSelectorOfTheFrameStandsAlone_data();
-    void eachSelectorOfTheFrameStandsAlone();
     void otherDepthsAreBlack_data();
     void otherDepthsAreBlack();
     void everyPixelGoesToBlackUnderAGainOfZero_data();
@@ -265,72 +256,6 @@ void TestStages::columnMeansFollowTheRowBox()
     QCOMPARE(items(d.m_flatRowMean, 2), QVector<int>(2, 450));
 }
 
-void TestStages::linesAreCopiesOfTheMeans()
-{
-    DialogProbe d;
-    d.take(TestFrame(5, 3, 12, [](int x, int y) { return static_cast<unsigned>(100 + 40 * x + 9 * y); }));
-    QVERIFY(d.RunCorrection());
-    QCOMPARE(items(d.m_columnLine, 5), items(d.m_columnMean, 5));
-    QCOMPARE(items(d.m_rowLine, 3), items(d.m_rowMean, 3));
-    QCOMPARE(items(d.m_flatColumnLine, 5), items(d.m_flatColumnMean, 5));
-    QCOMPARE(items(d.m_flatRowLine, 3), items(d.m_flatRowMean, 3));
-    QCOMPARE(d.m_columnLine[0], std::uint16_t(109));
-    QVERIFY(d.m_columnLine != d.m_columnMean);
-}
-
-void TestStages::linesOfAChosenRowAndColumn()
-{
-    DialogProbe d;
-    d.take(TestFrame(4, 3, 12, [](int x, int y) { return static_cast<unsigned>(100 + 10 * x + y); }));
-    QVERIFY(d.RunCorrection());
-    QVERIFY(d.TakeProfileLines(0, 2, 3));
-    QCOMPARE(items(d.m_columnLine, 4), QVector<int>({102, 112, 122, 132}));
-    QCOMPARE(items(d.m_rowLine, 3), QVector<int>({130, 131, 132}));
-    QVERIFY(d.TakeProfileLines(1, 1, 2));
-    QCOMPARE(items(d.m_flatColumnLine, 4), items(d.m_flatY + 4, 4));
-    QCOMPARE(items(d.m_flatRowLine, 3), QVector<int>({d.m_flatY[2], d.m_flatY[6], d.m_flatY[10]}));
-}
-
-void TestStages::linesOfTheResultWalkRowsAndColumnsByStepsOfTheirOwn()
-{
-    DialogProbe d;
-    d.take(TestFrame(4, 3, 12, [](int x, int y) { return static_cast<unsigned>(100 + 10 * x + y); }));
-    QVERIFY(d.RunCorrection());
-    const QVector<int> cells = items(d.m_flatY, 12);
-    // A row by the step of the column pass, a column by that of the row pass.
-    d.m_flatXStep = 4;
-    QVERIFY(d.TakeProfileLines(1, 2, 1));
-    QCOMPARE(items(d.m_flatColumnLine, 4), cells.mid(4, 4));
-    QCOMPARE(items(d.m_flatRowLine, 3), QVector<int>({cells[1], cells[5], cells[9]}));
-    QVERIFY(cells[4] != cells[8] && cells[5] != cells[3]);
-}
-
-/// The first line is then the row of that number, and row -1 lies before the image: callers choose both or
-/// neither.
-void TestStages::aColumnOfTheResultAloneTakesARowToo()
-{
-    DialogProbe d;
-    d.take(TestFrame::even(2, 2, 12, 100));
-    QVERIFY(d.RunCorrection());
-    QCOMPARE(d.m_flatXStep, 4);
-    std::uint16_t rows[] = {11, 12, 21, 22, 31, 32};
-    std::uint16_t* const own = std::exchange(d.m_flatY, rows + 2);
-    const bool done = d.TakeProfileLines(1, -1, 1);
-    d.m_flatY = own;
-    QVERIFY(done);
-    QCOMPARE(items(d.m_flatColumnLine, 2), QVector<int>({11, 12}));
-    QCOMPARE(items(d.m_flatRowLine, 2), QVector<int>({22, 32}));
-}
-
-void TestStages::unknownPassIsRefused()
-{
-    DialogProbe d;
-    d.take(TestFrame::even(2, 2, 12, 100));
-    QVERIFY(d.RunCorrection());
-    QVERIFY(!d.TakeProfileLines(2, -1, -1));
-    QVERIFY(!d.TakeProfileLines(-1, -1, -1));
-}
-
 void TestStages::spareCellsOfTheResultAreBlack_data()
 {
     QTest::addColumn<int>("depth");
@@ -353,45 +278,6 @@ void TestStages::spareCellsOfTheResultAreBlack()
         for (const int spare : {3, 7, 8, 9, 10, 11})
             QCOMPARE(int(d.m_flatX[spare]), 0);
     }
-}
-
-void TestStages::secondPassOfLinesNeedsTheResult()
-{
-    DialogProbe d;
-    d.take(TestFrame::even(3, 2, 12, 100));
-    QVERIFY(d.ComputeColumnGains());
-    QVERIFY(d.ApplyColumnGains(true));
-    QVERIFY(d.m_flatX && !d.m_flatY);
-    QVERIFY(!d.TakeProfileLines(1, -1, -1));
-    QVERIFY(!d.m_flatColumnLine && !d.m_flatRowLine);
-    QVERIFY(d.TakeProfileLines(0, -1, -1));
-}
-
-void TestStages::eachSelectorOfTheFrameStandsAlone_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QVector<int>>("columnLine");
-    QTest::addColumn<QVector<int>>("rowLine");
-    QTest::newRow("both means") << -1 << -1 << QVector<int>({101, 111, 121}) << QVector<int>({110, 111, 112});
-    QTest::newRow("a row, and the means of the rows")
-        << 2 << -1 << QVector<int>({102, 112, 122}) << QVector<int>({110, 111, 112});
-    QTest::newRow("a column, and the means of the columns")
-        << -1 << 0 << QVector<int>({101, 111, 121}) << QVector<int>({100, 101, 102});
-}
-
-void TestStages::eachSelectorOfTheFrameStandsAlone()
-{
-    QFETCH(int, row);
-    QFETCH(int, column);
-    QFETCH(QVector<int>, columnLine);
-    QFETCH(QVector<int>, rowLine);
-    DialogProbe d;
-    d.take(TestFrame(3, 3, 12, [](int x, int y) { return static_cast<unsigned>(100 + 10 * x + y); }));
-    QVERIFY(d.ComputeColumnGains());
-    QVERIFY(d.TakeProfileLines(0, row, column));
-    QCOMPARE(items(d.m_columnLine, 3), columnLine);
-    QCOMPARE(items(d.m_rowLine, 3), rowLine);
 }
 
 void TestStages::otherDepthsAreBlack_data()
