@@ -84,6 +84,12 @@ ShownViewer::ShownViewer(const QSize& size, bool isGpu, QObject* host)
     QCoreApplication::processEvents();
 }
 
+bool HostFilter::eventFilter(QObject*, QEvent* event)
+{
+    types.append(event->type());
+    return false;
+}
+
 ShownViewer::~ShownViewer()
 {
     ZorDisplayCPU::DeleteComponent(viewer);
@@ -181,4 +187,22 @@ int numberIn(const ParameterMap& map, const char* key)
     bool ok = false;
     const int number = found == map.end() ? 0 : QByteArray::fromStdString(found->second).toInt(&ok);
     return ok ? number : -99999;
+}
+
+void ShownViewer::addDumpOverlay()
+{
+    run("cmd.display.overlay.rect.add", {{"objectID", "@dump"},
+                                         {"rect.x", "20"},
+                                         {"rect.y", "30"},
+                                         {"rect.w", "40"},
+                                         {"rect.h", "24"},
+                                         {"adjust", "1"}});
+}
+
+void ShownViewer::showDumpOverlay()
+{
+    show(TestImage(ZorMono8, 640, 480, [](int, int, int) { return 99; }));
+    setScale(2.0 * view.devicePixelRatioF());
+    lookAt(80.0 / 640.0, 60.0 / 480.0);
+    addDumpOverlay();
 }

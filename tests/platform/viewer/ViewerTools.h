@@ -68,6 +68,16 @@ inline bool wantsGpu()
     return qgetenv("ZOR_TEST_CANVAS") == "opengl";
 }
 
+/// A filter of the host's own, older than the viewer's, which therefore hears what the viewer lets through.
+class HostFilter : public QObject
+{
+public:
+    QList<QEvent::Type> types;
+
+    bool eventFilter(QObject* object, QEvent* event) override;
+    bool heard(QEvent::Type type) const { return types.contains(type); }
+};
+
 /// A viewer over a shown view of some size: the software one, or the OpenGL one when the environment variable
 /// ZOR_TEST_CANVAS is "opengl".
 class ShownViewer
@@ -102,6 +112,10 @@ public:
     double scale() const;
     QRect visible();
     QPointF centre();
+    /// An overlay that may be dragged, from 20, 30 to 60, 54 in image pixels.
+    void addDumpOverlay();
+    /// The same over an even image at scale 2: on the surface from 40, 60 to 120, 108.
+    void showDumpOverlay();
     /// What the viewport shows, painted now, in device pixels.
     QImage grab();
     QRgb pixel(int x, int y) { return grab().pixel(x, y); }

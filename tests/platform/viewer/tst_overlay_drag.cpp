@@ -29,15 +29,6 @@ TestImage ramp()
     return {ZorMono8, 640, 480, [](int x, int y, int) { return (x + 2 * y) & 255; }};
 }
 
-void addDump(ShownViewer& shown)
-{
-    shown.run("cmd.display.overlay.rect.add", {{"objectID", "@dump"},
-                                               {"rect.x", "20"},
-                                               {"rect.y", "30"},
-                                               {"rect.w", "40"},
-                                               {"rect.h", "24"},
-                                               {"adjust", "1"}});
-}
 } // namespace
 
 void TestOverlayDrag::anOverlayDragStaysInItsPane_data()
@@ -101,7 +92,7 @@ void TestOverlayDrag::overlayBorderMovesAndCornerSizes()
     const double ratio = shown.view.devicePixelRatioF();
     shown.setScale(2.0 * ratio);
     shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
-    addDump(shown);
+    shown.addDumpOverlay();
     const QPointF centre = shown.centre();
     shown.listener.heard.clear();
     QTest::mousePress(shown.surface(), Qt::LeftButton, Qt::NoModifier, from);
@@ -182,7 +173,7 @@ void TestOverlayDrag::anOverlayIsTakenWithinFourPixels()
     shown.show(ramp());
     shown.setScale(2.0 * shown.view.devicePixelRatioF());
     shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
-    addDump(shown);
+    shown.addDumpOverlay();
     shown.drag(QPoint(x, 84), QPoint(x + 20, 84));
     QCOMPARE(shown.viewer->stage()->find("@dump")->value() & 0xFFFF, std::int64_t{isTaken ? 30 : 20});
 }
@@ -202,7 +193,7 @@ void TestOverlayDrag::aDragEndsWithTheRelease()
     shown.show(ramp());
     shown.setScale(2.0 * shown.view.devicePixelRatioF());
     shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
-    addDump(shown);
+    shown.addDumpOverlay();
     shown.drag(from, from + QPoint(20, 10));
     shown.press(QPoint(250, 200), QEvent::MouseButtonDblClick);
     const QImage before = shown.grab();

@@ -21,20 +21,6 @@ namespace {
 const QPoint Border(40, 84);
 const QPoint Beside(200, 84);
 
-/// A rectangle that lies from 40, 60 to 120, 108 on the surface.
-void addDump(ShownViewer& shown)
-{
-    shown.show(TestImage(ZorMono8, 640, 480, [](int, int, int) { return 99; }));
-    shown.setScale(2.0 * shown.view.devicePixelRatioF());
-    shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
-    shown.run("cmd.display.overlay.rect.add", {{"objectID", "@dump"},
-                                               {"rect.x", "20"},
-                                               {"rect.y", "30"},
-                                               {"rect.w", "40"},
-                                               {"rect.h", "24"},
-                                               {"adjust", "1"}});
-}
-
 Qt::CursorShape shapeAt(ShownViewer& shown, const QPoint& place)
 {
     shown.move(place, Qt::NoButton);
@@ -58,14 +44,14 @@ void TestViewerCursor::partsOfAnOverlayHaveTheirCursors()
     QFETCH(QPoint, place);
     QFETCH(int, shape);
     ShownViewer shown(QSize(320, 240));
-    addDump(shown);
+    shown.showDumpOverlay();
     QCOMPARE(int(shapeAt(shown, place)), shape);
 }
 
 void TestViewerCursor::theHostsCursorComesBack()
 {
     ShownViewer shown(QSize(320, 240));
-    addDump(shown);
+    shown.showDumpOverlay();
     for (const Qt::CursorShape own : {Qt::CrossCursor, Qt::WaitCursor}) {
         shown.surface()->setCursor(own);
         QCOMPARE(shapeAt(shown, Beside), own);
@@ -79,7 +65,7 @@ void TestViewerCursor::theHostsCursorComesBack()
 void TestViewerCursor::withoutAHostsCursorNoneIsLeft()
 {
     ShownViewer shown(QSize(320, 240));
-    addDump(shown);
+    shown.showDumpOverlay();
     QCOMPARE(shapeAt(shown, Border), Qt::SizeAllCursor);
     shown.move(Beside, Qt::NoButton);
     QVERIFY(!shown.surface()->testAttribute(Qt::WA_SetCursor));
@@ -88,7 +74,7 @@ void TestViewerCursor::withoutAHostsCursorNoneIsLeft()
 void TestViewerCursor::theViewerTakesItsCursorAlong()
 {
     ShownViewer shown(QSize(320, 240));
-    addDump(shown);
+    shown.showDumpOverlay();
     shown.surface()->setCursor(Qt::CrossCursor);
     QCOMPARE(shapeAt(shown, Border), Qt::SizeAllCursor);
     ZorDisplayCPU::DeleteComponent(shown.viewer);

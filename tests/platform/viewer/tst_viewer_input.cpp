@@ -37,21 +37,6 @@ private:
     static TestImage places();
 };
 
-namespace {
-/// A filter of the host's own, older than the viewer's, which therefore hears what the viewer lets through.
-class Host : public QObject
-{
-public:
-    QList<QEvent::Type> types;
-
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        types.append(event->type());
-        return false;
-    }
-};
-} // namespace
-
 // Red tells x, green y; blue the blocks of 64 of both.
 TestImage TestViewerInput::places()
 {
@@ -127,7 +112,7 @@ void TestViewerInput::dragPans()
 
 void TestViewerInput::shiftLeavesDragsToTheHost()
 {
-    Host host;
+    HostFilter host;
     ShownViewer watched(QSize(320, 240), &host);
     watched.show(places());
     watched.setScale(2.0);
@@ -373,7 +358,7 @@ void TestViewerInput::aMoveIsToldOnce()
 
 void TestViewerInput::whatAScrollAreaPassesOnIsToldOnce()
 {
-    Host host;
+    HostFilter host;
     QAbstractScrollArea view;
     view.installEventFilter(&host);
     view.resize(200, 160);

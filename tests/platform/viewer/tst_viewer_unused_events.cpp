@@ -15,36 +15,6 @@ private slots:
     void aMoveAfterADoubleClickPassesOn();
 };
 
-namespace {
-/// A filter of the host's own, older than the viewer's, which therefore hears what the viewer lets through.
-class Host : public QObject
-{
-public:
-    QList<QEvent::Type> types;
-
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        types.append(event->type());
-        return false;
-    }
-    bool heard(QEvent::Type type) const { return types.contains(type); }
-};
-
-/// With an overlay whose left border runs through 40, 84.
-void prepare(ShownViewer& shown)
-{
-    shown.show(TestImage(ZorMono8, 640, 480, [](int, int, int) { return 99; }));
-    shown.setScale(2.0 * shown.view.devicePixelRatioF());
-    shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
-    shown.run("cmd.display.overlay.rect.add", {{"objectID", "@dump"},
-                                               {"rect.x", "20"},
-                                               {"rect.y", "30"},
-                                               {"rect.w", "40"},
-                                               {"rect.h", "24"},
-                                               {"adjust", "1"}});
-}
-} // namespace
-
 void TestViewerUnusedEvents::dragsOfOtherKindsPassOn_data()
 {
     QTest::addColumn<QPoint>("from");
@@ -67,9 +37,9 @@ void TestViewerUnusedEvents::dragsOfOtherKindsPassOn()
     QFETCH(int, button);
     QFETCH(int, modifiers);
     QFETCH(bool, passes);
-    Host host;
+    HostFilter host;
     ShownViewer shown(QSize(320, 240), &host);
-    prepare(shown);
+    shown.showDumpOverlay();
     host.types.clear();
     const auto pressed = static_cast<Qt::MouseButton>(button);
     QTest::mousePress(shown.surface(), pressed, Qt::KeyboardModifiers(modifiers), from);
@@ -82,9 +52,9 @@ void TestViewerUnusedEvents::dragsOfOtherKindsPassOn()
 
 void TestViewerUnusedEvents::aMoveWithoutAButtonPassesOn()
 {
-    Host host;
+    HostFilter host;
     ShownViewer shown(QSize(320, 240), &host);
-    prepare(shown);
+    shown.showDumpOverlay();
     host.types.clear();
     shown.move(QPoint(30, 40), Qt::NoButton);
     QVERIFY(host.heard(QEvent::MouseMove));
@@ -92,9 +62,9 @@ void TestViewerUnusedEvents::aMoveWithoutAButtonPassesOn()
 
 void TestViewerUnusedEvents::aMoveAfterADoubleClickPassesOn()
 {
-    Host host;
+    HostFilter host;
     ShownViewer shown(QSize(320, 240), &host);
-    prepare(shown);
+    shown.showDumpOverlay();
     host.types.clear();
     shown.press(QPoint(250, 200), QEvent::MouseButtonDblClick);
     QVERIFY(!host.heard(QEvent::MouseButtonDblClick));
