@@ -22,8 +22,8 @@ Depth chooseDepth(const StoredSamples& samples, std::optional<std::uint32_t> ask
 {
     if (asked)
         return {*asked, "--depth " + std::to_string(*asked)};
-    if (samples.told)
-        return {depthForBits(samples.told->bits), samples.told->source};
+    if (samples.stated)
+        return {depthForBits(samples.stated->bits), samples.stated->source};
     const std::uint16_t largest = *std::max_element(samples.values.begin(), samples.values.end());
     return {depthForBits(bitsForValue(largest)), "largest sample " + std::to_string(largest), true};
 }

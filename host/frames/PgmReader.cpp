@@ -109,7 +109,7 @@ StoredSamples readPgm(const std::string& path)
     samples.height = header.height;
     samples.values =
         bytes[1] == '5' ? readBinary(path, bytes, text, header) : readDecimal(path, bytes, text, header);
-    samples.told = {bitsForValue(header.maxval), "maxval " + std::to_string(header.maxval)};
+    samples.stated = {bitsForValue(header.maxval), "maxval " + std::to_string(header.maxval)};
     return samples;
 }
 

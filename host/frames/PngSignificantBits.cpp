@@ -27,7 +27,7 @@ std::uint32_t scaled(std::uint32_t value, std::uint32_t bits, std::uint32_t file
 
 void applySignificantBits(StoredSamples& samples, std::uint32_t fileBits, std::uint32_t significantBits)
 {
-    samples.told = {significantBits, "sBIT " + std::to_string(significantBits)};
+    samples.stated = {significantBits, "sBIT " + std::to_string(significantBits)};
     const std::uint32_t shift = fileBits - significantBits;
     auto& values = samples.values;
     if (std::all_of(values.begin(), values.end(),
@@ -42,7 +42,7 @@ void applySignificantBits(StoredSamples& samples, std::uint32_t fileBits, std::u
         return;
     for (std::uint16_t& sample : values)
         sample = static_cast<std::uint16_t>(sample >> shift);
-    samples.told->source += ", in the high bits of " + std::to_string(fileBits);
+    samples.stated->source += ", in the high bits of " + std::to_string(fileBits);
 }
 
 } // namespace zor

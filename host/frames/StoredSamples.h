@@ -16,12 +16,12 @@ struct StoredSamples
     std::vector<std::uint16_t> values; ///< row after row without padding
 
     /// Significant bits that the file states.
-    struct Told
+    struct StatedDepth
     {
         std::uint32_t bits = 0;
         std::string source; ///< the entry they come from, as a person reads it: "maxval 4095"
     };
-    std::optional<Told> told;
+    std::optional<StatedDepth> stated;
 };
 
 /// Appends stored samples of one byte, or of two in the machine's order.

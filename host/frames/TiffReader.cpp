@@ -121,8 +121,8 @@ void invert(StoredSamples& samples, std::uint32_t bits)
     const std::uint32_t fullScale = (1U << bits) - 1;
     for (std::uint16_t& sample : samples.values)
         sample = static_cast<std::uint16_t>(fullScale - sample);
-    if (samples.told)
-        samples.told = {bits, samples.told->source + ", inverted in " + std::to_string(bits) + " bits"};
+    if (samples.stated)
+        samples.stated = {bits, samples.stated->source + ", inverted in " + std::to_string(bits) + " bits"};
 }
 
 } // namespace
@@ -144,7 +144,7 @@ StoredSamples readTiff(const std::string& path, std::optional<WhiteIsZero> white
 
     const std::uint16_t largest = tiff.tag16(TIFFTAG_MAXSAMPLEVALUE, 0);
     if (largest != 0)
-        samples.told = {bitsForValue(largest), "MaxSampleValue " + std::to_string(largest)};
+        samples.stated = {bitsForValue(largest), "MaxSampleValue " + std::to_string(largest)};
     if (layout.inverted)
         invert(samples, 8 * layout.sampleBytes);
     return samples;

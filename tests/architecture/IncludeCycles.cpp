@@ -32,16 +32,16 @@ QStringList cyclesOf(const Includes& includes)
     for (auto unit = includes.cbegin(); unit != includes.cend(); ++unit)
         reachable[unit.key()] = reachableFrom(unit.key(), includes);
     QStringList cycles;
-    QSet<QString> told;
+    QSet<QString> listed;
     for (auto unit = reachable.cbegin(); unit != reachable.cend(); ++unit) {
-        if (!unit.value().contains(unit.key()) || told.contains(unit.key()))
+        if (!unit.value().contains(unit.key()) || listed.contains(unit.key()))
             continue;
         QStringList group;
         for (auto other = reachable.cbegin(); other != reachable.cend(); ++other) {
             if (unit.value().contains(other.key()) && other.value().contains(unit.key()))
                 group.append(other.key());
         }
-        told.unite(QSet<QString>(group.cbegin(), group.cend()));
+        listed.unite(QSet<QString>(group.cbegin(), group.cend()));
         cycles.append(group.join(' '));
     }
     return cycles;

@@ -24,7 +24,7 @@ ZorffcRun run(const QString& folder, const QString& program, const QStringList& 
 
 } // namespace
 
-QString ZorffcRun::told() const
+QString ZorffcRun::transcript() const
 {
     return QStringLiteral("exit %1\nstdout: %2\nstderr: %3").arg(exitCode).arg(out, err);
 }

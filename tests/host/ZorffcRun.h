@@ -16,7 +16,7 @@ struct ZorffcRun
     QString err;
 
     /// What a failing test has to show.
-    QString told() const;
+    QString transcript() const;
 };
 
 /// Runs zorffc in the given folder.

@@ -58,24 +58,24 @@ void TestZorffcAllFormats::anEvenSimulatedFlatStaysEven()
     const QStringList dump = QStringList{"f.raw", "--format", row.name} + Size;
     const ZorffcRun simulated =
         run(QStringList{"simulate", "-o", "f.raw", "--format", row.name, "--level", "40"} + Size + Even);
-    QVERIFY2(simulated.exitCode == 0, qPrintable(simulated.told()));
+    QVERIFY2(simulated.exitCode == 0, qPrintable(simulated.transcript()));
 
     const ZorffcRun computed =
         run(QStringList{"compute"} + dump + QStringList{"--title", "T", "--camera", "C", "-o", "f.ffc"});
-    QVERIFY2(computed.exitCode == 0 && computed.err.isEmpty(), qPrintable(computed.told()));
+    QVERIFY2(computed.exitCode == 0 && computed.err.isEmpty(), qPrintable(computed.transcript()));
     const QString format = QString("Format           %1 (depth from format %1)").arg(row.name);
-    QVERIFY2(computed.out.contains(format), qPrintable(computed.told()));
+    QVERIFY2(computed.out.contains(format), qPrintable(computed.transcript()));
     QVERIFY2(
         computed.out.contains("Column gain      1.0000 to 1.0000 computed, 1.0000 to 1.0000 in the file\n"
                               "Row gain         1.0000 to 1.0000 computed, 1.0000 to 1.0000 in the file\n"
                               "Non-uniformity         before       after\n"
                               "  column means       0.0000 %    0.0000 %\n"
                               "  row means          0.0000 %    0.0000 %\n"),
-        qPrintable(computed.told()));
+        qPrintable(computed.transcript()));
     QCOMPARE(readFile(path("f.ffc")).count(",256\n"), Width + Height);
 
     const ZorffcRun converted = run(QStringList{"convert"} + dump + QStringList{"f.pgm"});
-    QVERIFY2(converted.exitCode == 0 && converted.err.isEmpty(), qPrintable(converted.told()));
+    QVERIFY2(converted.exitCode == 0 && converted.err.isEmpty(), qPrintable(converted.transcript()));
     const std::uint32_t sampleBits = pixelTypeSampleBits(row.code);
     const std::uint32_t depth = targetDepth(row.depth);
     // 0.4 times 2^n - 1, to nearest, at the bits of the samples; then a shift to the depth.

@@ -127,7 +127,7 @@ void TestZorffcCompute::writesTheGainsOfAFrame()
     writeFile(path("f.pgm"), frame);
 
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header + options);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QCOMPARE(readFile(path("f.ffc")), fileText(columns, rows));
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
@@ -193,10 +193,10 @@ void TestZorffcCompute::readsOtherFiles()
     writeFile(path("record.raw"), QByteArray("\x32\x12\x64", 3));
 
     const ZorffcRun run = compute(QStringList{name, "--output", "f.ffc"} + Header + options);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     const QByteArray text = readFile(path("f.ffc"));
     QVERIFY2(text.contains("HEX Value\n" + columns + ":FFC_Y start,\n"), text.constData());
-    QVERIFY2(run.out.contains("Format           " + format), qPrintable(run.told()));
+    QVERIFY2(run.out.contains("Format           " + format), qPrintable(run.transcript()));
 }
 
 void TestZorffcCompute::summaryTellsWhatWasDone()
@@ -221,7 +221,7 @@ void TestZorffcCompute::summaryOfAFrameWithoutLight()
 {
     writeFile(path("f.pgm"), pgm(2, 1, 255, {0, 0}));
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QVERIFY2(run.out.contains("Column gain      nan computed, 0.0000 to 0.0000 in the file\n"),
              qPrintable(run.out));
     QVERIFY2(run.out.contains("  column means            nan         nan\n"), qPrintable(run.out));
@@ -375,12 +375,13 @@ void TestZorffcCompute::aGuessedDepthThatLimitsPixelsIsTold()
     QVERIFY(image.save(path("f.png")));
     const ZorffcRun run =
         compute(QStringList{"f.png", "--output", "f.ffc", "--normalize", "1.1"} + Header + options);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     const QString limited = QString("zorffc: warning: f.png: 50.0 % of the pixels are limited to %1 by the "
                                     "correction, which hides what is left of the pattern; ")
                                 .arg(limit);
     const QString advice = "give --depth, because the depth is guessed from the largest sample, ";
-    QVERIFY2(run.err.contains(limited + (isAdvised ? advice : "") + "aim lower"), qPrintable(run.told()));
+    QVERIFY2(run.err.contains(limited + (isAdvised ? advice : "") + "aim lower"),
+             qPrintable(run.transcript()));
 }
 
 void TestZorffcCompute::theWayOutOfAWrappedFrameLeavesItFlat()
@@ -395,11 +396,11 @@ void TestZorffcCompute::theWayOutOfAWrappedFrameLeavesItFlat()
     };
     const QStringList rest = QStringList{"--output", "f.ffc", "--precision", "12"} + Header;
     const ZorffcRun wrapped = compute(QStringList{"f.pgm"} + rest);
-    QVERIFY2(wrapped.err.contains("wrap in the working image"), qPrintable(wrapped.told()));
-    QVERIFY2(rowsAfter(wrapped) > 0.1, qPrintable(wrapped.told()));
+    QVERIFY2(wrapped.err.contains("wrap in the working image"), qPrintable(wrapped.transcript()));
+    QVERIFY2(rowsAfter(wrapped) > 0.1, qPrintable(wrapped.transcript()));
     const ZorffcRun fewer = compute(QStringList{"12.pgm"} + rest);
-    QVERIFY2(fewer.err.isEmpty(), qPrintable(fewer.told()));
-    QVERIFY2(fewer.exitCode == 0 && rowsAfter(fewer) < 0.02, qPrintable(fewer.told()));
+    QVERIFY2(fewer.err.isEmpty(), qPrintable(fewer.transcript()));
+    QVERIFY2(fewer.exitCode == 0 && rowsAfter(fewer) < 0.02, qPrintable(fewer.transcript()));
 }
 
 void TestZorffcCompute::keepsALinkAndThePermissionsOfTheTarget()
@@ -411,7 +412,7 @@ void TestZorffcCompute::keepsALinkAndThePermissionsOfTheTarget()
     QVERIFY(QFile::link("real.ffc", path("link.ffc")));
 
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "link.ffc"} + Header);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QVERIFY(QFileInfo(path("link.ffc")).isSymLink());
     QCOMPARE(readFile(path("real.ffc")), fileText("1,512\n2,256\n", "1,256\n2,256\n"));
     // Without the four bits that Qt works out for whoever asks.
@@ -430,7 +431,7 @@ void TestZorffcCompute::keepsTheOwnerOfTheTarget()
     QCOMPARE(::chmod(target.constData(), 04640), 0);
 
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QCOMPARE(readFile(path("f.ffc")), fileText("1,512\n2,256\n", "1,256\n2,256\n"));
     struct stat now
     {
@@ -445,7 +446,7 @@ void TestZorffcCompute::takesItsEndingInCapitalLetters()
 {
     writeFile(path("f.pgm"), twoColumns());
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "F.FFC"} + Header);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QCOMPARE(readFile(path("F.FFC")), fileText("1,512\n2,256\n", "1,256\n2,256\n"));
 }
 
@@ -458,7 +459,7 @@ void TestZorffcCompute::needsNoScreen()
     bare.insert("QT_QPA_PLATFORM", "xcb");
     const ZorffcRun run =
         runZorffc(m_folder->path(), QStringList{"compute", "f.pgm", "--output", "f.ffc"} + Header, bare);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QCOMPARE(readFile(path("f.ffc")), fileText("1,512\n2,256\n", "1,256\n2,256\n"));
 }
 

@@ -150,11 +150,11 @@ void TestZorffcComputeErrors::refusesBadInputAndKeepsTheTarget()
     const QStringList before = namesIn(m_folder->path());
 
     const ZorffcRun run = compute(arguments + QStringList{"--output", "target.ffc"});
-    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
-    QVERIFY2(run.out.isEmpty(), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));
+    QVERIFY2(run.out.isEmpty(), qPrintable(run.transcript()));
     QVERIFY2(run.err.startsWith("zorffc: ") && run.err.endsWith('\n') && run.err.count('\n') == 1,
-             qPrintable(run.told()));
-    QVERIFY2(run.err.contains(names), qPrintable(run.told()));
+             qPrintable(run.transcript()));
+    QVERIFY2(run.err.contains(names), qPrintable(run.transcript()));
     QCOMPARE(readFile(path("target.ffc")), QByteArray("what was there"));
     QCOMPARE(namesIn(m_folder->path()), before);
 }
@@ -209,9 +209,9 @@ void TestZorffcComputeErrors::refusesBadTargets()
     const QStringList before = namesIn(m_folder->path());
 
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", target} + Header);
-    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
-    QVERIFY2(run.err.startsWith("zorffc: ") && run.err.count('\n') == 1, qPrintable(run.told()));
-    QVERIFY2(run.err.contains(problem), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));
+    QVERIFY2(run.err.startsWith("zorffc: ") && run.err.count('\n') == 1, qPrintable(run.transcript()));
+    QVERIFY2(run.err.contains(problem), qPrintable(run.transcript()));
     QCOMPARE(readFile(path("f.pgm")), smallFrame());
     QCOMPARE(readFile(path("other.pgm")), smallFrame());
     QCOMPARE(namesIn(m_folder->path()), before);
@@ -225,8 +225,8 @@ void TestZorffcComputeErrors::aFailingWriteKeepsTheTarget()
     writeFile(path("f.ffc"), "what was there");
     const ZorffcRun run = runShell(m_folder->path(), "ulimit -f 0; exec \"$@\"",
                                    QStringList{"compute", "f.pgm", "--output", "f.ffc"} + Header);
-    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
-    QVERIFY2(run.err.contains("f.ffc: cannot be written"), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));
+    QVERIFY2(run.err.contains("f.ffc: cannot be written"), qPrintable(run.transcript()));
     QCOMPARE(readFile(path("f.ffc")), QByteArray("what was there"));
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
@@ -237,8 +237,8 @@ void TestZorffcComputeErrors::aSummaryThatCannotBeToldKeepsTheTarget()
     writeFile(path("f.ffc"), "what was there");
     const ZorffcRun run = runShell(m_folder->path(), "exec \"$@\" >/dev/full",
                                    QStringList{"compute", "f.pgm", "--output", "f.ffc"} + Header);
-    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
-    QVERIFY2(run.err.contains("standard output"), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));
+    QVERIFY2(run.err.contains("standard output"), qPrintable(run.transcript()));
     QCOMPARE(readFile(path("f.ffc")), QByteArray("what was there"));
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }

@@ -122,7 +122,7 @@ void TestZorffcConvert::aDumpBecomesItsSamples()
     writeFile(path("f.raw"), dump);
     const ZorffcRun run =
         convert(QStringList{"f.raw", "--format", format, "--size", size, "f.pgm"} + options);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QCOMPARE(run.err, QString());
     const QStringList sides = size.split('x');
     QCOMPARE(readFile(path("f.pgm")), pgm(sides[0].toInt(), sides[1].toInt(), maxval, samples));
@@ -170,7 +170,7 @@ void TestZorffcConvert::theDepthOfThePictureCanBeAsked()
     QFETCH(Samples, samples);
     writeFile(path("f.in"), bytes);
     const ZorffcRun run = convert(frame + QStringList{"f.pgm", "--depth", depth});
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QCOMPARE(readFile(path("f.pgm")), pgm(2, 1, maxval, samples));
 }
 
@@ -207,7 +207,7 @@ void TestZorffcConvert::aStretchedPictureHasFullScale()
     QFETCH(Samples, samples);
     writeFile(path("f.in"), bytes);
     const ZorffcRun run = convert(frame + QStringList{"f.pgm", "--stretch"});
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QCOMPARE(readFile(path("f.pgm")), pgm(2, 1, maxval, samples));
 }
 
@@ -236,8 +236,8 @@ void TestZorffcConvert::aPictureThatViewersShowDarkIsTold()
     QFETCH(QString, note);
     writeFile(path("f.raw"), QByteArray(8, '\1'));
     const ZorffcRun run = convert(QStringList{"f.raw", "--format", format, "--size", "2x2"} + output);
-    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.told()));
-    QVERIFY2(run.out.endsWith("\nPicture          " + output[0] + note + "\n"), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.transcript()));
+    QVERIFY2(run.out.endsWith("\nPicture          " + output[0] + note + "\n"), qPrintable(run.transcript()));
 }
 
 void TestZorffcConvert::theEndingTellsTheKind_data()
@@ -258,7 +258,7 @@ void TestZorffcConvert::theEndingTellsTheKind()
     QFETCH(QByteArray, start);
     writeFile(path("f.raw"), QByteArray("\x32\x21\x64", 3));
     const ZorffcRun run = convert({"f.raw", "--format", "Mono12Packed", "--size", "2x1", name});
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     const QByteArray bytes = readFile(path(name));
     QVERIFY2(bytes.startsWith(start), bytes.left(16).toHex(' ').constData());
 }
@@ -285,8 +285,9 @@ void TestZorffcConvert::picturesGoThroughAllKindsUnchanged()
     const QStringList names{"1.pgm", "2.png", "3.tiff", "4.pgm"};
     for (int i = 0; i < 3; ++i) {
         const ZorffcRun run = convert({names[i], names[i + 1]});
-        QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
-        QVERIFY2(run.out.contains("Format           " + format + " (depth from "), qPrintable(run.told()));
+        QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
+        QVERIFY2(run.out.contains("Format           " + format + " (depth from "),
+                 qPrintable(run.transcript()));
     }
     QCOMPARE(readFile(path("4.pgm")), original);
 

@@ -128,11 +128,11 @@ void TestZorffcConvertErrors::refusesWhatIsWrong()
     QFETCH(QString, names);
     const QStringList before = namesIn(m_folder->path());
     const ZorffcRun run = runZorffc(m_folder->path(), QStringList{"convert"} + arguments);
-    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
-    QVERIFY2(run.out.isEmpty(), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));
+    QVERIFY2(run.out.isEmpty(), qPrintable(run.transcript()));
     QVERIFY2(run.err.startsWith("zorffc: ") && run.err.endsWith('\n') && run.err.count('\n') == 1,
-             qPrintable(run.told()));
-    QVERIFY2(run.err.contains(names), qPrintable(run.told()));
+             qPrintable(run.transcript()));
+    QVERIFY2(run.err.contains(names), qPrintable(run.transcript()));
     QCOMPARE(readFile(path("target.png")), QByteArray("what was there"));
     QCOMPARE(readFile(path("f.pgm")), pgm(2, 2, 255, {1, 2, 3, 4}));
     QCOMPARE(namesIn(m_folder->path()), before);
@@ -143,8 +143,9 @@ void TestZorffcConvertErrors::aSummaryThatCannotBeToldKeepsTheTarget()
     const QStringList before = namesIn(m_folder->path());
     const ZorffcRun run =
         runShell(m_folder->path(), "exec \"$@\" >/dev/full", {"convert", "f.pgm", "target.png"});
-    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
-    QVERIFY2(run.err.contains("standard output: the summary cannot be written"), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));
+    QVERIFY2(run.err.contains("standard output: the summary cannot be written"),
+             qPrintable(run.transcript()));
     QCOMPARE(readFile(path("target.png")), QByteArray("what was there"));
     QCOMPARE(namesIn(m_folder->path()), before);
 }
@@ -179,8 +180,8 @@ void TestZorffcConvertErrors::aFailingWriteKeepsTheTarget()
     // The limit counts blocks of 512 bytes.
     const ZorffcRun run =
         runShell(m_folder->path(), "ulimit -f 16; exec \"$@\"", {"convert", "noise.pgm", name});
-    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
-    QVERIFY2(run.err.contains(says) && run.err.count('\n') == 1, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));
+    QVERIFY2(run.err.contains(says) && run.err.count('\n') == 1, qPrintable(run.transcript()));
     QCOMPARE(readFile(path(name)), QByteArray("what was there"));
     QCOMPARE(namesIn(m_folder->path()), before);
 }

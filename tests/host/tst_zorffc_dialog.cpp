@@ -156,7 +156,7 @@ void TestZorffcDialog::tablesAreThoseOfTheDialog()
         runZorffc(m_folder.path(), QStringList{"compute", "f.pgm", "--title", "Title", "--camera", "Camera",
                                                "--precision", QString::number(precision), "-o", "f.ffc"} +
                                        target);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
 
     const QByteArray saved = save(pixels, normalize, precision);
     QVERIFY2(saved.startsWith("-- Flat Field Correction"), saved.constData());
@@ -174,7 +174,7 @@ void TestZorffcDialog::theDialogsFileIsRead()
     writeFile(m_folder.filePath("f.ffc"), save(pixels, "1", 12));
     const ZorffcRun run =
         runZorffc(m_folder.path(), {"report", "f.pgm", "--ffc", "f.ffc", "--precision", "12", "-o", "f.png"});
-    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.transcript()));
 }
 
 QTEST_MAIN(TestZorffcDialog)

@@ -86,7 +86,7 @@ void TestZorffcFormatSamples::aSimulatedFlatKeepsItsSamples()
     const std::uint32_t sampleBits = pixelTypeSampleBits(row.code);
     const QString depth = QString::number(sampleBits == 14 ? 16 : sampleBits);
     const ZorffcRun converted = run(QStringList{"convert", "f.raw", "f.pgm", "--depth", depth} + format);
-    QVERIFY2(converted.exitCode == 0, qPrintable(converted.told()));
+    QVERIFY2(converted.exitCode == 0, qPrintable(converted.transcript()));
 
     QByteArray expected = readFile(path(depth + ".pgm"));
     if (sampleBits == 14) {
@@ -107,11 +107,11 @@ void TestZorffcFormatSamples::computeEvensOutAMosaic()
     const ZorffcRun computed = run(
         QStringList{"compute", "f.raw", "--precision", "12", "--title", "T", "--camera", "C", "-o", "f.ffc"} +
         format);
-    QVERIFY2(computed.exitCode == 0, qPrintable(computed.told()));
+    QVERIFY2(computed.exitCode == 0, qPrintable(computed.transcript()));
     const QRegularExpression figures("  column means +([0-9.]+) % +([0-9.]+) %\n"
                                      "  row means +([0-9.]+) % +([0-9.]+) %\n");
     const QRegularExpressionMatch match = figures.match(computed.out);
-    QVERIFY2(match.hasMatch(), qPrintable(computed.told()));
+    QVERIFY2(match.hasMatch(), qPrintable(computed.transcript()));
     for (const int before : {1, 3})
         QVERIFY2(match.captured(before).toDouble() > 0.5, qPrintable(computed.out));
     for (const int after : {2, 4})

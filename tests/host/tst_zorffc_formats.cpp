@@ -37,7 +37,7 @@ private:
 void TestZorffcFormats::allFormatsStandInTheirOrder()
 {
     const ZorffcRun run = formats();
-    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.transcript()));
     const QStringList lines = rows(run);
     QCOMPARE(lines.size(), int(expectedFormats().size()));
     QSet<QString> names;
@@ -117,7 +117,7 @@ void TestZorffcFormats::aTextChoosesByNameOrFamily()
     QFETCH(int, count);
     QFETCH(QString, first);
     const ZorffcRun run = formats({text});
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QVERIFY2(run.out.startsWith("row  name"), qPrintable(run.out));
     QVERIFY2(rows(run).size() == count, qPrintable(run.out));
     QCOMPARE(rows(run).first().simplified().split(' ')[1], first);
@@ -138,16 +138,16 @@ void TestZorffcFormats::wrongUseIsTold()
     QFETCH(QStringList, arguments);
     QFETCH(QString, names);
     const ZorffcRun run = formats(arguments);
-    QVERIFY2(run.exitCode == 2 && run.out.isEmpty(), qPrintable(run.told()));
-    QVERIFY2(run.err.startsWith("zorffc: ") && run.err.count('\n') == 1, qPrintable(run.told()));
-    QVERIFY2(run.err.contains(names), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2 && run.out.isEmpty(), qPrintable(run.transcript()));
+    QVERIFY2(run.err.startsWith("zorffc: ") && run.err.count('\n') == 1, qPrintable(run.transcript()));
+    QVERIFY2(run.err.contains(names), qPrintable(run.transcript()));
 }
 
 void TestZorffcFormats::aTableThatCannotBeToldIsAnError()
 {
     const ZorffcRun run = runShell(m_folder.path(), "exec \"$@\" >/dev/full", {"formats"});
-    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
-    QVERIFY2(run.err.contains("standard output cannot be written"), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));
+    QVERIFY2(run.err.contains("standard output cannot be written"), qPrintable(run.transcript()));
 }
 
 QTEST_GUILESS_MAIN(TestZorffcFormats)

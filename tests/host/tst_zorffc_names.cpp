@@ -57,20 +57,22 @@ void TestZorffcNames::controlCharactersAreShownAsBlanks()
     const QTemporaryDir folder;
     const ZorffcRun summary =
         runWithName(folder.path(), "exec \"$@\" simulate --size 2x2 -o \"$name.pgm\"", name);
-    QVERIFY2(summary.exitCode == 0, qPrintable(summary.told()));
-    QVERIFY2(summary.out.endsWith("\nFile             " + shown + ".pgm\n"), qPrintable(summary.told()));
+    QVERIFY2(summary.exitCode == 0, qPrintable(summary.transcript()));
+    QVERIFY2(summary.out.endsWith("\nFile             " + shown + ".pgm\n"),
+             qPrintable(summary.transcript()));
     QCOMPARE(summary.out.count('\n'), 3);
 
     const ZorffcRun error = runWithName(folder.path(), "exec \"$@\" convert \"$name\" f.png", name);
-    QVERIFY2(error.exitCode == 2, qPrintable(error.told()));
-    QVERIFY2(error.err.startsWith("zorffc: " + shown + ": there is no such file"), qPrintable(error.told()));
+    QVERIFY2(error.exitCode == 2, qPrintable(error.transcript()));
+    QVERIFY2(error.err.startsWith("zorffc: " + shown + ": there is no such file"),
+             qPrintable(error.transcript()));
 
     const ZorffcRun warning = runWithName(
         folder.path(),
         "printf 'P2 2 1 255 0 0' > \"$name\"; exec \"$@\" compute \"$name\" --title T --camera C -o f.ffc",
         name);
     QVERIFY2(warning.err.startsWith("zorffc: warning: " + shown + ": the frame is black"),
-             qPrintable(warning.told()));
+             qPrintable(warning.transcript()));
 }
 
 void TestZorffcNames::everyCommandCleansTheNameOfItsOutput_data()
@@ -96,8 +98,8 @@ void TestZorffcNames::everyCommandCleansTheNameOfItsOutput()
     writeFile(folder.filePath("f.ffc"), ":Header,\nT,\nC,\ndate 1/02/26,\n:Table,\n1,512\n2,256\n"
                                         ":FFC_Y start,\n1,256\n");
     const ZorffcRun run = runWithName(folder.path(), line, "a\\033b");
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
-    QVERIFY2(run.out.contains('\n' + shown) && !run.out.contains('\033'), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
+    QVERIFY2(run.out.contains('\n' + shown) && !run.out.contains('\033'), qPrintable(run.transcript()));
 }
 
 QTEST_GUILESS_MAIN(TestZorffcNames)

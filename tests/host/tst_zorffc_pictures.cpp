@@ -66,15 +66,15 @@ void TestZorffcPictures::aWhiteZeroNeedsItsOption()
     QCOMPARE(run(QStringList{"compute", "black.pgm", "-o", "f.ffc"} + Header).exitCode, 0);
     const QStringList before = namesIn(m_folder->path());
     const ZorffcRun refused = run(arguments);
-    QVERIFY2(refused.exitCode == 2 && refused.err.count('\n') == 1, qPrintable(refused.told()));
+    QVERIFY2(refused.exitCode == 2 && refused.err.count('\n') == 1, qPrintable(refused.transcript()));
     QVERIFY2(refused.err.startsWith(
                  "zorffc: white.tif: is a TIFF whose 0 is white; give --white-is-zero stored to take the "
                  "samples as they are, or --white-is-zero inverted to take full scale less the sample"),
-             qPrintable(refused.told()));
+             qPrintable(refused.transcript()));
     QCOMPARE(namesIn(m_folder->path()), before);
 
     const ZorffcRun done = run(arguments + QStringList{"--white-is-zero", "stored"});
-    QVERIFY2(done.exitCode == 0, qPrintable(done.told()));
+    QVERIFY2(done.exitCode == 0, qPrintable(done.transcript()));
 }
 
 void TestZorffcPictures::aWhiteZeroIsTakenAsAsked_data()
@@ -97,7 +97,7 @@ void TestZorffcPictures::aWhiteZeroIsTakenAsAsked()
     QFETCH(QString, way);
     QFETCH(QString, source);
     const ZorffcRun done = run({"convert", otherProgramsFile(file), "out.pgm", "--white-is-zero", way});
-    QVERIFY2(done.exitCode == 0, qPrintable(done.told()));
+    QVERIFY2(done.exitCode == 0, qPrintable(done.transcript()));
     QCOMPARE(readFile(path("out.pgm")), readFile(otherProgramsFile(source)));
 }
 
@@ -106,9 +106,9 @@ void TestZorffcPictures::everyCommandTakesTheSameSamples()
     // Two lines are about the frame and its depth, which a PGM gives by its maxval.
     const auto figures = [](const ZorffcRun& done) { return done.out.section('\n', 2); };
     const ZorffcRun computed = run(QStringList{"compute", "black.pgm", "-o", "f.ffc"} + Header);
-    QVERIFY2(computed.exitCode == 0, qPrintable(computed.told()));
+    QVERIFY2(computed.exitCode == 0, qPrintable(computed.transcript()));
     const ZorffcRun shown = run({"report", "black.pgm", "--ffc", "f.ffc", "-o", "f.png"});
-    QVERIFY2(shown.exitCode == 0, qPrintable(shown.told()));
+    QVERIFY2(shown.exitCode == 0, qPrintable(shown.transcript()));
 
     const QStringList inverted{"--white-is-zero", "inverted"};
     const ZorffcRun computedInverted =
@@ -142,8 +142,8 @@ void TestZorffcPictures::theOptionIsRefusedWhereItCannotMatter()
     QFETCH(QString, says);
     const QStringList before = namesIn(m_folder->path());
     const ZorffcRun refused = run(QStringList{"convert"} + arguments + QStringList{"--", "out.png"});
-    QVERIFY2(refused.exitCode == 2 && refused.err.count('\n') == 1, qPrintable(refused.told()));
-    QVERIFY2(refused.err.contains(says), qPrintable(refused.told()));
+    QVERIFY2(refused.exitCode == 2 && refused.err.count('\n') == 1, qPrintable(refused.transcript()));
+    QVERIFY2(refused.err.contains(says), qPrintable(refused.transcript()));
     QCOMPARE(namesIn(m_folder->path()), before);
 }
 
@@ -196,8 +196,8 @@ void TestZorffcPictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory()
     QFETCH(QString, says);
     writeFile(path("frame"), bytes);
     const ZorffcRun refused = run({"convert", "frame", "out.png"});
-    QVERIFY2(refused.exitCode == 2 && refused.err.count('\n') == 1, qPrintable(refused.told()));
-    QVERIFY2(refused.err.contains("frame: " + says), qPrintable(refused.told()));
+    QVERIFY2(refused.exitCode == 2 && refused.err.count('\n') == 1, qPrintable(refused.transcript()));
+    QVERIFY2(refused.err.contains("frame: " + says), qPrintable(refused.transcript()));
 
     // The most that any run of this program has had in memory.
     rusage usage = {};

@@ -164,7 +164,7 @@ void TestZorffcProcess::aClosedStreamDoesNotEndInTheFile()
 
     // The frame has a black column, so that a run which ends well has something to say on standard error.
     const ZorffcRun run = runShell(m_folder->path(), line, Compute);
-    QVERIFY2(run.exitCode == exitCode, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == exitCode, qPrintable(run.transcript()));
     QCOMPARE(readFile(path("f.ffc")), expected);
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
@@ -275,7 +275,7 @@ void TestZorffcProcess::leftoversOfKilledRunsAreSwept()
         QCOMPARE(::flock(leftover.handle(), LOCK_EX), 0);
 
     const ZorffcRun run = runZorffc(m_folder->path(), Compute);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QCOMPARE(QFileInfo::exists(path(name)), !isSwept);
     QCOMPARE(namesIn(m_folder->path()).size(), isSwept ? 2 : 3);
 }
@@ -291,7 +291,7 @@ void TestZorffcProcess::whatOnlyLooksLikeALeftoverStays()
     const QStringList before = namesIn(m_folder->path());
     const ZorffcRun run = runZorffc(m_folder->path(), Compute);
     ::close(reader);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QCOMPARE(namesIn(m_folder->path()), before);
 }
 

@@ -91,7 +91,7 @@ void TestZorffcReport::drawsFrameCorrectedFrameAndProfiles()
 
     const ZorffcRun report =
         runZorffc(m_folder->path(), {"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"}, bare);
-    QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
+    QVERIFY2(report.exitCode == 0, qPrintable(report.transcript()));
     QCOMPARE(report.err, QString());
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm", "f.png"}));
 
@@ -133,7 +133,7 @@ void TestZorffcReport::isThePictureThatIsKept()
     writeFile(path("flat.pgm"), pgm(90, 60, 4095, samples));
     writeFile(path("flat.ffc"), table);
     const ZorffcRun report = run({"report", "flat.pgm", "--ffc", "flat.ffc", "-o", "flat.png"});
-    QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
+    QVERIFY2(report.exitCode == 0, qPrintable(report.transcript()));
 
     const QImage kept = QImage(REPORT_FILES "/report.png").convertToFormat(QImage::Format_RGB32);
     const QImage made = QImage(path("flat.png")).convertToFormat(QImage::Format_RGB32);
@@ -161,9 +161,9 @@ void TestZorffcReport::drawsADumpInColour()
                  .exitCode,
              0);
     const ZorffcRun report = run(QStringList{"report"} + dump + QStringList{"--ffc", "f.ffc", "-o", "f.png"});
-    QVERIFY2(report.exitCode == 0 && report.err.isEmpty(), qPrintable(report.told()));
+    QVERIFY2(report.exitCode == 0 && report.err.isEmpty(), qPrintable(report.transcript()));
     QVERIFY2(report.out.contains("Format           BGR8 (depth from format BGR8), brought to Mono8\n"),
-             qPrintable(report.told()));
+             qPrintable(report.transcript()));
     const QImage picture(path("f.png"));
     const auto before = greyRange(picture, QRect(140, 320, 580, 200));
     const auto after = greyRange(picture, QRect(920, 320, 580, 200));
@@ -191,7 +191,7 @@ void TestZorffcReport::drawsFramesOfAnySize()
               pgm(width, height, maxval, std::vector<std::uint16_t>(width * height, maxval / 2)));
     QCOMPARE(run({"compute", "f.pgm", "--title", "T", "--camera", "C", "-o", "f.ffc"}).exitCode, 0);
     const ZorffcRun report = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
-    QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
+    QVERIFY2(report.exitCode == 0, qPrintable(report.transcript()));
     const QImage picture(path("f.png"));
     QCOMPARE(picture.size(), QSize(1600, 1240));
     // Even frames: the second curve lies on the first one, and a single entry shows as a dot on a larger one.
@@ -211,7 +211,7 @@ void TestZorffcReport::figuresAreThoseOfCompute()
     const ZorffcRun compute =
         run({"compute", "f.pgm", "--title", "T", "--camera", "C", "-o", "f.ffc", "--precision", "12"});
     const ZorffcRun report = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png", "--precision", "12"});
-    QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
+    QVERIFY2(report.exitCode == 0, qPrintable(report.transcript()));
     const auto figures = [](const QString& out) {
         const int start = out.indexOf("Non-uniformity");
         return out.mid(start, out.indexOf('\n', out.indexOf("row means")) - start);
@@ -228,14 +228,14 @@ void TestZorffcReport::gainsAreThoseOfTheFile()
     const ZorffcRun report = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
     QVERIFY2(
         compute.out.contains("Column gain      1.0000 to 1.2040 computed, 1.0000 to 1.2031 in the file\n"),
-        qPrintable(compute.told()));
+        qPrintable(compute.transcript()));
     QVERIFY2(report.out.contains("Column gain      1.0000 to 1.2031 in the file\n"),
-             qPrintable(report.told()));
+             qPrintable(report.transcript()));
     writeFile(path("f.ffc"), Header + ":Table,\n1,256\n2,384\n:FFC_Y start,\n1,320\n2,512\n");
     const ZorffcRun other = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
     QVERIFY2(other.out.contains("Column gain      1.0000 to 1.5000 in the file\n"
                                 "Row gain         1.2500 to 2.0000 in the file\n"),
-             qPrintable(other.told()));
+             qPrintable(other.transcript()));
 }
 
 void TestZorffcReport::userTextsAreDrawnAsTheyStand()
@@ -273,12 +273,12 @@ void TestZorffcReport::warnsOfLimitedPixels()
     writeFile(path("f.pgm"), pgm(2, 1, 255, {100, 200}));
     writeFile(path("f.ffc"), Header + ":Table,\n1,256\n2,512\n:FFC_Y start,\n1,256\n");
     const ZorffcRun report = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
-    QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
+    QVERIFY2(report.exitCode == 0, qPrintable(report.transcript()));
     QVERIFY2(report.err.startsWith("zorffc: warning: f.pgm: 50.0 % of the pixels are limited to 255 by the "
                                    "correction"),
-             qPrintable(report.told()));
+             qPrintable(report.transcript()));
     QCOMPARE(report.err.count('\n'), 1);
-    QVERIFY2(!report.err.contains("--depth"), qPrintable(report.told()));
+    QVERIFY2(!report.err.contains("--depth"), qPrintable(report.transcript()));
 
     // A picture that does not state its depth: 600 needs 10 bits and becomes 1200.
     QImage picture(2, 1, QImage::Format_Grayscale16);
@@ -286,11 +286,11 @@ void TestZorffcReport::warnsOfLimitedPixels()
     reinterpret_cast<quint16*>(picture.scanLine(0))[1] = 600;
     QVERIFY(picture.save(path("g.png")));
     const ZorffcRun guessed = run({"report", "g.png", "--ffc", "f.ffc", "-o", "f.png"});
-    QVERIFY2(guessed.exitCode == 0, qPrintable(guessed.told()));
+    QVERIFY2(guessed.exitCode == 0, qPrintable(guessed.transcript()));
     QVERIFY2(
         guessed.err.contains("are limited to 1023 by the correction") &&
             guessed.err.contains("; give --depth, because the depth is guessed from the largest sample, "),
-        qPrintable(guessed.told()));
+        qPrintable(guessed.transcript()));
 }
 
 void TestZorffcReport::warningsWaitForTheEnd()
@@ -300,9 +300,9 @@ void TestZorffcReport::warningsWaitForTheEnd()
     writeFile(path("f.ffc"), Header + ":Table,\n1,4096\n2,4096\n:FFC_Y start,\n1,4096\n");
     const ZorffcRun report = runShell(m_folder->path(), "exec \"$@\" >/dev/full",
                                       {"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
-    QVERIFY2(report.exitCode == 2, qPrintable(report.told()));
+    QVERIFY2(report.exitCode == 2, qPrintable(report.transcript()));
     QVERIFY2(report.err.startsWith("zorffc: standard output") && report.err.count('\n') == 1,
-             qPrintable(report.told()));
+             qPrintable(report.transcript()));
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
 
@@ -314,9 +314,9 @@ void TestZorffcReport::readsFilesWithOtherLineEnds()
     for (const char* name : {"f", "dos"}) {
         const QString file(name);
         const ZorffcRun report = run({"report", "f.pgm", "--ffc", file + ".ffc", "-o", file + ".png"});
-        QVERIFY2(report.exitCode == 0 && report.err.isEmpty(), qPrintable(report.told()));
+        QVERIFY2(report.exitCode == 0 && report.err.isEmpty(), qPrintable(report.transcript()));
         QVERIFY2(report.out.contains("  column means      33.3333 %    0.0000 %\n"),
-                 qPrintable(report.told()));
+                 qPrintable(report.transcript()));
     }
 }
 
@@ -345,9 +345,10 @@ void TestZorffcReport::warnsOfAnotherPrecision()
                  .exitCode,
              0);
     const ZorffcRun report = run({"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png", "--precision", read});
-    QVERIFY2(report.exitCode == 0, qPrintable(report.told()));
-    QVERIFY2(report.err.contains("f.ffc: half of the column gains are ") == warns, qPrintable(report.told()));
-    QVERIFY2(report.err.contains("--precision " + written + "?") == warns, qPrintable(report.told()));
+    QVERIFY2(report.exitCode == 0, qPrintable(report.transcript()));
+    QVERIFY2(report.err.contains("f.ffc: half of the column gains are ") == warns,
+             qPrintable(report.transcript()));
+    QVERIFY2(report.err.contains("--precision " + written + "?") == warns, qPrintable(report.transcript()));
     // Gains 16 times too large limit the frame as well.
     QCOMPARE(report.err.count('\n'), !warns ? 0 : written == "12" ? 2 : 1);
 }
@@ -411,9 +412,10 @@ void TestZorffcReport::refusesBadFiles()
     QCOMPARE(::mkfifo(qPrintable(path("pipe")), 0600), 0);
 
     const ZorffcRun report = run(QStringList{"report"} + arguments);
-    QVERIFY2(report.exitCode == 2, qPrintable(report.told()));
-    QVERIFY2(report.err.startsWith("zorffc: ") && report.err.count('\n') == 1, qPrintable(report.told()));
-    QVERIFY2(report.err.contains(names), qPrintable(report.told()));
+    QVERIFY2(report.exitCode == 2, qPrintable(report.transcript()));
+    QVERIFY2(report.err.startsWith("zorffc: ") && report.err.count('\n') == 1,
+             qPrintable(report.transcript()));
+    QVERIFY2(report.err.contains(names), qPrintable(report.transcript()));
     QCOMPARE(report.out, QString());
     QCOMPARE(readFile(path("f.png")), QByteArray("what was there"));
     QCOMPARE(readFile(path("f.ffc")), ffc);

@@ -62,7 +62,7 @@ void TestZorffcReportSurroundings::initTestCase()
                  .exitCode,
              0);
     const ZorffcRun run = runZorffc(m_folder.path(), Report, environmentWith("NONE", ""));
-    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.transcript()));
     m_picture = readFile(path("f.png"));
     QVERIFY(m_picture.size() > 10000);
 }
@@ -132,7 +132,7 @@ void TestZorffcReportSurroundings::theEnvironmentChangesNoByte()
     QFETCH(QString, value);
     QFile::remove(path("f.png"));
     const ZorffcRun run = runZorffc(m_folder.path(), Report, environmentWith(variable, value));
-    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.transcript()));
     QVERIFY(readFile(path("f.png")) == m_picture);
 }
 
@@ -143,7 +143,7 @@ void TestZorffcReportSurroundings::noThreadIsNeeded()
     QFile::remove(path("f.png"));
     const ZorffcRun run =
         runZorffc(m_folder.path(), Report, environmentWith("LD_PRELOAD", NO_THREADS_LIBRARY));
-    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.transcript()));
     QVERIFY(readFile(path("f.png")) == m_picture);
 }
 
@@ -181,9 +181,9 @@ void TestZorffcReportSurroundings::shortOfMemoryThereIsThePictureOrAnError()
     constexpr int loaded = 64 << 10;
     for (int step = 0; step < 16; ++step) {
         const int below = enough - 8 * page - step * loaded / 16;
-        QVERIFY2(isError(below), qPrintable(runWithin(below).told()));
+        QVERIFY2(isError(below), qPrintable(runWithin(below).transcript()));
         const int above = enough + 8 * page + step * (2 << 10);
-        QVERIFY2(isPicture(above), qPrintable(runWithin(above).told()));
+        QVERIFY2(isPicture(above), qPrintable(runWithin(above).transcript()));
     }
 }
 
@@ -192,9 +192,9 @@ void TestZorffcReportSurroundings::aPictureThatCannotBeWrittenIsAnError()
     QFile::remove(path("f.png"));
     const QStringList before = namesIn(m_folder.path());
     const ZorffcRun run = runShell(m_folder.path(), "ulimit -f 16; exec \"$@\"", Report);
-    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));
     QVERIFY2(run.err.startsWith("zorffc: f.png: cannot be written: ") && run.err.count('\n') == 1,
-             qPrintable(run.told()));
+             qPrintable(run.transcript()));
     QCOMPARE(namesIn(m_folder.path()), before);
 }
 

@@ -71,9 +71,9 @@ void TestZorffcSimulate::aFrameWithoutNoiseIsTheModelsNumber()
     QFETCH(int, maxval);
     QFETCH(int, sample);
     const ZorffcRun run = simulate("f.pgm", Even + QStringList{"--size", "5x3"} + options);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     QCOMPARE(run.err, QString());
-    QVERIFY2(run.out.startsWith("Frame            5 x 3 pixels"), qPrintable(run.told()));
+    QVERIFY2(run.out.startsWith("Frame            5 x 3 pixels"), qPrintable(run.transcript()));
     QCOMPARE(readFile(path("f.pgm")), pgm(5, 3, maxval, std::vector<std::uint16_t>(15, sample)));
     QCOMPARE(namesIn(m_folder->path()), QStringList{"f.pgm"});
 }
@@ -125,7 +125,7 @@ void TestZorffcSimulate::aFormatMakesADump()
     for (const QString name : {"f.raw", "f.BIN"}) {
         const ZorffcRun run = simulate(
             name, Even + QStringList{"--size", "3x1", "--level", "40", "--format", format} + options);
-        QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.told()));
+        QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.transcript()));
         QCOMPARE(readFile(path(name)).toHex(), dump.toHex());
     }
 }
@@ -145,14 +145,14 @@ void TestZorffcSimulate::theDumpHoldsThePgmsSamples()
 void TestZorffcSimulate::theSummaryTellsHowToReadADump()
 {
     const ZorffcRun run = simulate("f.raw", {"--size", "3x1", "--format", "BayerRG12Packed"});
-    QVERIFY2(run.out.startsWith("Frame            3 x 1 pixels, 12 bits\n"), qPrintable(run.told()));
+    QVERIFY2(run.out.startsWith("Frame            3 x 1 pixels, 12 bits\n"), qPrintable(run.transcript()));
     QVERIFY2(
         run.out.endsWith("File             f.raw, to be read with --format BayerRG12Packed --size 3x1\n"),
-        qPrintable(run.told()));
+        qPrintable(run.transcript()));
     const ZorffcRun record =
         simulate("f.raw", {"--size", "3x1", "--format", "Mono12Packed", "--packed-order", "record"});
     QVERIFY2(record.out.endsWith("--format Mono12Packed --size 3x1 --packed-order record\n"),
-             qPrintable(record.told()));
+             qPrintable(record.transcript()));
 }
 
 void TestZorffcSimulate::computeMakesASampleFlat()
@@ -160,7 +160,7 @@ void TestZorffcSimulate::computeMakesASampleFlat()
     QCOMPARE(simulate("f.pgm", {"--size", "320x240"}).exitCode, 0);
     const ZorffcRun run = runZorffc(m_folder->path(), {"compute", "f.pgm", "--title", "T", "--camera", "C",
                                                        "--output", "f.ffc", "--precision", "12"});
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
     const QRegularExpression figures(
         "column means +([0-9.]+) % +([0-9.]+) %\n  row means +([0-9.]+) % +([0-9.]+) %\n");
     const QRegularExpressionMatch match = figures.match(run.out);
@@ -177,7 +177,7 @@ void TestZorffcSimulate::theSystemGainIsToldWithItsDigits()
 {
     const ZorffcRun run = simulate("f.pgm", {"--size", "2x2", "--full-well", "1000000000"});
     QVERIFY2(run.out.contains("full well 1000000000 e-, system gain 4.095e-06 DN/e-, seed 1"),
-             qPrintable(run.told()));
+             qPrintable(run.transcript()));
 }
 
 void TestZorffcSimulate::refusesBadSettings_data()
@@ -240,9 +240,9 @@ void TestZorffcSimulate::refusesBadSettings()
     QFETCH(QString, names);
     writeFile(path("f.pgm"), "what was there");
     const ZorffcRun run = simulate(target, options);
-    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
-    QVERIFY2(run.err.startsWith("zorffc: ") && run.err.count('\n') == 1, qPrintable(run.told()));
-    QVERIFY2(run.err.contains(names), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));
+    QVERIFY2(run.err.startsWith("zorffc: ") && run.err.count('\n') == 1, qPrintable(run.transcript()));
+    QVERIFY2(run.err.contains(names), qPrintable(run.transcript()));
     QCOMPARE(run.out, QString());
     QCOMPARE(readFile(path("f.pgm")), QByteArray("what was there"));
     QCOMPARE(namesIn(m_folder->path()), QStringList{"f.pgm"});

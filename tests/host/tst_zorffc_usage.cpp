@@ -46,8 +46,8 @@ void TestZorffcUsage::helpAndVersionEndWell()
     QFETCH(QStringList, arguments);
     QFETCH(QString, names);
     const ZorffcRun run = runZorffc(m_folder.path(), arguments);
-    QVERIFY2(run.exitCode == 0, qPrintable(run.told()));
-    QVERIFY2(run.out.contains(names), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 0, qPrintable(run.transcript()));
+    QVERIFY2(run.out.contains(names), qPrintable(run.transcript()));
     QCOMPARE(run.err, QString());
 }
 
@@ -86,18 +86,18 @@ void TestZorffcUsage::wrongUseEndsWith2AndOneLine()
     QFETCH(QStringList, arguments);
     QFETCH(QString, names);
     const ZorffcRun run = runZorffc(m_folder.path(), arguments);
-    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));
     QCOMPARE(run.out, QString());
     QVERIFY2(run.err.startsWith("zorffc: ") && run.err.endsWith('\n') && run.err.count('\n') == 1,
-             qPrintable(run.told()));
-    QVERIFY2(run.err.contains(names), qPrintable(run.told()));
+             qPrintable(run.transcript()));
+    QVERIFY2(run.err.contains(names), qPrintable(run.transcript()));
 }
 
 void TestZorffcUsage::helpThatCannotBeToldIsAnError()
 {
     const ZorffcRun run = runShell(m_folder.path(), "exec \"$@\" >/dev/full", {"--help"});
-    QVERIFY2(run.exitCode == 2, qPrintable(run.told()));
-    QVERIFY2(run.err.contains("standard output"), qPrintable(run.told()));
+    QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));
+    QVERIFY2(run.err.contains("standard output"), qPrintable(run.transcript()));
 }
 
 QTEST_GUILESS_MAIN(TestZorffcUsage)

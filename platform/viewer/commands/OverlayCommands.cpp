@@ -59,13 +59,13 @@ bool addRectCommand(CommandContext context, ParameterMap& parameters)
 {
     Overlay overlay;
     overlay.id = textOf(parameters, "objectID");
-    const std::optional<QRect> told = rectIn(parameters);
+    const std::optional<QRect> given = rectIn(parameters);
     const std::optional<int> colour = intOr(parameters, "line.clr", 0x00FFFF);
     const std::optional<int> line = intOr(parameters, "line.width", 1);
     const std::optional<int> adjust = intOr(parameters, "adjust", 0);
-    if (overlay.id.empty() || !told || !colour || !line || *line < 1 || *line > WidestLine || !adjust)
+    if (overlay.id.empty() || !given || !colour || !line || *line < 1 || *line > WidestLine || !adjust)
         return false;
-    const std::optional<QRect> rect = toImage(context.viewer, *told, textOf(parameters, "cs"));
+    const std::optional<QRect> rect = toImage(context.viewer, *given, textOf(parameters, "cs"));
     if (!rect)
         return false;
     overlay.rect = *rect;
