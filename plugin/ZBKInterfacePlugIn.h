@@ -58,7 +58,8 @@ public:
     /// The window goes at once; called from within one of its operations, it goes when that has returned.
     /// Answers 0.
     virtual int Release() = 0;
-    /// Shows or closes the plug-in's window. Notifies of both from within. Answers 0, or 4 before Init.
+    /// Shows or closes the plug-in's window. Notifies of both from within. A window that opens computes on
+    /// the frame that is held and refreshes the views, as Update does. Answers 0, or 4 before Init.
     virtual int Show(bool visible) = 0;
     /// The display name, also before Init. The copy is the host's and may outlive the library.
     virtual QString Name() { return m_name; }
@@ -78,7 +79,9 @@ public:
     virtual bool HasResult() = 0;
     /// Drops the frame and what was computed from it; window and settings stay. From within a refresh it is
     /// done after that, and an Update that still waits is dropped with the frame. From another thread it
-    /// waits for a refresh; while SetImage or Update computes it must not be called there.
+    /// waits for a refresh, but not for the computing before it: SetImage, Update, a Show that opens the
+    /// window, and the operator's click on "Update". A host that cannot rule these out calls it on the GUI
+    /// thread.
     virtual void Reset() = 0;
 
 protected:
