@@ -4,7 +4,8 @@ cmake_minimum_required(VERSION 3.18)
 
 file(STRINGS "${COMMANDS}" commands REGEX "\"command\":")
 foreach(source
-    engine/CellImage.cpp engine/ColumnPass.cpp engine/Profiles.cpp engine/RowPass.cpp engine/TableCorrection.cpp
+    engine/CellImage.cpp engine/ColumnPass.cpp engine/GainCode.cpp engine/Gains.cpp engine/HistogramPeak.cpp
+    engine/Profiles.cpp engine/RowPass.cpp engine/TableCorrection.cpp
     engine/pix/PixArithmetic.cpp engine/pix/PixConvert.cpp engine/pix/PixHistogram.cpp engine/pix/PixMinMax.cpp
     image/unpack/PairRows.cpp image/unpack/PlainRows.cpp image/unpack/StreamRows.cpp
     platform/converter/DepthChange.cpp platform/converter/PanchromaticLuma.cpp
