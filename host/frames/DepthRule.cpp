@@ -79,7 +79,7 @@ Frame frameFromSamples(const std::string& path, const StoredSamples& samples, co
     frame.pixelType = computeFormat(depth.bits);
     frame.pitch = static_cast<std::uint32_t>(tightPitch(frame.pixelType, frame.width));
     frame.depthSource = depth.source;
-    frame.depthGuessed = depth.guessed && depth.bits > 8 && depth.bits < 16;
+    frame.depthGuessed = depth.guessed && depth.bits < samples.storedBits;
     if (depth.bits == 8) {
         frame.pixels.resize(samples.values.size());
         std::transform(samples.values.begin(), samples.values.end(), frame.pixels.begin(),

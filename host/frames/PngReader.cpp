@@ -144,6 +144,7 @@ StoredSamples readPng(const std::string& path, std::optional<std::uint32_t> aske
     const bool interlaced = png_get_interlace_type(file.png, file.info) != PNG_INTERLACE_NONE;
     file.lines.reset(new std::uint8_t[interlaced ? file.lineBytes * samples.height : file.lineBytes]);
     samples.values.reserve(std::size_t{samples.width} * samples.height);
+    samples.storedBits = static_cast<std::uint32_t>(8 * file.sampleBytes);
     if (!readPixels(file))
         failPng(path, file);
 

@@ -14,6 +14,7 @@ struct StoredSamples
     std::uint32_t width = 0;
     std::uint32_t height = 0;
     std::vector<std::uint16_t> values; ///< row after row without padding
+    std::uint32_t storedBits = 16;     ///< 8 or 16, that a sample takes in the file
 
     /// Significant bits that the file states.
     struct StatedDepth

@@ -137,6 +137,7 @@ StoredSamples readTiff(const std::string& path, std::optional<WhiteIsZero> white
     StoredSamples samples;
     samples.width = layout.width;
     samples.height = layout.height;
+    samples.storedBits = static_cast<std::uint32_t>(8 * layout.sampleBytes);
     if (TIFFIsTiled(tiff.get()) != 0)
         readTiles(path, tiff, layout, samples.values);
     else

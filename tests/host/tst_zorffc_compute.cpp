@@ -347,6 +347,7 @@ void TestZorffcCompute::aGuessedDepthThatLimitsPixelsIsTold_data()
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<int>("limit");
     QTest::addColumn<bool>("isAdvised");
+    QTest::newRow("the largest sample needs 8 bits") << 16 << 250 << QStringList{} << 255 << true;
     QTest::newRow("the largest sample needs 10 bits") << 16 << 900 << QStringList{} << 1023 << true;
     QTest::newRow("the largest sample needs 12 bits") << 16 << 3900 << QStringList{} << 4095 << true;
     QTest::newRow("the depth is given") << 16 << 900 << QStringList{"--depth", "10"} << 1023 << false;
