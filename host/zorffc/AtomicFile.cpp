@@ -30,6 +30,13 @@ fs::path behindLinks(fs::path path)
     return path;
 }
 
+/// In small or capital letters, after at least one other.
+bool endsIn(const std::string& name, const std::string& ending)
+{
+    return name.size() > ending.size() &&
+           ::strcasecmp(name.c_str() + name.size() - ending.size(), ending.c_str()) == 0;
+}
+
 } // namespace
 
 AtomicFile::AtomicFile(const std::string& path)
@@ -119,9 +126,13 @@ std::string requireEnding(const std::string& output, const std::vector<std::stri
 {
     std::string list;
     for (const std::string& ending : endings) {
-        if (output.size() > ending.size() &&
-            ::strcasecmp(output.c_str() + output.size() - ending.size(), ending.c_str()) == 0)
+        if (endsIn(output, ending)) {
+            const fs::path target = behindLinks(output);
+            if (std::error_code error; fs::is_regular_file(target, error) && !endsIn(target.string(), ending))
+                throw CommandError(output + ": leads to " + target.string() +
+                                   ", a file of another kind; give " + option + " another name");
             return ending;
+        }
         list += (list.empty() ? "" : &ending == &endings.back() ? " or " : ", ") + ending;
     }
     throw CommandError((output.empty() ? option : output) +

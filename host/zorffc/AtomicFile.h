@@ -45,7 +45,8 @@ private:
 void refuseSameFile(const std::string& input, const std::string& output);
 
 /// The one of the endings (".png", ".tif") that the output's name has, in small or capital letters. Throws
-/// CommandError when it has none of them; the text names the `option` by which the output is given.
+/// CommandError when it has none of them, or is a link to a file that has another; the text names the
+/// `option` by which the output is given.
 std::string requireEnding(const std::string& output, const std::vector<std::string>& endings,
                           const std::string& option = "--output");
 

@@ -185,6 +185,9 @@ void TestZorffcComputeErrors::refusesBadTargets_data()
     QTest::newRow("a folder that cannot be reached")
         << "loop.ffc/f.ffc"
         << "the folder loop.ffc cannot be reached (Too many levels";
+    QTest::newRow("a link to a frame")
+        << "frame.ffc"
+        << "frame.ffc: leads to other.pgm, a file of another kind; give --output another name";
     QTest::newRow("a link to a device") << "full.ffc"
                                         << "full.ffc: is not a regular file";
     QTest::newRow("a folder that takes no files") << "/proc/f.ffc"
@@ -206,6 +209,7 @@ void TestZorffcComputeErrors::refusesBadTargets()
     QVERIFY(QDir(m_folder->path()).mkdir("folder.ffc"));
     QVERIFY(QFile::link("loop.ffc", path("loop.ffc")));
     QVERIFY(QFile::link("/dev/full", path("full.ffc")));
+    QVERIFY(QFile::link("other.pgm", path("frame.ffc")));
     const QStringList before = namesIn(m_folder->path());
 
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", target} + Header);
