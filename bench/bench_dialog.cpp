@@ -52,7 +52,7 @@ public:
     _ZorImage next()
     {
         std::vector<std::uint16_t>& pixels = m_frames[static_cast<std::size_t>(m_next++ % FrameCount)];
-        _ZorImage record = imageRecord(ZorMono12);
+        _ZorImage record = zor::imageRecord(zor::Mono12);
         record.width = Width;
         record.height = Height;
         record.pitch = Width * 2;

@@ -37,15 +37,15 @@ constexpr int Iterations = 7;
 /// 14 bits have no target of their own.
 std::uint32_t targetFor(std::uint32_t code)
 {
-    switch (pixelTypeSampleBits(code)) {
+    switch (zor::pixelTypeSampleBits(code)) {
     case 8:
-        return ZorMono8;
+        return zor::Mono8;
     case 10:
-        return ZorMono10;
+        return zor::Mono10;
     case 12:
-        return ZorMono12;
+        return zor::Mono12;
     default:
-        return ZorMono16;
+        return zor::Mono16;
     }
 }
 
@@ -67,10 +67,10 @@ std::vector<std::uint8_t>& sourceBytes()
 
 _ZorImage frameOf(std::uint32_t code)
 {
-    _ZorImage frame = imageRecord(code);
+    _ZorImage frame = zor::imageRecord(code);
     frame.width = Width;
     frame.height = Height;
-    frame.pitch = static_cast<std::uint32_t>(tightPitch(code, Width));
+    frame.pitch = static_cast<std::uint32_t>(zor::tightPitch(code, Width));
     frame.imageSize = frame.pitch * Height;
     frame.data = sourceBytes().data();
     return frame;
@@ -164,10 +164,10 @@ void add(const char* group, Work work, const ZorPixelTypeRow& row)
 bool standsForItself(const ZorPixelTypeRow& row)
 {
     const std::string name = row.name;
-    switch (pixelTypeFamily(row.code)) {
-    case PixelFamily::Bayer:
+    switch (zor::pixelTypeFamily(row.code)) {
+    case zor::PixelFamily::Bayer:
         return name.find("BayerRG") == 0;
-    case PixelFamily::TrueSense:
+    case zor::PixelFamily::TrueSense:
         return name.find("RGGB_WRRW_0") != std::string::npos;
     default:
         return true;
@@ -182,7 +182,7 @@ int main(int argc, char** argv)
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
     for (const ZorPixelTypeRow& row : ZorPixelTypeTable) {
-        if (pixelTypeFamily(row.code) == PixelFamily::Mono)
+        if (zor::pixelTypeFamily(row.code) == zor::PixelFamily::Mono)
             add("unpack/", unpack, row);
     }
     for (const ZorPixelTypeRow& row : ZorPixelTypeTable) {

@@ -65,7 +65,7 @@ public:
         , m_viewer(viewer)
         , m_pixels(std::size_t{Width} * Height)
     {
-        m_record = imageRecord(ZorMono16);
+        m_record = zor::imageRecord(zor::Mono16);
         m_record.width = Width;
         m_record.height = Height;
         m_record.pitch = Width * 2;

@@ -14,7 +14,9 @@
 #include <list>
 
 class CGridSplitter;
+namespace zor {
 class DialogUse;
+}
 class DisplayAdapter;
 class HighLightProcessor;
 struct _ZorImage;
@@ -125,8 +127,8 @@ protected:
     void* m_reservedPointers[2] = {};          ///< read by nothing
     HighLightProcessor* m_highLight = nullptr; ///< the viewer's
     /// Adapters and buffers while a refresh runs. Who gives it back carries out what waited for it.
-    OwnedMutex m_viewLock{[this] { ViewLockReleased(); }};
-    OwnedMutex m_dataLock; ///< the frame's data while it is dropped
+    zor::OwnedMutex m_viewLock{[this] { ViewLockReleased(); }};
+    zor::OwnedMutex m_dataLock; ///< the frame's data while it is dropped
     ZBKHostInfo m_hostInfo;
     bool m_shown = false; ///< the host knows that the dialog is open
 
@@ -181,16 +183,16 @@ protected:
     QTime m_viewClock;                ///< since the last change of a view that was followed
 
 private:
-    friend class DialogUse;
+    friend class zor::DialogUse;
 
     /// True when the request has to wait because this thread holds the view lock.
-    bool Deferred(DeferredRequests::Request request);
+    bool Deferred(zor::DeferredRequests::Request request);
     /// An operation that is on the stack carries the requests out at its end.
     void ViewLockReleased();
     /// Carries out the requests that waited, when this thread no longer holds the view lock.
     void CarryOutRequests();
     void SetHighlights(bool on);
 
-    DeferredRequests m_requests;
+    zor::DeferredRequests m_requests;
     std::atomic<int> m_uses{1}; ///< the owner's and those on the stack; the last one deletes the dialog
 };

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace zor {
+
 void DeferredRequests::add(Request request)
 {
     if (request == Request::Reset)
@@ -10,3 +12,5 @@ void DeferredRequests::add(Request request)
     if (counts || std::find(m_waiting.begin(), m_waiting.end(), request) == m_waiting.end())
         m_waiting.push_back(request);
 }
+
+} // namespace zor

@@ -2,6 +2,8 @@
 
 #include <vector>
 
+namespace zor {
+
 /// Requests to the dialog that have to wait, in their order of arrival. Belongs to the GUI thread.
 class DeferredRequests
 {
@@ -38,3 +40,5 @@ private:
     std::vector<Request> m_waiting;
     bool m_isBusy = false;
 };
+
+} // namespace zor

@@ -33,7 +33,7 @@ void CFFCUtility::resizeEvent(QResizeEvent* event)
 
 void CFFCUtility::closeEvent(QCloseEvent* event)
 {
-    const DialogUse use(*this);
+    const zor::DialogUse use(*this);
     if (m_hostCallback)
         m_hostCallback(m_hostContext, ZBKEventDialogClosed, m_plugIn);
     m_shown = false;
@@ -42,10 +42,10 @@ void CFFCUtility::closeEvent(QCloseEvent* event)
 
 void CFFCUtility::showEvent(QShowEvent* event)
 {
-    const DialogUse use(*this);
+    const zor::DialogUse use(*this);
     // A show from within a refresh finds the adapters made.
     if (!m_viewLock.heldByThisThread()) {
-        const std::lock_guard<OwnedMutex> viewLock(m_viewLock);
+        const std::lock_guard<zor::OwnedMutex> viewLock(m_viewLock);
         constexpr std::uint32_t Features =
             DisplayFeatureImageEvents | DisplayFeatureViewEvents | DisplayFeatureInspect;
         if (!m_adapterUp)

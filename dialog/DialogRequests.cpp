@@ -8,7 +8,7 @@
 
 #include <mutex>
 
-bool CFFCUtility::Deferred(DeferredRequests::Request request)
+bool CFFCUtility::Deferred(zor::DeferredRequests::Request request)
 {
     if (!m_viewLock.heldByThisThread())
         return false;
@@ -27,7 +27,7 @@ void CFFCUtility::CarryOutRequests()
     // Another thread that gives the lock back leaves the requests to the thread that they came in on.
     if (QThread::currentThread() != thread() || m_viewLock.heldByThisThread())
         return;
-    using Request = DeferredRequests::Request;
+    using Request = zor::DeferredRequests::Request;
     m_requests.carryOut([this](Request request) {
         if (request == Request::Reset)
             ResetData(false);
@@ -40,11 +40,11 @@ void CFFCUtility::CarryOutRequests()
 
 void CFFCUtility::ResetData(bool destroyAdapters)
 {
-    if (!destroyAdapters && Deferred(DeferredRequests::Request::Reset))
+    if (!destroyAdapters && Deferred(zor::DeferredRequests::Request::Reset))
         return;
-    const DialogUse use(*this);
-    const std::lock_guard<OwnedMutex> viewLock(m_viewLock);
-    const std::lock_guard<OwnedMutex> dataLock(m_dataLock);
+    const zor::DialogUse use(*this);
+    const std::lock_guard<zor::OwnedMutex> viewLock(m_viewLock);
+    const std::lock_guard<zor::OwnedMutex> dataLock(m_dataLock);
     if (destroyAdapters) {
         delete m_adapterUp;
         m_adapterUp = nullptr;
@@ -56,9 +56,9 @@ void CFFCUtility::ResetData(bool destroyAdapters)
 
 void CFFCUtility::Update()
 {
-    if (Deferred(DeferredRequests::Request::Update))
+    if (Deferred(zor::DeferredRequests::Request::Update))
         return;
-    const DialogUse use(*this);
+    const zor::DialogUse use(*this);
     if (!m_image)
         return;
     m_normalize = ui.chBNormFFC->isChecked() ? 1 : 0;

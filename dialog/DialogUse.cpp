@@ -2,6 +2,8 @@
 
 #include "dialog/CFFCUtility.h"
 
+namespace zor {
+
 DialogUse::DialogUse(CFFCUtility& used, Deletion when)
     : m_dialog(used)
     , m_deletion(when)
@@ -19,3 +21,5 @@ DialogUse::~DialogUse()
     else
         m_dialog.deleteLater();
 }
+
+} // namespace zor

@@ -2,6 +2,8 @@
 
 class CFFCUtility;
 
+namespace zor {
+
 /// Lives on the stack of each operation of the dialog inside which others may run: the host in a
 /// notification, anybody in an event loop of a refresh or a box.
 ///
@@ -26,3 +28,5 @@ private:
     CFFCUtility& m_dialog;
     const Deletion m_deletion;
 };
+
+} // namespace zor

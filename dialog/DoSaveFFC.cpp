@@ -13,15 +13,15 @@
 
 void CFFCUtility::DoSaveFFC()
 {
-    const DialogUse use(*this);
+    const zor::DialogUse use(*this);
     m_title = ui.lETitle->text();
     m_camera = ui.lECamera->text();
     if (m_title.isEmpty()) {
-        showMessage(QStringLiteral("Define Title of file"));
+        zor::showMessage(QStringLiteral("Define Title of file"));
         return;
     }
     if (m_camera.isEmpty()) {
-        showMessage(QStringLiteral("Define Camera type"));
+        zor::showMessage(QStringLiteral("Define Camera type"));
         return;
     }
     // The camera's name is the proposed file name.

@@ -16,22 +16,22 @@ void CFFCUtility::SetFrame(_ZorImage* image)
         return;
     if (!image || !image->data || image->imageSize == 0)
         return;
-    const DialogUse use(*this);
+    const zor::DialogUse use(*this);
     ResetData(false);
     // The size is the host's, everything else the converted record's.
     m_width = static_cast<std::int32_t>(image->width);
     m_height = static_cast<std::int32_t>(image->height);
 
     _ZorImage* converted = nullptr;
-    if (ZimConvert(image, computeFormat(image->depth), &converted) != 0) {
-        showMessage(QStringLiteral("Converter error!"));
+    if (ZimConvert(image, zor::computeFormat(image->depth), &converted) != 0) {
+        zor::showMessage(QStringLiteral("Converter error!"));
         return;
     }
-    const std::size_t bytes = coveringBytes(*converted, image->width, image->height);
+    const std::size_t bytes = zor::coveringBytes(*converted, image->width, image->height);
     m_image = static_cast<std::uint8_t*>(zorAllocate(bytes));
     if (!m_image) {
         // The converted record is lost here: deliberate, see docs/decisions.md.
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         return;
     }
     std::memcpy(m_image, converted->data, converted->imageSize);

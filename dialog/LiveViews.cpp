@@ -43,12 +43,12 @@ HighLightProcessor* newHighLight()
 
 void CFFCUtility::ShowAll()
 {
-    const DialogUse use(*this);
+    const zor::DialogUse use(*this);
     // It ends after the lock.
-    WaitCursor cursor;
+    zor::WaitCursor cursor;
     if (!m_image || !m_flatY)
         return;
-    const std::lock_guard<OwnedMutex> viewLock(m_viewLock);
+    const std::lock_guard<zor::OwnedMutex> viewLock(m_viewLock);
     // Before the first show the wait cursor stays: deliberate, see docs/decisions.md.
     if (!m_adapterUp || !m_adapterDown) {
         cursor.leaveSet();
@@ -60,22 +60,23 @@ void CFFCUtility::ShowAll()
         return;
 
     _ZorImage upper =
-        localRecord(m_width, m_height, m_step, static_cast<std::uint32_t>(m_imageBytes), m_pixelFormat);
+        zor::localRecord(m_width, m_height, m_step, static_cast<std::uint32_t>(m_imageBytes), m_pixelFormat);
     upper.data = static_cast<std::uint8_t*>(zorAllocate(upper.imageSize));
     if (!upper.data) {
         cursor.restore();
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         return;
     }
     std::memcpy(upper.data, m_image, upper.imageSize);
 
     _ZorImage lower = upper;
     // The narrowing writes all pixels of the host's size, also when the converter delivered less.
-    lower.data = static_cast<std::uint8_t*>(zorAllocate(coveringBytes(lower, lower.width, lower.height)));
+    lower.data =
+        static_cast<std::uint8_t*>(zorAllocate(zor::coveringBytes(lower, lower.width, lower.height)));
     if (!lower.data) {
         // The upper block is lost here: deliberate, see docs/decisions.md.
         cursor.restore();
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         return;
     }
     FillLowerImage(lower, corrected);
@@ -104,14 +105,14 @@ void CFFCUtility::FillLowerImage(_ZorImage& lower, const std::uint16_t* correcte
 void CFFCUtility::highLightSlot()
 {
     const bool on = ui.chBHighlights->isChecked();
-    using Request = DeferredRequests::Request;
+    using Request = zor::DeferredRequests::Request;
     if (!Deferred(on ? Request::HighlightsOn : Request::HighlightsOff))
         SetHighlights(on);
 }
 
 void CFFCUtility::SetHighlights(bool on)
 {
-    const DialogUse use(*this);
+    const zor::DialogUse use(*this);
     const auto viewerSettings = [this] { return m_adapterUp ? m_adapterUp->viewerSettings() : nullptr; };
     if (on) {
         // The one before is forgotten, not deleted: a processor belongs to its viewer.
@@ -137,11 +138,11 @@ void CFFCUtility::onViewChanged(DisplayView* view)
         return;
     m_viewClock.restart();
     QT_WARNING_POP
-    const DialogUse use(*this);
-    const std::unique_lock<OwnedMutex> viewLock(m_viewLock, std::try_to_lock);
+    const zor::DialogUse use(*this);
+    const std::unique_lock<zor::OwnedMutex> viewLock(m_viewLock, std::try_to_lock);
     if (!viewLock || !m_adapterUp || !m_adapterDown)
         return;
-    const std::unique_lock<OwnedMutex> dataLock(m_dataLock, std::try_to_lock);
+    const std::unique_lock<zor::OwnedMutex> dataLock(m_dataLock, std::try_to_lock);
     if (!dataLock)
         return;
 

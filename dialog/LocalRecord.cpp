@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace zor {
+
 _ZorImage localRecord(std::int32_t width, std::int32_t height, std::int32_t step, std::uint32_t imageSize,
                       std::uint32_t pixelFormat)
 {
@@ -21,3 +23,5 @@ std::size_t coveringBytes(const _ZorImage& record, std::uint32_t width, std::uin
     const std::uint64_t lines = height == 0 ? 0 : (height - std::uint64_t{1}) * record.pitch;
     return std::max<std::uint64_t>(record.imageSize, lines + width * pixelBytes);
 }
+
+} // namespace zor

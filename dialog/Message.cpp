@@ -2,6 +2,8 @@
 
 #include <QMessageBox>
 
+namespace zor {
+
 void showMessage(const QString& text)
 {
     QMessageBox box;
@@ -13,3 +15,5 @@ void showNotEnoughMemory()
 {
     showMessage(QStringLiteral("Not enough memory for the operation!"));
 }
+
+} // namespace zor

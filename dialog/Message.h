@@ -2,8 +2,12 @@
 
 #include <QString>
 
+namespace zor {
+
 /// Shows a text in a modal box without a parent and returns when the operator has closed it.
 void showMessage(const QString& text);
 
 /// The box of every operation that could not have its memory.
 void showNotEnoughMemory();
+
+} // namespace zor

@@ -7,6 +7,8 @@
 #include <thread>
 #include <utility>
 
+namespace zor {
+
 /// A non-recursive mutex that knows its owner, so that a nested event loop on the owning thread finds it busy
 /// instead of waiting for itself for ever. Serves std::lock_guard and std::unique_lock.
 class OwnedMutex
@@ -56,3 +58,5 @@ private:
     std::atomic<std::thread::id> m_owner{};
     const std::function<void()> m_afterUnlock;
 };
+
+} // namespace zor

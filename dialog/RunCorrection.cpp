@@ -4,8 +4,8 @@
 
 bool CFFCUtility::RunCorrection()
 {
-    const DialogUse use(*this);
-    const WaitCursor cursor;
+    const zor::DialogUse use(*this);
+    const zor::WaitCursor cursor;
     const bool done = ComputeColumnGains() && ApplyColumnGains(true) && ComputeRowGains() &&
                       ApplyRowGains() && ComputeHistogram() && TakeProfileLines(0, -1, -1) &&
                       TakeProfileLines(1, -1, -1);

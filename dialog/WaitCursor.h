@@ -2,6 +2,8 @@
 
 #include <QGuiApplication>
 
+namespace zor {
+
 /// The wait cursor over the whole application for the life of the object.
 class WaitCursor
 {
@@ -25,3 +27,5 @@ public:
 private:
     bool m_isSet = true;
 };
+
+} // namespace zor

@@ -14,7 +14,7 @@ static void readPlaces(const ParameterMap& parameters, QPoint& imagePos, QPoint&
 /// The viewer's number of the left button.
 static bool isLeftButton(ParameterMap& parameters)
 {
-    return paramIndexedInt(parameters, "left") == 1;
+    return zor::paramIndexedInt(parameters, "left") == 1;
 }
 
 static bool isText(const char* name, const char* text)

@@ -90,9 +90,9 @@ bool DisplayAdapterQT::translatePoint(int* x, int* y, const char* source, const 
     paramSetText(&parameters, "cs.dst", destination);
     if (processor->command("cmd.display.view.translate", &parameters) == 0)
         return fail(DisplayErrCommand);
-    *x = paramIndexedInt(parameters, "pos.x");
-    *y = paramIndexedInt(parameters, "pos.y");
-    return paramIndexedInt(parameters, "result") != 0;
+    *x = zor::paramIndexedInt(parameters, "pos.x");
+    *y = zor::paramIndexedInt(parameters, "pos.y");
+    return zor::paramIndexedInt(parameters, "result") != 0;
 }
 
 bool DisplayAdapterQT::addNotification(ZorDisplayCommand* listener)

@@ -117,7 +117,7 @@ void* paramPointer(const ParameterMap* map, const char* key)
     return pointer;
 }
 
-std::int32_t paramIndexedInt(ParameterMap& map, const char* key)
+std::int32_t zor::paramIndexedInt(ParameterMap& map, const char* key)
 {
     return leadingInt(map[key]);
 }

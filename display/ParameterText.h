@@ -37,5 +37,9 @@ std::string paramText(const ParameterMap* map, const char* key);
 /// Reads what textFromPointer wrote.
 void* paramPointer(const ParameterMap* map, const char* key);
 
+namespace zor {
+
 /// As paramInt, but by indexing: an absent key is added to the map with an empty value.
 std::int32_t paramIndexedInt(ParameterMap& map, const char* key);
+
+} // namespace zor

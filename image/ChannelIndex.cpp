@@ -1,5 +1,7 @@
 #include "image/ChannelIndex.h"
 
+namespace zor {
+
 int channelIndexY(char16_t letter)
 {
     return letter == u'Y' ? 0 : -1;
@@ -56,3 +58,5 @@ int channelIndexYuv(char16_t letter)
         return -1;
     }
 }
+
+} // namespace zor

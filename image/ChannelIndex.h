@@ -1,5 +1,7 @@
 #pragma once
 
+namespace zor {
+
 /// The position of a channel letter in a pixel, one function for each order of channels; -1 for a letter that
 /// the order does not have.
 
@@ -10,3 +12,5 @@ int channelIndexRgba(char16_t letter);
 int channelIndexBgra(char16_t letter);
 /// Knows no A, Cb or Cr, also for formats whose layout lists them.
 int channelIndexYuv(char16_t letter);
+
+} // namespace zor

@@ -2,11 +2,15 @@
 
 #include "image/ZorFormatFromCode.h"
 
+namespace zor {
+
 _ZorImage imageRecord(std::uint32_t pixelType)
 {
     _ZorImage record{};
-    record.recordSize = ZorImageRecordSize;
-    record.recordVersion = ZorImageRecordVersion;
-    static_cast<ZorFormatBlock&>(record) = ZorFormatFromCode(pixelType);
+    record.recordSize = ImageRecordSize;
+    record.recordVersion = ImageRecordVersion;
+    static_cast<FormatBlock&>(record) = ZorFormatFromCode(pixelType);
     return record;
 }
+
+} // namespace zor

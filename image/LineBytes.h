@@ -2,6 +2,8 @@
 
 #include "image/PixelTypeCode.h"
 
+namespace zor {
+
 /// Bytes that one row of `width` pixels takes at least: its bits rounded up to whole bytes. Every row starts
 /// at a byte. In the `Packed` formats the last pixel of a row of odd width takes two bytes, the high bits and
 /// half of the middle byte.
@@ -18,3 +20,5 @@ constexpr std::uint64_t neededBytes(std::uint32_t code, std::uint32_t width, std
 {
     return std::uint64_t{height - 1} * pitch + tightPitch(code, width);
 }
+
+} // namespace zor

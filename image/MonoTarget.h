@@ -2,19 +2,21 @@
 
 #include "image/PixelTypeCode.h"
 
+namespace zor {
+
 /// The mono format that a frame of the given depth is brought to before anything is computed on it.
 /// 10, 12 and 16 keep their depth; every other depth, 14 among them, comes down to 8 bits.
 constexpr std::uint32_t computeFormat(std::uint32_t depth)
 {
     switch (depth) {
     case 10:
-        return ZorMono10;
+        return Mono10;
     case 12:
-        return ZorMono12;
+        return Mono12;
     case 16:
-        return ZorMono16;
+        return Mono16;
     default:
-        return ZorMono8;
+        return Mono8;
     }
 }
 
@@ -29,6 +31,7 @@ constexpr std::uint32_t displayFormat(std::uint32_t pixelType)
 /// Whether the image converter brings frames to this format.
 constexpr bool isMonoTarget(unsigned long pixelType)
 {
-    return pixelType == ZorMono8 || pixelType == ZorMono10 || pixelType == ZorMono12 ||
-           pixelType == ZorMono16;
+    return pixelType == Mono8 || pixelType == Mono10 || pixelType == Mono12 || pixelType == Mono16;
 }
+
+} // namespace zor

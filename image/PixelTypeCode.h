@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+namespace zor {
+
 /// A pixel type code is four byte fields, from the low byte up: row number in the pixel type table (from 1),
 /// packing byte, bits that one pixel takes in memory, family.
 
@@ -44,10 +46,10 @@ enum class Packing : std::uint32_t
     Flex12 = 0x3300,
 };
 
-constexpr std::uint32_t ZorMono8 = 0x01080101;
-constexpr std::uint32_t ZorMono10 = 0x01100202;
-constexpr std::uint32_t ZorMono12 = 0x01100306;
-constexpr std::uint32_t ZorMono16 = 0x0110050B;
+constexpr std::uint32_t Mono8 = 0x01080101;
+constexpr std::uint32_t Mono10 = 0x01100202;
+constexpr std::uint32_t Mono12 = 0x01100306;
+constexpr std::uint32_t Mono16 = 0x0110050B;
 
 /// Number of a row in the pixel type table, from 1; 0 and numbers above the table's count name no row.
 constexpr std::uint32_t pixelTypeNumber(std::uint32_t code)
@@ -89,3 +91,5 @@ constexpr std::uint32_t pixelTypeSampleBits(std::uint32_t code)
     const std::uint32_t depthClass = (code >> 8) & 0xF;
     return depthClass >= 1 && depthClass <= 5 ? 6 + 2 * depthClass : 0;
 }
+
+} // namespace zor

@@ -80,7 +80,7 @@ void writePacked(std::uint8_t* pixel, std::uint32_t value, bool isOdd, unsigned 
 } // namespace
 
 // The sign is looked at before the packing: signed samples are always whole ones.
-ZimPixelAccessor::ZimPixelAccessor(const ZorFormatBlock& format)
+ZimPixelAccessor::ZimPixelAccessor(const zor::FormatBlock& format)
 {
     if (format.depth <= 8) {
         kind = format.isSigned ? Signed8 : Unsigned8;
@@ -88,8 +88,8 @@ ZimPixelAccessor::ZimPixelAccessor(const ZorFormatBlock& format)
     } else if (format.depth <= 16 && format.isSigned) {
         kind = Signed16;
         impl = new Accessor16s;
-    } else if (format.depth <= 16 && isBitAddressed(format.packing)) {
-        kind = Packing{format.packing} == Packing::Packed10 ? Packed10 : Packed12;
+    } else if (format.depth <= 16 && zor::isBitAddressed(format.packing)) {
+        kind = zor::Packing{format.packing} == zor::Packing::Packed10 ? Packed10 : Packed12;
         impl = new Marker;
     } else if (format.depth <= 16) {
         kind = Unsigned16;
@@ -117,7 +117,7 @@ ZimPixelAccessor::~ZimPixelAccessor()
     else if (kind >= Overlapping10 && kind <= Packed12)
         delete static_cast<Marker*>(impl);
     else
-        delete static_cast<ZimCustomAccessor*>(impl);
+        delete static_cast<zor::CustomAccessor*>(impl);
     impl = nullptr;
 }
 
@@ -145,7 +145,7 @@ int ZimPixelAccessor::read(const std::uint8_t* pixel, int channel, unsigned colu
     if (kind == Packed10 || kind == Packed12)
         return elementAt<std::int8_t>(pixel, isOdd ? 1 : 0);
     if (kind == Custom)
-        return static_cast<ZimCustomAccessor*>(impl)->read(pixel, channel, column);
+        return static_cast<zor::CustomAccessor*>(impl)->read(pixel, channel, column);
     return -1;
 }
 
@@ -173,5 +173,5 @@ void ZimPixelAccessor::write(std::uint8_t* pixel, int channel, int value, unsign
     else if (kind == Packed12)
         writePacked(pixel, bits, isOdd, 4);
     else if (kind == Custom)
-        static_cast<ZimCustomAccessor*>(impl)->write(pixel, channel, value, column);
+        static_cast<zor::CustomAccessor*>(impl)->write(pixel, channel, value, column);
 }

@@ -16,7 +16,7 @@ class ZimPixelAccessor
 public:
     /// The rule for one pixel of this shape. Above 32 bits a channel there is none: reads give -1 and writes
     /// do nothing.
-    explicit ZimPixelAccessor(const ZorFormatBlock& format);
+    explicit ZimPixelAccessor(const zor::FormatBlock& format);
     ZimPixelAccessor(const ZimPixelAccessor&) = delete;
     ZimPixelAccessor& operator=(const ZimPixelAccessor&) = delete;
     virtual ~ZimPixelAccessor();
@@ -46,7 +46,7 @@ protected:
         NoKind = 0xFFFFFFFF,
     };
 
-    /// Owned: a ZimTPixelAccessor, one byte without meaning for kinds 6 to 11, a ZimCustomAccessor otherwise.
+    /// Owned: a ZimTPixelAccessor, one byte without meaning for kinds 6 to 11, a CustomAccessor otherwise.
     void* impl = nullptr;
     std::uint32_t kind = NoKind;
 };

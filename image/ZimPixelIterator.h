@@ -2,8 +2,10 @@
 
 #include "image/ZorImage.h"
 
+namespace zor {
+
 /// The place of a walk over an image, which is not owned.
-struct ZimPosition
+struct WalkPosition
 {
     const _ZorImage* image;
     std::uint32_t step;   ///< from one pixel to the next
@@ -11,17 +13,19 @@ struct ZimPosition
 };
 
 /// Steps and gaps in bytes.
-struct ZimBytePosition : ZimPosition
+struct ByteWalkPosition : WalkPosition
 {
     std::uint8_t* cursor; ///< the current pixel
 };
 
 /// Steps and gaps in bits.
-struct ZimBitPosition : ZimPosition
+struct BitWalkPosition : WalkPosition
 {
     std::uint32_t bitOffset; ///< of the current pixel, from the image's first bit
     std::uint8_t* cursor;    ///< the byte that holds that bit
 };
+
+} // namespace zor
 
 /// A walk over the pixels of an image, which outlives it: in bits for the two `Packed` classes, in whole
 /// bytes for every other format. A format whose pixels are no whole bytes otherwise has its step rounded
@@ -52,11 +56,11 @@ public:
     }
 
 protected:
-    ZimPosition* position = nullptr; ///< owned
-    bool bitAddressed = false;       ///< the position is a ZimBitPosition
+    zor::WalkPosition* position = nullptr; ///< owned
+    bool bitAddressed = false;             ///< the position is a BitWalkPosition
 
-    ZimBytePosition& bytes() const { return *static_cast<ZimBytePosition*>(position); }
-    ZimBitPosition& bits() const { return *static_cast<ZimBitPosition*>(position); }
+    zor::ByteWalkPosition& bytes() const { return *static_cast<zor::ByteWalkPosition*>(position); }
+    zor::BitWalkPosition& bits() const { return *static_cast<zor::BitWalkPosition*>(position); }
 
 private:
     // By the address as a number: with a pitch that is too small a jump ends far outside the image.

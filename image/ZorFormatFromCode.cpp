@@ -3,16 +3,16 @@
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
 
-ZorFormatBlock ZorFormatFromCode(std::uint32_t code)
+zor::FormatBlock ZorFormatFromCode(std::uint32_t code)
 {
-    ZorFormatBlock block = {};
-    const ZorPixelTypeRow* row = pixelTypeRow(code);
+    zor::FormatBlock block = {};
+    const ZorPixelTypeRow* row = zor::pixelTypeRow(code);
     if (!row)
         return block;
     block.pixelType = code;
     block.depth = row->depth;
-    block.packing = pixelTypePacking(code);
+    block.packing = zor::pixelTypePacking(code);
     block.channels = row->channels;
-    block.pixelBits = pixelTypeBits(code);
+    block.pixelBits = zor::pixelTypeBits(code);
     return block;
 }

@@ -4,16 +4,18 @@
 #include <cstdint>
 #include <type_traits>
 
+namespace zor {
+
 /// First words of every image record.
-struct ZorRecordHead
+struct RecordHead
 {
-    std::uint32_t recordSize;    ///< always ZorImageRecordSize
-    std::uint32_t recordVersion; ///< always ZorImageRecordVersion
+    std::uint32_t recordSize;    ///< always ImageRecordSize
+    std::uint32_t recordVersion; ///< always ImageRecordVersion
 };
 
 /// The format block of an image record: what one pixel looks like.
 /// ZorFormatFromCode fills it; code that only needs the pixel's shape takes this and not the whole record.
-struct ZorFormatBlock
+struct FormatBlock
 {
     std::uint32_t pixelType; ///< whole pixel type code, see PixelTypeCode.h
     std::uint32_t depth;     ///< significant bits per channel
@@ -24,12 +26,17 @@ struct ZorFormatBlock
     std::uint32_t pixelBits; ///< bits that one pixel takes in memory
 };
 
+constexpr std::uint32_t ImageRecordSize = 96;
+constexpr std::uint32_t ImageRecordVersion = 0x20000;
+
+} // namespace zor
+
 /// One image, whatever its origin. The 96 bytes are exchanged as they are with the closed libraries, the
 /// viewers and the host, so every offset is binding. A 64-bit little-endian machine is presumed.
 ///
 /// `pitch` and `imageSize` are what the maker of the image delivered; they are never derived from the other
 /// fields, and a row may end in padding.
-struct _ZorImage : ZorRecordHead, ZorFormatBlock
+struct _ZorImage : zor::RecordHead, zor::FormatBlock
 {
     std::uint32_t reserved32;
     std::uint32_t width;     ///< pixels per row
@@ -42,14 +49,11 @@ struct _ZorImage : ZorRecordHead, ZorFormatBlock
     std::uint64_t reserved88;
 };
 
-constexpr std::uint32_t ZorImageRecordSize = 96;
-constexpr std::uint32_t ZorImageRecordVersion = 0x20000;
-
 static_assert(sizeof(void*) == 8, "the record holds a 64-bit pointer");
 #if defined(__BYTE_ORDER__)
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the record is little-endian");
 #endif
-static_assert(sizeof(ZorFormatBlock) == 24 && sizeof(_ZorImage) == ZorImageRecordSize);
+static_assert(sizeof(zor::FormatBlock) == 24 && sizeof(_ZorImage) == zor::ImageRecordSize);
 static_assert(std::is_trivially_copyable_v<_ZorImage>);
 
 // The bases lie in front of the members in their order; compilers define offsetof for such a class but warn.

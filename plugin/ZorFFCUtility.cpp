@@ -92,7 +92,7 @@ int ZorFFCUtility::Show(bool visible)
 {
     if (!m_dialog)
         return ShowWithoutDialog;
-    const DialogUse use(*m_dialog, DialogUse::Deletion::AtOnce);
+    const zor::DialogUse use(*m_dialog, zor::DialogUse::Deletion::AtOnce);
     if (visible)
         m_dialog->show();
     else
@@ -103,7 +103,7 @@ int ZorFFCUtility::Show(bool visible)
 int ZorFFCUtility::SetImage(_ZorImage* image)
 {
     if (m_dialog && image) {
-        const DialogUse use(*m_dialog, DialogUse::Deletion::AtOnce);
+        const zor::DialogUse use(*m_dialog, zor::DialogUse::Deletion::AtOnce);
         m_dialog->SetFrame(image);
     }
     return 0;
@@ -118,7 +118,7 @@ void ZorFFCUtility::SetHostInfo(ZBKHostInfo info)
 int ZorFFCUtility::Update()
 {
     if (m_dialog) {
-        const DialogUse use(*m_dialog, DialogUse::Deletion::AtOnce);
+        const zor::DialogUse use(*m_dialog, zor::DialogUse::Deletion::AtOnce);
         m_dialog->Update();
     }
     return 0;

@@ -17,7 +17,7 @@ bool CFFCUtility::ApplyColumnGains(bool withOffset)
     const std::int32_t capacity = zor::columnCodeCapacity(m_width, m_step);
     std::uint16_t* codes = zor::allocateGainCodes(capacity);
     if (!codes) {
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         return false;
     }
     zorRelease(m_flatX);
@@ -29,14 +29,14 @@ bool CFFCUtility::ApplyColumnGains(bool withOffset)
     m_flatXStep = zor::cellStep(m_width);
     if (!m_flatX) {
         // The codes are lost here: deliberate, see docs/decisions.md.
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         return false;
     }
     auto* offset = static_cast<std::uint16_t*>(zorAllocate(bytes));
     if (!offset) {
         // The codes are lost here as well. m_flatX stays; a run that goes on must not read unset cells.
         std::memset(m_flatX, 0, bytes);
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         return false;
     }
     std::memset(offset, 0, static_cast<std::size_t>(m_flatXStep) * static_cast<std::size_t>(m_height));

@@ -21,7 +21,7 @@ bool CFFCUtility::ApplyRowGains()
 
     std::uint16_t* codes = zor::allocateGainCodes(m_height);
     if (!codes) {
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         return false;
     }
     zorRelease(m_flatY);
@@ -31,7 +31,7 @@ bool CFFCUtility::ApplyRowGains()
     m_flatY = static_cast<std::uint16_t*>(zorAllocate(zor::cellBlockBytes(m_width, m_height)));
     if (!m_flatY) {
         // The codes are lost here: deliberate, see docs/decisions.md.
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         return false;
     }
     m_flatYStep = zor::cellStep(m_width);

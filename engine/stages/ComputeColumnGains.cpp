@@ -18,7 +18,7 @@ bool CFFCUtility::ComputeColumnGains()
         zor::computeColumnGains(frame, rule, m_columnGains, m_columnMean, m_rowMean);
     } catch (const std::bad_alloc&) {
         m_columnGains.clear();
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         return false;
     }
     return true;

@@ -16,7 +16,7 @@ bool CFFCUtility::ComputeHistogram()
     const std::size_t bytes = static_cast<std::size_t>(m_histogramLevels) * sizeof *m_histogram;
     m_histogram = static_cast<std::int32_t*>(zorAllocate(bytes));
     if (!m_histogram) {
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         return false;
     }
     std::memset(m_histogram, 0, bytes);

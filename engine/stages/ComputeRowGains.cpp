@@ -16,7 +16,7 @@ bool CFFCUtility::ComputeRowGains()
         zor::computeRowGains(zor::readOnly(cells), rule, m_rowGains);
     } catch (const std::bad_alloc&) {
         m_rowGains.clear();
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         return false;
     }
     return true;

@@ -49,12 +49,12 @@ bool CFFCUtility::TakeProfileLines(std::int32_t pass, std::int32_t row, std::int
     const std::size_t secondBytes = static_cast<std::size_t>(m_height) * ItemBytes;
     auto* first = static_cast<std::uint16_t*>(zorAllocate(firstBytes));
     if (!first) {
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         return false;
     }
     auto* second = static_cast<std::uint16_t*>(zorAllocate(secondBytes));
     if (!second) {
-        showNotEnoughMemory();
+        zor::showNotEnoughMemory();
         zorRelease(first);
         return false;
     }

@@ -26,7 +26,7 @@ GroupSamples unpackGroup(const _ZorImage& image, std::uint32_t first, std::uint3
     const bool isPlain = pixelTypePackingClass(image.pixelType) == PackingClass::Plain;
     // A word's bits above the depth are shown and not limited: they tell what is wrong with an image.
     if (isPlain && pixelTypeSampleBits(image.pixelType) > 8)
-        unpackRowFor(ZorMono16)(group, samples.data(), pixels * samplesPerPixel(image.pixelType));
+        unpackRowFor(Mono16)(group, samples.data(), pixels * samplesPerPixel(image.pixelType));
     else
         unpackRowFor(image.pixelType)(group, samples.data(), pixels);
     return samples;

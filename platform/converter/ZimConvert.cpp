@@ -24,7 +24,7 @@ constexpr int NoMemory = 3;
 /// too large for a record or for the memory.
 _ZorImage* makeResult(const _ZorImage& source, std::uint32_t target)
 {
-    const std::uint64_t pitch = (tightPitch(target, source.width) + 3) / 4 * 4;
+    const std::uint64_t pitch = (zor::tightPitch(target, source.width) + 3) / 4 * 4;
     constexpr std::uint64_t Largest = std::numeric_limits<std::uint32_t>::max();
     if (pitch > Largest || pitch * source.height > Largest)
         return nullptr;
@@ -44,15 +44,15 @@ _ZorImage* makeResult(const _ZorImage& source, std::uint32_t target)
 /// Rows are written to their last pixel; what pads them is 0.
 void fillPadding(const _ZorImage& image)
 {
-    const std::size_t used = tightPitch(image.pixelType, image.width);
+    const std::size_t used = zor::tightPitch(image.pixelType, image.width);
     for (std::size_t y = 0; y < image.height; ++y)
         std::fill_n(image.data + y * image.pitch + used, image.pitch - used, std::uint8_t{0});
 }
 
 void convert(const _ZorImage& source, const _ZorImage& result)
 {
-    const PixelFamily family = pixelTypeFamily(source.pixelType);
-    if (family == PixelFamily::Bayer || family == PixelFamily::TrueSense)
+    const zor::PixelFamily family = zor::pixelTypeFamily(source.pixelType);
+    if (family == zor::PixelFamily::Bayer || family == zor::PixelFamily::TrueSense)
         zor::platform::convertMosaic(source, result);
     else
         zor::platform::convertLines(source, result);
@@ -69,7 +69,7 @@ extern "C" ZOR_PLATFORM_EXPORT int ZimConvert(const _ZorImage* source, unsigned 
     *result = nullptr;
     if (!source)
         return BadArgument;
-    if (!isMonoTarget(targetPixelType) || !zor::platform::isReadable(*source))
+    if (!zor::isMonoTarget(targetPixelType) || !zor::platform::isReadable(*source))
         return Unsupported;
     const auto target = static_cast<std::uint32_t>(targetPixelType);
     _ZorImage* made = makeResult(*source, target);

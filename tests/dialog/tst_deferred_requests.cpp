@@ -18,7 +18,7 @@
 
 namespace {
 
-using Request = DeferredRequests::Request;
+using Request = zor::DeferredRequests::Request;
 
 Request requestOf(QChar letter)
 {
@@ -178,7 +178,7 @@ void TestDeferredRequests::requestsWaitInTheirOrder()
 {
     QFETCH(QString, added);
     QFETCH(QString, carriedOut);
-    DeferredRequests requests;
+    zor::DeferredRequests requests;
     for (const QChar letter : added)
         requests.add(requestOf(letter));
     QString letters;
@@ -191,7 +191,7 @@ void TestDeferredRequests::requestsWaitInTheirOrder()
 
 void TestDeferredRequests::whatIsAddedMeanwhileComesLast()
 {
-    DeferredRequests requests;
+    zor::DeferredRequests requests;
     requests.add(Request::Update);
     requests.add(Request::HighlightsOn);
     QString letters;
@@ -367,7 +367,7 @@ void TestDeferredRequests::anotherThreadCarriesNothingOut()
     FakeViewer::script().onSettings = [&worker](QWidget*) { worker = std::this_thread::get_id(); };
     {
         // While an operation is on the stack, its end carries the requests out.
-        const DialogUse use(d);
+        const zor::DialogUse use(d);
         d.m_viewLock.lock();
         d.ask(QLatin1Char('+'));
         d.m_viewLock.unlock();

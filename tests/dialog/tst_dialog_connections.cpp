@@ -70,7 +70,7 @@ void TestDialogConnections::highlightBoxRefreshes()
     std::atomic<bool> released{false};
     std::promise<void> held;
     auto holder = std::async(std::launch::async, [&] {
-        const std::lock_guard<OwnedMutex> lock(d.m_viewLock);
+        const std::lock_guard<zor::OwnedMutex> lock(d.m_viewLock);
         held.set_value();
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         released = true;

@@ -15,7 +15,7 @@ TestFrame unevenFrame()
 }
 
 /// Whether anybody can have the lock.
-bool isFree(OwnedMutex& lock)
+bool isFree(zor::OwnedMutex& lock)
 {
     return std::async(std::launch::async,
                       [&lock] {
@@ -79,7 +79,7 @@ void TestDialogLocks::resetWaitsForARefreshOnAnotherThread()
     std::atomic<bool> refreshed{false};
     std::promise<void> held;
     auto refresh = std::async(std::launch::async, [&] {
-        const std::lock_guard<OwnedMutex> lock(d.m_viewLock);
+        const std::lock_guard<zor::OwnedMutex> lock(d.m_viewLock);
         held.set_value();
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         refreshed = d.m_image != nullptr;

@@ -115,7 +115,7 @@ void TestDialogState::frameIsHeldAfterIntake()
     QCOMPARE(d.m_depth, 12);
     QCOMPARE(d.m_step, 12);
     QCOMPARE(d.m_imageBytes, std::uint64_t{48});
-    QCOMPARE(d.m_pixelFormat, ZorMono12);
+    QCOMPARE(d.m_pixelFormat, zor::Mono12);
     QCOMPARE(d.m_pairSmoothing, 0);
     QVERIFY(d.m_image);
     QCOMPARE(QByteArray(reinterpret_cast<const char*>(d.m_image), 48),
@@ -137,7 +137,7 @@ void TestDialogState::packedAndDeepFramesComeDown_data()
         << codeOf("Mono12p") << 10U << QByteArray("\xBC\x3A\x12", 3) << 10 << 0xABC / 4 << 0x123 / 4;
     QTest::newRow("Mono12Packed") << codeOf("Mono12Packed") << 12U << QByteArray("\xAB\xC3\x12", 3) << 12
                                   << 0xABC << 0x123;
-    QTest::newRow("Mono8") << ZorMono8 << 8U << QByteArray("\x07\x09", 2) << 8 << 7 << 9;
+    QTest::newRow("Mono8") << zor::Mono8 << 8U << QByteArray("\x07\x09", 2) << 8 << 7 << 9;
 }
 
 void TestDialogState::packedAndDeepFramesComeDown()
@@ -149,13 +149,13 @@ void TestDialogState::packedAndDeepFramesComeDown()
     QFETCH(int, first);
     QFETCH(int, second);
     _ZorImage record{};
-    record.recordSize = ZorImageRecordSize;
-    record.recordVersion = ZorImageRecordVersion;
+    record.recordSize = zor::ImageRecordSize;
+    record.recordVersion = zor::ImageRecordVersion;
     record.pixelType = pixelType;
     record.depth = depth;
-    record.packing = pixelTypePacking(pixelType);
+    record.packing = zor::pixelTypePacking(pixelType);
     record.channels = 1;
-    record.pixelBits = pixelTypeBits(pixelType);
+    record.pixelBits = zor::pixelTypeBits(pixelType);
     record.width = 2;
     record.height = 1;
     record.imageSize = static_cast<std::uint32_t>(pixels.size());
@@ -328,7 +328,7 @@ void TestDialogState::resetDropsTheFrameAndKeepsTheGains()
     QCOMPARE(int(d.m_columnGains.size()), 6);
     QCOMPARE(int(d.m_rowGains.size()), 4);
     QCOMPARE(d.m_imageBytes, std::uint64_t{48});
-    QCOMPARE(d.m_pixelFormat, ZorMono12);
+    QCOMPARE(d.m_pixelFormat, zor::Mono12);
 }
 
 void TestDialogState::resetKeepsTextsAndSettings()

@@ -149,7 +149,7 @@ void TestFrameBlock::blockCoversTheLargerOfBothSizes()
     record.depth = depth;
     record.imageSize = imageSize;
     record.pitch = 20;
-    QTEST(quint64(coveringBytes(record, HostWidth, height)), "bytes");
+    QTEST(quint64(zor::coveringBytes(record, HostWidth, height)), "bytes");
 }
 
 QTEST_MAIN(TestFrameBlock)

@@ -33,7 +33,7 @@ private slots:
 
 namespace {
 
-_ZorImage hostRecord(std::uint32_t depth, std::uint32_t pixelType = ZorMono8)
+_ZorImage hostRecord(std::uint32_t depth, std::uint32_t pixelType = zor::Mono8)
 {
     static std::uint8_t pixels[64];
     _ZorImage record{};
@@ -68,14 +68,14 @@ void TestFrameIntake::targetFollowsTheDepth_data()
 {
     QTest::addColumn<unsigned>("depth");
     QTest::addColumn<unsigned>("target");
-    QTest::newRow("8 bits") << 8U << ZorMono8;
-    QTest::newRow("10 bits") << 10U << ZorMono10;
-    QTest::newRow("12 bits") << 12U << ZorMono12;
-    QTest::newRow("14 bits come down to 8") << 14U << ZorMono8;
-    QTest::newRow("16 bits") << 16U << ZorMono16;
-    QTest::newRow("no depth") << 0U << ZorMono8;
-    QTest::newRow("an odd depth") << 11U << ZorMono8;
-    QTest::newRow("32 bits") << 32U << ZorMono8;
+    QTest::newRow("8 bits") << 8U << zor::Mono8;
+    QTest::newRow("10 bits") << 10U << zor::Mono10;
+    QTest::newRow("12 bits") << 12U << zor::Mono12;
+    QTest::newRow("14 bits come down to 8") << 14U << zor::Mono8;
+    QTest::newRow("16 bits") << 16U << zor::Mono16;
+    QTest::newRow("no depth") << 0U << zor::Mono8;
+    QTest::newRow("an odd depth") << 11U << zor::Mono8;
+    QTest::newRow("32 bits") << 32U << zor::Mono8;
 }
 
 void TestFrameIntake::targetFollowsTheDepth()
@@ -95,10 +95,10 @@ void TestFrameIntake::colourFrameGoesToTheMonoFormatOfItsDepth_data()
     QTest::addColumn<unsigned>("pixelType");
     QTest::addColumn<unsigned>("depth");
     QTest::addColumn<unsigned>("target");
-    QTest::newRow("BayerRG8") << codeOf("BayerRG8") << 8U << ZorMono8;
-    QTest::newRow("YUV422_10") << codeOf("YUV422_10") << 10U << ZorMono10;
-    QTest::newRow("RGB12") << codeOf("RGB12") << 12U << ZorMono12;
-    QTest::newRow("BayerBG16") << codeOf("BayerBG16") << 16U << ZorMono16;
+    QTest::newRow("BayerRG8") << codeOf("BayerRG8") << 8U << zor::Mono8;
+    QTest::newRow("YUV422_10") << codeOf("YUV422_10") << 10U << zor::Mono10;
+    QTest::newRow("RGB12") << codeOf("RGB12") << 12U << zor::Mono12;
+    QTest::newRow("BayerBG16") << codeOf("BayerBG16") << 16U << zor::Mono16;
 }
 
 void TestFrameIntake::colourFrameGoesToTheMonoFormatOfItsDepth()
@@ -131,7 +131,7 @@ void TestFrameIntake::sizeIsTheHostsAndTheRestTheConverters()
     TestFrame delivered = TestFrame(
         7, 5, 10, [](int, int) { return 3U; }, 20);
     deliver(delivered);
-    _ZorImage record = hostRecord(16, ZorMono16);
+    _ZorImage record = hostRecord(16, zor::Mono16);
     record.pitch = 8;
     d.SetFrame(&record);
     QCOMPARE(d.m_width, 4);
@@ -139,7 +139,7 @@ void TestFrameIntake::sizeIsTheHostsAndTheRestTheConverters()
     QCOMPARE(d.m_depth, 10);
     QCOMPARE(d.m_step, 20);
     QCOMPARE(d.m_imageBytes, std::uint64_t{100});
-    QCOMPARE(d.m_pixelFormat, ZorMono10);
+    QCOMPARE(d.m_pixelFormat, zor::Mono10);
 }
 
 void TestFrameIntake::convertedRecordIsGivenBack()

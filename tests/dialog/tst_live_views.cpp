@@ -121,10 +121,10 @@ void TestLiveViews::upperViewGetsTheFrame_data()
 {
     QTest::addColumn<int>("depth");
     QTest::addColumn<uint>("pixelType");
-    QTest::newRow("8 bits") << 8 << ZorMono8;
-    QTest::newRow("10 bits") << 10 << ZorMono10;
-    QTest::newRow("12 bits") << 12 << ZorMono12;
-    QTest::newRow("16 bits") << 16 << ZorMono16;
+    QTest::newRow("8 bits") << 8 << zor::Mono8;
+    QTest::newRow("10 bits") << 10 << zor::Mono10;
+    QTest::newRow("12 bits") << 12 << zor::Mono12;
+    QTest::newRow("16 bits") << 16 << zor::Mono16;
 }
 
 void TestLiveViews::upperViewGetsTheFrame()

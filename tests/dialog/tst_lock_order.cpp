@@ -25,7 +25,7 @@ TestFrame frameOf(int width)
 /// What to do when one lock is about to be taken or to be given back.
 struct LockWatch
 {
-    explicit LockWatch(OwnedMutex& lock)
+    explicit LockWatch(zor::OwnedMutex& lock)
         : watched(&lock)
     {
         current = this;
@@ -45,7 +45,7 @@ struct LockWatch
             std::exchange(current->*what, nullptr)();
     }
 
-    const OwnedMutex* watched;
+    const zor::OwnedMutex* watched;
     std::function<void()> onLock;
     std::function<void()> onUnlock;
 

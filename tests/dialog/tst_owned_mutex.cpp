@@ -21,7 +21,7 @@ private slots:
 
 void TestOwnedMutex::tryIsBusyForTheOwnerToo()
 {
-    OwnedMutex mutex;
+    zor::OwnedMutex mutex;
     QVERIFY(mutex.try_lock());
     QVERIFY(!mutex.try_lock());
     mutex.unlock();
@@ -31,7 +31,7 @@ void TestOwnedMutex::tryIsBusyForTheOwnerToo()
 
 void TestOwnedMutex::tryIsBusyForAnotherThread()
 {
-    OwnedMutex mutex;
+    zor::OwnedMutex mutex;
     mutex.lock();
     QVERIFY(!std::async(std::launch::async, [&] { return mutex.try_lock(); }).get());
     mutex.unlock();
@@ -39,7 +39,7 @@ void TestOwnedMutex::tryIsBusyForAnotherThread()
 
 void TestOwnedMutex::lockByTheOwnerRaises()
 {
-    OwnedMutex mutex;
+    zor::OwnedMutex mutex;
     mutex.lock();
     QVERIFY_EXCEPTION_THROWN(mutex.lock(), std::system_error);
     QVERIFY(mutex.heldByThisThread());
@@ -48,7 +48,7 @@ void TestOwnedMutex::lockByTheOwnerRaises()
 
 void TestOwnedMutex::unlockByAnotherThreadRaises()
 {
-    OwnedMutex mutex;
+    zor::OwnedMutex mutex;
     mutex.lock();
     auto other = std::async(std::launch::async, [&] { mutex.unlock(); });
     QVERIFY_EXCEPTION_THROWN(other.get(), std::system_error);
@@ -58,32 +58,32 @@ void TestOwnedMutex::unlockByAnotherThreadRaises()
 
 void TestOwnedMutex::unlockWithoutLockRaises()
 {
-    OwnedMutex mutex;
+    zor::OwnedMutex mutex;
     QVERIFY_EXCEPTION_THROWN(mutex.unlock(), std::system_error);
 }
 
 void TestOwnedMutex::lockWaitsForAnotherThread()
 {
-    OwnedMutex mutex;
+    zor::OwnedMutex mutex;
     bool released = false;
     std::promise<void> held;
     auto other = std::async(std::launch::async, [&] {
-        const std::lock_guard<OwnedMutex> lock(mutex);
+        const std::lock_guard<zor::OwnedMutex> lock(mutex);
         held.set_value();
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         released = true;
     });
     held.get_future().wait();
-    const std::lock_guard<OwnedMutex> lock(mutex);
+    const std::lock_guard<zor::OwnedMutex> lock(mutex);
     QVERIFY(released);
 }
 
 void TestOwnedMutex::ownershipEndsWithTheLock()
 {
-    OwnedMutex mutex;
+    zor::OwnedMutex mutex;
     QVERIFY(!mutex.heldByThisThread());
     {
-        const std::lock_guard<OwnedMutex> lock(mutex);
+        const std::lock_guard<zor::OwnedMutex> lock(mutex);
         QVERIFY(mutex.heldByThisThread());
         QVERIFY(!std::async(std::launch::async, [&] { return mutex.heldByThisThread(); }).get());
     }
@@ -94,12 +94,12 @@ void TestOwnedMutex::unlockCallsWhenTheMutexIsFree()
 {
     int calls = 0;
     int busy = 0;
-    OwnedMutex* watched = nullptr;
-    OwnedMutex mutex([&] {
+    zor::OwnedMutex* watched = nullptr;
+    zor::OwnedMutex mutex([&] {
         if (++calls > 1)
             return;
         // It calls once more.
-        const std::unique_lock<OwnedMutex> lock(*watched, std::try_to_lock);
+        const std::unique_lock<zor::OwnedMutex> lock(*watched, std::try_to_lock);
         busy += lock ? 0 : 1;
     });
     watched = &mutex;

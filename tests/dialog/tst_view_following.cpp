@@ -150,7 +150,7 @@ void TestViewFollowing::changeThatFindsALockBusyRestartsTheClock()
 {
     QFETCH(bool, view);
     Linked linked;
-    OwnedMutex& lock = view ? linked.dialog.m_viewLock : linked.dialog.m_dataLock;
+    zor::OwnedMutex& lock = view ? linked.dialog.m_viewLock : linked.dialog.m_dataLock;
     lock.lock();
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED

@@ -13,11 +13,11 @@
 #include <vector>
 
 /// An image record of that shape. It claims one byte of pixels and has none.
-inline _ZorImage imageOf(std::uint32_t width, std::uint32_t height, std::uint32_t pixelType = ZorMono8)
+inline _ZorImage imageOf(std::uint32_t width, std::uint32_t height, std::uint32_t pixelType = zor::Mono8)
 {
     _ZorImage image = {};
-    image.recordSize = ZorImageRecordSize;
-    image.recordVersion = ZorImageRecordVersion;
+    image.recordSize = zor::ImageRecordSize;
+    image.recordVersion = zor::ImageRecordVersion;
     image.pixelType = pixelType;
     image.width = width;
     image.height = height;

@@ -62,7 +62,7 @@ void TestImageHeader::configureGetsTheHeader()
     QCOMPARE(FakeViewer::callsOf("configure").at(0).argument, static_cast<const void*>(header));
     QCOMPARE(header->width, 64u);
     QCOMPARE(header->height, 48u);
-    QCOMPARE(header->pixelType, ZorMono8);
+    QCOMPARE(header->pixelType, zor::Mono8);
 }
 
 void TestImageHeader::anUnchangedImageSendsNothing()
@@ -86,11 +86,11 @@ void TestImageHeader::aChangedImageStartsAgain_data()
     QTest::addColumn<quint32>("width");
     QTest::addColumn<quint32>("height");
     QTest::addColumn<quint32>("pixelType");
-    QTest::newRow("another width") << 65u << 48u << ZorMono8;
-    QTest::newRow("another height") << 64u << 47u << ZorMono8;
-    QTest::newRow("another pixel type") << 64u << 48u << ZorMono12;
-    QTest::newRow("width and height exchanged") << 48u << 64u << ZorMono8;
-    QTest::newRow("a width of all bits") << 0xFFFFFFFFu << 48u << ZorMono8;
+    QTest::newRow("another width") << 65u << 48u << zor::Mono8;
+    QTest::newRow("another height") << 64u << 47u << zor::Mono8;
+    QTest::newRow("another pixel type") << 64u << 48u << zor::Mono12;
+    QTest::newRow("width and height exchanged") << 48u << 64u << zor::Mono8;
+    QTest::newRow("a width of all bits") << 0xFFFFFFFFu << 48u << zor::Mono8;
 }
 
 void TestImageHeader::aChangedImageStartsAgain()
@@ -120,8 +120,8 @@ void TestImageHeader::anEmptyImageStartsAtEveryFrame_data()
     QTest::addColumn<quint32>("width");
     QTest::addColumn<quint32>("height");
     QTest::addColumn<quint32>("pixelType");
-    QTest::newRow("width 0") << 0u << 48u << ZorMono8;
-    QTest::newRow("height 0") << 64u << 0u << ZorMono8;
+    QTest::newRow("width 0") << 0u << 48u << zor::Mono8;
+    QTest::newRow("height 0") << 64u << 0u << zor::Mono8;
     QTest::newRow("pixel type 0") << 64u << 48u << 0u;
 }
 

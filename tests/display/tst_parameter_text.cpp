@@ -71,7 +71,7 @@ void TestParameterText::integersAreReadLeniently()
     QFETCH(int, value);
     ParameterMap map = {{"key", text.toStdString()}};
     QCOMPARE(paramInt(&map, "key"), value);
-    QCOMPARE(paramIndexedInt(map, "key"), value);
+    QCOMPARE(zor::paramIndexedInt(map, "key"), value);
 }
 
 void TestParameterText::realNumbersTakeTheirFormat_data()
@@ -199,7 +199,7 @@ void TestParameterText::readersNeverAddAKey()
 void TestParameterText::indexedReadsAddTheKey()
 {
     ParameterMap map;
-    QCOMPARE(paramIndexedInt(map, "left"), 0);
+    QCOMPARE(zor::paramIndexedInt(map, "left"), 0);
     QCOMPARE(textOf(map), QStringList{"left="});
 }
 

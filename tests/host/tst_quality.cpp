@@ -187,9 +187,9 @@ void TestQuality::monoFrameBringsARecordToItsTarget_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("first");
-    QTest::newRow("Mono8 stays") << uint(ZorMono8) << QByteArray("\x12\x34", 2) << 8 << 0x12;
-    QTest::newRow("Mono12 stays") << uint(ZorMono12) << QByteArray("\x23\x01\x56\x04", 4) << 12 << 0x123;
-    QTest::newRow("Mono16 stays") << uint(ZorMono16) << QByteArray("\x23\xF1\x56\x04", 4) << 16 << 0xF123;
+    QTest::newRow("Mono8 stays") << uint(zor::Mono8) << QByteArray("\x12\x34", 2) << 8 << 0x12;
+    QTest::newRow("Mono12 stays") << uint(zor::Mono12) << QByteArray("\x23\x01\x56\x04", 4) << 12 << 0x123;
+    QTest::newRow("Mono16 stays") << uint(zor::Mono16) << QByteArray("\x23\xF1\x56\x04", 4) << 16 << 0xF123;
 }
 
 void TestQuality::monoFrameBringsARecordToItsTarget()
@@ -214,10 +214,10 @@ void TestQuality::monoFrameCanHaveAnotherTarget_data()
     QTest::addColumn<uint>("target");
     QTest::addColumn<int>("depth");
     QTest::addColumn<int>("first");
-    QTest::newRow("Mono8") << uint(ZorMono8) << 8 << 0x12;
-    QTest::newRow("Mono10") << uint(ZorMono10) << 10 << 0x48;
-    QTest::newRow("Mono12") << uint(ZorMono12) << 12 << 0x123;
-    QTest::newRow("Mono16") << uint(ZorMono16) << 16 << 0x1231;
+    QTest::newRow("Mono8") << uint(zor::Mono8) << 8 << 0x12;
+    QTest::newRow("Mono10") << uint(zor::Mono10) << 10 << 0x48;
+    QTest::newRow("Mono12") << uint(zor::Mono12) << 12 << 0x123;
+    QTest::newRow("Mono16") << uint(zor::Mono16) << 16 << 0x1231;
 }
 
 void TestQuality::monoFrameCanHaveAnotherTarget()
@@ -226,7 +226,7 @@ void TestQuality::monoFrameCanHaveAnotherTarget()
     QFETCH(int, depth);
     QFETCH(int, first);
     std::vector<std::uint8_t> pixels{0x23, 0x01, 0xFF, 0x0F};
-    const MonoFrame mono(record(pixels, ZorMono12, 2, 1, 4), target);
+    const MonoFrame mono(record(pixels, zor::Mono12, 2, 1, 4), target);
     QCOMPARE(mono.pixelType(), target);
     QCOMPARE(mono.record().width, 2u);
     QCOMPARE(mono.view().depth, depth);
@@ -248,14 +248,15 @@ void TestQuality::monoFrameRefusesWhatCannotBeConverted()
     constexpr std::uint32_t otherBits = 0x01100101;
     QVERIFY2(problem(otherBits, 1, 1, 2).startsWith("there is no conversion from "),
              qPrintable(problem(otherBits, 1, 1, 2)));
-    QCOMPARE(problem(ZorMono8, 3, 1, 3), QString("a frame of 3 x 1 pixels could not be brought from Mono8 to "
-                                                 "Mono8; check its size and pitch, use a smaller frame or "
-                                                 "close other programs"));
+    QCOMPARE(problem(zor::Mono8, 3, 1, 3),
+             QString("a frame of 3 x 1 pixels could not be brought from Mono8 to "
+                     "Mono8; check its size and pitch, use a smaller frame or "
+                     "close other programs"));
     QCOMPARE(
-        problem(ZorMono12, 65535, 32769, 131070),
+        problem(zor::Mono12, 65535, 32769, 131070),
         QString("a frame of 65535 x 32769 pixels is too large to be brought from Mono12 to Mono12; use a "
                 "smaller frame"));
-    QCOMPARE(QString(pixelTypeName(ZorMono12)), QString("Mono12"));
+    QCOMPARE(QString(pixelTypeName(zor::Mono12)), QString("Mono12"));
     QCOMPARE(QString(pixelTypeName(0)), QString("unknown format"));
     QCOMPARE(QString(pixelTypeName(0x010801FF)), QString("unknown format"));
 }

@@ -76,7 +76,7 @@ void TestZorffcAllFormats::anEvenSimulatedFlatStaysEven()
 
     const ZorffcRun converted = run(QStringList{"convert"} + dump + QStringList{"f.pgm"});
     QVERIFY2(converted.exitCode == 0 && converted.err.isEmpty(), qPrintable(converted.transcript()));
-    const std::uint32_t sampleBits = pixelTypeSampleBits(row.code);
+    const std::uint32_t sampleBits = zor::pixelTypeSampleBits(row.code);
     const std::uint32_t depth = targetDepth(row.depth);
     // 0.4 times 2^n - 1, to nearest, at the bits of the samples; then a shift to the depth.
     const std::uint32_t sample = (((1u << sampleBits) - 1) * 4 + 5) / 10 >> (sampleBits - depth);

@@ -18,8 +18,8 @@ const QStringList Size{"--size", "15x9"};
 /// Whether a pixel sees one colour filter of a cell alone.
 bool isMosaic(const ZorPixelTypeRow& row)
 {
-    const PixelFamily family = pixelTypeFamily(row.code);
-    return family == PixelFamily::Bayer || family == PixelFamily::TrueSense;
+    const zor::PixelFamily family = zor::pixelTypeFamily(row.code);
+    return family == zor::PixelFamily::Bayer || family == zor::PixelFamily::TrueSense;
 }
 
 } // namespace
@@ -72,7 +72,7 @@ void TestZorffcFormatSamples::bothOrdersOfPackedAreOneFrame_data()
 {
     QTest::addColumn<QString>("name");
     for (const ZorPixelTypeRow& row : ZorPixelTypeTable)
-        if (pixelTypePackingClass(row.code) == PackingClass::Packed)
+        if (zor::pixelTypePackingClass(row.code) == zor::PackingClass::Packed)
             QTest::newRow(row.name) << QString(row.name);
 }
 
@@ -83,7 +83,7 @@ void TestZorffcFormatSamples::aSimulatedFlatKeepsItsSamples()
     const ZorPixelTypeRow& row = ZorPixelTypeTable[index];
     const QStringList format = QStringList{"--format", row.name} + Size;
     QCOMPARE(run(QStringList{"simulate", "-o", "f.raw"} + format).exitCode, 0);
-    const std::uint32_t sampleBits = pixelTypeSampleBits(row.code);
+    const std::uint32_t sampleBits = zor::pixelTypeSampleBits(row.code);
     const QString depth = QString::number(sampleBits == 14 ? 16 : sampleBits);
     const ZorffcRun converted = run(QStringList{"convert", "f.raw", "f.pgm", "--depth", depth} + format);
     QVERIFY2(converted.exitCode == 0, qPrintable(converted.transcript()));

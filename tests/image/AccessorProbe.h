@@ -6,13 +6,13 @@
 class AccessorProbe : public ZimPixelAccessor
 {
 public:
-    explicit AccessorProbe(const ZorFormatBlock& format)
+    explicit AccessorProbe(const zor::FormatBlock& format)
         : ZimPixelAccessor(format)
     {
     }
     /// Without a typed object, which samples are not read through; `object` becomes the accessor's.
     explicit AccessorProbe(std::uint32_t wanted, void* object = nullptr)
-        : ZimPixelAccessor(ZorFormatBlock{0, 64, 0, {}, 0, 0, 0})
+        : ZimPixelAccessor(zor::FormatBlock{0, 64, 0, {}, 0, 0, 0})
     {
         kind = wanted;
         impl = object;

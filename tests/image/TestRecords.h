@@ -12,13 +12,13 @@
 /// An image of one row in a plain format, from its samples.
 struct Line
 {
-    Line(const ZorFormatBlock& format, std::uint32_t width, const QVector<qint64>& samples, int sampleBytes)
+    Line(const zor::FormatBlock& format, std::uint32_t width, const QVector<qint64>& samples, int sampleBytes)
         : bytes(static_cast<std::size_t>(samples.size() * sampleBytes))
     {
         for (int i = 0; i < samples.size(); ++i)
             std::memcpy(bytes.data() + i * sampleBytes, &samples[i], static_cast<std::size_t>(sampleBytes));
         image = recordOf(0, width, 1, static_cast<std::uint32_t>(bytes.size()), bytes.data(), bytes.size());
-        static_cast<ZorFormatBlock&>(image) = format;
+        static_cast<zor::FormatBlock&>(image) = format;
     }
     Line(const Line&) = delete;
     Line& operator=(const Line&) = delete;
@@ -42,9 +42,9 @@ inline QVector<qint64> samplesOf(const _ZorImage& image, int count, int sampleBy
 }
 
 /// The format block of one plain sample, also where no format of the table has it.
-inline ZorFormatBlock plainFormat(std::uint32_t depth, bool isSigned, std::uint32_t bits)
+inline zor::FormatBlock plainFormat(std::uint32_t depth, bool isSigned, std::uint32_t bits)
 {
-    ZorFormatBlock format{};
+    zor::FormatBlock format{};
     format.depth = depth;
     format.isSigned = isSigned ? 1 : 0;
     format.packing = 0x0100;

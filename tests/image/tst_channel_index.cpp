@@ -22,12 +22,12 @@ void TestChannelIndex::lettersHaveTheirPositions_data()
     const auto add = [](const char* name, Function function, QList<int> positions) {
         QTest::newRow(name) << function << positions;
     };
-    add("mono, Bayer and TrueSense know Y only", channelIndexY, {0, -1, -1, -1, -1, -1, -1});
-    add("RGB", channelIndexRgb, {-1, 0, 1, 2, -1, -1, -1});
-    add("BGR", channelIndexBgr, {-1, 2, 1, 0, -1, -1, -1});
-    add("RGBa", channelIndexRgba, {-1, 0, 1, 2, 3, -1, -1});
-    add("BGRa", channelIndexBgra, {-1, 2, 1, 0, 3, -1, -1});
-    add("YUV knows no A", channelIndexYuv, {0, -1, -1, -1, -1, 1, 2});
+    add("mono, Bayer and TrueSense know Y only", zor::channelIndexY, {0, -1, -1, -1, -1, -1, -1});
+    add("RGB", zor::channelIndexRgb, {-1, 0, 1, 2, -1, -1, -1});
+    add("BGR", zor::channelIndexBgr, {-1, 2, 1, 0, -1, -1, -1});
+    add("RGBa", zor::channelIndexRgba, {-1, 0, 1, 2, 3, -1, -1});
+    add("BGRa", zor::channelIndexBgra, {-1, 2, 1, 0, 3, -1, -1});
+    add("YUV knows no A", zor::channelIndexYuv, {0, -1, -1, -1, -1, 1, 2});
 }
 
 void TestChannelIndex::lettersHaveTheirPositions()

@@ -36,8 +36,8 @@ void TestFormatFromCode::anUnknownRowGivesZeros_data()
 void TestFormatFromCode::anUnknownRowGivesZeros()
 {
     QFETCH(quint32, code);
-    const ZorFormatBlock block = ZorFormatFromCode(code);
-    const ZorFormatBlock zeros = {};
+    const zor::FormatBlock block = ZorFormatFromCode(code);
+    const zor::FormatBlock zeros = {};
     QCOMPARE(std::memcmp(&block, &zeros, sizeof(block)), 0);
 }
 
@@ -65,7 +65,7 @@ void TestFormatFromCode::theBlockIsFilledFromRowAndCode_data()
 void TestFormatFromCode::theBlockIsFilledFromRowAndCode()
 {
     QFETCH(quint32, code);
-    const ZorFormatBlock block = ZorFormatFromCode(code);
+    const zor::FormatBlock block = ZorFormatFromCode(code);
     QCOMPARE(block.pixelType, code);
     QTEST(block.depth, "depth");
     QTEST(block.packing, "packing");
@@ -98,12 +98,12 @@ void TestFormatFromCode::theCodesBytesAreRead_data()
 void TestFormatFromCode::theCodesBytesAreRead()
 {
     QFETCH(quint32, code);
-    QTEST(pixelTypeNumber(code), "row");
-    QTEST(pixelTypeSampleBits(code), "sampleBits");
-    QTEST(int(pixelTypePackingClass(code)), "packingClass");
-    QTEST(pixelTypeBits(code), "pixelBits");
-    QTEST(int(pixelTypeFamily(code)), "family");
-    QCOMPARE(pixelTypePacking(code), code & 0xFF00U);
+    QTEST(zor::pixelTypeNumber(code), "row");
+    QTEST(zor::pixelTypeSampleBits(code), "sampleBits");
+    QTEST(int(zor::pixelTypePackingClass(code)), "packingClass");
+    QTEST(zor::pixelTypeBits(code), "pixelBits");
+    QTEST(int(zor::pixelTypeFamily(code)), "family");
+    QCOMPARE(zor::pixelTypePacking(code), code & 0xFF00U);
 }
 
 void TestFormatFromCode::theTargetGoesByDepth_data()
@@ -124,7 +124,7 @@ void TestFormatFromCode::theTargetGoesByDepth_data()
 void TestFormatFromCode::theTargetGoesByDepth()
 {
     QFETCH(quint32, depth);
-    QTEST(computeFormat(depth), "target");
+    QTEST(zor::computeFormat(depth), "target");
 }
 
 QTEST_APPLESS_MAIN(TestFormatFromCode)

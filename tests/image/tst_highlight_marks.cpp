@@ -88,7 +88,7 @@ void TestHighlightMarks::linesAreMarkedAsTold()
 {
     QFETCH(QByteArray, name);
     QFETCH(QVector<qint64>, line);
-    const ZorFormatBlock format = ZorFormatFromCode(codeOf(name.constData()));
+    const zor::FormatBlock format = ZorFormatFromCode(codeOf(name.constData()));
     const int sampleBytes = format.depth <= 8 ? 1 : 2;
     const std::uint32_t samples = format.pixelBits / (8 * static_cast<std::uint32_t>(sampleBytes));
     // After the row the marks of its last pixels have room.
@@ -277,8 +277,8 @@ void TestHighlightMarks::everyFormatAgreesWithTheReference()
     for (int round = 0; round < 60; ++round) {
         const std::uint32_t width = 1 + random() % 9;
         const std::uint32_t height = 1 + random() % 5;
-        const auto pitch = static_cast<std::uint32_t>(tightPitch(code, width)) + random() % 4;
-        const std::size_t size = neededBytes(code, width, height, pitch);
+        const auto pitch = static_cast<std::uint32_t>(zor::tightPitch(code, width)) + random() % 4;
+        const std::size_t size = zor::neededBytes(code, width, height, pitch);
         const GuardedBytes bytes(size);
         for (std::size_t i = 0; i < size; ++i)
             bytes.data()[i] = static_cast<std::uint8_t>(random() % 3 == 0 ? random() : random() % 140);

@@ -33,8 +33,8 @@ template <typename Value> Value valueAt(const _ZorImage& record, std::size_t off
 void TestImageRecord::everyFieldStandsAtItsOffset()
 {
     QCOMPARE(sizeof(_ZorImage), std::size_t(96));
-    QCOMPARE(ZorImageRecordSize, 96U);
-    QCOMPARE(ZorImageRecordVersion, 0x20000U);
+    QCOMPARE(zor::ImageRecordSize, 96U);
+    QCOMPARE(zor::ImageRecordVersion, 0x20000U);
     std::uint8_t pixel = 0;
     _ZorImage record = {};
     record.recordSize = 1;
@@ -80,10 +80,10 @@ void TestImageRecord::everyFieldStandsAtItsOffset()
 void TestImageRecord::theFormatBlockIsBytes8To31()
 {
     _ZorImage record = {};
-    const ZorFormatBlock& block = record;
+    const zor::FormatBlock& block = record;
     QCOMPARE(reinterpret_cast<const char*>(&block) - reinterpret_cast<const char*>(&record),
              std::ptrdiff_t(8));
-    QCOMPARE(sizeof(ZorFormatBlock), std::size_t(24));
+    QCOMPARE(sizeof(zor::FormatBlock), std::size_t(24));
 }
 
 void TestImageRecord::aLineTakesItsBitsRoundedUp_data()
@@ -107,7 +107,7 @@ void TestImageRecord::aLineTakesItsBitsRoundedUp()
     QFETCH(quint32, code);
     QFETCH(quint32, width);
     QFETCH(quint64, bytes);
-    QCOMPARE(quint64(tightPitch(code, width)), bytes);
+    QCOMPARE(quint64(zor::tightPitch(code, width)), bytes);
 }
 
 void TestImageRecord::theLastLineMayBeShort_data()
@@ -136,8 +136,8 @@ void TestImageRecord::theLastLineMayBeShort()
     QFETCH(quint32, height);
     QFETCH(quint32, pitch);
     QFETCH(quint64, bytes);
-    QVERIFY(tightPitch(code, width) <= pitch);
-    QCOMPARE(quint64(neededBytes(code, width, height, pitch)), bytes);
+    QVERIFY(zor::tightPitch(code, width) <= pitch);
+    QCOMPARE(quint64(zor::neededBytes(code, width, height, pitch)), bytes);
 }
 
 QTEST_APPLESS_MAIN(TestImageRecord)

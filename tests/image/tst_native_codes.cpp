@@ -17,7 +17,7 @@ namespace {
 _ZorImage recordOf(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch)
 {
     return ::recordOf(code, width, height, pitch, nullptr,
-                      static_cast<std::size_t>(neededBytes(code, width, height, pitch)));
+                      static_cast<std::size_t>(zor::neededBytes(code, width, height, pitch)));
 }
 
 QVector<int> listOf(const zor::NativeCodes& native)
@@ -121,10 +121,11 @@ void TestNativeCodes::knownBytesGiveKnownCodes_data()
     QTest::addColumn<QVector<QVector<int>>>("pixels");
     using Pixels = QVector<QVector<int>>;
     const auto bytes = [](const char* hex) { return QByteArray::fromHex(hex); };
-    QTest::newRow("Mono8: a byte is a code") << ZorMono8 << bytes("00 80 FF") << Pixels{{0}, {128}, {255}};
+    QTest::newRow("Mono8: a byte is a code") << zor::Mono8 << bytes("00 80 FF") << Pixels{{0}, {128}, {255}};
     QTest::newRow("Mono10: bits above the depth are part of the code")
-        << ZorMono10 << bytes("FF03 0004 34F2") << Pixels{{1023}, {1024}, {0xF234}};
-    QTest::newRow("Mono16 is little-endian") << ZorMono16 << bytes("3412 CDAB") << Pixels{{0x1234}, {0xABCD}};
+        << zor::Mono10 << bytes("FF03 0004 34F2") << Pixels{{1023}, {1024}, {0xF234}};
+    QTest::newRow("Mono16 is little-endian")
+        << zor::Mono16 << bytes("3412 CDAB") << Pixels{{0x1234}, {0xABCD}};
     QTest::newRow("Mono10p: five pixels, the fifth begins a byte again")
         << codeOf("Mono10p") << bytes("01 08 30 00 01 FF 03") << Pixels{{1}, {2}, {3}, {4}, {1023}};
     QTest::newRow("Mono12p: one stream from the low bit, an odd pixel ends it")
@@ -186,7 +187,7 @@ void TestNativeCodes::knownBytesGiveKnownCodes()
     QFETCH(QByteArray, bytes);
     QFETCH(QVector<QVector<int>>, pixels);
     const auto width = static_cast<std::uint32_t>(pixels.size());
-    QCOMPARE(std::uint64_t(bytes.size()), tightPitch(code, width));
+    QCOMPARE(std::uint64_t(bytes.size()), zor::tightPitch(code, width));
     const auto pitch = static_cast<std::uint32_t>(bytes.size()) + 3;
     _ZorImage record = recordOf(code, width, 2, pitch);
     const GuardedBytes memory(record.imageSize);
@@ -215,7 +216,7 @@ void TestNativeCodes::everyCodeComesFromItsBits()
     std::mt19937 random(static_cast<unsigned>(row));
     for (std::uint32_t width = 1; width <= 20; ++width)
         for (const std::uint32_t padding : {0u, 1u, 6u}) {
-            const auto pitch = static_cast<std::uint32_t>(tightPitch(code, width)) + padding;
+            const auto pitch = static_cast<std::uint32_t>(zor::tightPitch(code, width)) + padding;
             _ZorImage record = recordOf(code, width, 3, pitch);
             const GuardedBytes memory(record.imageSize);
             for (std::size_t i = 0; i < memory.size(); ++i)
@@ -263,7 +264,7 @@ void TestNativeCodes::whatCannotBeReadHasNoCodes()
     QFETCH(int, fault);
     QFETCH(quint32, x);
     QFETCH(quint32, y);
-    _ZorImage record = recordOf(ZorMono10, 5, 4, 10);
+    _ZorImage record = recordOf(zor::Mono10, 5, 4, 10);
     const GuardedBytes memory(record.imageSize);
     std::memset(memory.data(), 1, memory.size());
     record.data = memory.data();

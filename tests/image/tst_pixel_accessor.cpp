@@ -38,16 +38,16 @@ private slots:
 
 namespace {
 
-ZorFormatBlock format(std::uint32_t depth, bool isSigned = false, std::uint32_t packing = 0x0100)
+zor::FormatBlock format(std::uint32_t depth, bool isSigned = false, std::uint32_t packing = 0x0100)
 {
-    ZorFormatBlock block{};
+    zor::FormatBlock block{};
     block.depth = depth;
     block.isSigned = isSigned ? 1 : 0;
     block.packing = packing;
     return block;
 }
 
-class CountedCustom : public ZimCustomAccessor
+class CountedCustom : public zor::CustomAccessor
 {
 public:
     explicit CountedCustom(int& deaths)
@@ -223,7 +223,7 @@ void TestPixelAccessor::kindsOutsideTheTableDoNothing()
 {
     QFETCH(uint, kind);
     int deaths = 0;
-    const AccessorProbe accessor(kind, static_cast<ZimCustomAccessor*>(new CountedCustom(deaths)));
+    const AccessorProbe accessor(kind, static_cast<zor::CustomAccessor*>(new CountedCustom(deaths)));
     std::array<std::uint8_t, 4> bytes = {1, 2, 3, 4};
     QCOMPARE(accessor.read(bytes.data(), 0, 0), -1);
     accessor.write(bytes.data(), 0, 99, 1);
@@ -234,7 +234,7 @@ void TestPixelAccessor::aCustomObjectGetsTheSameArguments()
 {
     int deaths = 0;
     auto* custom = new CountedCustom(deaths);
-    const AccessorProbe accessor(1956, static_cast<ZimCustomAccessor*>(custom));
+    const AccessorProbe accessor(1956, static_cast<zor::CustomAccessor*>(custom));
     std::uint8_t pixel = 0;
     QCOMPARE(accessor.read(&pixel, -3, 12), 4711);
     QCOMPARE(custom->readPixel, static_cast<const std::uint8_t*>(&pixel));
@@ -246,8 +246,8 @@ void TestPixelAccessor::aCustomObjectGetsTheSameArguments()
     if (!ZOR_HAS_VIRTUAL_PLACE)
         QSKIP("places in the class are known for another ABI");
     // The destructor comes first and takes two places.
-    QCOMPARE(virtualPlace(&ZimCustomAccessor::read), std::size_t{2});
-    QCOMPARE(virtualPlace(&ZimCustomAccessor::write), std::size_t{3});
+    QCOMPARE(virtualPlace(&zor::CustomAccessor::read), std::size_t{2});
+    QCOMPARE(virtualPlace(&zor::CustomAccessor::write), std::size_t{3});
 }
 
 void TestPixelAccessor::theTypedObjectDiesByItsDestructor_data()
@@ -287,7 +287,7 @@ void TestPixelAccessor::anyOtherObjectDiesByItsDestructor()
     QFETCH(uint, kind);
     int deaths = 0;
     {
-        const AccessorProbe accessor(kind, static_cast<ZimCustomAccessor*>(new CountedCustom(deaths)));
+        const AccessorProbe accessor(kind, static_cast<zor::CustomAccessor*>(new CountedCustom(deaths)));
         QCOMPARE(deaths, 0);
     }
     QCOMPARE(deaths, 1);

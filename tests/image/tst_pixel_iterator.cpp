@@ -48,7 +48,7 @@ private:
 class CountedAccessor : public ZimPixelAccessor
 {
 public:
-    CountedAccessor(const ZorFormatBlock& format, int& deaths)
+    CountedAccessor(const zor::FormatBlock& format, int& deaths)
         : ZimPixelAccessor(format)
         , m_deaths(deaths)
     {
@@ -188,13 +188,13 @@ void TestPixelIterator::startsOnAnyPixel_data()
     QTest::addColumn<uint>("x");
     QTest::addColumn<uint>("y");
     QTest::addColumn<qlonglong>("place");
-    QTest::newRow("bytes, first pixel") << ZorMono8 << 0u << 0u << 0ll;
-    QTest::newRow("bytes, inside") << ZorMono8 << 7u << 3u << 3ll * 64 + 7;
-    QTest::newRow("words, inside") << ZorMono12 << 7u << 3u << 3ll * 64 + 14;
+    QTest::newRow("bytes, first pixel") << zor::Mono8 << 0u << 0u << 0ll;
+    QTest::newRow("bytes, inside") << zor::Mono8 << 7u << 3u << 3ll * 64 + 7;
+    QTest::newRow("words, inside") << zor::Mono12 << 7u << 3u << 3ll * 64 + 14;
     QTest::newRow("bits, even pixel") << Mono12Packed << 6u << 3u << 3ll * 64 + 9;
     QTest::newRow("bits, odd pixel") << Mono12Packed << 7u << 3u << 3ll * 64 + 10;
     QTest::newRow("whole bytes of a stream of bits") << Mono10p << 7u << 3u << 3ll * 64 + 7;
-    QTest::newRow("outside the image") << ZorMono8 << 1000u << 500u << 500ll * 64 + 1000;
+    QTest::newRow("outside the image") << zor::Mono8 << 1000u << 500u << 500ll * 64 + 1000;
 }
 
 void TestPixelIterator::startsOnAnyPixel()
@@ -257,10 +257,10 @@ void TestPixelIterator::theWidthWalkedMayBeAnotherOne_data()
 {
     QTest::addColumn<uint>("code");
     QTest::addColumn<uint>("walked");
-    QTest::newRow("bytes, all of the row") << ZorMono8 << 10u;
-    QTest::newRow("bytes, less than the row") << ZorMono8 << 4u;
-    QTest::newRow("bytes, nothing of it") << ZorMono8 << 0u;
-    QTest::newRow("words, less than the row") << ZorMono12 << 3u;
+    QTest::newRow("bytes, all of the row") << zor::Mono8 << 10u;
+    QTest::newRow("bytes, less than the row") << zor::Mono8 << 4u;
+    QTest::newRow("bytes, nothing of it") << zor::Mono8 << 0u;
+    QTest::newRow("words, less than the row") << zor::Mono12 << 3u;
     QTest::newRow("bits, all of the row") << Mono12Packed << 10u;
     QTest::newRow("bits, an odd part of it") << Mono12Packed << 3u;
     // The way back is a wrap; in bits it ends where it should.
@@ -417,14 +417,14 @@ void TestPixelIterator::fieldsStandInTheirOrder()
     const IteratorProbe walk(image);
     QCOMPARE(distance(&walk, &walk.position), std::ptrdiff_t{8});
     QCOMPARE(distance(&walk, &walk.bitAddressed), std::ptrdiff_t{16});
-    const ZimBytePosition& bytes = walk.bytes();
+    const zor::ByteWalkPosition& bytes = walk.bytes();
     QCOMPARE(distance(&bytes, &bytes.image), std::ptrdiff_t{0});
     QCOMPARE(distance(&bytes, &bytes.step), std::ptrdiff_t{8});
     QCOMPARE(distance(&bytes, &bytes.rowGap), std::ptrdiff_t{12});
     QCOMPARE(distance(&bytes, &bytes.cursor), std::ptrdiff_t{16});
     const _ZorImage packed = record(Mono12Packed, 1, 1, 2, &pixel);
     const IteratorProbe bitWalk(packed);
-    const ZimBitPosition& bits = bitWalk.bits();
+    const zor::BitWalkPosition& bits = bitWalk.bits();
     QCOMPARE(distance(&bits, &bits.bitOffset), std::ptrdiff_t{16});
     QCOMPARE(distance(&bits, &bits.cursor), std::ptrdiff_t{24});
 }

@@ -76,13 +76,13 @@ void TestPixelTypeLaws::codeIsFamilyPixelBitsPackingAndRow()
                                                           : 2;
     const reference::PixelFormat& format = reference::pixelFormats()[std::size_t(index)];
     const quint32 depthClass = (format.heldBits - 6) / 2;
-    const quint32 packingClass = quint32(pixelTypePackingClass(row.code));
+    const quint32 packingClass = quint32(zor::pixelTypePackingClass(row.code));
     QCOMPARE(row.code, family << 24 | format.pixelBits << 16 | packingClass << 12 | depthClass << 8 |
                            quint32(index + 1));
-    QCOMPARE(quint32(pixelTypeFamily(row.code)), family);
-    QCOMPARE(pixelTypeBits(row.code), format.pixelBits);
-    QCOMPARE(pixelTypeSampleBits(row.code), format.heldBits);
-    QCOMPARE(pixelTypeNumber(row.code), quint32(index + 1));
+    QCOMPARE(quint32(zor::pixelTypeFamily(row.code)), family);
+    QCOMPARE(zor::pixelTypeBits(row.code), format.pixelBits);
+    QCOMPARE(zor::pixelTypeSampleBits(row.code), format.heldBits);
+    QCOMPARE(zor::pixelTypeNumber(row.code), quint32(index + 1));
 }
 
 void TestPixelTypeLaws::depthIsThatOfThePackingButForOneRow_data()
@@ -93,7 +93,7 @@ void TestPixelTypeLaws::depthIsThatOfThePackingButForOneRow_data()
 void TestPixelTypeLaws::depthIsThatOfThePackingButForOneRow()
 {
     const ZorPixelTypeRow& row = fetchedRow();
-    const std::uint32_t sampleBits = pixelTypeSampleBits(row.code);
+    const std::uint32_t sampleBits = zor::pixelTypeSampleBits(row.code);
     QVERIFY(row.depth <= sampleBits);
     if (QString(row.name) == "Mono12p") {
         QCOMPARE(row.depth, 10U);
@@ -111,12 +111,12 @@ void TestPixelTypeLaws::pixelBitsHoldTheSamples_data()
 void TestPixelTypeLaws::pixelBitsHoldTheSamples()
 {
     const ZorPixelTypeRow& row = fetchedRow();
-    const std::uint32_t bits = pixelTypeBits(row.code);
+    const std::uint32_t bits = zor::pixelTypeBits(row.code);
     QVERIFY(bits >= 8 && bits <= 48);
     // 4:2:2 formats store two samples a pixel, all others one for each channel.
     const std::uint32_t stored = QString(row.name).contains("422") ? 2 : row.channels;
-    QVERIFY(bits >= stored * pixelTypeSampleBits(row.code));
-    if (pixelTypePackingClass(row.code) == PackingClass::Plain) {
+    QVERIFY(bits >= stored * zor::pixelTypeSampleBits(row.code));
+    if (zor::pixelTypePackingClass(row.code) == zor::PackingClass::Plain) {
         QCOMPARE(bits, stored * (row.depth > 8 ? 16U : 8U));
     }
 }
@@ -131,20 +131,20 @@ void TestPixelTypeLaws::layoutHasAsManyTokensAsItsFamilyWants()
     const ZorPixelTypeRow& row = fetchedRow();
     const QStringList tokens = QString(row.channelLayout).split(' ');
     QVERIFY(!tokens.contains(QString()));
-    switch (pixelTypeFamily(row.code)) {
-    case PixelFamily::Mono:
+    switch (zor::pixelTypeFamily(row.code)) {
+    case zor::PixelFamily::Mono:
         QCOMPARE(tokens, QStringList{"Y"});
         break;
-    case PixelFamily::Rgb:
+    case zor::PixelFamily::Rgb:
         QCOMPARE(tokens.size(), int(row.channels));
         for (const QString& token : tokens)
             QCOMPARE(row.channelIndex(token[0].unicode()), tokens.indexOf(token));
         break;
-    case PixelFamily::Bayer:
-    case PixelFamily::Yuv:
+    case zor::PixelFamily::Bayer:
+    case zor::PixelFamily::Yuv:
         QCOMPARE(tokens.size(), 4);
         break;
-    case PixelFamily::TrueSense:
+    case zor::PixelFamily::TrueSense:
         QCOMPARE(tokens.size(), 16);
         QCOMPARE(tokens.count("W"), 8);
         break;
@@ -163,16 +163,16 @@ void TestPixelTypeLaws::theCellIsTheOneOfTheName_data()
 void TestPixelTypeLaws::theCellIsTheOneOfTheName()
 {
     const ZorPixelTypeRow& row = fetchedRow();
-    const reference::PixelFormat& format = reference::pixelFormats()[pixelTypeNumber(row.code) - 1];
+    const reference::PixelFormat& format = reference::pixelFormats()[zor::pixelTypeNumber(row.code) - 1];
     const QStringList tokens = QString(row.channelLayout).split(' ');
-    const PixelFamily family = pixelTypeFamily(row.code);
+    const zor::PixelFamily family = zor::pixelTypeFamily(row.code);
     for (int i = 0; i < tokens.size(); ++i) {
         const auto n = std::uint32_t(i);
         const char letter = tokens[i] == "Cb" ? 'U' : tokens[i] == "Cr" ? 'V' : tokens[i][0].toLatin1();
-        if (family == PixelFamily::Bayer) {
+        if (family == zor::PixelFamily::Bayer) {
             const bool lower = n >= 2;
             QCOMPARE(letter, format.component(lower ? 3 - n : n, lower ? 1 : 0));
-        } else if (family == PixelFamily::TrueSense) {
+        } else if (family == zor::PixelFamily::TrueSense) {
             const std::uint32_t column = n % 4 + 4 - row.phase % 2;
             const std::uint32_t line = n / 4 + 4 - row.phase / 2;
             QCOMPARE(letter, format.component(column, line));
@@ -183,8 +183,8 @@ void TestPixelTypeLaws::theCellIsTheOneOfTheName()
     // The second green of a Bayer cell is told apart by its name.
     QStringList different = tokens;
     QCOMPARE(different.removeDuplicates() == 0,
-             family != PixelFamily::TrueSense && !QString(row.name).contains("422"));
-    QCOMPARE(tokens.contains("G2"), family == PixelFamily::Bayer);
+             family != zor::PixelFamily::TrueSense && !QString(row.name).contains("422"));
+    QCOMPARE(tokens.contains("G2"), family == zor::PixelFamily::Bayer);
 }
 
 void TestPixelTypeLaws::packingIsTheOneOfTheName_data()
@@ -196,24 +196,25 @@ void TestPixelTypeLaws::packingIsTheOneOfTheName()
 {
     const ZorPixelTypeRow& row = fetchedRow();
     const QString name = row.name;
-    const std::uint32_t bits = pixelTypeBits(row.code);
-    const std::uint32_t sampleBits = pixelTypeSampleBits(row.code);
-    const std::uint32_t samples = reference::pixelFormats()[pixelTypeNumber(row.code) - 1].samplesPerPixel;
-    switch (pixelTypePackingClass(row.code)) {
-    case PackingClass::Plain:
+    const std::uint32_t bits = zor::pixelTypeBits(row.code);
+    const std::uint32_t sampleBits = zor::pixelTypeSampleBits(row.code);
+    const std::uint32_t samples =
+        reference::pixelFormats()[zor::pixelTypeNumber(row.code) - 1].samplesPerPixel;
+    switch (zor::pixelTypePackingClass(row.code)) {
+    case zor::PackingClass::Plain:
         QVERIFY(!name.endsWith('p') && !name.contains("packed", Qt::CaseInsensitive));
         QCOMPARE(bits % 8, 0U);
         break;
-    case PackingClass::Packed:
+    case zor::PackingClass::Packed:
         QVERIFY(name.endsWith("Packed") && !name.contains("flex", Qt::CaseInsensitive));
         QVERIFY(sampleBits == 10 || sampleBits == 12);
         QCOMPARE(bits, 12U); // two pixels in three bytes
         break;
-    case PackingClass::P:
+    case zor::PackingClass::P:
         QVERIFY(name.endsWith('p'));
         QCOMPARE(bits, sampleBits);
         break;
-    case PackingClass::Flex:
+    case zor::PackingClass::Flex:
         QVERIFY(name.contains("flex", Qt::CaseInsensitive) || name.endsWith("PACKED"));
         // 3 x 10 bits of colour are in 32, 10 bits of mono in 12; all others leave nothing over.
         QCOMPARE(bits - samples * sampleBits,
@@ -232,7 +233,7 @@ void TestPixelTypeLaws::phaseIsTheDigitInTheName_data()
 void TestPixelTypeLaws::phaseIsTheDigitInTheName()
 {
     const ZorPixelTypeRow& row = fetchedRow();
-    if (pixelTypeFamily(row.code) != PixelFamily::TrueSense) {
+    if (zor::pixelTypeFamily(row.code) != zor::PixelFamily::TrueSense) {
         QCOMPARE(row.phase, 0U);
         return;
     }
@@ -249,7 +250,7 @@ void TestPixelTypeLaws::onlyTheTwoPairedMonoRowsHaveThePairedPacking()
     for (const ZorPixelTypeRow& row : ZorPixelTypeTable) {
         const std::uint32_t packing = row.code & 0xFF00;
         if (packing == 0x1200 || packing == 0x1300)
-            (pixelTypeFamily(row.code) == PixelFamily::Mono ? mono : others).append(row.name);
+            (zor::pixelTypeFamily(row.code) == zor::PixelFamily::Mono ? mono : others).append(row.name);
     }
     QCOMPARE(mono, (QStringList{"Mono10Packed", "Mono12Packed"}));
     QCOMPARE(others,

@@ -51,7 +51,7 @@ void TestUnpackRow::everySampleComesFromItsBits()
     for (const std::uint32_t width : widths) {
         for (int filling = 0; filling < 4; ++filling) {
             const std::size_t size = format.lineBytes(width);
-            QCOMPARE(tightPitch(code, width), std::uint64_t(size));
+            QCOMPARE(zor::tightPitch(code, width), std::uint64_t(size));
             const GuardedBytes line(size);
             for (std::size_t i = 0; i < size; ++i)
                 line.data()[i] = filling == 0 ? 0 : filling == 1 ? 0xFF : std::uint8_t(m_random());
@@ -123,7 +123,7 @@ void TestUnpackRow::knownBytesGiveKnownSamples()
     QFETCH(int, width);
     QFETCH(QByteArray, bytes);
     QFETCH(QVector<int>, samples);
-    QCOMPARE(std::uint64_t(bytes.size()), tightPitch(code, std::uint32_t(width)));
+    QCOMPARE(std::uint64_t(bytes.size()), zor::tightPitch(code, std::uint32_t(width)));
     std::vector<std::uint16_t> unpacked(std::size_t(samples.size()));
     zor::unpackRowFor(code)(reinterpret_cast<const std::uint8_t*>(bytes.constData()), unpacked.data(),
                             std::size_t(width));

@@ -16,8 +16,10 @@ struct MonoTarget
     std::uint32_t code;
     std::uint32_t bits;
 };
-constexpr MonoTarget MonoTargets[] = {
-    {"Mono8", ZorMono8, 8}, {"Mono10", ZorMono10, 10}, {"Mono12", ZorMono12, 12}, {"Mono16", ZorMono16, 16}};
+constexpr MonoTarget MonoTargets[] = {{"Mono8", zor::Mono8, 8},
+                                      {"Mono10", zor::Mono10, 10},
+                                      {"Mono12", zor::Mono12, 12},
+                                      {"Mono16", zor::Mono16, 16}};
 
 /// A record of these bytes in the format of that code. Its depth, which the converter does not read, is 8.
 _ZorImage recordFor(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,

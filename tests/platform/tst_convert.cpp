@@ -94,40 +94,41 @@ void TestConvert::knownBytesGiveKnownSamples_data()
     QTest::addColumn<QList<int>>("samples");
     const auto bytes = [](const char* hex) { return QByteArray::fromHex(hex); };
     QTest::newRow("Mono12Packed: even low bits in the middle byte's high nibble")
-        << codeOf("Mono12Packed") << ZorMono12 << bytes("AB1278") << QList<int>{0xAB1, 0x782};
+        << codeOf("Mono12Packed") << zor::Mono12 << bytes("AB1278") << QList<int>{0xAB1, 0x782};
     QTest::newRow("Mono12Packed of odd width ends with two bytes")
-        << codeOf("Mono12Packed") << ZorMono12 << bytes("AB1278 5690") << QList<int>{0xAB1, 0x782, 0x569};
+        << codeOf("Mono12Packed") << zor::Mono12 << bytes("AB1278 5690") << QList<int>{0xAB1, 0x782, 0x569};
     QTest::newRow("Mono10Packed: two low bits at the foot of each nibble")
-        << codeOf("Mono10Packed") << ZorMono10 << bytes("FF3180") << QList<int>{0x3FF, 0x201};
+        << codeOf("Mono10Packed") << zor::Mono10 << bytes("FF3180") << QList<int>{0x3FF, 0x201};
     QTest::newRow("Mono10Packed: the other bits of the nibbles mean nothing")
-        << codeOf("Mono10Packed") << ZorMono10 << bytes("00CC00") << QList<int>{0, 0};
+        << codeOf("Mono10Packed") << zor::Mono10 << bytes("00CC00") << QList<int>{0, 0};
     QTest::newRow("Mono12p: a stream from the low bit")
-        << codeOf("Mono12p") << ZorMono12 << bytes("123456") << QList<int>{0x412, 0x563};
+        << codeOf("Mono12p") << zor::Mono12 << bytes("123456") << QList<int>{0x412, 0x563};
     QTest::newRow("Mono12p holds 12 bits and comes to Mono10 by a shift of 2")
-        << codeOf("Mono12p") << ZorMono10 << bytes("FF0F80") << QList<int>{0xFFF >> 2, 0x800 >> 2};
+        << codeOf("Mono12p") << zor::Mono10 << bytes("FF0F80") << QList<int>{0xFFF >> 2, 0x800 >> 2};
     QTest::newRow("Mono10p: four samples in five bytes")
-        << codeOf("Mono10p") << ZorMono10 << bytes("FF03F03F00") << QList<int>{0x3FF, 0, 0x3FF, 0};
+        << codeOf("Mono10p") << zor::Mono10 << bytes("FF03F03F00") << QList<int>{0x3FF, 0, 0x3FF, 0};
     QTest::newRow("Mono10_FLExPacked: fields of 12 bits")
-        << codeOf("Mono10_FLExPacked") << ZorMono10 << bytes("FF1300") << QList<int>{0x3FF, 0x001};
+        << codeOf("Mono10_FLExPacked") << zor::Mono10 << bytes("FF1300") << QList<int>{0x3FF, 0x001};
     QTest::newRow("Mono12_FLExPacked")
-        << codeOf("Mono12_FLExPacked") << ZorMono12 << bytes("123456") << QList<int>{0x412, 0x563};
+        << codeOf("Mono12_FLExPacked") << zor::Mono12 << bytes("123456") << QList<int>{0x412, 0x563};
     QTest::newRow("Mono16 is little-endian")
-        << ZorMono16 << ZorMono16 << bytes("34127856") << QList<int>{0x1234, 0x5678};
+        << zor::Mono16 << zor::Mono16 << bytes("34127856") << QList<int>{0x1234, 0x5678};
     QTest::newRow("Mono14 comes down to Mono8 by a shift of 6")
-        << codeOf("Mono14") << ZorMono8 << bytes("FF3F 0020") << QList<int>{0xFF, 0x80};
+        << codeOf("Mono14") << zor::Mono8 << bytes("FF3F 0020") << QList<int>{0xFF, 0x80};
     QTest::newRow("Mono14 comes up to Mono16")
-        << codeOf("Mono14") << ZorMono16 << bytes("0120") << QList<int>{0x8006};
+        << codeOf("Mono14") << zor::Mono16 << bytes("0120") << QList<int>{0x8006};
     QTest::newRow("Mono8 comes up to Mono10")
-        << ZorMono8 << ZorMono10 << bytes("0180C0") << QList<int>{4, 0x202, 0x303};
-    QTest::newRow("Mono8 comes up to Mono16") << ZorMono8 << ZorMono16 << bytes("12") << QList<int>{0x1212};
+        << zor::Mono8 << zor::Mono10 << bytes("0180C0") << QList<int>{4, 0x202, 0x303};
+    QTest::newRow("Mono8 comes up to Mono16")
+        << zor::Mono8 << zor::Mono16 << bytes("12") << QList<int>{0x1212};
     QTest::newRow("Mono10 comes up to Mono12")
-        << ZorMono10 << ZorMono12 << bytes("0103") << QList<int>{0xC07};
+        << zor::Mono10 << zor::Mono12 << bytes("0103") << QList<int>{0xC07};
     QTest::newRow("Mono12 comes up to Mono16")
-        << ZorMono12 << ZorMono16 << bytes("BC0A") << QList<int>{0xABCA};
+        << zor::Mono12 << zor::Mono16 << bytes("BC0A") << QList<int>{0xABCA};
     QTest::newRow("Mono10 with bits above its depth is full scale")
-        << ZorMono10 << ZorMono10 << bytes("0004 00FF FF03") << QList<int>{0x3FF, 0x3FF, 0x3FF};
+        << zor::Mono10 << zor::Mono10 << bytes("0004 00FF FF03") << QList<int>{0x3FF, 0x3FF, 0x3FF};
     QTest::newRow("Mono10_FLExPacked: the upper two bits of a field mean nothing")
-        << codeOf("Mono10_FLExPacked") << ZorMono10 << bytes("004CE0 FF0F80")
+        << codeOf("Mono10_FLExPacked") << zor::Mono10 << bytes("004CE0 FF0F80")
         << QList<int>{0x000, 0x204, 0x3FF, 0x000};
 }
 
@@ -176,11 +177,11 @@ void TestConvert::theResultRecordIsComplete_data()
     QTest::addColumn<quint32>("packing");
     QTest::addColumn<quint32>("pixelBits");
     QTest::addColumn<quint32>("pitch");
-    QTest::newRow("Mono8, a row of 5 is padded to 8") << ZorMono8 << 5U << 8U << 0x0100U << 8U << 8U;
-    QTest::newRow("Mono8, a row of 8 needs no padding") << ZorMono8 << 8U << 8U << 0x0100U << 8U << 8U;
-    QTest::newRow("Mono10, a row of 5 is padded to 12") << ZorMono10 << 5U << 10U << 0x0200U << 16U << 12U;
-    QTest::newRow("Mono12, a row of 1 is padded to 4") << ZorMono12 << 1U << 12U << 0x0300U << 16U << 4U;
-    QTest::newRow("Mono16, a row of 6 needs no padding") << ZorMono16 << 6U << 16U << 0x0500U << 16U << 12U;
+    QTest::newRow("Mono8, a row of 5 is padded to 8") << zor::Mono8 << 5U << 8U << 0x0100U << 8U << 8U;
+    QTest::newRow("Mono8, a row of 8 needs no padding") << zor::Mono8 << 8U << 8U << 0x0100U << 8U << 8U;
+    QTest::newRow("Mono10, a row of 5 is padded to 12") << zor::Mono10 << 5U << 10U << 0x0200U << 16U << 12U;
+    QTest::newRow("Mono12, a row of 1 is padded to 4") << zor::Mono12 << 1U << 12U << 0x0300U << 16U << 4U;
+    QTest::newRow("Mono16, a row of 6 needs no padding") << zor::Mono16 << 6U << 16U << 0x0500U << 16U << 12U;
 }
 
 void TestConvert::theResultRecordIsComplete()
@@ -188,7 +189,7 @@ void TestConvert::theResultRecordIsComplete()
     QFETCH(quint32, target);
     QFETCH(quint32, width);
     std::vector<std::uint8_t> bytes(3 * 64, 0xFF);
-    const _ZorImage source = recordFor(ZorMono16, width, 3, 64, 3 * 64, bytes.data());
+    const _ZorImage source = recordFor(zor::Mono16, width, 3, 64, 3 * 64, bytes.data());
     _ZorImage* result = nullptr;
     QCOMPARE(ZimConvert(&source, target, &result), 0);
     QVERIFY(result != nullptr);
@@ -225,9 +226,9 @@ void TestConvert::theSourceStaysAsItWas()
 {
     std::vector<std::uint8_t> bytes = {1, 2, 3, 4, 5, 6};
     const std::vector<std::uint8_t> before = bytes;
-    const _ZorImage source = recordFor(ZorMono16, 3, 1, 6, 6, bytes.data());
+    const _ZorImage source = recordFor(zor::Mono16, 3, 1, 6, 6, bytes.data());
     const _ZorImage copy = source;
-    const Converted result(source, ZorMono8);
+    const Converted result(source, zor::Mono8);
     QVERIFY(result.isDone());
     QVERIFY(result.record()->data != bytes.data());
     QVERIFY(bytes == before);
@@ -278,10 +279,10 @@ void TestConvert::whatDoesNotFitTogetherIsRefused()
 {
     QFETCH(Change, change);
     const GuardedBytes bytes(12 * 3 + 10);
-    _ZorImage source = recordFor(ZorMono8, 10, 4, 12, 12 * 3 + 10, bytes.data());
-    QVERIFY(Converted(source, ZorMono8).isDone());
+    _ZorImage source = recordFor(zor::Mono8, 10, 4, 12, 12 * 3 + 10, bytes.data());
+    QVERIFY(Converted(source, zor::Mono8).isDone());
     change(source);
-    QVERIFY(Converted(source, ZorMono8).isRefused());
+    QVERIFY(Converted(source, zor::Mono8).isRefused());
 }
 
 void TestConvert::onlyTheFourTargetsAreMade_data()
@@ -302,19 +303,19 @@ void TestConvert::onlyTheFourTargetsAreMade()
 {
     QFETCH(qulonglong, target);
     std::vector<std::uint8_t> bytes(4);
-    const _ZorImage source = recordFor(ZorMono8, 2, 2, 2, 4, bytes.data());
+    const _ZorImage source = recordFor(zor::Mono8, 2, 2, 2, 4, bytes.data());
     QVERIFY(Converted(source, static_cast<unsigned long>(target)).isRefused());
 }
 
 void TestConvert::nullArgumentsAreRefused()
 {
     std::vector<std::uint8_t> bytes(4);
-    const _ZorImage source = recordFor(ZorMono8, 2, 2, 2, 4, bytes.data());
+    const _ZorImage source = recordFor(zor::Mono8, 2, 2, 2, 4, bytes.data());
     _ZorImage other = {};
     _ZorImage* result = &other;
-    QVERIFY(ZimConvert(nullptr, ZorMono8, &result) != 0);
+    QVERIFY(ZimConvert(nullptr, zor::Mono8, &result) != 0);
     QVERIFY(result == nullptr);
-    QVERIFY(ZimConvert(&source, ZorMono8, nullptr) != 0);
+    QVERIFY(ZimConvert(&source, zor::Mono8, nullptr) != 0);
 }
 
 QTEST_APPLESS_MAIN(TestConvert)

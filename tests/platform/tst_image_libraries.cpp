@@ -48,7 +48,7 @@ void TestImageLibraries::whatOneConvertsTheOtherClonesAndReleases()
 {
     std::vector<std::uint8_t> pixels = {10, 20, 30};
     _ZorImage source = {};
-    source.pixelType = ZorMono8;
+    source.pixelType = zor::Mono8;
     source.packing = 0x0100;
     source.pixelBits = 8;
     source.width = 3;
@@ -56,7 +56,7 @@ void TestImageLibraries::whatOneConvertsTheOtherClonesAndReleases()
     source.pitch = source.imageSize = 3;
     source.data = pixels.data();
     _ZorImage* converted = nullptr;
-    QCOMPARE(ZimConvert(&source, ZorMono8, &converted), 0);
+    QCOMPARE(ZimConvert(&source, zor::Mono8, &converted), 0);
     _ZorImage* clone = nullptr;
     QCOMPARE(ZorCloneImage(&clone, converted), 0);
     QCOMPARE(int(clone->data[2]), 30);

@@ -95,7 +95,7 @@ private slots:
 namespace {
 
 /// One row of 8-bit pixels.
-_ZorImage sourceOf(std::vector<std::uint8_t>& pixels, std::uint32_t pixelType = ZorMono8)
+_ZorImage sourceOf(std::vector<std::uint8_t>& pixels, std::uint32_t pixelType = zor::Mono8)
 {
     _ZorImage record = {};
     record.pixelType = pixelType;
@@ -122,10 +122,10 @@ void TestImageMemory::aHeaderNeedsOneBlock()
     _ZorImage old = {};
     _ZorImage* header = &old;
     allocationsLeft = 0;
-    QVERIFY(ZorCreateImageHeader(&header, 1, ZorMono8, 0, 0, 0) != 0);
+    QVERIFY(ZorCreateImageHeader(&header, 1, zor::Mono8, 0, 0, 0) != 0);
     QVERIFY(header == nullptr);
     allocationsLeft = 1;
-    QCOMPARE(ZorCreateImageHeader(&header, 1, ZorMono8, 0, 0, 0), 0);
+    QCOMPARE(ZorCreateImageHeader(&header, 1, zor::Mono8, 0, 0, 0), 0);
     ZorReleaseImageHeader(&header);
     QCOMPARE(blocksOut, 0);
 }
@@ -203,7 +203,7 @@ void TestImageMemory::aFailingConversionLosesNothing()
     _ZorImage old = {};
     _ZorImage* result = &old;
     allocationsLeft = blocks;
-    QCOMPARE(ZimConvert(&source, ZorMono16, &result) == 0, succeeds);
+    QCOMPARE(ZimConvert(&source, zor::Mono16, &result) == 0, succeeds);
     QCOMPARE(result != nullptr, succeeds);
     ZorReleaseImage(&result);
     QCOMPARE(blocksOut, 0);
@@ -216,7 +216,7 @@ void TestImageMemory::aRefusedConversionLosesNothing_data()
 {
     QTest::addColumn<Change>("change");
     QTest::addColumn<quint32>("target");
-    const auto row = [](const char* name, Change change, quint32 target = ZorMono16) {
+    const auto row = [](const char* name, Change change, quint32 target = zor::Mono16) {
         QTest::newRow(name) << change << target;
     };
     row(
@@ -247,7 +247,7 @@ void TestImageMemory::aConversionWithoutWorkingMemoryLosesNothing_data()
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<int>("news");
     QTest::addColumn<bool>("succeeds");
-    QTest::newRow("Mono8 needs none") << ZorMono8 << 0 << true;
+    QTest::newRow("Mono8 needs none") << zor::Mono8 << 0 << true;
     QTest::newRow("BayerRG8, none") << codeOf("BayerRG8") << 0 << false;
     QTest::newRow("BayerRG8, none for the luma") << codeOf("BayerRG8") << 1 << false;
     QTest::newRow("BayerRG8, enough") << codeOf("BayerRG8") << 2 << true;
@@ -267,7 +267,7 @@ void TestImageMemory::aConversionWithoutWorkingMemoryLosesNothing()
     _ZorImage old = {};
     _ZorImage* result = &old;
     newsLeft = news;
-    const int status = ZimConvert(&source, ZorMono16, &result);
+    const int status = ZimConvert(&source, zor::Mono16, &result);
     newsLeft = -1;
     QCOMPARE(status == 0, succeeds);
     QCOMPARE(result != nullptr, succeeds);

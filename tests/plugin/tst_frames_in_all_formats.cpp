@@ -31,13 +31,13 @@ Target targetOf(const reference::PixelFormat& format)
     const std::uint32_t depth = format.name == "Mono12p" ? 10 : format.heldBits;
     switch (depth) {
     case 10:
-        return {ZorMono10, 10};
+        return {zor::Mono10, 10};
     case 12:
-        return {ZorMono12, 12};
+        return {zor::Mono12, 12};
     case 16:
-        return {ZorMono16, 16};
+        return {zor::Mono16, 16};
     default:
-        return {ZorMono8, 8};
+        return {zor::Mono8, 8};
     }
 }
 

@@ -146,7 +146,7 @@ void TestWholeDialog::viewsAndPlotsShowTheResult()
 
     const reference::Image delivered = deliveredImage(frame);
     const reference::Run expected = expectedRun(frame, showRows);
-    const std::uint32_t code = computeFormat(static_cast<std::uint32_t>(depth));
+    const std::uint32_t code = zor::computeFormat(static_cast<std::uint32_t>(depth));
     for (const char* name : {"gVUp", "gVDown"}) {
         const _ZorImage* image = ViewerTap::imageIn(host.find(name));
         QVERIFY(image);

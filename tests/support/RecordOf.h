@@ -8,7 +8,7 @@
 inline _ZorImage recordOf(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
                           std::uint8_t* data, std::size_t size)
 {
-    _ZorImage image = imageRecord(code);
+    _ZorImage image = zor::imageRecord(code);
     image.width = width;
     image.height = height;
     image.pitch = pitch;

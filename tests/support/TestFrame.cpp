@@ -30,15 +30,15 @@ TestFrame TestFrame::even(int width, int height, int depth, unsigned value)
 
 _ZorImage TestFrame::record()
 {
-    const std::uint32_t code = computeFormat(static_cast<std::uint32_t>(depth));
+    const std::uint32_t code = zor::computeFormat(static_cast<std::uint32_t>(depth));
     _ZorImage record{};
-    record.recordSize = ZorImageRecordSize;
-    record.recordVersion = ZorImageRecordVersion;
+    record.recordSize = zor::ImageRecordSize;
+    record.recordVersion = zor::ImageRecordVersion;
     record.pixelType = code;
     record.depth = static_cast<std::uint32_t>(depth);
-    record.packing = pixelTypePacking(code);
+    record.packing = zor::pixelTypePacking(code);
     record.channels = 1;
-    record.pixelBits = pixelTypeBits(code);
+    record.pixelBits = zor::pixelTypeBits(code);
     record.width = static_cast<std::uint32_t>(width);
     record.height = static_cast<std::uint32_t>(height);
     record.imageSize = static_cast<std::uint32_t>(bytes.size());

@@ -50,8 +50,8 @@ void TestFramesEncode::knownScenesGiveKnownBytes_data()
                            const char* bytes) {
         QTest::newRow(name) << code << height << 3U << samples << QByteArray::fromHex(bytes).toHex();
     };
-    grey("Mono8", ZorMono8, 1, {1, 0xFF}, "01 FF");
-    grey("Mono10: low byte first", ZorMono10, 1, {0x3FF, 0x102}, "FF03 0201");
+    grey("Mono8", zor::Mono8, 1, {1, 0xFF}, "01 FF");
+    grey("Mono10: low byte first", zor::Mono10, 1, {0x3FF, 0x102}, "FF03 0201");
     grey("Mono10p: four samples in five bytes", codeOf("Mono10p"), 1, {0x3FF, 0, 0x3FF, 0}, "FF03F03F00");
     grey("Mono10p: the last byte's other bits are 0", codeOf("Mono10p"), 1, {0x3FF}, "FF03");
     grey("Mono10Packed: the even pixel's low bits in the high nibble", codeOf("Mono10Packed"), 1,
@@ -62,8 +62,8 @@ void TestFramesEncode::knownScenesGiveKnownBytes_data()
          "AB1278 5690");
     grey("Mono12_FLExPacked", codeOf("Mono12_FLExPacked"), 1, {0x412, 0x563}, "123456");
     grey("Mono14", codeOf("Mono14"), 1, {0x3FFF, 1}, "FF3F 0100");
-    grey("Mono16", ZorMono16, 1, {0x1234, 0xFFFF}, "3412 FFFF");
-    colour("a mono camera sees the luma", ZorMono8, 1, {255, 0, 0, 0, 255, 0, 0, 0, 255}, "4C 96 1D");
+    grey("Mono16", zor::Mono16, 1, {0x1234, 0xFFFF}, "3412 FFFF");
+    colour("a mono camera sees the luma", zor::Mono8, 1, {255, 0, 0, 0, 255, 0, 0, 0, 255}, "4C 96 1D");
     grey("a grey stays what it is in Bayer", codeOf("BayerRG8"), 2, {1, 2, 3, 4}, "01 02 03 04");
     const Samples nines = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
     colour("BayerGR8: G R over B G", codeOf("BayerGR8"), 2, nines, "02 04 09 0B");
@@ -124,8 +124,8 @@ void TestFramesEncode::linesStandAPitchApart_data()
     QTest::addColumn<quint32>("code");
     QTest::addColumn<quint32>("pitch");
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("Mono8, tight") << ZorMono8 << 3U << QByteArray("010203040506");
-    QTest::newRow("Mono8, padded") << ZorMono8 << 5U << QByteArray("010203aaaa040506aaaa");
+    QTest::newRow("Mono8, tight") << zor::Mono8 << 3U << QByteArray("010203040506");
+    QTest::newRow("Mono8, padded") << zor::Mono8 << 5U << QByteArray("010203aaaa040506aaaa");
     QTest::newRow("Mono12p: each row starts at a byte") << codeOf("Mono12p") << 5U
                                                         << QByteArray("0120000300"
                                                                       "0450000600");
@@ -167,13 +167,14 @@ void TestFramesEncode::whatDoesNotFitTogetherIsRefused_data()
     QTest::newRow("row 134") << 0x01080186U << 2U << 1U << 1U << two << -1 << "is not a pixel format";
     QTest::newRow("other upper bytes")
         << 0x01100101U << 2U << 1U << 1U << two << -1 << "is not a pixel format";
-    QTest::newRow("width 0") << ZorMono8 << 0U << 1U << 1U << Samples() << -1 << "without pixels";
-    QTest::newRow("height 0") << ZorMono8 << 1U << 0U << 1U << Samples() << -1 << "without pixels";
-    QTest::newRow("two channels") << ZorMono8 << 1U << 1U << 2U << two << -1 << "1 or 3 channels, not 2";
-    QTest::newRow("a sample too few") << ZorMono8 << 3U << 1U << 1U << two << -1 << "of 3x1 with 2 samples";
-    QTest::newRow("a sample too many") << ZorMono8 << 1U << 1U << 1U << two << -1 << "of 1x1 with 2 samples";
+    QTest::newRow("width 0") << zor::Mono8 << 0U << 1U << 1U << Samples() << -1 << "without pixels";
+    QTest::newRow("height 0") << zor::Mono8 << 1U << 0U << 1U << Samples() << -1 << "without pixels";
+    QTest::newRow("two channels") << zor::Mono8 << 1U << 1U << 2U << two << -1 << "1 or 3 channels, not 2";
+    QTest::newRow("a sample too few") << zor::Mono8 << 3U << 1U << 1U << two << -1 << "of 3x1 with 2 samples";
+    QTest::newRow("a sample too many")
+        << zor::Mono8 << 1U << 1U << 1U << two << -1 << "of 1x1 with 2 samples";
     QTest::newRow("sizes whose product has 33 bits")
-        << ZorMono8 << 0x10001U << 0x10000U << 1U << Samples(0x10000) << -1 << "with 65536 samples";
+        << zor::Mono8 << 0x10001U << 0x10000U << 1U << Samples(0x10000) << -1 << "with 65536 samples";
     QTest::newRow("a sample above 10 bits") << codeOf("Mono10p") << 2U << 1U << 1U << Samples{0x3FF, 0x400}
                                             << -1 << "the sample 1024 is above 1023, the limit of Mono10p";
     QTest::newRow("a sample above the 12 bits of Mono12p")
@@ -181,7 +182,7 @@ void TestFramesEncode::whatDoesNotFitTogetherIsRefused_data()
     QTest::newRow("a pitch one byte short")
         << codeOf("Mono12p") << 3U << 1U << 1U << Samples(3) << 4 << "a line of 3 pixels in Mono12p takes 5";
     QTest::newRow("a frame of 4 GiB")
-        << ZorMono8 << 1U << 4U << 1U << Samples(4) << 0x40000000 << "takes 4 GiB or more";
+        << zor::Mono8 << 1U << 4U << 1U << Samples(4) << 0x40000000 << "takes 4 GiB or more";
 }
 
 void TestFramesEncode::whatDoesNotFitTogetherIsRefused()

@@ -29,9 +29,9 @@ int squares(int x, int y)
     return 20 + 40 * (x / 8) + 70 * (y / 8);
 }
 
-constexpr quint32 Mono8 = ZorMono8;
-constexpr quint32 Mono12 = ZorMono12;
-constexpr quint32 Mono16 = ZorMono16;
+constexpr quint32 Mono8 = zor::Mono8;
+constexpr quint32 Mono12 = zor::Mono12;
+constexpr quint32 Mono16 = zor::Mono16;
 
 QList<int> samplesOf(Formula formula)
 {

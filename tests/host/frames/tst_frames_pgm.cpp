@@ -86,17 +86,17 @@ void TestFramesPgm::theMaxvalTellsTheDepth_data()
     const auto add = [](int maxval, quint32 pixelType) {
         QTest::addRow("maxval %d", maxval) << maxval << pixelType;
     };
-    add(1, ZorMono8);
-    add(254, ZorMono8);
-    add(255, ZorMono8);
-    add(256, ZorMono10);
-    add(1000, ZorMono10);
-    add(1023, ZorMono10);
-    add(1024, ZorMono12);
-    add(4095, ZorMono12);
-    add(4096, ZorMono16);
-    add(16383, ZorMono16);
-    add(65535, ZorMono16);
+    add(1, zor::Mono8);
+    add(254, zor::Mono8);
+    add(255, zor::Mono8);
+    add(256, zor::Mono10);
+    add(1000, zor::Mono10);
+    add(1023, zor::Mono10);
+    add(1024, zor::Mono12);
+    add(4095, zor::Mono12);
+    add(4096, zor::Mono16);
+    add(16383, zor::Mono16);
+    add(65535, zor::Mono16);
 }
 
 void TestFramesPgm::theMaxvalTellsTheDepth()
@@ -113,10 +113,10 @@ void TestFramesPgm::anAskedDepthOverrides_data()
     QTest::addColumn<int>("maxval");
     QTest::addColumn<quint32>("depth");
     QTest::addColumn<quint32>("pixelType");
-    QTest::newRow("an 8-bit file as 16 bits") << 255 << 16U << ZorMono16;
-    QTest::newRow("an 8-bit file as 10 bits") << 255 << 10U << ZorMono10;
-    QTest::newRow("a 16-bit file of small samples as 8 bits") << 65535 << 8U << ZorMono8;
-    QTest::newRow("a 16-bit file of small samples as 12 bits") << 65535 << 12U << ZorMono12;
+    QTest::newRow("an 8-bit file as 16 bits") << 255 << 16U << zor::Mono16;
+    QTest::newRow("an 8-bit file as 10 bits") << 255 << 10U << zor::Mono10;
+    QTest::newRow("a 16-bit file of small samples as 8 bits") << 65535 << 8U << zor::Mono8;
+    QTest::newRow("a 16-bit file of small samples as 12 bits") << 65535 << 12U << zor::Mono12;
 }
 
 void TestFramesPgm::anAskedDepthOverrides()
@@ -139,7 +139,7 @@ void TestFramesPgm::theRecordDescribesTheFrame()
     const _ZorImage record = frame.record();
     QCOMPARE(record.recordSize, 96U);
     QCOMPARE(record.recordVersion, 0x20000U);
-    QCOMPARE(record.pixelType, ZorMono12);
+    QCOMPARE(record.pixelType, zor::Mono12);
     QCOMPARE(record.depth, 12U);
     QCOMPARE(record.packing, 0x0300U);
     QCOMPARE(record.channels, 1U);

@@ -78,7 +78,7 @@ void TestFramesPng::samplesAreExact()
     const zor::Frame frame = m_files.read(makePng(content));
     QCOMPARE(frame.width, 19U);
     QCOMPARE(frame.height, 13U);
-    QCOMPARE(frame.pixelType, bits == 8 ? ZorMono8 : ZorMono16);
+    QCOMPARE(frame.pixelType, bits == 8 ? zor::Mono8 : zor::Mono16);
     QCOMPARE(samplesOf(frame), content.samples);
 }
 
@@ -91,34 +91,34 @@ void TestFramesPng::significantBitsTellTheDepth_data()
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<QString>("source");
     QTest::newRow("12 of 16, as they are")
-        << 16 << 12 << QList<int>{0, 1, 4095} << QList<int>{0, 1, 4095} << ZorMono12 << "sBIT 12";
+        << 16 << 12 << QList<int>{0, 1, 4095} << QList<int>{0, 1, 4095} << zor::Mono12 << "sBIT 12";
     QTest::newRow("10 of 16, as they are")
-        << 16 << 10 << QList<int>{0, 1, 1023} << QList<int>{0, 1, 1023} << ZorMono10 << "sBIT 10";
+        << 16 << 10 << QList<int>{0, 1, 1023} << QList<int>{0, 1, 1023} << zor::Mono10 << "sBIT 10";
     QTest::newRow("9 of 16 make depth 10")
-        << 16 << 9 << QList<int>{0, 511} << QList<int>{0, 511} << ZorMono10 << "sBIT 9";
+        << 16 << 9 << QList<int>{0, 511} << QList<int>{0, 511} << zor::Mono10 << "sBIT 9";
     QTest::newRow("14 of 16 make depth 16")
-        << 16 << 14 << QList<int>{0, 16383} << QList<int>{0, 16383} << ZorMono16 << "sBIT 14";
+        << 16 << 14 << QList<int>{0, 16383} << QList<int>{0, 16383} << zor::Mono16 << "sBIT 14";
     QTest::newRow("8 of 16 in one byte each")
-        << 16 << 8 << QList<int>{0, 255} << QList<int>{0, 255} << ZorMono8 << "sBIT 8";
-    QTest::newRow("16 of 16") << 16 << 16 << QList<int>{0, 7} << QList<int>{0, 7} << ZorMono16 << "sBIT 16";
-    QTest::newRow("7 of 8") << 8 << 7 << QList<int>{0, 127} << QList<int>{0, 127} << ZorMono8 << "sBIT 7";
+        << 16 << 8 << QList<int>{0, 255} << QList<int>{0, 255} << zor::Mono8 << "sBIT 8";
+    QTest::newRow("16 of 16") << 16 << 16 << QList<int>{0, 7} << QList<int>{0, 7} << zor::Mono16 << "sBIT 16";
+    QTest::newRow("7 of 8") << 8 << 7 << QList<int>{0, 127} << QList<int>{0, 127} << zor::Mono8 << "sBIT 7";
     QTest::newRow("12 of 16, brought up by repeating the high bits")
         << 16 << 12 << QList<int>{0, 0x1A61, 0xABCA, 0xFFFF} << QList<int>{0, 0x1A6, 0xABC, 0xFFF}
-        << ZorMono12 << "sBIT 12, in the high bits of 16";
+        << zor::Mono12 << "sBIT 12, in the high bits of 16";
     QTest::newRow("6 of 16, brought up by repeating more than once")
-        << 16 << 6 << QList<int>{0, 3120, 65535} << QList<int>{0, 3, 63} << ZorMono8
+        << 16 << 6 << QList<int>{0, 3120, 65535} << QList<int>{0, 3, 63} << zor::Mono8
         << "sBIT 6, in the high bits of 16";
     QTest::newRow("12 of 16, brought up with zeros below")
-        << 16 << 12 << QList<int>{0, 0xABC0, 0xFFF0} << QList<int>{0, 0xABC, 0xFFF} << ZorMono12
+        << 16 << 12 << QList<int>{0, 0xABC0, 0xFFF0} << QList<int>{0, 0xABC, 0xFFF} << zor::Mono12
         << "sBIT 12, in the high bits of 16";
     QTest::newRow("12 of 16, brought up by the ratio of the full scales")
-        << 16 << 12 << QList<int>{0, 6754, 65519, 65535} << QList<int>{0, 422, 4094, 4095} << ZorMono12
+        << 16 << 12 << QList<int>{0, 6754, 65519, 65535} << QList<int>{0, 422, 4094, 4095} << zor::Mono12
         << "sBIT 12, in the high bits of 16";
     QTest::newRow("15 of 16, brought up by the ratio of the full scales")
-        << 16 << 15 << QList<int>{0, 32769, 65533, 65535} << QList<int>{0, 16384, 32766, 32767} << ZorMono16
+        << 16 << 15 << QList<int>{0, 32769, 65533, 65535} << QList<int>{0, 16384, 32766, 32767} << zor::Mono16
         << "sBIT 15, in the high bits of 16";
     QTest::newRow("3 of 8, brought up by repeating or by the ratio")
-        << 8 << 3 << QList<int>{0, 0xB6, 0xFF} << QList<int>{0, 5, 7} << ZorMono8
+        << 8 << 3 << QList<int>{0, 0xB6, 0xFF} << QList<int>{0, 5, 7} << zor::Mono8
         << "sBIT 3, in the high bits of 8";
 }
 
@@ -143,17 +143,17 @@ void TestFramesPng::theLargestSampleTellsTheDepth_data()
     const auto add = [](int bits, int largest, quint32 pixelType) {
         QTest::addRow("%d in %d bits", largest, bits) << bits << largest << pixelType;
     };
-    add(8, 0, ZorMono8);
-    add(8, 255, ZorMono8);
-    add(16, 0, ZorMono8);
-    add(16, 255, ZorMono8);
-    add(16, 256, ZorMono10);
-    add(16, 1023, ZorMono10);
-    add(16, 1024, ZorMono12);
-    add(16, 3981, ZorMono12);
-    add(16, 4095, ZorMono12);
-    add(16, 4096, ZorMono16);
-    add(16, 65535, ZorMono16);
+    add(8, 0, zor::Mono8);
+    add(8, 255, zor::Mono8);
+    add(16, 0, zor::Mono8);
+    add(16, 255, zor::Mono8);
+    add(16, 256, zor::Mono10);
+    add(16, 1023, zor::Mono10);
+    add(16, 1024, zor::Mono12);
+    add(16, 3981, zor::Mono12);
+    add(16, 4095, zor::Mono12);
+    add(16, 4096, zor::Mono16);
+    add(16, 65535, zor::Mono16);
 }
 
 void TestFramesPng::theLargestSampleTellsTheDepth()
@@ -174,11 +174,11 @@ void TestFramesPng::anAskedDepthOverrides_data()
     QTest::addColumn<QList<int>>("samples");
     QTest::addColumn<quint32>("pixelType");
     QTest::newRow("small samples at depth 16")
-        << 16U << QList<int>{0, 4095} << QList<int>{0, 4095} << ZorMono16;
+        << 16U << QList<int>{0, 4095} << QList<int>{0, 4095} << zor::Mono16;
     QTest::newRow("brought up samples stay as they are at depth 16")
-        << 16U << QList<int>{0, 0xABCA, 0xFFFF} << QList<int>{0, 0xABCA, 0xFFFF} << ZorMono16;
+        << 16U << QList<int>{0, 0xABCA, 0xFFFF} << QList<int>{0, 0xABCA, 0xFFFF} << zor::Mono16;
     QTest::newRow("brought up samples come down when the depth does not hold them")
-        << 12U << QList<int>{0, 0xABCA, 0xFFFF} << QList<int>{0, 0xABC, 0xFFF} << ZorMono12;
+        << 12U << QList<int>{0, 0xABCA, 0xFFFF} << QList<int>{0, 0xABC, 0xFFF} << zor::Mono12;
 }
 
 void TestFramesPng::anAskedDepthOverrides()

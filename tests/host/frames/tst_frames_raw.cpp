@@ -53,11 +53,11 @@ void TestFramesRaw::theFileHoldsExactlyItsLines_data()
         QTest::addRow("%s, width %u, pitch %d", format, width, pitch)
             << format << width << pitch << bytes << code;
     };
-    add("Mono8", 5, -1, 5, ZorMono8);
-    add("Mono8", 5, 5, 5, ZorMono8);
-    add("Mono8", 5, 8, 8, ZorMono8);
+    add("Mono8", 5, -1, 5, zor::Mono8);
+    add("Mono8", 5, 5, 5, zor::Mono8);
+    add("Mono8", 5, 8, 8, zor::Mono8);
     add("Mono8_FLExPacked", 5, -1, 5, codeOf("Mono8_FLExPacked"));
-    add("Mono10", 5, -1, 10, ZorMono10);
+    add("Mono10", 5, -1, 10, zor::Mono10);
     add("Mono10p", 4, -1, 5, codeOf("Mono10p"));
     add("Mono10p", 5, -1, 7, codeOf("Mono10p"));
     add("Mono10Packed", 4, -1, 6, codeOf("Mono10Packed"));
@@ -67,7 +67,7 @@ void TestFramesRaw::theFileHoldsExactlyItsLines_data()
     add("Mono12Packed", 3, -1, 5, codeOf("Mono12Packed"));
     add("Mono12_FLExPacked", 3, 7, 7, codeOf("Mono12_FLExPacked"));
     add("Mono14", 3, -1, 6, codeOf("Mono14"));
-    add("Mono16", 3, -1, 6, ZorMono16);
+    add("Mono16", 3, -1, 6, zor::Mono16);
     add("BayerRG12p", 3, -1, 5, codeOf("BayerRG12p"));
     add("RGB_12_FLEX_Packed", 3, -1, 14, codeOf("RGB_12_FLEX_Packed"));
     add("YCbCr422_8", 2, -1, 4, codeOf("YCbCr422_8"));

@@ -89,7 +89,7 @@ void TestFramesTiff::samplesAreExact()
     const zor::Frame frame = m_files.read(makeTiff(content));
     QCOMPARE(frame.width, content.width);
     QCOMPARE(frame.height, content.height);
-    QCOMPARE(frame.pixelType, content.bits == 8 ? ZorMono8 : ZorMono16);
+    QCOMPARE(frame.pixelType, content.bits == 8 ? zor::Mono8 : zor::Mono16);
     QCOMPARE(samplesOf(frame), content.samples);
 }
 
@@ -98,13 +98,13 @@ void TestFramesTiff::maxSampleValueTellsTheDepth_data()
     QTest::addColumn<int>("value");
     QTest::addColumn<quint32>("pixelType");
     const auto add = [](int value, quint32 pixelType) { QTest::addRow("%d", value) << value << pixelType; };
-    add(255, ZorMono8);
-    add(256, ZorMono10);
-    add(1023, ZorMono10);
-    add(1024, ZorMono12);
-    add(4095, ZorMono12);
-    add(4096, ZorMono16);
-    add(65535, ZorMono16);
+    add(255, zor::Mono8);
+    add(256, zor::Mono10);
+    add(1023, zor::Mono10);
+    add(1024, zor::Mono12);
+    add(4095, zor::Mono12);
+    add(4096, zor::Mono16);
+    add(65535, zor::Mono16);
 }
 
 void TestFramesTiff::maxSampleValueTellsTheDepth()
@@ -127,11 +127,11 @@ void TestFramesTiff::withoutItTheLargestSampleTellsTheDepth_data()
     const auto add = [](int bits, int largest, quint32 pixelType) {
         QTest::addRow("%d in %d bits", largest, bits) << bits << largest << pixelType;
     };
-    add(8, 255, ZorMono8);
-    add(16, 255, ZorMono8);
-    add(16, 1023, ZorMono10);
-    add(16, 3981, ZorMono12);
-    add(16, 4096, ZorMono16);
+    add(8, 255, zor::Mono8);
+    add(16, 255, zor::Mono8);
+    add(16, 1023, zor::Mono10);
+    add(16, 3981, zor::Mono12);
+    add(16, 4096, zor::Mono16);
 }
 
 void TestFramesTiff::withoutItTheLargestSampleTellsTheDepth()
@@ -162,7 +162,7 @@ void TestFramesTiff::anAskedDepthOverrides()
     TiffContent content = grey(16, {0, 200}, 2);
     content.maxSampleValue = 65535;
     const zor::Frame frame = m_files.read(makeTiff(content), options);
-    QCOMPARE(frame.pixelType, ZorMono12);
+    QCOMPARE(frame.pixelType, zor::Mono12);
     QCOMPARE(QString::fromStdString(frame.depthSource), QString("--depth 12"));
 }
 
@@ -176,26 +176,27 @@ void TestFramesTiff::whiteIsZeroDecides_data()
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<QString>("source");
     QTest::newRow("8 bits as they are") << 8 << -1 << QList<int>{0, 1, 254} << false << QList<int>{0, 1, 254}
-                                        << ZorMono8 << "largest sample 254";
+                                        << zor::Mono8 << "largest sample 254";
     QTest::newRow("8 bits inverted") << 8 << -1 << QList<int>{0, 1, 255} << true << QList<int>{255, 254, 0}
-                                     << ZorMono8 << "largest sample 255";
+                                     << zor::Mono8 << "largest sample 255";
     QTest::newRow("16 bits as they are") << 16 << -1 << QList<int>{0, 1, 4095} << false
-                                         << QList<int>{0, 1, 4095} << ZorMono12 << "largest sample 4095";
+                                         << QList<int>{0, 1, 4095} << zor::Mono12 << "largest sample 4095";
     QTest::newRow("16 bits inverted") << 16 << -1 << QList<int>{1, 255, 65535} << true
-                                      << QList<int>{65534, 65280, 0} << ZorMono16 << "largest sample 65534";
+                                      << QList<int>{65534, 65280, 0} << zor::Mono16 << "largest sample 65534";
     QTest::newRow("the largest inverted sample gives the depth")
-        << 16 << -1 << QList<int>{61440, 65535} << true << QList<int>{4095, 0} << ZorMono12
+        << 16 << -1 << QList<int>{61440, 65535} << true << QList<int>{4095, 0} << zor::Mono12
         << "largest sample 4095";
     QTest::newRow("MaxSampleValue gives the depth of samples as they are")
-        << 16 << 4095 << QList<int>{0, 7} << false << QList<int>{0, 7} << ZorMono12 << "MaxSampleValue 4095";
+        << 16 << 4095 << QList<int>{0, 7} << false << QList<int>{0, 7} << zor::Mono12
+        << "MaxSampleValue 4095";
     QTest::newRow("a small MaxSampleValue is a large inverted sample")
-        << 16 << 4095 << QList<int>{0, 4095} << true << QList<int>{65535, 61440} << ZorMono16
+        << 16 << 4095 << QList<int>{0, 4095} << true << QList<int>{65535, 61440} << zor::Mono16
         << "MaxSampleValue 4095, inverted in 16 bits";
     QTest::newRow("MaxSampleValue keeps the depth of inverted dark samples")
-        << 16 << 65535 << QList<int>{65535, 65000} << true << QList<int>{0, 535} << ZorMono16
+        << 16 << 65535 << QList<int>{65535, 65000} << true << QList<int>{0, 535} << zor::Mono16
         << "MaxSampleValue 65535, inverted in 16 bits";
     QTest::newRow("MaxSampleValue in 8 bits inverted")
-        << 8 << 127 << QList<int>{0, 127} << true << QList<int>{255, 128} << ZorMono8
+        << 8 << 127 << QList<int>{0, 127} << true << QList<int>{255, 128} << zor::Mono8
         << "MaxSampleValue 127, inverted in 8 bits";
 }
 

@@ -43,8 +43,8 @@ zor::Frame picture(std::uint32_t depth, std::uint32_t width, const Samples& samp
     zor::Frame frame;
     frame.width = width;
     frame.height = std::uint32_t(samples.size()) / width;
-    frame.pixelType = computeFormat(depth);
-    frame.pitch = std::uint32_t(tightPitch(frame.pixelType, width)) + padding;
+    frame.pixelType = zor::computeFormat(depth);
+    frame.pitch = std::uint32_t(zor::tightPitch(frame.pixelType, width)) + padding;
     frame.pixels.assign(std::size_t{frame.pitch} * frame.height, 0xEE);
     for (int i = 0; i < samples.size(); ++i) {
         const auto x = std::uint32_t(i) % width;

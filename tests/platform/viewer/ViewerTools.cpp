@@ -12,7 +12,7 @@
 #include <algorithm>
 
 TestImage::TestImage(std::uint32_t pixelType, int width, int height, const Value& value, int padding)
-    : m_record(imageRecord(pixelType))
+    : m_record(zor::imageRecord(pixelType))
 {
     m_record.width = static_cast<std::uint32_t>(width);
     m_record.height = static_cast<std::uint32_t>(height);
@@ -201,7 +201,7 @@ void ShownViewer::addDumpOverlay()
 
 void ShownViewer::showDumpOverlay()
 {
-    show(TestImage(ZorMono8, 640, 480, [](int, int, int) { return 99; }));
+    show(TestImage(zor::Mono8, 640, 480, [](int, int, int) { return 99; }));
     setScale(2.0 * view.devicePixelRatioF());
     lookAt(80.0 / 640.0, 60.0 / 480.0);
     addDumpOverlay();

@@ -21,9 +21,9 @@ void TestCanvasAgreement::bothPaintTheSame_data()
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<double>("scale");
     QTest::addColumn<int>("tileEdge");
-    const std::pair<const char*, quint32> types[] = {{"Mono8", ZorMono8},   {"Mono12", ZorMono12},
-                                                     {"Mono16", ZorMono16}, {"RGB8", Rgb8Code},
-                                                     {"BGR16", Bgr16Code},  {"RGBa8", codeOf("RGBa8")}};
+    const std::pair<const char*, quint32> types[] = {{"Mono8", zor::Mono8},   {"Mono12", zor::Mono12},
+                                                     {"Mono16", zor::Mono16}, {"RGB8", Rgb8Code},
+                                                     {"BGR16", Bgr16Code},    {"RGBa8", codeOf("RGBa8")}};
     for (const auto& [name, type] : types)
         for (const double scale : {0.0, 0.27, 0.52, 0.73, 1.0, 3.37, 8.0, 48.0})
             for (const int edge : {4096, 64})
@@ -38,7 +38,7 @@ void TestCanvasAgreement::bothPaintTheSame()
     QFETCH(int, tileEdge);
     ShownViewer software(QSize(417, 311), false);
     ShownViewer gpu(QSize(417, 311), true);
-    const auto depth = static_cast<int>(pixelTypeSampleBits(pixelType));
+    const auto depth = static_cast<int>(zor::pixelTypeSampleBits(pixelType));
     // Rings that grow finer to the outside, over a ramp.
     const TestImage image(
         pixelType, 731, 553,

@@ -44,7 +44,7 @@ int textures()
 
 TestImage ramp(int width, int height)
 {
-    return {ZorMono8, width, height, [](int x, int y, int) { return (x * 3 + y * 7) & 255; }};
+    return {zor::Mono8, width, height, [](int x, int y, int) { return (x * 3 + y * 7) & 255; }};
 }
 } // namespace
 
@@ -122,9 +122,9 @@ void TestCanvasTextures::theTilesFollowTheImagesSize()
         shown.lookAt(0.5, 0.5);
         return shown.grab();
     };
-    look(TestImage(ZorMono8, 99, 99, [](int, int, int) { return 7; }));
+    look(TestImage(zor::Mono8, 99, 99, [](int, int, int) { return 7; }));
     const QImage picture =
-        look(TestImage(ZorMono8, size.width(), size.height(), [](int, int, int) { return 200; }));
+        look(TestImage(zor::Mono8, size.width(), size.height(), [](int, int, int) { return 200; }));
     int painted = 0;
     for (int y = 0; y < picture.height(); ++y)
         for (int x = 0; x < picture.width(); ++x)

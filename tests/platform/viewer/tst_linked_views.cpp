@@ -72,7 +72,7 @@ private:
 
 TestImage picture(int width = 934, int height = 700)
 {
-    return {ZorMono16, width, height, [](int x, int y, int) { return x * 60 + y; }};
+    return {zor::Mono16, width, height, [](int x, int y, int) { return x * 60 + y; }};
 }
 
 /// The image's place in the middle of the view along one axis, to a pixel of the widget: found by the first
@@ -262,7 +262,7 @@ void TestLinkedViews::nearRequestsAreTakenExactly()
     ShownViewer shown(QSize(400, 300));
     const double ratio = shown.view.devicePixelRatioF();
     const int width = static_cast<int>(800 * ratio) - 1;
-    shown.show({ZorMono8, width, 200, [](int x, int y, int) { return (x + y) & 255; }});
+    shown.show({zor::Mono8, width, 200, [](int x, int y, int) { return (x + y) & 255; }});
     if (!isFitted)
         shown.setScale(0.5004);
     shown.listener.heard.clear();

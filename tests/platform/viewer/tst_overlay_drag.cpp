@@ -26,7 +26,7 @@ private slots:
 namespace {
 TestImage ramp()
 {
-    return {ZorMono8, 640, 480, [](int x, int y, int) { return (x + 2 * y) & 255; }};
+    return {zor::Mono8, 640, 480, [](int x, int y, int) { return (x + 2 * y) & 255; }};
 }
 
 } // namespace

@@ -75,7 +75,7 @@ void TestPictureMemory::aClearedPictureKeepsNoRecord_data()
 {
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<int>("held");
-    QTest::newRow("source and output") << ZorMono8 << 2;
+    QTest::newRow("source and output") << zor::Mono8 << 2;
     QTest::newRow("source, output and its luma") << 0x0308010Eu << 3;
 }
 
@@ -87,7 +87,7 @@ void TestPictureMemory::aClearedPictureKeepsNoRecord()
     chain.add(new Replacer(pixelType));
     Picture picture;
     int processed = 0;
-    const TestImage image(ZorMono8, 8, 6, [](int, int, int) { return 7; });
+    const TestImage image(zor::Mono8, 8, 6, [](int, int, int) { return 7; });
     QCOMPARE(picture.load(image.record(), chain, &processed), ViewerStatus::Ok);
     QCOMPARE(records, held);
     picture.clear();

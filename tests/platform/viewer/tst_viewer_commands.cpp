@@ -40,7 +40,7 @@ private slots:
 namespace {
 TestImage ramp(int width = 100, int height = 80)
 {
-    return {ZorMono8, width, height, [](int x, int y, int) { return (x * 3 + y * 7) & 255; }};
+    return {zor::Mono8, width, height, [](int x, int y, int) { return (x * 3 + y * 7) & 255; }};
 }
 
 ParameterMap rectangle(const char* x, const char* y, const char* w, const char* h)
@@ -282,7 +282,7 @@ void TestViewerCommands::placeAndScaleComeBack()
 void TestViewerCommands::translateFindsThePaintedPixel()
 {
     ShownViewer shown(QSize(203, 161));
-    const TestImage image(ZorMono8, 90, 70, [](int x, int y, int) { return x * 2 + (y % 3) * 20; });
+    const TestImage image(zor::Mono8, 90, 70, [](int x, int y, int) { return x * 2 + (y % 3) * 20; });
     shown.show(image);
     const double ratio = shown.view.devicePixelRatioF();
     for (const double scale : {1.0, 2.5, 8.0}) {

@@ -22,7 +22,7 @@ constexpr int Grey = 0x30; ///< of the background
 
 TestImage flat(int value, int width, int height)
 {
-    return {ZorMono8, width, height, [value](int, int, int) { return value; }};
+    return {zor::Mono8, width, height, [value](int, int, int) { return value; }};
 }
 } // namespace
 

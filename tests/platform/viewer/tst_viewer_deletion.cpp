@@ -21,7 +21,7 @@ private slots:
 namespace {
 TestImage flat(int value, int width = 40, int height = 30)
 {
-    return {ZorMono8, width, height, [value](int, int, int) { return value; }};
+    return {zor::Mono8, width, height, [value](int, int, int) { return value; }};
 }
 
 void chooseFirstEntry(ShownViewer& shown)

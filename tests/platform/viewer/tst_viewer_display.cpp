@@ -45,7 +45,7 @@ int fullScale(int depth)
 
 TestImage flat(int value, int width = 40, int height = 30)
 {
-    return {ZorMono8, width, height, [value](int, int, int) { return value; }};
+    return {zor::Mono8, width, height, [value](int, int, int) { return value; }};
 }
 } // namespace
 
@@ -54,11 +54,11 @@ void TestViewerDisplay::plainFormats_data()
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<int>("depth");
     QTest::addColumn<bool>("blueFirst");
-    QTest::newRow("Mono8") << ZorMono8 << 8 << false;
-    QTest::newRow("Mono10") << ZorMono10 << 10 << false;
-    QTest::newRow("Mono12") << ZorMono12 << 12 << false;
+    QTest::newRow("Mono8") << zor::Mono8 << 8 << false;
+    QTest::newRow("Mono10") << zor::Mono10 << 10 << false;
+    QTest::newRow("Mono12") << zor::Mono12 << 12 << false;
     QTest::newRow("Mono14") << Mono14Code << 14 << false;
-    QTest::newRow("Mono16") << ZorMono16 << 16 << false;
+    QTest::newRow("Mono16") << zor::Mono16 << 16 << false;
     QTest::newRow("RGB8") << Rgb8Code << 8 << false;
     QTest::newRow("BGR8") << Bgr8Code << 8 << true;
     QTest::newRow("RGB10") << codeOf("RGB10") << 10 << false;
@@ -87,7 +87,7 @@ void TestViewerDisplay::plainFormats()
         shown.lookAt(0.5, 0.5);
         const QImage picture = shown.grab();
         const QPoint corner((picture.width() - 40) / 2, (picture.height() - 30) / 2);
-        const bool isColour = pixelTypeFamily(pixelType) == PixelFamily::Rgb;
+        const bool isColour = zor::pixelTypeFamily(pixelType) == zor::PixelFamily::Rgb;
         for (int y = 0; y < 30; ++y)
             for (int x = 0; x < 40; ++x) {
                 const auto level = [&](int c) { return value(x, y, isColour ? c : 0) >> (depth - 8); };
@@ -149,7 +149,7 @@ void TestViewerDisplay::badRecordsLeaveThePicture()
 void TestViewerDisplay::nothingOfTheCallersBufferIsReadLater()
 {
     ShownViewer shown(QSize(80, 60));
-    TestImage image(ZorMono12, 80, 60, [](int x, int y, int) { return x * 50 + y; });
+    TestImage image(zor::Mono12, 80, 60, [](int x, int y, int) { return x * 50 + y; });
     shown.show(image);
     const QImage before = shown.grab();
     image.poison();
@@ -164,7 +164,7 @@ void TestViewerDisplay::theStageHoldsACopy()
 {
     ShownViewer shown(QSize(80, 60));
     const TestImage image(
-        ZorMono12, 50, 40, [](int x, int y, int) { return x * 50 + y; }, 6);
+        zor::Mono12, 50, 40, [](int x, int y, int) { return x * 50 + y; }, 6);
     shown.show(image);
     const _ZorImage* copy = shown.viewer->stage()->image(0);
     QVERIFY(copy && copy->data != image.record()->data);
@@ -179,7 +179,7 @@ void TestViewerDisplay::theStageHoldsACopy()
 void TestViewerDisplay::itsOwnStageImageCanBeShown()
 {
     ShownViewer shown(QSize(80, 60));
-    shown.show(TestImage(ZorMono8, 80, 60, [](int x, int y, int) { return x + y; }));
+    shown.show(TestImage(zor::Mono8, 80, 60, [](int x, int y, int) { return x + y; }));
     const QImage before = shown.grab();
     QCOMPARE(shown.viewer->display(shown.viewer->stage()->image(0)), 0);
     QCOMPARE(shown.grab(), before);
@@ -198,10 +198,10 @@ void TestViewerDisplay::configureJudgesHeaders_data()
     QTest::addColumn<int>("width");
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<bool>("isTaken");
-    QTest::newRow("mono") << 10 << ZorMono12 << true;
+    QTest::newRow("mono") << 10 << zor::Mono12 << true;
     QTest::newRow("packed mono") << 10 << Mono12PackedCode << true;
     QTest::newRow("colour") << 10 << Rgb8Code << true;
-    QTest::newRow("a width of 0") << 0 << ZorMono8 << false;
+    QTest::newRow("a width of 0") << 0 << zor::Mono8 << false;
     QTest::newRow("no row of the table") << 10 << 0x010801FFu << false;
 }
 

@@ -70,8 +70,8 @@ class GuardedImage
 {
 public:
     explicit GuardedImage(const zor::Frame& frame)
-        : m_pixels(
-              static_cast<std::size_t>(neededBytes(frame.pixelType, frame.width, frame.height, frame.pitch)))
+        : m_pixels(static_cast<std::size_t>(
+              zor::neededBytes(frame.pixelType, frame.width, frame.height, frame.pitch)))
         , m_record(frame.record())
     {
         std::memcpy(m_pixels.data(), frame.pixels.data(), m_pixels.size());
@@ -88,7 +88,7 @@ private:
 
 bool isColour(std::uint32_t code)
 {
-    return pixelTypeFamily(code) == PixelFamily::Rgb;
+    return zor::pixelTypeFamily(code) == zor::PixelFamily::Rgb;
 }
 
 /// Samples of the depth; mono formats have the first one alone.
@@ -103,7 +103,7 @@ zor::Frame flatFrame(std::uint32_t code, const QSize& size, const Colour& colour
     for (int i = 0; i < size.width() * size.height(); ++i)
         scene.samples.insert(scene.samples.end(), colour.begin(), colour.begin() + scene.channels);
     zor::EncodeLayout layout;
-    layout.pitch = static_cast<std::uint32_t>(tightPitch(code, scene.width)) + padding;
+    layout.pitch = static_cast<std::uint32_t>(zor::tightPitch(code, scene.width)) + padding;
     layout.padding = 0xA5;
     return zor::encodeFrame(scene, code, layout);
 }
@@ -118,14 +118,14 @@ void addEveryFormat()
 _ZorImage recordOver(std::vector<std::uint8_t>& pixels, std::uint32_t code, std::uint32_t width,
                      std::uint32_t height)
 {
-    return recordOf(code, width, height, static_cast<std::uint32_t>(tightPitch(code, width)), pixels.data(),
-                    pixels.size());
+    return recordOf(code, width, height, static_cast<std::uint32_t>(zor::tightPitch(code, width)),
+                    pixels.data(), pixels.size());
 }
 } // namespace
 
 void TestViewerFormats::init()
 {
-    m_shown->show(TestImage(ZorMono8, 40, 30, [](int, int, int) { return 77; }));
+    m_shown->show(TestImage(zor::Mono8, 40, 30, [](int, int, int) { return 77; }));
     m_shown->run("cmd.display.view.fit", {{"mode", "1"}});
     m_shown->listener.heard.clear();
 }
@@ -139,7 +139,7 @@ void TestViewerFormats::everyFormatIsShown_data()
 void TestViewerFormats::everyFormatIsShown()
 {
     QFETCH(quint32, code);
-    const std::uint32_t depth = pixelTypeSampleBits(code);
+    const std::uint32_t depth = zor::pixelTypeSampleBits(code);
     const Colour colour{static_cast<std::uint16_t>(0xB7 << (depth - 8) | 1),
                         static_cast<std::uint16_t>(0x4C << (depth - 8)),
                         static_cast<std::uint16_t>(0x13 << (depth - 8))};
@@ -184,14 +184,14 @@ void TestViewerFormats::everyFormatsNumbersAreThoseOfAPlainOne_data()
 void TestViewerFormats::everyFormatsNumbersAreThoseOfAPlainOne()
 {
     QFETCH(quint32, code);
-    const std::uint32_t bits = pixelTypeSampleBits(code);
-    const bool isYuv = pixelTypeFamily(code) == PixelFamily::Yuv;
+    const std::uint32_t bits = zor::pixelTypeSampleBits(code);
+    const bool isYuv = zor::pixelTypeFamily(code) == zor::PixelFamily::Yuv;
     const auto middle = static_cast<std::uint16_t>(1u << (bits - 1));
     const Colour colour = isYuv ? Colour{middle, middle, middle}
                                 : Colour{static_cast<std::uint16_t>(0xD7 << (bits - 8)),
                                          static_cast<std::uint16_t>(0x4C << (bits - 8) | 1),
                                          static_cast<std::uint16_t>(0x12 << (bits - 8) | 1)};
-    const std::uint32_t plainMono[] = {ZorMono8, ZorMono10, ZorMono12, Mono14Code, ZorMono16};
+    const std::uint32_t plainMono[] = {zor::Mono8, zor::Mono10, zor::Mono12, Mono14Code, zor::Mono16};
     const std::uint32_t plainColour[] = {Rgb8Code, codeOf("RGB10"), Rgb12Code, codeOf("RGB14"),
                                          codeOf("RGB16")};
     const std::uint32_t place = (bits - 8) / 2;
@@ -223,7 +223,8 @@ void TestViewerFormats::numbersAreNativeCodes_data()
         << Mono12PackedCode << 1 << bytes("AB1278 5690") << Pixels{{0xAB1}, {0x782}, {0x569}};
     QTest::newRow("Mono12p: 12 bits, although its depth is 10")
         << Mono12pCode << 1 << bytes("23C1AB") << Pixels{{0x123}, {0xABC}};
-    QTest::newRow("Mono10 with bits above its depth") << ZorMono10 << 1 << bytes("34F2") << Pixels{{0xF234}};
+    QTest::newRow("Mono10 with bits above its depth")
+        << zor::Mono10 << 1 << bytes("34F2") << Pixels{{0xF234}};
     QTest::newRow("Mono10_FLExPacked: without the spare bits of its fields")
         << codeOf("Mono10_FLExPacked") << 1 << bytes("004CE0") << Pixels{{0x000}, {0x204}};
     QTest::newRow("BayerRG10p: the sites, not the luma")
@@ -321,7 +322,7 @@ void TestViewerFormats::highlightsReadNothingOutside_data()
 void TestViewerFormats::highlightsReadNothingOutside()
 {
     QFETCH(quint32, code);
-    const auto value = static_cast<std::uint16_t>((1u << pixelTypeSampleBits(code)) - 1);
+    const auto value = static_cast<std::uint16_t>((1u << zor::pixelTypeSampleBits(code)) - 1);
     addProcessor(*m_shown, new HighLightProcessor);
     for (const QSize& size : {QSize(2, 2), QSize(7, 5), QSize(8, 3)}) {
         const GuardedImage image(flatFrame(code, size, {value, value, value}));
@@ -353,8 +354,8 @@ void TestViewerFormats::formatsOutsideTheTableAreRefused()
     std::vector<std::uint8_t> memory(40 * 30 * 8);
     _ZorImage record = recordOver(memory, code, 40, 30);
     record.pixelType = code;
-    record.packing = pixelTypePacking(code);
-    record.pixelBits = pixelTypeBits(code);
+    record.packing = zor::pixelTypePacking(code);
+    record.pixelBits = zor::pixelTypeBits(code);
     record.pitch = 40 * 8;
     QCOMPARE(m_shown->viewer->display(&record) & 0xFFFF, Format);
     QCOMPARE(m_shown->viewer->configure(&record) & 0xFFFF, Format);
@@ -370,7 +371,7 @@ void TestViewerFormats::badRecordsOfEveryFormatLeaveThePicture()
 {
     QFETCH(quint32, code);
     const QImage before = m_shown->grab();
-    const auto pitch = static_cast<std::uint32_t>(tightPitch(code, 41));
+    const auto pitch = static_cast<std::uint32_t>(zor::tightPitch(code, 41));
     std::vector<std::uint8_t> memory(std::size_t{pitch} * 30);
     const _ZorImage good = recordOver(memory, code, 41, 30);
     std::vector<std::function<void(_ZorImage&)>> faults = {
@@ -387,7 +388,7 @@ void TestViewerFormats::badRecordsOfEveryFormatLeaveThePicture()
         [](_ZorImage& record) { record.depth = 17; },
         [](_ZorImage& record) { record.depth = 32; },
     };
-    if (pixelTypeSampleBits(code) == 8)
+    if (zor::pixelTypeSampleBits(code) == 8)
         faults.push_back([](_ZorImage& record) { record.depth = 9; });
     if (isColour(code))
         faults.push_back([](_ZorImage& record) { record.channels -= 1; });

@@ -86,7 +86,8 @@ void TestViewerHighlights::packedImagesGetNoMarks()
 
 void TestViewerHighlights::marksGoWithTheProcessor()
 {
-    const TestImage image(ZorMono12, Width, Height, [](int x, int, int) { return x % 10 == 4 ? 3000 : 112; });
+    const TestImage image(zor::Mono12, Width, Height,
+                          [](int x, int, int) { return x % 10 == 4 ? 3000 : 112; });
     ShownViewer shown(QSize(Width, Height));
     shown.show(image);
     shown.setScale(1.0);

@@ -50,7 +50,7 @@ void TestViewerMemory::anImageTooMuchLeavesTheOldOneOrNone_data()
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<int>("blocks");
     // A record and its pixels each.
-    QTest::newRow("a plain image, which is copied") << ZorMono12 << 2;
+    QTest::newRow("a plain image, which is copied") << zor::Mono12 << 2;
     QTest::newRow("a packed image, which is unpacked too") << Mono12pCode << 4;
 }
 
@@ -59,10 +59,10 @@ void TestViewerMemory::anImageTooMuchLeavesTheOldOneOrNone()
 {
     QFETCH(quint32, pixelType);
     QFETCH(int, blocks);
-    const TestImage before(ZorMono8, 40, 30, [](int, int, int) { return 7; });
+    const TestImage before(zor::Mono8, 40, 30, [](int, int, int) { return 7; });
     // The words have room for every packing of 12 bits.
-    TestImage image(ZorMono12, 80, 50, [](int, int, int) { return 9; });
-    static_cast<ZorFormatBlock&>(image.change()) = ZorFormatFromCode(pixelType);
+    TestImage image(zor::Mono12, 80, 50, [](int, int, int) { return 9; });
+    static_cast<zor::FormatBlock&>(image.change()) = ZorFormatFromCode(pixelType);
     ShownViewer shown(QSize(200, 160));
     for (int lacking = 0; lacking < blocks; ++lacking) {
         QCOMPARE(shown.show(before), 0);

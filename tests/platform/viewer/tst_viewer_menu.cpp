@@ -99,14 +99,14 @@ template <class Box> void answerNext(const std::function<void(Box*)>& answer)
 
 TestImage ramp()
 {
-    return {ZorMono8, 640, 480, [](int x, int y, int) { return (x + 2 * y) & 255; }};
+    return {zor::Mono8, 640, 480, [](int x, int y, int) { return (x + 2 * y) & 255; }};
 }
 } // namespace
 
 void TestViewerMenu::menuEntriesWork()
 {
     ShownViewer shown(QSize(320, 240));
-    shown.show(TestImage(ZorMono8, 640, 480, [](int, int, int) { return 51; }));
+    shown.show(TestImage(zor::Mono8, 640, 480, [](int, int, int) { return 51; }));
     QMenu* menu = menuOf(shown);
     const double fitted = shown.scale();
     trigger(menu, "Zoom in");

@@ -49,7 +49,7 @@ void TestViewerPainting::oneImagePixelIsOneDevicePixel()
 {
     ShownViewer shown(QSize(100, 80));
     const QSize size = shown.surface()->size() * shown.view.devicePixelRatioF();
-    shown.show(TestImage(ZorMono8, size.width(), size.height(),
+    shown.show(TestImage(zor::Mono8, size.width(), size.height(),
                          [](int x, int y, int) { return (x + y) % 2 * 255; }));
     shown.setScale(1.0);
     shown.lookAt(0.5, 0.5);
@@ -63,7 +63,7 @@ void TestViewerPainting::oneImagePixelIsOneDevicePixel()
 void TestViewerPainting::hardPixelsWhenZoomedIn()
 {
     ShownViewer shown(QSize(120, 90));
-    shown.show(TestImage(ZorMono8, 64, 64, [](int x, int y, int) { return (x ^ y) & 1 ? 250 : 5; }));
+    shown.show(TestImage(zor::Mono8, 64, 64, [](int x, int y, int) { return (x ^ y) & 1 ? 250 : 5; }));
     for (const double scale : {2.0, 3.37, 11.0, 39.0}) {
         shown.setScale(scale);
         const QImage picture = shown.grab();
@@ -77,7 +77,7 @@ void TestViewerPainting::hardPixelsWhenZoomedIn()
 void TestViewerPainting::theFitFillsTheView()
 {
     ShownViewer shown(QSize(120, 60));
-    shown.show(TestImage(ZorMono8, 300, 300, [](int, int, int) { return 99; }));
+    shown.show(TestImage(zor::Mono8, 300, 300, [](int, int, int) { return 99; }));
     const QImage picture = shown.grab();
     const int side = picture.height();
     const int left = (picture.width() - side) / 2;
@@ -91,7 +91,7 @@ void TestViewerPainting::fitHoldsThroughResizesAndImages()
     ShownViewer shown(QSize(200, 100));
     const double ratio = shown.view.devicePixelRatioF();
     const auto flat = [](int width, int height) {
-        return TestImage(ZorMono8, width, height, [](int, int, int) { return 7; });
+        return TestImage(zor::Mono8, width, height, [](int, int, int) { return 7; });
     };
     shown.show(flat(100, 100));
     QCOMPARE(shown.scale(), ratio);
@@ -116,7 +116,7 @@ void TestViewerPainting::sameSizeKeepsScaleAndCentre()
 {
     ShownViewer shown(QSize(200, 100));
     const auto flat = [](int value) {
-        return TestImage(ZorMono8, 300, 200, [value](int, int, int) { return value; });
+        return TestImage(zor::Mono8, 300, 200, [value](int, int, int) { return value; });
     };
     shown.show(flat(7));
     shown.setScale(2.5);
@@ -133,7 +133,7 @@ void TestViewerPainting::sameSizeKeepsScaleAndCentre()
 void TestViewerPainting::gridAndValuesFromScaleForty()
 {
     ShownViewer shown(QSize(240, 160));
-    shown.show(TestImage(ZorMono8, 16, 16, [](int, int, int) { return 200; }));
+    shown.show(TestImage(zor::Mono8, 16, 16, [](int, int, int) { return 200; }));
     shown.setScale(39.9);
     shown.lookAt(0.5, 0.5);
     QImage picture = shown.grab();
@@ -165,7 +165,7 @@ void TestViewerPainting::theGridIsSeenOnEveryTone()
 {
     QFETCH(int, level);
     ShownViewer shown(QSize(240, 160));
-    shown.show(TestImage(ZorMono8, 16, 16, [level](int, int, int) { return level; }));
+    shown.show(TestImage(zor::Mono8, 16, 16, [level](int, int, int) { return level; }));
     shown.setScale(64.0);
     shown.lookAt(0.5, 0.5);
     const QImage picture = shown.grab();
@@ -182,7 +182,7 @@ void TestViewerPainting::valuesAreNativeCodes()
 {
     ShownViewer shown(QSize(200, 100));
     const auto picture = [&](int left, int right) {
-        shown.show(TestImage(ZorMono12, 2, 1, [=](int x, int, int) { return x == 0 ? left : right; }));
+        shown.show(TestImage(zor::Mono12, 2, 1, [=](int x, int, int) { return x == 0 ? left : right; }));
         shown.setScale(96.0);
         shown.lookAt(0.5, 0.5);
         return shown.grab();
@@ -201,7 +201,7 @@ void TestViewerPainting::valuesAreNativeCodes()
 void TestViewerPainting::overlaysAreDrawnAroundTheirPixels()
 {
     ShownViewer shown(QSize(200, 160));
-    shown.show(TestImage(ZorMono8, 50, 40, [](int, int, int) { return 10; }));
+    shown.show(TestImage(zor::Mono8, 50, 40, [](int, int, int) { return 10; }));
     shown.setScale(4.0);
     shown.lookAt(0.5, 0.5);
     const QImage before = shown.grab();
@@ -231,7 +231,7 @@ void TestViewerPainting::overlaysAreDrawnAroundTheirPixels()
 void TestViewerPainting::theCanvasStaysBelowOtherChildren()
 {
     ShownViewer shown(QSize(200, 160));
-    shown.show(TestImage(ZorMono8, 50, 40, [](int, int, int) { return 10; }));
+    shown.show(TestImage(zor::Mono8, 50, 40, [](int, int, int) { return 10; }));
     QWidget button(&shown.view);
     button.setStyleSheet("background: rgb(1, 2, 3)");
     button.setAttribute(Qt::WA_StyledBackground);
@@ -250,7 +250,7 @@ void TestViewerPainting::theCanvasMovesToAnotherWindow()
     window.resize(300, 200);
     window.show();
     ShownViewer shown(QSize(200, 100));
-    shown.show(TestImage(ZorMono8, 64, 64, [](int x, int y, int) { return (x * y) & 255; }));
+    shown.show(TestImage(zor::Mono8, 64, 64, [](int x, int y, int) { return (x * y) & 255; }));
     const QImage before = shown.grab();
     shown.view.setParent(&window);
     shown.view.show();
@@ -269,7 +269,7 @@ void TestViewerPainting::withoutAnImageTheViewIsPlain()
 void TestViewerPainting::aViewOfOnePixelShowsOnePixel()
 {
     ShownViewer shown(QSize(1, 1));
-    shown.show(TestImage(ZorMono8, 1, 1, [](int, int, int) { return 99; }));
+    shown.show(TestImage(zor::Mono8, 1, 1, [](int, int, int) { return 99; }));
     const QImage picture = shown.grab();
     QCOMPARE(picture.size(), shown.surface()->size() * shown.view.devicePixelRatioF());
     QCOMPARE(shown.surface()->size(), QSize(1, 1));

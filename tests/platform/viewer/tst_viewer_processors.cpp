@@ -102,14 +102,14 @@ int addProcessor(ShownViewer& shown, ZorImgProcessor* processor)
 
 TestImage flat(int value, int width = 40, int height = 30)
 {
-    return {ZorMono8, width, height, [value](int, int, int) { return value; }};
+    return {zor::Mono8, width, height, [value](int, int, int) { return value; }};
 }
 
 // One format of each way to the screen.
 void addFormats()
 {
     QTest::addColumn<quint32>("pixelType");
-    QTest::newRow("Mono8, as it lies") << ZorMono8;
+    QTest::newRow("Mono8, as it lies") << zor::Mono8;
     QTest::newRow("BGR8, as it lies") << Bgr8Code;
     QTest::newRow("BGRa8, unpacked") << codeOf("BGRa8");
     QTest::newRow("BayerRG8, luma") << codeOf("BayerRG8");
@@ -263,7 +263,7 @@ void TestViewerProcessors::nothingOfAProcessorsBufferIsReadLater()
     image.poison();
     shown.setScale(48.0);
     QCOMPARE(shown.grab(), expected);
-    QCOMPARE(shown.viewer->stage()->image(0)->pixelType, ZorMono8);
+    QCOMPARE(shown.viewer->stage()->image(0)->pixelType, zor::Mono8);
     shown.viewer->settings()->run("processing.proc.del");
     QCOMPARE(shown.grab(), expected);
 }

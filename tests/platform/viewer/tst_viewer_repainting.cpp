@@ -35,7 +35,7 @@ public:
 
 void show(ShownViewer& shown)
 {
-    shown.show(TestImage(ZorMono8, 640, 480, [](int, int, int) { return 99; }));
+    shown.show(TestImage(zor::Mono8, 640, 480, [](int, int, int) { return 99; }));
 }
 
 /// Adds one, or replaces it.
