@@ -40,11 +40,6 @@ QChar letterOf(Request request)
     return QLatin1Char(Letters[static_cast<int>(request)]);
 }
 
-TestFrame frameOf(int width)
-{
-    return TestFrame(width, 20, 12, [](int x, int y) { return static_cast<unsigned>(500 + 7 * x + 3 * y); });
-}
-
 /// A shown dialog that writes down what is done: a letter for each view that gets an image ("u" and "d"),
 /// each reset ("R") and each action of the highlights ("+" and "-"). The fake viewers take no processor over;
 /// those that the dialog made are given back here.
@@ -239,7 +234,7 @@ void TestDeferredRequests::requestsOfARefreshAreCarriedOutAfterIt()
     QFETCH(QString, requests);
     QFETCH(QString, done);
     Journal d;
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     FakeViewer::calls().clear();
     QString inside;
     // The start of a viewer lets events in.
@@ -258,7 +253,7 @@ void TestDeferredRequests::requestsOfARefreshAreCarriedOutAfterIt()
 void TestDeferredRequests::resetAfterARefreshFindsTheCursorRestored()
 {
     Journal d;
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     FakeViewer::script().onConfigure = [&](QWidget*) { d.ResetData(false); };
     d.hadCursor = true;
     d.Update();
@@ -270,7 +265,7 @@ void TestDeferredRequests::resetAfterARefreshFindsTheCursorRestored()
 void TestDeferredRequests::requestsOfTheSecondRefreshWaitBehindTheFirst()
 {
     Journal d;
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     int starts = 0;
     FakeViewer::script().onConfigure = [&](QWidget* view) {
         if (view == d.ui.gVUp)
@@ -301,7 +296,7 @@ void TestDeferredRequests::whoeverHoldsTheLockCarriesOut()
 {
     QFETCH(QString, holder);
     Journal d;
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     d.Update();
     _ZorImage stage{};
     stage.width = 30;
@@ -341,7 +336,7 @@ void TestDeferredRequests::whoeverHoldsTheLockCarriesOut()
 void TestDeferredRequests::requestsWaitForTheLastHolder()
 {
     Journal d;
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     QString inside;
     FakeViewer::script().onConfigure = [&](QWidget* view) {
         if (view != d.ui.gVUp)
@@ -360,7 +355,7 @@ void TestDeferredRequests::requestsWaitForTheLastHolder()
 void TestDeferredRequests::anotherThreadCarriesNothingOut()
 {
     Journal d;
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     d.Update();
     FakeViewer::calls().clear();
     std::thread::id worker;
@@ -381,7 +376,7 @@ void TestDeferredRequests::anotherThreadCarriesNothingOut()
 void TestDeferredRequests::updateReadsItsSettingsWhenItIsCarriedOut()
 {
     Journal d;
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     d.m_viewLock.lock();
     d.ui.pBUpdate->click();
     QCOMPARE(d.m_normalizeValue, 1.0);
@@ -395,10 +390,10 @@ void TestDeferredRequests::updateReadsItsSettingsWhenItIsCarriedOut()
 void TestDeferredRequests::frameDuringARefreshIsDropped()
 {
     Journal d;
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     const std::uint8_t* const image = d.m_image;
     d.m_viewLock.lock();
-    d.take(frameOf(10));
+    d.take(TestFrame::rising(10));
     d.m_viewLock.unlock();
     QCOMPARE(d.m_width, 30);
     QCOMPARE(static_cast<const std::uint8_t*>(d.m_image), image);

@@ -17,11 +17,6 @@
 
 namespace {
 
-TestFrame frameOf(int width)
-{
-    return TestFrame(width, 20, 12, [](int x, int y) { return static_cast<unsigned>(500 + 7 * x + 3 * y); });
-}
-
 /// What to do when one lock is about to be taken or to be given back.
 struct LockWatch
 {
@@ -111,7 +106,7 @@ void TestLockOrder::resetThatHasTheLockFirstLeavesNothingToShow()
     DialogProbe d;
     d.ui.chBShowY->setChecked(both);
     d.show();
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     QVERIFY(d.RunCorrection());
     LockWatch watch(d.m_viewLock);
     watch.onLock = [&d] { std::async(std::launch::async, [&d] { d.ResetData(false); }).get(); };
@@ -126,7 +121,7 @@ void TestLockOrder::lowerImageIsChosenUnderTheLock()
 {
     DialogProbe d;
     d.show();
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     QVERIFY(d.RunCorrection());
     const std::vector<std::uint16_t> rows(d.m_flatY, d.m_flatY + 30 * 20);
     QVERIFY(!std::equal(rows.begin(), rows.end(), d.m_flatX));
@@ -156,7 +151,7 @@ void TestLockOrder::refreshEndsUnderTheLockAndTheCursorAfterIt()
 {
     DialogProbe d;
     d.show();
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     QVERIFY(d.RunCorrection());
     LockWatch watch(d.m_viewLock);
     bool isPlotted = false;
@@ -175,7 +170,7 @@ void TestLockOrder::withoutAResultTheLockIsNotTaken()
 {
     DialogProbe d;
     d.show();
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     LockWatch watch(d.m_viewLock);
     bool isTaken = false;
     watch.onLock = [&isTaken] { isTaken = true; };

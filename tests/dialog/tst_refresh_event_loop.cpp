@@ -1,65 +1,19 @@
 #include "tests/fakes/FakeConverter.h"
-#include "tests/fakes/FakeViewer.h"
 #include "tests/support/Cursors.h"
-#include "tests/support/DialogProbe.h"
+#include "tests/support/LinkedViews.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
 namespace {
 
-TestFrame frameOf(int width)
+constexpr QRect Part(0, 0, 20, 10);
+
+std::size_t moves()
 {
-    return TestFrame(width, 20, 12, [](int x, int y) { return static_cast<unsigned>(500 + 7 * x + 3 * y); });
+    return FakeViewer::callsOf("cmd.display.view.scale").size() +
+           FakeViewer::callsOf("cmd.display.view.at").size();
 }
-
-/// A shown dialog with both viewers started, whose views could follow each other.
-struct Linked
-{
-    Linked()
-    {
-        dialog.show();
-        dialog.take(frameOf(40));
-        dialog.Update();
-        listener = FakeViewer::listener();
-        FakeViewer::calls().clear();
-        stage.width = 40;
-        stage.height = 20;
-        FakeViewer::script().stageImage = &stage;
-        FakeViewer::script().settings["display.view.scale"] = 2.5;
-        FakeViewer::script().answers["cmd.display.view.image"] = [](ParameterMap* map) {
-            *map = {{"pos.x", "0"}, {"pos.y", "0"}, {"dim.w", "20"}, {"dim.h", "10"}};
-            return 1;
-        };
-        rest();
-    }
-
-    /// Longer than the throttle.
-    void rest()
-    {
-        rested = QTime::currentTime().addSecs(-10);
-        dialog.m_viewClock = rested;
-    }
-    bool isRestarted() const { return dialog.m_viewClock != rested; }
-
-    std::size_t moves() const
-    {
-        return FakeViewer::callsOf("cmd.display.view.scale").size() +
-               FakeViewer::callsOf("cmd.display.view.at").size();
-    }
-
-    /// The lower viewer was zoomed or panned: the view's event is posted.
-    void tellOfAChange()
-    {
-        ParameterMap parameters{{"code", "view.changed"}};
-        listener->notify("notification.view", &parameters);
-    }
-
-    DialogProbe dialog;
-    ZorDisplayCommand* listener = nullptr;
-    QTime rested;
-    _ZorImage stage{};
-};
 
 } // namespace
 
@@ -77,7 +31,7 @@ private slots:
     void changeDuringTheStartOfBothRestartsTheClockOnce();
     void changeAfterTheRefreshIsFollowed();
     void resetDuringTheStartComesAfterTheRefresh();
-    void changeToldByAStartingViewerIsDropped();
+    void changeReportedByAStartingViewerIsDropped();
 };
 
 void TestRefreshEventLoop::init()
@@ -94,10 +48,10 @@ void TestRefreshEventLoop::cleanup()
 // The event was posted before the refresh and is delivered by its event loop.
 void TestRefreshEventLoop::changeThatWaitedComesInDuringTheStart()
 {
-    Linked linked;
+    LinkedViews linked(Part);
     DialogProbe& d = linked.dialog;
     QSignalSpy changed(d.ui.gVDown, SIGNAL(sigViewChanged(DisplayView*)));
-    linked.tellOfAChange();
+    linked.reportAChange();
     int early = -1;
     int late = -1;
     FakeViewer::script().onConfigure = [&](QWidget* view) {
@@ -106,12 +60,12 @@ void TestRefreshEventLoop::changeThatWaitedComesInDuringTheStart()
         else
             late = changed.count();
     };
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     QCOMPARE(changed.count(), 0);
     d.Update();
     QCOMPARE(early, 1);
     QCOMPARE(late, 1);
-    QCOMPARE(linked.moves(), std::size_t{0});
+    QCOMPARE(moves(), std::size_t{0});
     QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t{2});
     QVERIFY(!d.m_viewLock.heldByThisThread() && !d.m_dataLock.heldByThisThread());
 }
@@ -130,7 +84,7 @@ void TestRefreshEventLoop::changeDuringTheStartIsDropped()
 {
     QFETCH(bool, upperStarts);
     QFETCH(bool, upperChanges);
-    Linked linked;
+    LinkedViews linked(Part);
     DialogProbe& d = linked.dialog;
     DisplayView* const starting = upperStarts ? d.ui.gVUp : d.ui.gVDown;
     DisplayView* const changing = upperChanges ? d.ui.gVUp : d.ui.gVDown;
@@ -141,16 +95,16 @@ void TestRefreshEventLoop::changeDuringTheStartIsDropped()
         emit changing->sigViewChanged(changing);
         isRestarted = linked.isRestarted();
     };
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     d.Update();
-    QCOMPARE(linked.moves(), std::size_t{0});
+    QCOMPARE(moves(), std::size_t{0});
     QVERIFY(isRestarted);
     QVERIFY(!d.m_viewLock.heldByThisThread() && !d.m_dataLock.heldByThisThread());
 }
 
 void TestRefreshEventLoop::changeDuringTheStartOfBothRestartsTheClockOnce()
 {
-    Linked linked;
+    LinkedViews linked(Part);
     DialogProbe& d = linked.dialog;
     bool isRestarted = false;
     QTime first;
@@ -167,51 +121,51 @@ void TestRefreshEventLoop::changeDuringTheStartOfBothRestartsTheClockOnce()
             emit d.ui.gVDown->sigViewChanged(d.ui.gVDown);
         } while (first.msecsTo(QTime::currentTime()) < 10 || first.msecsTo(QTime::currentTime()) >= 50);
     };
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     d.Update();
     QVERIFY(isRestarted);
     QCOMPARE(d.m_viewClock, first);
-    QCOMPARE(linked.moves(), std::size_t{0});
+    QCOMPARE(moves(), std::size_t{0});
 }
 
 void TestRefreshEventLoop::changeAfterTheRefreshIsFollowed()
 {
-    Linked linked;
-    linked.dialog.take(frameOf(30));
+    LinkedViews linked(Part);
+    linked.dialog.take(TestFrame::rising(30));
     linked.dialog.Update();
     linked.rest();
-    linked.tellOfAChange();
-    QCOMPARE(linked.moves(), std::size_t{0});
+    linked.reportAChange();
+    QCOMPARE(moves(), std::size_t{0});
     QCoreApplication::processEvents();
-    QCOMPARE(linked.moves(), std::size_t{2});
+    QCOMPARE(moves(), std::size_t{2});
 }
 
 void TestRefreshEventLoop::resetDuringTheStartComesAfterTheRefresh()
 {
-    Linked linked;
+    LinkedViews linked(Part);
     DialogProbe& d = linked.dialog;
     int starts = 0;
     FakeViewer::script().onConfigure = [&](QWidget*) {
         d.ResetData(false);
         starts += d.m_image && d.m_flatY ? 1 : 0;
     };
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     d.Update();
     QCOMPARE(starts, 2);
     QVERIFY(!d.m_image && !d.m_flatY);
     QCOMPARE(FakeViewer::callsOf("display").size(), std::size_t{2});
 }
 
-void TestRefreshEventLoop::changeToldByAStartingViewerIsDropped()
+void TestRefreshEventLoop::changeReportedByAStartingViewerIsDropped()
 {
-    Linked linked;
+    LinkedViews linked(Part);
     DialogProbe& d = linked.dialog;
-    FakeViewer::script().onConfigure = [&](QWidget*) { linked.tellOfAChange(); };
+    FakeViewer::script().onConfigure = [&](QWidget*) { linked.reportAChange(); };
     QSignalSpy changed(d.ui.gVDown, SIGNAL(sigViewChanged(DisplayView*)));
-    d.take(frameOf(30));
+    d.take(TestFrame::rising(30));
     d.Update();
     QVERIFY(changed.count() >= 1);
-    QCOMPARE(linked.moves(), std::size_t{0});
+    QCOMPARE(moves(), std::size_t{0});
 }
 
 QTEST_MAIN(TestRefreshEventLoop)

@@ -1,52 +1,24 @@
-#include "tests/fakes/FakeViewer.h"
-#include "tests/support/DialogProbe.h"
+#include "tests/support/LinkedViews.h"
 
 #include <QTest>
 
 namespace {
 
-/// A shown dialog with both viewers started, and nothing recorded yet.
-struct Linked
+constexpr QRect Part(-4, 6, 28, 5);
+
+/// What was sent to the views, as "view command key=value ...".
+QStringList sentIn(const LinkedViews& linked)
 {
-    Linked()
-    {
-        FakeViewer::reset();
-        dialog.show();
-        dialog.take(TestFrame(40, 20, 8, [](int x, int y) { return static_cast<unsigned>(50 + x + y); }));
-        dialog.Update();
-        FakeViewer::calls().clear();
-
-        stage.width = 40;
-        stage.height = 20;
-        FakeViewer::script().stageImage = &stage;
-        FakeViewer::script().settings["display.view.scale"] = 2.5;
-        FakeViewer::script().answers["cmd.display.view.image"] = [](ParameterMap* map) {
-            *map = {{"pos.x", "-4"}, {"pos.y", "6"}, {"dim.w", "28"}, {"dim.h", "5"}};
-            return 1;
-        };
-        rest();
+    QStringList lines;
+    for (const ViewerCall& call : FakeViewer::calls()) {
+        QString line =
+            (call.target == linked.dialog.ui.gVUp ? "up " : "down ") + QString::fromStdString(call.name);
+        for (const auto& entry : call.before)
+            line += QString::fromStdString(" " + entry.first + "=" + entry.second);
+        lines << line;
     }
-
-    /// Longer than the throttle.
-    void rest() { dialog.m_viewClock = QTime::currentTime().addSecs(-10); }
-
-    /// What was sent to the views, as "view command key=value ...".
-    QStringList sent() const
-    {
-        QStringList lines;
-        for (const ViewerCall& call : FakeViewer::calls()) {
-            QString line =
-                (call.target == dialog.ui.gVUp ? "up " : "down ") + QString::fromStdString(call.name);
-            for (const auto& entry : call.before)
-                line += QString::fromStdString(" " + entry.first + "=" + entry.second);
-            lines << line;
-        }
-        return lines;
-    }
-
-    _ZorImage stage{};
-    DialogProbe dialog;
-};
+    return lines;
+}
 
 } // namespace
 
@@ -55,6 +27,7 @@ class TestViewFollowing : public QObject
     Q_OBJECT
 
 private slots:
+    void init() { FakeViewer::reset(); }
     void otherViewGoesToTheSamePlace_data();
     void otherViewGoesToTheSamePlace();
     void anyOtherViewCountsAsTheLower();
@@ -81,12 +54,12 @@ void TestViewFollowing::otherViewGoesToTheSamePlace_data()
 void TestViewFollowing::otherViewGoesToTheSamePlace()
 {
     QFETCH(bool, upper);
-    Linked linked;
+    LinkedViews linked(Part);
     linked.dialog.onViewChanged(upper ? linked.dialog.ui.gVUp : linked.dialog.ui.gVDown);
     const QString source = upper ? "up" : "down";
     const QString target = upper ? "down" : "up";
     // (-4 + 28 / 2) / 40 and (6 + 5 / 2) / 20
-    QCOMPARE(linked.sent(),
+    QCOMPARE(sentIn(linked),
              (QStringList{source + " cmd.display.view.image",
                           target + " cmd.display.view.scale cs=base scale=2.500000",
                           target + " cmd.display.view.at cs=base pos.x=0.250000 pos.y=0.425000"}));
@@ -94,21 +67,21 @@ void TestViewFollowing::otherViewGoesToTheSamePlace()
 
 void TestViewFollowing::anyOtherViewCountsAsTheLower()
 {
-    Linked linked;
+    LinkedViews linked(Part);
     linked.dialog.onViewChanged(nullptr);
-    QCOMPARE(linked.sent().value(0).section(' ', 0, 0), QString("down"));
-    QCOMPARE(linked.sent().value(2).section(' ', 0, 0), QString("up"));
+    QCOMPARE(sentIn(linked).value(0).section(' ', 0, 0), QString("down"));
+    QCOMPARE(sentIn(linked).value(2).section(' ', 0, 0), QString("up"));
 }
 
 void TestViewFollowing::signalOfEachViewIsFollowed()
 {
-    Linked linked;
+    LinkedViews linked(Part);
     emit linked.dialog.ui.gVUp->sigViewChanged(linked.dialog.ui.gVUp);
-    QCOMPARE(linked.sent().value(1).left(5), QString("down "));
+    QCOMPARE(sentIn(linked).value(1).left(5), QString("down "));
     FakeViewer::calls().clear();
     linked.rest();
     emit linked.dialog.ui.gVDown->sigViewChanged(linked.dialog.ui.gVDown);
-    QCOMPARE(linked.sent().value(1).left(3), QString("up "));
+    QCOMPARE(sentIn(linked).value(1).left(3), QString("up "));
 }
 
 void TestViewFollowing::changesWithinFiftyMillisecondsAreDropped_data()
@@ -125,7 +98,7 @@ void TestViewFollowing::changesWithinFiftyMillisecondsAreDropped()
 {
     QFETCH(int, age);
     QFETCH(bool, follows);
-    Linked linked;
+    LinkedViews linked(Part);
     QTime clock;
     // A try that begins and ends in the same millisecond decides.
     do {
@@ -134,7 +107,7 @@ void TestViewFollowing::changesWithinFiftyMillisecondsAreDropped()
         linked.dialog.m_viewClock = clock;
         linked.dialog.onViewChanged(linked.dialog.ui.gVUp);
     } while (clock.msecsTo(QTime::currentTime()) != age);
-    QCOMPARE(linked.sent().size(), follows ? 3 : 0);
+    QCOMPARE(sentIn(linked).size(), follows ? 3 : 0);
     // What is followed restarts the clock, what is dropped does not.
     QCOMPARE(linked.dialog.m_viewClock != clock, follows);
 }
@@ -149,7 +122,7 @@ void TestViewFollowing::changeThatFindsALockBusyRestartsTheClock_data()
 void TestViewFollowing::changeThatFindsALockBusyRestartsTheClock()
 {
     QFETCH(bool, view);
-    Linked linked;
+    LinkedViews linked(Part);
     zor::OwnedMutex& lock = view ? linked.dialog.m_viewLock : linked.dialog.m_dataLock;
     lock.lock();
     QT_WARNING_PUSH
@@ -160,7 +133,7 @@ void TestViewFollowing::changeThatFindsALockBusyRestartsTheClock()
     const int elapsed = linked.dialog.m_viewClock.elapsed();
     QT_WARNING_POP
     lock.unlock();
-    QVERIFY(linked.sent().isEmpty());
+    QVERIFY(sentIn(linked).isEmpty());
     QVERIFY2(elapsed < 60000, qPrintable(QString("the clock shows %1 ms").arg(elapsed)));
     QVERIFY(!linked.dialog.m_viewLock.heldByThisThread());
 }
@@ -175,7 +148,7 @@ void TestViewFollowing::missingPiecesMoveNothing_data()
 void TestViewFollowing::missingPiecesMoveNothing()
 {
     QFETCH(QString, missing);
-    Linked linked;
+    LinkedViews linked(Part);
     ViewerScript& script = FakeViewer::script();
     if (missing == "stage")
         script.hasStage = false;
@@ -218,7 +191,7 @@ void TestViewFollowing::smallScalesMoveNothing()
 {
     QFETCH(double, scale);
     QFETCH(bool, moves);
-    Linked linked;
+    LinkedViews linked(Part);
     FakeViewer::script().settings["display.view.scale"] = scale;
     linked.dialog.onViewChanged(linked.dialog.ui.gVUp);
     QCOMPARE(FakeViewer::callsOf("cmd.display.view.scale").size(), std::size_t(moves));
@@ -227,18 +200,18 @@ void TestViewFollowing::smallScalesMoveNothing()
 
 void TestViewFollowing::viewWithoutARectangleSendsTheOtherToTheCorner()
 {
-    Linked linked;
+    LinkedViews linked(Part);
     FakeViewer::script().answers["cmd.display.view.image"] = [](ParameterMap*) { return 0; };
     linked.dialog.onViewChanged(linked.dialog.ui.gVUp);
-    QCOMPARE(linked.sent().value(2),
+    QCOMPARE(sentIn(linked).value(2),
              QString("down cmd.display.view.at cs=base pos.x=0.000000 pos.y=0.000000"));
 }
 
 void TestViewFollowing::locksAreFreeAfterwards()
 {
-    Linked linked;
+    LinkedViews linked(Part);
     linked.dialog.onViewChanged(linked.dialog.ui.gVUp);
-    QCOMPARE(linked.sent().size(), 3);
+    QCOMPARE(sentIn(linked).size(), 3);
     QVERIFY(!linked.dialog.m_viewLock.heldByThisThread());
     QVERIFY(!linked.dialog.m_dataLock.heldByThisThread());
 }

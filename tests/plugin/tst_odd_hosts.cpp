@@ -31,11 +31,6 @@ int argumentCount = 1;
 char programName[] = "tst_odd_hosts";
 char* arguments[] = {programName, nullptr};
 
-TestFrame frameOf(int width)
-{
-    return TestFrame(width, 20, 12, [](int x, int y) { return static_cast<unsigned>(500 + 7 * x + 3 * y); });
-}
-
 /// The operator closes the dialog's window.
 void closeWindow(QDialog* dialog)
 {
@@ -125,7 +120,7 @@ void TestOddHosts::applicationEndsWithoutRelease()
     Hosted hosted;
     if (shown) {
         hosted.plugIn.Show(true);
-        hosted.utility.show(frameOf(40));
+        hosted.utility.show(TestFrame::rising(40));
         LoadedUtility::click("chBHighlights");
     }
     m_application.reset();
@@ -196,7 +191,7 @@ void TestOddHosts::releaseInsideANotification()
     Hosted hosted;
     const std::uint32_t awaited = opens ? ZBKEventDialogOpened : ZBKEventDialogClosed;
     hosted.host.onCode = [&](std::uint32_t code) {
-        hosted.utility.show(frameOf(40));
+        hosted.utility.show(TestFrame::rising(40));
         if (code == awaited)
             hosted.releaseInUse();
     };
@@ -223,7 +218,7 @@ void TestOddHosts::releaseWhenTheOperatorCloses()
     QFETCH(QString, then);
     Hosted hosted;
     hosted.plugIn.Show(true);
-    hosted.utility.show(frameOf(40));
+    hosted.utility.show(TestFrame::rising(40));
     hosted.host.onCode = [&](std::uint32_t) { hosted.releaseInUse(); };
     const QPointer<QDialog> dialog = utilityDialog();
     closeWindow(dialog);
@@ -256,7 +251,7 @@ void TestOddHosts::newDialogInsideANotification()
         hosted.stayed = !first.isNull();
         hosted.plugIn.Init(NotifiedHost::call, &hosted.host);
         hosted.plugIn.Show(true);
-        hosted.utility.show(frameOf(40));
+        hosted.utility.show(TestFrame::rising(40));
     };
     hosted.plugIn.Show(true);
     if (!opens)
@@ -265,7 +260,7 @@ void TestOddHosts::newDialogInsideANotification()
     QVERIFY(!first);
     QDialog* second = utilityDialog();
     QVERIFY(second && second->isVisible());
-    hosted.utility.show(frameOf(30));
+    hosted.utility.show(TestFrame::rising(30));
     QCOMPARE(hosted.plugIn.Show(false), 0);
     QCOMPARE(hosted.host.codes.last(), ZBKEventDialogClosed);
 }
@@ -286,7 +281,7 @@ void TestOddHosts::releaseInsideARefresh()
     QFETCH(bool, goesOn);
     Hosted hosted;
     hosted.plugIn.Show(true);
-    TestFrame frame = frameOf(40);
+    TestFrame frame = TestFrame::rising(40);
     _ZorImage record = frame.record();
     hosted.plugIn.SetImage(&record);
     const QPointer<QDialog> dialog = utilityDialog();
@@ -299,7 +294,7 @@ void TestOddHosts::releaseInsideARefresh()
             return;
         hosted.plugIn.Init(NotifiedHost::call, &hosted.host);
         hosted.plugIn.Show(true);
-        hosted.utility.show(frameOf(30));
+        hosted.utility.show(TestFrame::rising(30));
     });
     if (operatorAsks) {
         LoadedUtility::click("pBUpdate");
@@ -320,7 +315,7 @@ void TestOddHosts::releaseInsideTheBoxOfAFrame()
     hosted.plugIn.Show(true);
     ModalWatch watch;
     watch.onBox = [&](QMessageBox&) { hosted.releaseInUse(); };
-    TestFrame frame = frameOf(40);
+    TestFrame frame = TestFrame::rising(40);
     _ZorImage record = frame.record();
     record.pixelType = 0;
     QCOMPARE(hosted.plugIn.SetImage(&record), 0);
@@ -361,7 +356,7 @@ void TestOddHosts::releaseWhileAMenuIsOpen()
 {
     Hosted hosted;
     hosted.plugIn.Show(true);
-    hosted.utility.show(frameOf(40));
+    hosted.utility.show(TestFrame::rising(40));
     QVERIFY(LoadedUtility::openMenu([&] { hosted.plugIn.Release(); }));
     QVERIFY(!utilityDialog());
 }
@@ -370,7 +365,7 @@ void TestOddHosts::requestsInsideARefreshAreCarriedOut()
 {
     Hosted hosted;
     hosted.plugIn.Show(true);
-    TestFrame frame = frameOf(40);
+    TestFrame frame = TestFrame::rising(40);
     _ZorImage record = frame.record();
     hosted.plugIn.SetImage(&record);
     bool isInside = false;
@@ -383,7 +378,7 @@ void TestOddHosts::requestsInsideARefreshAreCarriedOut()
     hosted.plugIn.Update();
     QVERIFY(isInside);
     // A frame that comes after the reset is the only one.
-    hosted.utility.show(frameOf(30));
+    hosted.utility.show(TestFrame::rising(30));
     hosted.plugIn.Release();
     QVERIFY(!utilityDialog());
 }

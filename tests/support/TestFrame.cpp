@@ -28,6 +28,11 @@ TestFrame TestFrame::even(int width, int height, int depth, unsigned value)
     return TestFrame(width, height, depth, [value](int, int) { return value; });
 }
 
+TestFrame TestFrame::rising(int width)
+{
+    return TestFrame(width, 20, 12, [](int x, int y) { return static_cast<unsigned>(500 + 7 * x + 3 * y); });
+}
+
 _ZorImage TestFrame::record()
 {
     const std::uint32_t code = zor::computeFormat(static_cast<std::uint32_t>(depth));

@@ -18,6 +18,9 @@ public:
     /// A frame with one value everywhere.
     static TestFrame even(int width, int height, int depth, unsigned value);
 
+    /// A frame of 20 rows and 12 bits, from 500 up, that no gain leaves as it is.
+    static TestFrame rising(int width);
+
     /// Borrows this frame's pixels.
     _ZorImage record();
 
