@@ -26,7 +26,7 @@ public:
         while (!text.empty()) {
             const std::size_t end = text.find('\n');
             ++m_line;
-            // The last line, too, has an end: without it nobody can tell 27 from the beginning of 273.
+            // The last line, too, has an end: without it nobody can know 27 from the beginning of 273.
             if (end == std::string_view::npos)
                 fail("the line has no end, so the file may be cut short");
             std::string_view line = text.substr(0, end);
@@ -81,7 +81,7 @@ private:
     {
         enter(Section::Header, Section::Columns);
         if (m_headerLines != 3)
-            fail("the table behind " + std::to_string(m_headerLines) +
+            fail("the table after " + std::to_string(m_headerLines) +
                  " header lines; there are title, camera and date");
     }
 

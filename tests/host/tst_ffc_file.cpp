@@ -106,6 +106,12 @@ void TestFfcFile::headerTextsMustBePlain_data()
     QTest::newRow("a carriage return") << QByteArray("a\r") << false;
     QTest::newRow("a tab") << QByteArray("a\tb") << false;
     QTest::newRow("the delete character") << QByteArray("a\x7F") << false;
+    QTest::newRow("the first control character above ASCII") << QByteArray("a\xC2\x80") << false;
+    QTest::newRow("the last control character above ASCII") << QByteArray("\xC2\x9F"
+                                                                          "a")
+                                                            << false;
+    QTest::newRow("the blank after the control characters above ASCII") << QByteArray("a\xC2\xA0") << true;
+    QTest::newRow("a letter whose last byte is among theirs") << QByteArray("\xC3\x9F") << true;
     QTest::newRow("a comment") << QByteArray("-- a") << false;
     QTest::newRow("a comment of three dashes") << QByteArray("--- a") << false;
     QTest::newRow("a section") << QByteArray(":a") << false;
@@ -191,9 +197,9 @@ void TestFfcFile::refusesBadText_data()
     QTest::newRow("four header lines") << header + "more,\n"
                                        << "f: line 5: a fourth header line";
     QTest::newRow("two header lines") << ":Header,\nTitle,\nCamera,\n:Table,\n1,256\n:FFC_Y start,\n1,256\n"
-                                      << "f: line 4: the table behind 2 header lines";
+                                      << "f: line 4: the table after 2 header lines";
     QTest::newRow("no header lines") << ":Header,\n:Table,\n1,256\n:FFC_Y start,\n1,256\n"
-                                     << "f: line 2: the table behind 0 header lines";
+                                     << "f: line 2: the table after 0 header lines";
     QTest::newRow("no rows section") << header + ":Table,\n1,256\n"
                                      << "f: has no";
     QTest::newRow("no column entries") << header + ":Table,\n:FFC_Y start,\n1,256\n"
