@@ -132,7 +132,6 @@ ProfilePlot::ProfilePlot(const Profile& profile, const MeanRange& range)
 
 QRectF ProfilePlot::canvas(const QRectF& area)
 {
-    m_plot.resize(area.size().toSize());
     m_plot.replot();
     m_plot.plotLayout()->activate(&m_plot, area, QwtPlotLayout::IgnoreScrollbars);
     return m_plot.plotLayout()->canvasRect();
@@ -140,7 +139,6 @@ QRectF ProfilePlot::canvas(const QRectF& area)
 
 void ProfilePlot::draw(QPainter& painter, const QRectF& area)
 {
-    m_plot.resize(area.size().toSize());
     m_plot.replot();
     QwtPlotRenderer renderer;
     renderer.setDiscardFlag(QwtPlotRenderer::DiscardBackground);
