@@ -11,7 +11,7 @@
 //   of_copy          the ratio of the two
 
 #include "image/ImageRecord.h"
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
 #include "image/ZorPixelTypeTable.h"

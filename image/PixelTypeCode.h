@@ -20,7 +20,7 @@ enum class PixelFamily : std::uint8_t
 /// How the samples of one row lie in memory, the high nibble of the packing byte.
 enum class PackingClass : std::uint8_t
 {
-    Plain = 0, ///< whole bytes, low bits significant
+    Unpacked = 0, ///< whole bytes, low bits significant
     /// Two pixels in three bytes. The even pixel's high bits are the first byte, the odd one's the last; the
     /// middle byte holds the even pixel's low bits in its high nibble and the odd one's in its low nibble.
     Packed = 1,
@@ -32,11 +32,11 @@ enum class PackingClass : std::uint8_t
 /// The number is the depth class, in bits of a sample.
 enum class Packing : std::uint32_t
 {
-    Plain8 = 0x0100,
-    Plain10 = 0x0200,
-    Plain12 = 0x0300,
-    Plain14 = 0x0400,
-    Plain16 = 0x0500,
+    Unpacked8 = 0x0100,
+    Unpacked10 = 0x0200,
+    Unpacked12 = 0x0300,
+    Unpacked14 = 0x0400,
+    Unpacked16 = 0x0500,
     Packed10 = 0x1200,
     Packed12 = 0x1300,
     P10 = 0x2200,

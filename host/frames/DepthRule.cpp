@@ -1,8 +1,8 @@
 #include "host/frames/DepthRule.h"
 
 #include "host/frames/Fail.h"
-#include "image/LineBytes.h"
 #include "image/MonoTarget.h"
+#include "image/Pitch.h"
 
 #include <algorithm>
 #include <cstring>

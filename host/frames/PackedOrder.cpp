@@ -1,6 +1,6 @@
 #include "host/frames/PackedOrder.h"
 
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 
 namespace zor {
 

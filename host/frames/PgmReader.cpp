@@ -77,7 +77,7 @@ std::vector<std::uint16_t> readDecimal(const std::string& path, const std::vecto
     const std::size_t found = bytes.size() - text.position();
     if (found / 2 + 1 < header.count())
         failPgm(path, "its header asks for " + std::to_string(header.count()) + " samples, the " +
-                          std::to_string(found) + " bytes behind it cannot hold as many");
+                          std::to_string(found) + " bytes after it cannot hold as many");
 
     std::vector<std::uint16_t> values(header.count());
     for (std::size_t i = 0; i < values.size(); ++i) {
@@ -100,7 +100,7 @@ StoredSamples readPgm(const std::string& path)
 {
     const std::vector<std::uint8_t> bytes = readBytes(path);
     if (bytes.size() < 3 || !(isPgmSpace(bytes[2]) || bytes[2] == '#'))
-        failPgm(path, "its PGM header ends or is garbled behind the first two letters");
+        failPgm(path, "its PGM header ends or is garbled after the first two letters");
     PgmText text(bytes, 2);
     const Header header = readHeader(path, text);
 

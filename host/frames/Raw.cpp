@@ -6,7 +6,7 @@
 #include "host/frames/FrameLimits.h"
 #include "host/frames/PackedOrder.h"
 #include "host/frames/RawRange.h"
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 
 namespace zor {
 

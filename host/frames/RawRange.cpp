@@ -40,7 +40,7 @@ void checkRawRange(const std::string& path, const Frame& frame)
     const std::uint32_t type = frame.pixelType;
     const std::uint32_t sampleBits = pixelTypeSampleBits(type);
     constexpr std::uint32_t wordBits = 16;
-    if (pixelTypePackingClass(type) == PackingClass::Plain && sampleBits > 8 && sampleBits < wordBits)
+    if (pixelTypePackingClass(type) == PackingClass::Unpacked && sampleBits > 8 && sampleBits < wordBits)
         check(path, frame, pixelTypeBits(type) / wordBits);
 }
 

@@ -46,7 +46,7 @@ void checkOptions(const std::string& path, const FrameOptions& options)
     if (!options.depth)
         return;
     if (options.raw)
-        failFrame(path, "a raw dump's format tells its depth; leave --depth out");
+        failFrame(path, "a raw dump's format gives its depth; leave --depth out");
     if (depthForBits(*options.depth) != *options.depth)
         failFrame(path, "the depth " + std::to_string(*options.depth) +
                             " is none that a frame can have; give 8, 10, 12 or 16");

@@ -1,7 +1,7 @@
 #include "host/quality/MonoFrame.h"
 
-#include "image/LineBytes.h"
 #include "image/MonoTarget.h"
+#include "image/Pitch.h"
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
 #include "image/ZorPixelTypeTable.h"
@@ -54,7 +54,7 @@ MonoFrame::MonoFrame(const _ZorImage& source, std::uint32_t target)
 
     constexpr auto largest = static_cast<std::uint32_t>(std::numeric_limits<std::int32_t>::max());
     if (converted->width > largest || converted->height >= largest || converted->pitch > largest)
-        throw std::runtime_error("the frame is too large; no side and no line may pass 2147483647");
+        throw std::runtime_error("the frame is too large; no side and no row may pass 2147483647");
 }
 
 ConstImageView MonoFrame::view() const

@@ -135,9 +135,8 @@ std::string requireEnding(const std::string& output, const std::vector<std::stri
         }
         list += (list.empty() ? "" : &ending == &endings.back() ? " or " : ", ") + ending;
     }
-    throw CommandError((output.empty() ? option : output) +
-                       ": the name does not tell the file's kind; give " + option + " a name that ends in " +
-                       list);
+    throw CommandError((output.empty() ? option : output) + ": the name does not say the file's kind; give " +
+                       option + " a name that ends in " + list);
 }
 
 } // namespace zor

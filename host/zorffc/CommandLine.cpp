@@ -63,7 +63,7 @@ int parse(CLI::App& app, int argc, char** argv)
         // Help and version: the parser has what was asked for.
         std::ostringstream text;
         app.exit(success, text);
-        if (tell(text.str()) == Delivery::Failed)
+        if (writeOutput(text.str()) == Delivery::Failed)
             return reportError("standard output cannot be written");
     } catch (const CLI::ParseError& error) {
         return reportError(std::string(error.what()) + "; see " + commandName(app) + " --help");

@@ -39,8 +39,8 @@ const char* familyName(std::uint32_t code)
 const char* packingName(std::uint32_t code)
 {
     switch (pixelTypePackingClass(code)) {
-    case PackingClass::Plain:
-        return "plain";
+    case PackingClass::Unpacked:
+        return "unpacked";
     case PackingClass::Packed:
         return "packed";
     case PackingClass::P:
@@ -71,7 +71,7 @@ using Line = std::array<std::string, Columns>;
 
 /// The width of each column, below 0 for text, which is aligned left. The layout comes last, because it alone
 /// holds blanks.
-constexpr std::array<int, Columns> Widths = {3, -24, -10, -9, 5, 4, -7, 8, -6, 0};
+constexpr std::array<int, Columns> Widths = {3, -24, -10, -9, 5, 4, -8, 8, -6, 0};
 
 const Line Header = {"row",  "name",    "code",     "family", "depth",
                      "bits", "packing", "channels", "target", "layout"};
@@ -113,7 +113,7 @@ void printFormats(const std::string& part)
         throw CommandError("TEXT: no pixel format has '" + part +
                            "' in its name or family; leave it out to see all");
     // No file depends on the table being read, so a reader may leave before its end.
-    if (tell(table.str()) == Delivery::Failed)
+    if (writeOutput(table.str()) == Delivery::Failed)
         throw CommandError("standard output cannot be written");
 }
 

@@ -40,7 +40,7 @@ double meanOf(const std::vector<double>& values)
 /// Samples of 12 bits in words of 16 look dark, too, when nobody says what they are.
 std::string fewerBitsAdvice(std::int32_t depth)
 {
-    return depth == 16 ? ", or tell with --depth or --format that its samples have fewer than 16 bits" : "";
+    return depth == 16 ? ", or say with --depth or --format that its samples have fewer than 16 bits" : "";
 }
 
 std::ptrdiff_t countDark(const std::vector<double>& means)

@@ -9,7 +9,7 @@ namespace zor {
 
 namespace {
 
-/// An option with a number that `fits`; `kind` tells which do.
+/// An option with a number that `fits`; `kind` says which do.
 CLI::Option* addNumber(CLI::App& app, const std::string& name, double& target,
                        const std::function<bool(double)>& fits, const std::string& kind,
                        const std::string& help, const std::string& typeName)

@@ -17,7 +17,7 @@ void holdStandardStreams()
     }
 }
 
-Delivery tell(std::string_view text)
+Delivery writeOutput(std::string_view text)
 {
     while (!text.empty()) {
         const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());

@@ -18,6 +18,6 @@ enum class Delivery
 };
 
 /// Writes a text to standard output. SIGPIPE has to be ignored.
-Delivery tell(std::string_view text);
+Delivery writeOutput(std::string_view text);
 
 } // namespace zor

@@ -71,7 +71,7 @@ std::string nonUniformitySummary(const NonUniformity& before, const NonUniformit
 
 void printSummary(const std::string& text)
 {
-    if (tell(text) != Delivery::Whole)
+    if (writeOutput(text) != Delivery::Whole)
         throw CommandError("standard output: the summary cannot be written; nothing was saved");
 }
 

@@ -1,6 +1,6 @@
 #include "image/unpack/NativeCodes.h"
 
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
 #include "image/unpack/UnpackRow.h"
@@ -23,9 +23,9 @@ GroupSamples unpackGroup(const _ZorImage& image, std::uint32_t first, std::uint3
     const std::uint32_t pixels = std::min(Group, image.width - first);
     const std::uint8_t* group =
         image.data + std::size_t{y} * image.pitch + tightPitch(image.pixelType, first);
-    const bool isPlain = pixelTypePackingClass(image.pixelType) == PackingClass::Plain;
-    // A word's bits above the depth are shown and not limited: they tell what is wrong with an image.
-    if (isPlain && pixelTypeSampleBits(image.pixelType) > 8)
+    const bool isUnpacked = pixelTypePackingClass(image.pixelType) == PackingClass::Unpacked;
+    // A word's bits above the depth are shown and not limited: they show what is wrong with an image.
+    if (isUnpacked && pixelTypeSampleBits(image.pixelType) > 8)
         unpackRowFor(Mono16)(group, samples.data(), pixels * samplesPerPixel(image.pixelType));
     else
         unpackRowFor(image.pixelType)(group, samples.data(), pixels);

@@ -3,8 +3,8 @@
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
 #include "image/unpack/PairRows.h"
-#include "image/unpack/PlainRows.h"
 #include "image/unpack/StreamRows.h"
+#include "image/unpack/UnpackedRows.h"
 
 namespace zor {
 
@@ -49,16 +49,16 @@ UnpackRow tenBitsInSequence(std::uint32_t pixelType, std::uint32_t samples)
 UnpackRow byPacking(std::uint32_t pixelType, std::uint32_t samples)
 {
     switch (Packing{pixelTypePacking(pixelType)}) {
-    case Packing::Plain8:
+    case Packing::Unpacked8:
     case Packing::Flex8:
         return pixelsOf<unpack::bytes>(samples);
-    case Packing::Plain10:
+    case Packing::Unpacked10:
         return pixelsOf<unpack::words10>(samples);
-    case Packing::Plain12:
+    case Packing::Unpacked12:
         return pixelsOf<unpack::words12>(samples);
-    case Packing::Plain14:
+    case Packing::Unpacked14:
         return pixelsOf<unpack::words14>(samples);
-    case Packing::Plain16:
+    case Packing::Unpacked16:
         return pixelsOf<unpack::words16>(samples);
     case Packing::Packed10:
         return unpack::pairs10;

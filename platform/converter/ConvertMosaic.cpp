@@ -1,6 +1,6 @@
 #include "platform/converter/ConvertMosaic.h"
 
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 #include "image/unpack/UnpackRow.h"
 #include "platform/converter/BayerLuma.h"
 #include "platform/converter/PanchromaticLuma.h"
@@ -15,10 +15,10 @@ namespace {
 
 /// Samples around a tile that its luma needs, where the image has them. One would do; two rows keep the
 /// colour cell in step, four columns also begin at a whole byte in every format.
-constexpr std::uint32_t MarginLines = 2;
+constexpr std::uint32_t MarginRows = 2;
 constexpr std::uint32_t MarginColumns = 4;
 /// A tile with its luma stays in the cache and is little enough for OpenCV to do it on the calling thread.
-constexpr std::uint32_t TileLines = 64;
+constexpr std::uint32_t TileRows = 64;
 constexpr std::uint32_t TileColumns = 1024;
 
 /// A range of rows or columns, and the same with its margins.
@@ -48,7 +48,7 @@ MosaicToLuma conversionFor(const _ZorImage& source)
 /// Of the largest tile, margins included.
 std::size_t samplesOfTile(const _ZorImage& image)
 {
-    return std::size_t{std::min(image.height, TileLines + 2 * MarginLines)} *
+    return std::size_t{std::min(image.height, TileRows + 2 * MarginRows)} *
            std::min(image.width, TileColumns + 2 * MarginColumns);
 }
 
@@ -66,19 +66,19 @@ public:
     {
     }
 
-    void operator()(const Range& lines, const Range& columns)
+    void operator()(const Range& rows, const Range& columns)
     {
         const std::size_t width = columns.outerEnd - columns.outerBegin;
-        const std::size_t height = lines.outerEnd - lines.outerBegin;
+        const std::size_t height = rows.outerEnd - rows.outerBegin;
         for (std::size_t y = 0; y < height; ++y) {
-            const std::uint8_t* line = m_source.data + (lines.outerBegin + y) * m_source.pitch;
-            m_unpack(line + tightPitch(m_source.pixelType, columns.outerBegin), m_mosaic.data() + y * width,
+            const std::uint8_t* row = m_source.data + (rows.outerBegin + y) * m_source.pitch;
+            m_unpack(row + tightPitch(m_source.pixelType, columns.outerBegin), m_mosaic.data() + y * width,
                      width);
         }
         const Luma luma{m_luma.data(), width, width, height};
         m_toLuma(m_source.pixelType, {m_mosaic.data(), width, width, height}, luma);
-        for (std::size_t y = lines.begin; y < lines.end; ++y) {
-            m_store.store(luma.line(y - lines.outerBegin) + (columns.begin - columns.outerBegin),
+        for (std::size_t y = rows.begin; y < rows.end; ++y) {
+            m_store.store(luma.row(y - rows.outerBegin) + (columns.begin - columns.outerBegin),
                           columns.end - columns.begin, m_result.data + y * m_result.pitch, columns.begin);
         }
     }
@@ -98,10 +98,10 @@ private:
 void convertMosaic(const _ZorImage& source, const _ZorImage& result)
 {
     TileConverter convert(source, result);
-    for (std::uint64_t y = 0; y < source.height; y += TileLines) {
-        const Range lines(static_cast<std::uint32_t>(y), TileLines, MarginLines, source.height);
+    for (std::uint64_t y = 0; y < source.height; y += TileRows) {
+        const Range rows(static_cast<std::uint32_t>(y), TileRows, MarginRows, source.height);
         for (std::uint64_t x = 0; x < source.width; x += TileColumns)
-            convert(lines, {static_cast<std::uint32_t>(x), TileColumns, MarginColumns, source.width});
+            convert(rows, {static_cast<std::uint32_t>(x), TileColumns, MarginColumns, source.width});
     }
 }
 

@@ -24,19 +24,19 @@ std::uint16_t meanOf(unsigned a, unsigned b)
 /// A pixel on the border.
 std::uint16_t borderMean(const Mosaic& mosaic, std::size_t x, std::size_t y)
 {
-    const std::uint16_t* line = mosaic.line(y);
+    const std::uint16_t* row = mosaic.row(y);
     const bool left = x > 0;
     const bool right = x + 1 < mosaic.width;
     const bool above = y > 0;
     const bool below = y + 1 < mosaic.height;
     if (left && right)
-        return meanOf(line[x - 1], line[x + 1]);
+        return meanOf(row[x - 1], row[x + 1]);
     if (above && below)
-        return meanOf(mosaic.line(y - 1)[x], mosaic.line(y + 1)[x]);
+        return meanOf(mosaic.row(y - 1)[x], mosaic.row(y + 1)[x]);
     const bool horizontal = left || right;
     const bool vertical = above || below;
-    const std::uint16_t beside = horizontal ? line[left ? x - 1 : x + 1] : line[x];
-    const std::uint16_t across = vertical ? mosaic.line(above ? y - 1 : y + 1)[x] : line[x];
+    const std::uint16_t beside = horizontal ? row[left ? x - 1 : x + 1] : row[x];
+    const std::uint16_t across = vertical ? mosaic.row(above ? y - 1 : y + 1)[x] : row[x];
     return horizontal && vertical ? meanOf(beside, across) : horizontal ? beside : across;
 }
 
@@ -46,16 +46,15 @@ void panchromaticLuma(std::uint32_t pixelType, const Mosaic& mosaic, const Luma&
 {
     const std::size_t first = firstPanchromatic(pixelType);
     for (std::size_t y = 0; y < mosaic.height; ++y) {
-        const std::uint16_t* line = mosaic.line(y);
-        std::uint16_t* destination = luma.line(y);
-        std::copy_n(line, mosaic.width, destination);
+        const std::uint16_t* row = mosaic.row(y);
+        std::uint16_t* destination = luma.row(y);
+        std::copy_n(row, mosaic.width, destination);
         const bool inner = y > 0 && y + 1 < mosaic.height;
         for (std::size_t x = (first + y + 1) % 2; x < mosaic.width; x += 2) {
             if (!inner || x == 0 || x + 1 == mosaic.width) {
                 destination[x] = borderMean(mosaic, x, y);
             } else {
-                const unsigned sum =
-                    line[x - 1] + line[x + 1] + mosaic.line(y - 1)[x] + mosaic.line(y + 1)[x];
+                const unsigned sum = row[x - 1] + row[x + 1] + mosaic.row(y - 1)[x] + mosaic.row(y + 1)[x];
                 destination[x] = static_cast<std::uint16_t>((sum + 2) / 4);
             }
         }

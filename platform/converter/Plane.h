@@ -13,7 +13,7 @@ template <typename Sample> struct Plane
     std::size_t width = 0;
     std::size_t height = 0;
 
-    Sample* line(std::size_t y) const { return samples + y * stride; }
+    Sample* row(std::size_t y) const { return samples + y * stride; }
 };
 
 /// What is read from: one sample a pixel, each of its own colour filter.

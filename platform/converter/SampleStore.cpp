@@ -12,11 +12,10 @@ SampleStore::SampleStore(std::uint32_t sourceBits, std::uint32_t target)
 {
 }
 
-void SampleStore::store(std::uint16_t* samples, std::size_t count, std::uint8_t* line,
-                        std::size_t first) const
+void SampleStore::store(std::uint16_t* samples, std::size_t count, std::uint8_t* row, std::size_t first) const
 {
     changeDepth(samples, count, m_sourceBits, m_targetBits);
-    (m_bytes == 1 ? storeBytes : storeWords)(samples, count, line + first * m_bytes);
+    (m_bytes == 1 ? storeBytes : storeWords)(samples, count, row + first * m_bytes);
 }
 
 } // namespace zor::platform

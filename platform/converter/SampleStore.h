@@ -16,9 +16,9 @@ public:
     /// Whether samples need no more than to be copied as words.
     bool isPlainCopy() const { return m_bytes == 2 && m_sourceBits == m_targetBits; }
 
-    /// Uses up `samples`. `line` is the first byte of the destination's row, `first` the pixel in it that
+    /// Uses up `samples`. `row` is the first byte of the destination's row, `first` the pixel in it that
     /// gets the first sample.
-    void store(std::uint16_t* samples, std::size_t count, std::uint8_t* line, std::size_t first) const;
+    void store(std::uint16_t* samples, std::size_t count, std::uint8_t* row, std::size_t first) const;
 
 private:
     std::uint32_t m_sourceBits;

@@ -22,12 +22,12 @@ std::uint16_t lumaAt(const ColourFilter& filter, const Mosaic& mosaic, std::size
     const std::size_t endX = std::min(x + 2, mosaic.width);
     for (std::size_t v = y > 0 ? y - 1 : 0; v < endY; ++v) {
         for (std::size_t u = x > 0 ? x - 1 : 0; u < endX; ++u) {
-            sum[filter.at(u, v)] += mosaic.line(v)[u];
+            sum[filter.at(u, v)] += mosaic.row(v)[u];
             ++count[filter.at(u, v)];
         }
     }
     const ColourFilter::Colour own = filter.at(x, y);
-    sum[own] = mosaic.line(y)[x];
+    sum[own] = mosaic.row(y)[x];
     count[own] = 1;
 
     std::uint64_t weighted = 0;
@@ -48,7 +48,7 @@ void smallBayerLuma(std::uint32_t pixelType, const Mosaic& mosaic, const Luma& l
     const ColourFilter filter(*exactPixelTypeRow(pixelType));
     for (std::size_t y = 0; y < mosaic.height; ++y) {
         for (std::size_t x = 0; x < mosaic.width; ++x)
-            luma.line(y)[x] = lumaAt(filter, mosaic, x, y);
+            luma.row(y)[x] = lumaAt(filter, mosaic, x, y);
     }
 }
 

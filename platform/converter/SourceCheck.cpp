@@ -1,6 +1,6 @@
 #include "platform/converter/SourceCheck.h"
 
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
 

@@ -1,11 +1,11 @@
 #include "image/ZorImageConverter.h"
 
-#include "image/LineBytes.h"
 #include "image/MonoTarget.h"
+#include "image/Pitch.h"
 #include "image/PixelTypeCode.h"
 #include "platform/Export.h"
-#include "platform/converter/ConvertLines.h"
 #include "platform/converter/ConvertMosaic.h"
+#include "platform/converter/ConvertRows.h"
 #include "platform/converter/SourceCheck.h"
 #include "platform/records/Records.h"
 
@@ -55,7 +55,7 @@ void convert(const _ZorImage& source, const _ZorImage& result)
     if (family == zor::PixelFamily::Bayer || family == zor::PixelFamily::TrueSense)
         zor::platform::convertMosaic(source, result);
     else
-        zor::platform::convertLines(source, result);
+        zor::platform::convertRows(source, result);
     fillPadding(result);
 }
 

@@ -266,7 +266,7 @@ void TestZorffcCompute::warnsOfAPoorFrame_data()
     QTest::newRow("samples of 12 bits in a file of 16")
         << pgm(2, 1, 65535, {3000, 3000}) << QStringList{}
         << QStringList{dark.arg("3000.0", "4.6") +
-                       ", or tell with --depth or --format that its samples have fewer than 16 bits"};
+                       ", or say with --depth or --format that its samples have fewer than 16 bits"};
     QTest::newRow("the same with the depth given")
         << pgm(2, 1, 65535, {3000, 3000}) << QStringList{"--depth", "12"} << QStringList{};
 

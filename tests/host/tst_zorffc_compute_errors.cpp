@@ -163,7 +163,7 @@ void TestZorffcComputeErrors::refusesBadTargets_data()
 {
     QTest::addColumn<QString>("target");
     QTest::addColumn<QString>("problem");
-    const QString ending = ": the name does not tell the file's kind; give --output a name that ends in .ffc";
+    const QString ending = ": the name does not say the file's kind; give --output a name that ends in .ffc";
     QTest::newRow("a frame that is not read") << "other.pgm"
                                               << "other.pgm" + ending;
     QTest::newRow("a name without an ending") << "f"

@@ -57,7 +57,7 @@ void TestZorffcConvertErrors::refusesWhatIsWrong_data()
     QTest::newRow("a name without an ending") << QStringList{"f.pgm", "target"} << "target: the name does";
     QTest::newRow("a kind that is not written") << QStringList{"f.pgm", "t.jpg"}
                                                 << "t.jpg: the name does not "
-                                                   "tell the file's kind; " +
+                                                   "say the file's kind; " +
                                                        endings;
     QTest::newRow("an ending alone") << QStringList{"f.pgm", ".png"} << endings;
     QTest::newRow("an empty name") << QStringList{"f.pgm", ""} << endings;
@@ -70,7 +70,7 @@ void TestZorffcConvertErrors::refusesWhatIsWrong_data()
     QTest::newRow("a folder in the output's place")
         << QStringList{"f.pgm", "folder.png"} << "folder.png: is a folder";
     QTest::newRow("a link to itself") << QStringList{"f.pgm", "loop.png"} << "loop.png: is a link that leads";
-    QTest::newRow("a device") << QStringList{"f.pgm", "/dev/full"} << "/dev/full: the name does not tell";
+    QTest::newRow("a device") << QStringList{"f.pgm", "/dev/full"} << "/dev/full: the name does not say";
     QTest::newRow("a link to a device")
         << QStringList{"f.pgm", "full.png"} << "full.png: is not a regular file; give another file name";
     QTest::newRow("a folder that takes no files")

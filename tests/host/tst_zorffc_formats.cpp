@@ -59,17 +59,17 @@ void TestZorffcFormats::aLineTellsAFormat_data()
 {
     QTest::addColumn<QString>("line");
     for (const char* line : {
-             "1 Mono8 0x01080101 Mono 8 8 plain 1 Mono8 Y",
+             "1 Mono8 0x01080101 Mono 8 8 unpacked 1 Mono8 Y",
              "4 Mono10Packed 0x010C1204 Mono 10 12 packed 1 Mono10 Y",
              "7 Mono12p 0x010C2307 Mono 10 12 p 1 Mono10 Y",
-             "10 Mono14 0x0110040A Mono 14 16 plain 1 Mono8 Y",
+             "10 Mono14 0x0110040A Mono 14 16 unpacked 1 Mono8 Y",
              "25 BayerGR10p 0x030A2219 Bayer 10 10 p 1 Mono10 G R G2 B",
-             "48 BayerBG16 0x03100530 Bayer 16 16 plain 1 Mono16 B G R G2",
-             "65 TrueSense_BGGR_WBBW_0_10 0x04100241 TrueSense 10 16 plain 1 Mono10 "
+             "48 BayerBG16 0x03100530 Bayer 16 16 unpacked 1 Mono16 B G R G2",
+             "65 TrueSense_BGGR_WBBW_0_10 0x04100241 TrueSense 10 16 unpacked 1 Mono10 "
              "W B W G B W G W W G W R G W R W",
-             "116 BGRa8 0x02200174 RGB 8 32 plain 4 Mono8 B G R A",
+             "116 BGRa8 0x02200174 RGB 8 32 unpacked 4 Mono8 B G R A",
              "126 RGB_10_FLEX_Packed 0x0220327E RGB 10 32 flex 3 Mono10 R G B",
-             "133 YCbCr422_8 0x05100185 YUV 8 16 plain 3 Mono8 Y Cb Y Cr",
+             "133 YCbCr422_8 0x05100185 YUV 8 16 unpacked 3 Mono8 Y Cb Y Cr",
          })
         QTest::newRow(line) << QString(line);
 }
@@ -86,9 +86,9 @@ void TestZorffcFormats::aLineTellsAFormat()
 void TestZorffcFormats::everyColumnHasItsPlace()
 {
     const QStringList lines = formats().out.split('\n');
-    QCOMPARE(lines[0], QString("row  name                      code        family     depth  bits  packing  "
+    QCOMPARE(lines[0], QString("row  name                      code        family     depth  bits  packing   "
                                "channels  target  layout"));
-    QCOMPARE(lines[8], QString("  8  Mono12Packed              0x010C1308  Mono          12    12  packed   "
+    QCOMPARE(lines[8], QString("  8  Mono12Packed              0x010C1308  Mono          12    12  packed    "
                                "       1  Mono12  Y"));
     const int code = lines[0].indexOf("code");
     const int layout = lines[0].indexOf("layout");

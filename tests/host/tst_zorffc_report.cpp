@@ -383,7 +383,7 @@ void TestZorffcReport::refusesBadFiles_data()
         << good << QStringList{"f.pgm", "--ffc", "f.ffc", "-o", "f.pgm"} << "f.pgm: is the file that is read";
     QTest::newRow("a picture of another kind")
         << good << QStringList{"f.pgm", "--ffc", "f.ffc", "-o", "f.jpg"}
-        << "f.jpg: the name does not tell the file's kind";
+        << "f.jpg: the name does not say the file's kind";
     QTest::newRow("a missing folder")
         << good << QStringList{"f.pgm", "--ffc", "f.ffc", "-o", "absent/f.png"} << "absent/f.png";
     QTest::newRow("a file that is cut inside its last number")

@@ -10,9 +10,10 @@
 #include <vector>
 
 /// An image of one row in a plain format, from its samples.
-struct Line
+struct OneRow
 {
-    Line(const zor::FormatBlock& format, std::uint32_t width, const QVector<qint64>& samples, int sampleBytes)
+    OneRow(const zor::FormatBlock& format, std::uint32_t width, const QVector<qint64>& samples,
+           int sampleBytes)
         : bytes(static_cast<std::size_t>(samples.size() * sampleBytes))
     {
         for (int i = 0; i < samples.size(); ++i)
@@ -20,8 +21,8 @@ struct Line
         image = recordOf(0, width, 1, static_cast<std::uint32_t>(bytes.size()), bytes.data(), bytes.size());
         static_cast<zor::FormatBlock&>(image) = format;
     }
-    Line(const Line&) = delete;
-    Line& operator=(const Line&) = delete;
+    OneRow(const OneRow&) = delete;
+    OneRow& operator=(const OneRow&) = delete;
 
     std::vector<std::uint8_t> bytes;
     _ZorImage image;

@@ -1,5 +1,5 @@
 #include "image/HighLightProcessor.h"
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 #include "image/ZorFormatFromCode.h"
 #include "tests/image/TestRecords.h"
 #include "tests/platform/GuardedBytes.h"
@@ -50,8 +50,8 @@ private slots:
     void signedBytesAreNeverMarked();
     void packedImagesAreCopies_data();
     void packedImagesAreCopies();
-    void marksRunOnBehindALine_data();
-    void marksRunOnBehindALine();
+    void marksRunOnAfterARow_data();
+    void marksRunOnAfterARow();
     void marksRunOnBehindTheImage_data();
     void marksRunOnBehindTheImage();
     void everyFormatAgreesWithTheReference_data();
@@ -61,11 +61,11 @@ private slots:
 void TestHighlightMarks::linesAreMarkedAsTold_data()
 {
     QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QVector<qint64>>("line");
+    QTest::addColumn<QVector<qint64>>("row");
     QTest::addColumn<QVector<qint64>>("expected");
     using V = QVector<qint64>;
-    const auto add = [](const char* title, const char* name, const V& line, const V& expected) {
-        QTest::newRow(title) << QByteArray(name) << line << expected;
+    const auto add = [](const char* title, const char* name, const V& row, const V& expected) {
+        QTest::newRow(title) << QByteArray(name) << row << expected;
     };
     add("one bright pixel clears two", "Mono8", V{10, 200, 10, 10, 10}, V{10, 200, 0, 0, 10});
     add("a run keeps its values", "Mono8", V{200, 200, 10, 10}, V{200, 200, 0, 0});
@@ -87,17 +87,17 @@ void TestHighlightMarks::linesAreMarkedAsTold_data()
 void TestHighlightMarks::linesAreMarkedAsTold()
 {
     QFETCH(QByteArray, name);
-    QFETCH(QVector<qint64>, line);
+    QFETCH(QVector<qint64>, row);
     const zor::FormatBlock format = ZorFormatFromCode(codeOf(name.constData()));
     const int sampleBytes = format.depth <= 8 ? 1 : 2;
     const std::uint32_t samples = format.pixelBits / (8 * static_cast<std::uint32_t>(sampleBytes));
     // After the row the marks of its last pixels have room.
-    Line source(format, static_cast<std::uint32_t>(line.size()) / samples, line + QVector<qint64>{0, 0},
-                sampleBytes);
+    OneRow source(format, static_cast<std::uint32_t>(row.size()) / samples, row + QVector<qint64>{0, 0},
+                  sampleBytes);
     const std::vector<std::uint8_t> before = source.bytes;
     HighLightProcessor processor;
     QCOMPARE(processor.processImage(&source.image), 0);
-    QTEST(samplesOf(*processor.outputImage(), line.size(), sampleBytes), "expected");
+    QTEST(samplesOf(*processor.outputImage(), row.size(), sampleBytes), "expected");
     QVERIFY(source.bytes == before);
     QVERIFY(processor.outputImage()->data != source.image.data);
 }
@@ -152,8 +152,8 @@ void TestHighlightMarks::theThresholdIs128AtEveryDepth()
     QFETCH(int, sampleBytes);
     QFETCH(qlonglong, value);
     QFETCH(bool, isMarked);
-    Line source(plainFormat(depth, isSigned, static_cast<std::uint32_t>(8 * sampleBytes)), 5,
-                {1, value, 2, 3, 4}, sampleBytes);
+    OneRow source(plainFormat(depth, isSigned, static_cast<std::uint32_t>(8 * sampleBytes)), 5,
+                  {1, value, 2, 3, 4}, sampleBytes);
     HighLightProcessor processor;
     processor.processImage(&source.image);
     const QVector<qint64> expected =
@@ -166,7 +166,7 @@ void TestHighlightMarks::signedBytesAreNeverMarked()
     QVector<qint64> all;
     for (int value = -128; value < 128; ++value)
         all.append(value);
-    Line source(plainFormat(8, true, 8), 256, all, 1);
+    OneRow source(plainFormat(8, true, 8), 256, all, 1);
     HighLightProcessor processor;
     processor.processImage(&source.image);
     QCOMPARE(samplesOf(*processor.outputImage(), 256, 1), all);
@@ -196,7 +196,7 @@ void TestHighlightMarks::packedImagesAreCopies()
     }
 }
 
-void TestHighlightMarks::marksRunOnBehindALine_data()
+void TestHighlightMarks::marksRunOnAfterARow_data()
 {
     QTest::addColumn<uint>("pitch");
     QTest::addColumn<QByteArray>("bytes");
@@ -213,7 +213,7 @@ void TestHighlightMarks::marksRunOnBehindALine_data()
     add("bright padding is no pixel", 5, "01 02 03 FF FF 04 05 06 FF FF", "01 02 03 FF FF 04 05 06 FF FF");
 }
 
-void TestHighlightMarks::marksRunOnBehindALine()
+void TestHighlightMarks::marksRunOnAfterARow()
 {
     QFETCH(uint, pitch);
     QFETCH(QByteArray, bytes);
@@ -228,7 +228,7 @@ void TestHighlightMarks::marksRunOnBehindALine()
 
 void TestHighlightMarks::marksRunOnBehindTheImage_data()
 {
-    QTest::addColumn<QVector<qint64>>("line");
+    QTest::addColumn<QVector<qint64>>("row");
     QTest::addColumn<int>("sampleBytes");
     QTest::addColumn<int>("cleared");
     using V = QVector<qint64>;
@@ -243,12 +243,12 @@ void TestHighlightMarks::marksRunOnBehindTheImage_data()
 // Up to two elements, in the bytes that the image library keeps after each image.
 void TestHighlightMarks::marksRunOnBehindTheImage()
 {
-    QFETCH(QVector<qint64>, line);
+    QFETCH(QVector<qint64>, row);
     QFETCH(int, sampleBytes);
     QFETCH(int, cleared);
-    Line source(plainFormat(static_cast<std::uint32_t>(8 * sampleBytes), false,
-                            static_cast<std::uint32_t>(8 * sampleBytes)),
-                3, line, sampleBytes);
+    OneRow source(plainFormat(static_cast<std::uint32_t>(8 * sampleBytes), false,
+                              static_cast<std::uint32_t>(8 * sampleBytes)),
+                  3, row, sampleBytes);
     HighLightProcessor processor;
     processor.processImage(&source.image);
     // The next image of the same size is copied into the same block.

@@ -94,14 +94,14 @@ void TestHighlightProcessor::emptyImagesAreCloned()
 void TestHighlightProcessor::eachImageReplacesTheLast()
 {
     HighLightProcessor processor;
-    Line first(plainFormat(8, false, 8), 4, {200, 1, 2, 3}, 1);
+    OneRow first(plainFormat(8, false, 8), 4, {200, 1, 2, 3}, 1);
     processor.processImage(&first.image);
-    Line second(plainFormat(12, false, 16), 6, {1, 2, 130, 3, 4, 5}, 2);
+    OneRow second(plainFormat(12, false, 16), 6, {1, 2, 130, 3, 4, 5}, 2);
     processor.processImage(&second.image);
     QCOMPARE(processor.outputImage()->width, 6u);
     QCOMPARE(samplesOf(*processor.outputImage(), 6, 2), (QVector<qint64>{1, 2, 130, 0, 0, 5}));
     // Of the same size: what the last marks cleared is there again.
-    Line third(plainFormat(12, false, 16), 6, {1, 2, 3, 4, 5, 6}, 2);
+    OneRow third(plainFormat(12, false, 16), 6, {1, 2, 3, 4, 5, 6}, 2);
     processor.processImage(&third.image);
     QCOMPARE(samplesOf(*processor.outputImage(), 6, 2), (QVector<qint64>{1, 2, 3, 4, 5, 6}));
 }
@@ -112,7 +112,7 @@ void TestHighlightProcessor::withoutSourceOrCopyNothingHappens()
     QCOMPARE(processor.processImage(nullptr), 0);
     QVERIFY(!processor.outputImage());
 
-    Line source(plainFormat(8, false, 8), 3, {200, 1, 2}, 1);
+    OneRow source(plainFormat(8, false, 8), 3, {200, 1, 2}, 1);
     cloning = Cloning::FailsAndNullsTheSlot;
     QCOMPARE(processor.processImage(&source.image), 0);
     QVERIFY(!processor.outputImage());
@@ -142,7 +142,7 @@ void TestHighlightProcessor::answersOfTheInterface()
     QCOMPARE(base.baseZero(), 0);
     QVERIFY(base.baseTrue());
     QVERIFY(base.baseTrueToo());
-    Line source(plainFormat(8, false, 8), 3, {200, 1, 2}, 1);
+    OneRow source(plainFormat(8, false, 8), 3, {200, 1, 2}, 1);
     base.processImage(&source.image);
     _ZorImage* const output = base.outputImage();
     base.noOperation();
@@ -154,7 +154,7 @@ void TestHighlightProcessor::theCopyIsGivenBack()
 {
     delete new HighLightProcessor;
     QCOMPARE(releases, 0);
-    Line source(plainFormat(8, false, 8), 3, {200, 1, 2}, 1);
+    OneRow source(plainFormat(8, false, 8), 3, {200, 1, 2}, 1);
     std::unique_ptr<ZorImgProcessor> processor = std::make_unique<HighLightProcessor>();
     processor->processImage(&source.image);
     processor->processImage(&source.image);

@@ -1,4 +1,4 @@
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 #include "image/ZorImage.h"
 
 #include <QtTest>
@@ -13,10 +13,10 @@ class TestImageRecord : public QObject
 private slots:
     void everyFieldStandsAtItsOffset();
     void theFormatBlockIsBytes8To31();
-    void aLineTakesItsBitsRoundedUp_data();
-    void aLineTakesItsBitsRoundedUp();
-    void theLastLineMayBeShort_data();
-    void theLastLineMayBeShort();
+    void aRowTakesItsBitsRoundedUp_data();
+    void aRowTakesItsBitsRoundedUp();
+    void theLastRowMayBeShort_data();
+    void theLastRowMayBeShort();
 };
 
 namespace {
@@ -86,7 +86,7 @@ void TestImageRecord::theFormatBlockIsBytes8To31()
     QCOMPARE(sizeof(zor::FormatBlock), std::size_t(24));
 }
 
-void TestImageRecord::aLineTakesItsBitsRoundedUp_data()
+void TestImageRecord::aRowTakesItsBitsRoundedUp_data()
 {
     QTest::addColumn<quint32>("code");
     QTest::addColumn<quint32>("width");
@@ -102,7 +102,7 @@ void TestImageRecord::aLineTakesItsBitsRoundedUp_data()
     QTest::newRow("width 0") << 0x01080101U << 0U << quint64(0);
 }
 
-void TestImageRecord::aLineTakesItsBitsRoundedUp()
+void TestImageRecord::aRowTakesItsBitsRoundedUp()
 {
     QFETCH(quint32, code);
     QFETCH(quint32, width);
@@ -110,7 +110,7 @@ void TestImageRecord::aLineTakesItsBitsRoundedUp()
     QCOMPARE(quint64(zor::tightPitch(code, width)), bytes);
 }
 
-void TestImageRecord::theLastLineMayBeShort_data()
+void TestImageRecord::theLastRowMayBeShort_data()
 {
     QTest::addColumn<quint32>("code");
     QTest::addColumn<quint32>("width");
@@ -129,7 +129,7 @@ void TestImageRecord::theLastLineMayBeShort_data()
         << Rgb16 << Largest / 6 << Largest << Largest << quint64(18446744065119617022U);
 }
 
-void TestImageRecord::theLastLineMayBeShort()
+void TestImageRecord::theLastRowMayBeShort()
 {
     QFETCH(quint32, code);
     QFETCH(quint32, width);

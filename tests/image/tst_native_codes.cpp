@@ -1,4 +1,4 @@
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
 #include "image/unpack/NativeCodes.h"
@@ -86,13 +86,13 @@ QVector<QVector<std::uint64_t>> placesOf(const QString& name, std::uint64_t x, s
     return name.endsWith("8") || name == "Mono8_FLExPacked" ? inSequence(1, 8, 8) : inSequence(1, 16, 16);
 }
 
-QVector<int> readBits(const std::uint8_t* line, const QVector<QVector<std::uint64_t>>& codes)
+QVector<int> readBits(const std::uint8_t* row, const QVector<QVector<std::uint64_t>>& codes)
 {
     QVector<int> values;
     for (const auto& places : codes) {
         int value = 0;
         for (int i = 0; i < places.size(); ++i)
-            value |= (line[places[i] / 8] >> (places[i] % 8) & 1) << i;
+            value |= (row[places[i] / 8] >> (places[i] % 8) & 1) << i;
         values.append(value);
     }
     return values;

@@ -231,8 +231,8 @@ void TestPixelIterator::walksAgreeWithTheirStarts()
         IteratorProbe walk(image);
         for (std::uint32_t y = 0; y < height; ++y) {
             for (std::uint32_t x = 0; x < width; ++x) {
-                const std::uint64_t inLine = inBits ? x * pixelBits / 8 : x * (pixelBits / 8);
-                const auto expected = static_cast<std::int64_t>(y * pitch + inLine);
+                const std::uint64_t inRow = inBits ? x * pixelBits / 8 : x * (pixelBits / 8);
+                const auto expected = static_cast<std::int64_t>(y * pitch + inRow);
                 const std::int64_t start = IteratorProbe(image, x, y).place();
                 QVERIFY2(
                     walk.place() == expected && start == expected,
@@ -365,16 +365,16 @@ void TestPixelIterator::packedSamplesAreWrittenWhereTheyLie()
         walk.nextRow(width);
     }
     for (std::uint32_t y = 0; y < Height; ++y) {
-        const std::uint8_t* line = pixels.data() + std::size_t{y} * pitch;
+        const std::uint8_t* row = pixels.data() + std::size_t{y} * pitch;
         for (std::uint32_t x = 0; x < width; ++x) {
             const std::size_t group = std::size_t{x / 2} * 24;
-            const std::uint32_t high = bitsAt(line, group + (x % 2 == 0 ? 0 : 16), 8);
-            const std::uint32_t low = bitsAt(line, group + (x % 2 == 0 ? 12 : 8), 4);
+            const std::uint32_t high = bitsAt(row, group + (x % 2 == 0 ? 0 : 16), 8);
+            const std::uint32_t low = bitsAt(row, group + (x % 2 == 0 ? 12 : 8), 4);
             const std::uint32_t expected = values[std::size_t{y} * width + x];
             QCOMPARE(high << lowBits | low, expected);
         }
         for (std::uint32_t i = (width * 12 + 7) / 8; i < pitch; ++i)
-            QCOMPARE(int(line[i]), 0xA5);
+            QCOMPARE(int(row[i]), 0xA5);
     }
 }
 

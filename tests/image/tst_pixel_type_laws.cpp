@@ -116,7 +116,7 @@ void TestPixelTypeLaws::pixelBitsHoldTheSamples()
     // 4:2:2 formats store two samples a pixel, all others one for each channel.
     const std::uint32_t stored = QString(row.name).contains("422") ? 2 : row.channels;
     QVERIFY(bits >= stored * zor::pixelTypeSampleBits(row.code));
-    if (zor::pixelTypePackingClass(row.code) == zor::PackingClass::Plain) {
+    if (zor::pixelTypePackingClass(row.code) == zor::PackingClass::Unpacked) {
         QCOMPARE(bits, stored * (row.depth > 8 ? 16U : 8U));
     }
 }
@@ -174,8 +174,8 @@ void TestPixelTypeLaws::theCellIsTheOneOfTheName()
             QCOMPARE(letter, format.component(lower ? 3 - n : n, lower ? 1 : 0));
         } else if (family == zor::PixelFamily::TrueSense) {
             const std::uint32_t column = n % 4 + 4 - row.phase % 2;
-            const std::uint32_t line = n / 4 + 4 - row.phase / 2;
-            QCOMPARE(letter, format.component(column, line));
+            const std::uint32_t y = n / 4 + 4 - row.phase / 2;
+            QCOMPARE(letter, format.component(column, y));
         } else {
             QCOMPARE(letter, format.component(n / format.samplesPerPixel, 0, n % format.samplesPerPixel));
         }
@@ -201,7 +201,7 @@ void TestPixelTypeLaws::packingIsTheOneOfTheName()
     const std::uint32_t samples =
         reference::pixelFormats()[zor::pixelTypeNumber(row.code) - 1].samplesPerPixel;
     switch (zor::pixelTypePackingClass(row.code)) {
-    case zor::PackingClass::Plain:
+    case zor::PackingClass::Unpacked:
         QVERIFY(!name.endsWith('p') && !name.contains("packed", Qt::CaseInsensitive));
         QCOMPARE(bits % 8, 0U);
         break;

@@ -1,4 +1,4 @@
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 #include "image/ZorPixelTypeTable.h"
 #include "image/unpack/UnpackRow.h"
 #include "tests/platform/GuardedBytes.h"
@@ -50,16 +50,16 @@ void TestUnpackRow::everySampleComesFromItsBits()
     widths.insert(widths.end(), {63, 64, 65, 1023, 1024, 1025});
     for (const std::uint32_t width : widths) {
         for (int filling = 0; filling < 4; ++filling) {
-            const std::size_t size = format.lineBytes(width);
+            const std::size_t size = format.rowBytes(width);
             QCOMPARE(zor::tightPitch(code, width), std::uint64_t(size));
-            const GuardedBytes line(size);
+            const GuardedBytes row(size);
             for (std::size_t i = 0; i < size; ++i)
-                line.data()[i] = filling == 0 ? 0 : filling == 1 ? 0xFF : std::uint8_t(m_random());
+                row.data()[i] = filling == 0 ? 0 : filling == 1 ? 0xFF : std::uint8_t(m_random());
             const std::size_t count = std::size_t{width} * format.samplesPerPixel;
             std::vector<std::uint16_t> samples(count + 4, 0xBEEF);
-            unpack(line.data(), samples.data(), width);
+            unpack(row.data(), samples.data(), width);
             for (std::size_t i = 0; i < count; ++i) {
-                const std::uint32_t expected = format.value(line.data(), i / format.samplesPerPixel,
+                const std::uint32_t expected = format.value(row.data(), i / format.samplesPerPixel,
                                                             std::uint32_t(i % format.samplesPerPixel));
                 if (samples[i] != expected)
                     QFAIL(qPrintable(QString("width %1, filling %2, sample %3: expected %4, got %5")

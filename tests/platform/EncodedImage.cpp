@@ -28,8 +28,8 @@ _ZorImage recordFor(std::uint32_t code, std::uint32_t width, std::uint32_t heigh
 EncodedImage::EncodedImage(const reference::PixelFormat& format, std::uint32_t width, std::uint32_t height,
                            const Scene& scene, std::uint32_t padding)
     : m_format(format)
-    , m_pitch(format.lineBytes(width) + padding)
-    , m_bytes(std::size_t{height - 1} * m_pitch + format.lineBytes(width))
+    , m_pitch(format.rowBytes(width) + padding)
+    , m_bytes(std::size_t{height - 1} * m_pitch + format.rowBytes(width))
     , m_record(recordFor(format.code, width, height, m_pitch, std::uint32_t(m_bytes.size()), m_bytes.data()))
 {
     m_record.depth = format.heldBits;
@@ -44,11 +44,11 @@ EncodedImage::EncodedImage(const reference::PixelFormat& format, std::uint32_t w
 
 void EncodedImage::put(std::uint32_t x, std::uint32_t y, std::uint32_t index, std::uint32_t value)
 {
-    std::uint8_t* line = m_bytes.data() + std::size_t{y} * m_pitch;
+    std::uint8_t* row = m_bytes.data() + std::size_t{y} * m_pitch;
     for (std::uint32_t bit = 0; bit < m_format.storedBits; ++bit) {
         const std::uint64_t place = m_format.bitPlace(x, index, bit);
         const auto mask = std::uint8_t(1 << place % 8);
-        line[place / 8] = std::uint8_t((line[place / 8] & ~mask) | (value >> bit & 1 ? mask : 0));
+        row[place / 8] = std::uint8_t((row[place / 8] & ~mask) | (value >> bit & 1 ? mask : 0));
     }
 }
 
@@ -67,8 +67,8 @@ Converted::~Converted()
 
 std::uint32_t Converted::sample(std::uint32_t x, std::uint32_t y) const
 {
-    const std::uint8_t* line = m_record->data + std::size_t{y} * m_record->pitch;
-    return m_record->pixelBits == 8 ? line[x] : line[2 * x] + 256U * line[2 * x + 1];
+    const std::uint8_t* row = m_record->data + std::size_t{y} * m_record->pitch;
+    return m_record->pixelBits == 8 ? row[x] : row[2 * x] + 256U * row[2 * x + 1];
 }
 
 QString differences(const reference::PixelFormat& format, const _ZorImage& source, const MonoTarget& target,

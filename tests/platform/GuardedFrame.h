@@ -11,7 +11,7 @@ class GuardedFrame
 {
 public:
     GuardedFrame(const zor::Frame& frame, const reference::PixelFormat& format)
-        : m_bytes(std::size_t(frame.height - 1) * frame.pitch + format.lineBytes(frame.width))
+        : m_bytes(std::size_t(frame.height - 1) * frame.pitch + format.rowBytes(frame.width))
         , m_record(frame.record())
     {
         std::copy_n(frame.pixels.begin(), m_bytes.size(), m_bytes.data());
@@ -20,10 +20,7 @@ public:
     }
 
     const _ZorImage& record() const { return m_record; }
-    const std::uint8_t* line(std::uint32_t y) const
-    {
-        return m_record.data + std::size_t(y) * m_record.pitch;
-    }
+    const std::uint8_t* row(std::uint32_t y) const { return m_record.data + std::size_t(y) * m_record.pitch; }
 
 private:
     GuardedBytes m_bytes;

@@ -23,11 +23,6 @@ private slots:
     void theResultRecordIsComplete_data();
     void theResultRecordIsComplete();
     void theSourceStaysAsItWas();
-    void whatDoesNotFitTogetherIsRefused_data();
-    void whatDoesNotFitTogetherIsRefused();
-    void onlyTheFourTargetsAreMade_data();
-    void onlyTheFourTargetsAreMade();
-    void nullArgumentsAreRefused();
 
 private:
     void compare(const reference::PixelFormat& format, const MonoTarget& target, std::uint32_t width,
@@ -71,8 +66,8 @@ void TestConvert::everySampleIsAsTheFormatsSay()
 void TestConvert::compare(const reference::PixelFormat& format, const MonoTarget& target, std::uint32_t width,
                           std::uint32_t height, std::uint32_t padding, int filling)
 {
-    const std::uint32_t pitch = format.lineBytes(width) + padding;
-    const GuardedBytes bytes(std::size_t{height - 1} * pitch + format.lineBytes(width));
+    const std::uint32_t pitch = format.rowBytes(width) + padding;
+    const GuardedBytes bytes(std::size_t{height - 1} * pitch + format.rowBytes(width));
     for (std::size_t i = 0; i < bytes.size(); ++i)
         bytes.data()[i] = filling == 0 ? 0 : filling == 1 ? 0xFF : std::uint8_t(m_random());
 
@@ -233,89 +228,6 @@ void TestConvert::theSourceStaysAsItWas()
     QVERIFY(result.record()->data != bytes.data());
     QVERIFY(bytes == before);
     QCOMPARE(std::memcmp(&source, &copy, sizeof(source)), 0);
-}
-
-using Change = void (*)(_ZorImage&);
-Q_DECLARE_METATYPE(Change)
-
-void TestConvert::whatDoesNotFitTogetherIsRefused_data()
-{
-    QTest::addColumn<Change>("change");
-    const auto add = [](const char* name, Change change) { QTest::newRow(name) << change; };
-    add("no pixels", [](_ZorImage& image) { image.data = nullptr; });
-    add("width 0", [](_ZorImage& image) { image.width = 0; });
-    add("height 0", [](_ZorImage& image) { image.height = 0; });
-    add("signed samples", [](_ZorImage& image) { image.isSigned = 1; });
-    add("row 0", [](_ZorImage& image) { image.pixelType = 0x01080100; });
-    add("row 134", [](_ZorImage& image) { image.pixelType = 0x01080186; });
-    add("row 255", [](_ZorImage& image) { image.pixelType = 0x010801FF; });
-    add("code 0", [](_ZorImage& image) { image.pixelType = 0; });
-    add("a mono row under other upper bytes", [](_ZorImage& image) { image.pixelType = 0x01100101; });
-    add("packing of another format", [](_ZorImage& image) { image.packing = 0x0200; });
-    add("pixel bits of another format", [](_ZorImage& image) { image.pixelBits = 16; });
-    add("pitch one byte short", [](_ZorImage& image) { image.pitch = 9; });
-    add("pitch 0", [](_ZorImage& image) { image.pitch = 0; });
-    add("imageSize one byte short", [](_ZorImage& image) { image.imageSize = 12 * 3 + 9; });
-    add("imageSize 0", [](_ZorImage& image) { image.imageSize = 0; });
-    add("a width that needs more than its row", [](_ZorImage& image) { image.width = 0xFFFFFFFF; });
-    add("a height that needs more than its bytes", [](_ZorImage& image) { image.height = 0xFFFFFFFF; });
-    add("pitch times height above 32 bits", [](_ZorImage& image) {
-        image.pitch = 0x80000000;
-        image.height = 3;
-        image.imageSize = 10;
-    });
-    add("a result row above 32 bits", [](_ZorImage& image) {
-        image.width = image.pitch = image.imageSize = 0xFFFFFFFF;
-        image.height = 1;
-    });
-    add("a result above 32 bits", [](_ZorImage& image) {
-        image.width = image.pitch = 3;
-        image.height = 0x40000000;
-        image.imageSize = 0xC0000000;
-    });
-}
-
-void TestConvert::whatDoesNotFitTogetherIsRefused()
-{
-    QFETCH(Change, change);
-    const GuardedBytes bytes(12 * 3 + 10);
-    _ZorImage source = recordFor(zor::Mono8, 10, 4, 12, 12 * 3 + 10, bytes.data());
-    QVERIFY(Converted(source, zor::Mono8).isDone());
-    change(source);
-    QVERIFY(Converted(source, zor::Mono8).isRefused());
-}
-
-void TestConvert::onlyTheFourTargetsAreMade_data()
-{
-    QTest::addColumn<qulonglong>("target");
-    QTest::newRow("code 0") << qulonglong(0);
-    QTest::newRow("Mono14") << qulonglong(codeOf("Mono14"));
-    QTest::newRow("Mono10p") << qulonglong(codeOf("Mono10p"));
-    QTest::newRow("Mono12Packed") << qulonglong(codeOf("Mono12Packed"));
-    QTest::newRow("Mono8_FLExPacked") << qulonglong(codeOf("Mono8_FLExPacked"));
-    QTest::newRow("BayerRG8") << qulonglong(codeOf("BayerRG8"));
-    QTest::newRow("RGB8") << qulonglong(codeOf("RGB8"));
-    QTest::newRow("Mono8 with a bit above the 32") << qulonglong(0x101080101);
-    QTest::newRow("Mono8's row under other upper bytes") << qulonglong(0x01100101);
-}
-
-void TestConvert::onlyTheFourTargetsAreMade()
-{
-    QFETCH(qulonglong, target);
-    std::vector<std::uint8_t> bytes(4);
-    const _ZorImage source = recordFor(zor::Mono8, 2, 2, 2, 4, bytes.data());
-    QVERIFY(Converted(source, static_cast<unsigned long>(target)).isRefused());
-}
-
-void TestConvert::nullArgumentsAreRefused()
-{
-    std::vector<std::uint8_t> bytes(4);
-    const _ZorImage source = recordFor(zor::Mono8, 2, 2, 2, 4, bytes.data());
-    _ZorImage other = {};
-    _ZorImage* result = &other;
-    QVERIFY(ZimConvert(nullptr, zor::Mono8, &result) != 0);
-    QVERIFY(result == nullptr);
-    QVERIFY(ZimConvert(&source, zor::Mono8, nullptr) != 0);
 }
 
 QTEST_APPLESS_MAIN(TestConvert)

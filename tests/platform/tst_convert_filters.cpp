@@ -137,7 +137,7 @@ void TestConvertFilters::aPatchOfColourHasItsLuma()
         return place % Side < Border || place % Side >= Side - Border;
     };
     for (const std::uint32_t padding : {0U, 3U}) {
-        const zor::EncodeLayout layout = {format.lineBytes(scene.width) + padding, 0xFF};
+        const zor::EncodeLayout layout = {format.rowBytes(scene.width) + padding, 0xFF};
         const GuardedFrame source(zor::encodeFrame(scene, format.code, layout), format);
         for (const MonoTarget& target : MonoTargets) {
             const Converted result(source.record(), target.code);
@@ -186,7 +186,7 @@ void TestConvertFilters::aUniformColourHasItsLumaAtEverySize()
             zor::SampleImage scene = {width, height, 3, {}};
             for (std::uint32_t i = 0; i < width * height; ++i)
                 scene.samples.insert(scene.samples.end(), pixel, pixel + 3);
-            const zor::EncodeLayout layout = {format.lineBytes(width) + height % 3, 0xFF};
+            const zor::EncodeLayout layout = {format.rowBytes(width) + height % 3, 0xFF};
             const GuardedFrame source(zor::encodeFrame(scene, format.code, layout), format);
             const double luma = reference::luma({double(pixel[0]), double(pixel[1]), double(pixel[2])});
             for (const MonoTarget& target : MonoTargets) {

@@ -62,10 +62,10 @@ cv::Mat samplesOf(const reference::PixelFormat& format, const zor::Frame& frame)
     const int channels = int(format.samplesPerPixel);
     cv::Mat samples(int(frame.height), int(frame.width) * channels, CV_16UC1);
     for (int y = 0; y < samples.rows; ++y) {
-        const std::uint8_t* line = frame.pixels.data() + std::size_t(y) * frame.pitch;
+        const std::uint8_t* row = frame.pixels.data() + std::size_t(y) * frame.pitch;
         for (int x = 0; x < samples.cols; ++x)
             samples.at<std::uint16_t>(y, x) =
-                std::uint16_t(format.value(line, std::uint32_t(x / channels), std::uint32_t(x % channels)));
+                std::uint16_t(format.value(row, std::uint32_t(x / channels), std::uint32_t(x % channels)));
     }
     return samples.reshape(channels);
 }

@@ -1,8 +1,9 @@
+#include "image/ZorImageConverter.h"
 #include "tests/platform/EncodedImage.h"
 
 #include <QtTest>
 
-/// Sources of every format that do not fit together.
+/// What the converter does not take: sources of every format that do not fit together, other targets.
 class TestConvertRefusals : public QObject
 {
     Q_OBJECT
@@ -12,6 +13,11 @@ private slots:
     void whatDoesNotFitTogetherIsRefused();
     void otherTargetsAreRefused_data() { whatDoesNotFitTogetherIsRefused_data(); }
     void otherTargetsAreRefused();
+    void sizesAndCodesOutOfRangeAreRefused_data();
+    void sizesAndCodesOutOfRangeAreRefused();
+    void targetsOutsideTheTableAreRefused_data();
+    void targetsOutsideTheTableAreRefused();
+    void nullArgumentsAreRefused();
 };
 
 namespace {
@@ -57,7 +63,7 @@ void TestConvertRefusals::whatDoesNotFitTogetherIsRefused()
              record.pixelType ^= 0x00010000;
              record.pixelBits ^= 1;
          }},
-        {"a line as long as 32 bits tell", [](_ZorImage& record) { record.width = 0xFFFFFFFF; }},
+        {"a row as long as 32 bits can say", [](_ZorImage& record) { record.width = 0xFFFFFFFF; }},
     };
     for (const auto& fault : faults) {
         _ZorImage record = image.record();
@@ -75,6 +81,73 @@ void TestConvertRefusals::otherTargetsAreRefused()
         const Converted result(image.record(), target.code);
         QVERIFY2(isMade ? result.isDone() : result.isRefused(), target.name.c_str());
     }
+}
+
+using Change = void (*)(_ZorImage&);
+Q_DECLARE_METATYPE(Change)
+
+void TestConvertRefusals::sizesAndCodesOutOfRangeAreRefused_data()
+{
+    QTest::addColumn<Change>("change");
+    const auto add = [](const char* name, Change change) { QTest::newRow(name) << change; };
+    add("row 0", [](_ZorImage& image) { image.pixelType = 0x01080100; });
+    add("row 134", [](_ZorImage& image) { image.pixelType = 0x01080186; });
+    add("row 255", [](_ZorImage& image) { image.pixelType = 0x010801FF; });
+    add("code 0", [](_ZorImage& image) { image.pixelType = 0; });
+    add("a mono row under other upper bytes", [](_ZorImage& image) { image.pixelType = 0x01100101; });
+    add("pitch 0", [](_ZorImage& image) { image.pitch = 0; });
+    add("a height that needs more than its bytes", [](_ZorImage& image) { image.height = 0xFFFFFFFF; });
+    add("pitch times height above 32 bits", [](_ZorImage& image) {
+        image.pitch = 0x80000000;
+        image.height = 3;
+        image.imageSize = 10;
+    });
+    add("a result row above 32 bits", [](_ZorImage& image) {
+        image.width = image.pitch = image.imageSize = 0xFFFFFFFF;
+        image.height = 1;
+    });
+    add("a result above 32 bits", [](_ZorImage& image) {
+        image.width = image.pitch = 3;
+        image.height = 0x40000000;
+        image.imageSize = 0xC0000000;
+    });
+}
+
+void TestConvertRefusals::sizesAndCodesOutOfRangeAreRefused()
+{
+    QFETCH(Change, change);
+    const GuardedBytes bytes(12 * 3 + 10);
+    _ZorImage source = recordFor(zor::Mono8, 10, 4, 12, 12 * 3 + 10, bytes.data());
+    QVERIFY(Converted(source, zor::Mono8).isDone());
+    change(source);
+    QVERIFY(Converted(source, zor::Mono8).isRefused());
+}
+
+void TestConvertRefusals::targetsOutsideTheTableAreRefused_data()
+{
+    QTest::addColumn<qulonglong>("target");
+    QTest::newRow("code 0") << qulonglong(0);
+    QTest::newRow("Mono8 with a bit above the 32") << qulonglong(0x101080101);
+    QTest::newRow("Mono8's row under other upper bytes") << qulonglong(0x01100101);
+}
+
+void TestConvertRefusals::targetsOutsideTheTableAreRefused()
+{
+    QFETCH(qulonglong, target);
+    std::vector<std::uint8_t> bytes(4);
+    const _ZorImage source = recordFor(zor::Mono8, 2, 2, 2, 4, bytes.data());
+    QVERIFY(Converted(source, static_cast<unsigned long>(target)).isRefused());
+}
+
+void TestConvertRefusals::nullArgumentsAreRefused()
+{
+    std::vector<std::uint8_t> bytes(4);
+    const _ZorImage source = recordFor(zor::Mono8, 2, 2, 2, 4, bytes.data());
+    _ZorImage other = {};
+    _ZorImage* result = &other;
+    QVERIFY(ZimConvert(nullptr, zor::Mono8, &result) != 0);
+    QVERIFY(result == nullptr);
+    QVERIFY(ZimConvert(&source, zor::Mono8, nullptr) != 0);
 }
 
 QTEST_APPLESS_MAIN(TestConvertRefusals)

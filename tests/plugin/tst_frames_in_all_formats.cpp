@@ -85,8 +85,7 @@ void TestFramesInAllFormats::everyFormatIsTakenAndShown()
     for (std::uint32_t i = 0; i < Width * Height; ++i)
         scene.samples.push_back(
             std::uint16_t(hasColourFilters(source) ? level : std::uint32_t(random()) & fullScale));
-    const zor::Frame frame =
-        zor::encodeFrame(scene, source.code, {source.lineBytes(Width) + Padding, Poison});
+    const zor::Frame frame = zor::encodeFrame(scene, source.code, {source.rowBytes(Width) + Padding, Poison});
 
     _ZorImage record = frame.record();
     m_host->plugIn().SetImage(&record);

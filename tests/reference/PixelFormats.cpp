@@ -99,8 +99,8 @@ PixelFormat formatOf(const ExpectedFormat& expected, std::uint32_t row)
 
 char PixelFormat::component(std::uint32_t x, std::uint32_t y, std::uint32_t sample) const
 {
-    const std::string& line = cell[y % cell.size()];
-    return line[(x * samplesPerPixel + sample) % line.size()];
+    const std::string& row = cell[y % cell.size()];
+    return row[(x * samplesPerPixel + sample) % row.size()];
 }
 
 std::uint64_t PixelFormat::bitPlace(std::uint64_t x, std::uint32_t sample, std::uint32_t bit) const
@@ -117,12 +117,12 @@ std::uint64_t PixelFormat::bitPlace(std::uint64_t x, std::uint32_t sample, std::
     return pair + (odd ? 16 : 0) + bit - lowBits;
 }
 
-std::uint32_t PixelFormat::value(const std::uint8_t* line, std::uint64_t x, std::uint32_t sample) const
+std::uint32_t PixelFormat::value(const std::uint8_t* row, std::uint64_t x, std::uint32_t sample) const
 {
     std::uint32_t value = 0;
     for (std::uint32_t bit = 0; bit < storedBits; ++bit) {
         const std::uint64_t place = bitPlace(x, sample, bit);
-        if ((line[place / 8] >> (place % 8)) % 2 == 1)
+        if ((row[place / 8] >> (place % 8)) % 2 == 1)
             value += 1U << bit;
     }
     return std::min(value, (1U << heldBits) - 1);

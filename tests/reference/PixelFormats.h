@@ -27,10 +27,10 @@ struct PixelFormat
     std::uint64_t bitPlace(std::uint64_t x, std::uint32_t sample, std::uint32_t bit) const;
 
     /// Bytes that hold the row's pixels.
-    std::uint32_t lineBytes(std::uint32_t width) const { return (width * pixelBits + 7) / 8; }
+    std::uint32_t rowBytes(std::uint32_t width) const { return (width * pixelBits + 7) / 8; }
 
     /// The sample's value, limited to the format's full scale.
-    std::uint32_t value(const std::uint8_t* line, std::uint64_t x, std::uint32_t sample = 0) const;
+    std::uint32_t value(const std::uint8_t* row, std::uint64_t x, std::uint32_t sample = 0) const;
 };
 
 /// All 133 in the order of their rows; the twelve mono ones come first.

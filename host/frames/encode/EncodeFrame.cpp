@@ -1,9 +1,9 @@
 #include "host/frames/encode/EncodeFrame.h"
 
 #include "host/frames/FrameLimits.h"
-#include "host/frames/encode/LineSamples.h"
-#include "host/frames/encode/PackLine.h"
-#include "image/LineBytes.h"
+#include "host/frames/encode/PackRow.h"
+#include "host/frames/encode/RowSamples.h"
+#include "image/Pitch.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
 #include "image/unpack/UnpackRow.h"
@@ -22,7 +22,7 @@ const ZorPixelTypeRow& rowOf(std::uint32_t pixelType)
     return *row;
 }
 
-void checkScene(const SampleImage& scene, const ZorPixelTypeRow& row)
+void checkScene(const SampleImage& scene, const ZorPixelTypeRow& format)
 {
     if (scene.width == 0 || scene.height == 0)
         throw std::invalid_argument("a scene without pixels");
@@ -32,24 +32,24 @@ void checkScene(const SampleImage& scene, const ZorPixelTypeRow& row)
         throw std::invalid_argument("a scene of " + std::to_string(scene.width) + "x" +
                                     std::to_string(scene.height) + " with " +
                                     std::to_string(scene.samples.size()) + " samples");
-    const std::uint32_t fullScale = (1U << pixelTypeSampleBits(row.code)) - 1;
+    const std::uint32_t fullScale = (1U << pixelTypeSampleBits(format.code)) - 1;
     const std::uint32_t largest = *std::max_element(scene.samples.begin(), scene.samples.end());
     if (largest > fullScale)
         throw std::invalid_argument("the sample " + std::to_string(largest) + " is above " +
-                                    std::to_string(fullScale) + ", the limit of " + row.name);
+                                    std::to_string(fullScale) + ", the limit of " + format.name);
 }
 
-std::uint32_t pitchOf(const SampleImage& scene, const ZorPixelTypeRow& row, const EncodeLayout& layout)
+std::uint32_t pitchOf(const SampleImage& scene, const ZorPixelTypeRow& format, const EncodeLayout& layout)
 {
-    const std::uint64_t tight = tightPitch(row.code, scene.width);
+    const std::uint64_t tight = tightPitch(format.code, scene.width);
     const std::uint64_t pitch = layout.pitch.value_or(std::min<std::uint64_t>(tight, MaxFrameBytes));
     if (pitch < tight)
-        throw std::invalid_argument("a pitch of " + std::to_string(pitch) +
-                                    " bytes is too small: a line of " + std::to_string(scene.width) +
-                                    " pixels in " + row.name + " takes " + std::to_string(tight));
+        throw std::invalid_argument("a pitch of " + std::to_string(pitch) + " bytes is too small: a row of " +
+                                    std::to_string(scene.width) + " pixels in " + format.name + " takes " +
+                                    std::to_string(tight));
     if (pitch > MaxFrameBytes / scene.height)
         throw std::invalid_argument("a frame of " + std::to_string(scene.width) + "x" +
-                                    std::to_string(scene.height) + " in " + row.name +
+                                    std::to_string(scene.height) + " in " + format.name +
                                     " takes 4 GiB or more; choose a smaller size");
     return static_cast<std::uint32_t>(pitch);
 }
@@ -58,22 +58,22 @@ std::uint32_t pitchOf(const SampleImage& scene, const ZorPixelTypeRow& row, cons
 
 Frame encodeFrame(const SampleImage& scene, std::uint32_t pixelType, const EncodeLayout& layout)
 {
-    const ZorPixelTypeRow& row = rowOf(pixelType);
-    checkScene(scene, row);
+    const ZorPixelTypeRow& format = rowOf(pixelType);
+    checkScene(scene, format);
     Frame frame;
     frame.width = scene.width;
     frame.height = scene.height;
-    frame.pitch = pitchOf(scene, row, layout);
+    frame.pitch = pitchOf(scene, format, layout);
     frame.pixelType = pixelType;
-    frame.depthSource = std::string("format ") + row.name;
+    frame.depthSource = std::string("format ") + format.name;
     frame.pixels.assign(std::size_t{frame.pitch} * frame.height, layout.padding);
 
     const std::uint32_t perPixel = samplesPerPixel(pixelType);
-    const auto lineBytes = static_cast<std::size_t>(tightPitch(pixelType, scene.width));
+    const auto rowBytes = static_cast<std::size_t>(tightPitch(pixelType, scene.width));
     for (std::uint32_t y = 0; y < scene.height; ++y) {
-        std::uint8_t* line = frame.pixels.data() + std::size_t{y} * frame.pitch;
-        std::fill_n(line, lineBytes, std::uint8_t{0});
-        packLine(lineSamples(scene, row, y), pixelType, perPixel, line);
+        std::uint8_t* row = frame.pixels.data() + std::size_t{y} * frame.pitch;
+        std::fill_n(row, rowBytes, std::uint8_t{0});
+        packRow(rowSamples(scene, format, y), pixelType, perPixel, row);
     }
     return frame;
 }

@@ -5,7 +5,7 @@
 #include <vector>
 
 namespace zor::viewer {
-/// Which samples of one pyramid level make up each device pixel along one axis, and with what weight. Both
+/// Which samples of one mip level make up each device pixel along one axis, and with what weight. Both
 /// canvases paint from these tables and from nothing else, so that they cannot differ.
 struct AxisMap
 {
@@ -31,7 +31,7 @@ struct Axis
     int imageLength;
 };
 
-/// The table for pyramid level `level` of `levelLength` samples. From scale 1 on a device pixel shows the
+/// The table for mip level `level` of `levelLength` samples. From scale 1 on a device pixel shows the
 /// image pixel under its centre. Below, it is the mean over its own extent, at least one sample wide (which
 /// is linear interpolation) and at most two, each sample weighted by the part that is covered; what lies
 /// beyond the image's edge has no weight.

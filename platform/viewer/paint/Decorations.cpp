@@ -34,13 +34,13 @@ int edgeOf(double device)
 // draw their right or lower line too.
 void paintGrid(QPainter& painter, const Scene& scene, int pane, const QRect& pixels)
 {
-    const ImagePyramid& pyramid = scene.picture(pane).pyramid();
+    const MipLevels& mips = scene.picture(pane).mipLevels();
     const Tone tone = scene.tone(pane);
     const auto across = [&](int x) { return edgeOf(scene.geometry.toDevice(QPointF(x, 0.0)).x()); };
     const auto down = [&](int y) { return edgeOf(scene.geometry.toDevice(QPointF(0.0, y)).y()); };
     for (int y = pixels.top(); y <= pixels.bottom(); ++y)
         for (int x = pixels.left(); x <= pixels.right(); ++x) {
-            const QColor& colour = isBright(tone, pyramid, x, y) ? GridOnBright : GridOnDark;
+            const QColor& colour = isBright(tone, mips, x, y) ? GridOnBright : GridOnDark;
             const QRect area(QPoint(across(x), down(y)), QPoint(across(x + 1) - 1, down(y + 1) - 1));
             painter.fillRect(area.x(), area.y(), area.width(), 1, colour);
             painter.fillRect(area.x(), area.y() + 1, 1, area.height() - 1, colour);

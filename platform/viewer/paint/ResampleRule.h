@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/viewer/paint/AxisMap.h"
-#include "platform/viewer/picture/ImagePyramid.h"
+#include "platform/viewer/picture/MipLevels.h"
 #include "platform/viewer/view/ViewGeometry.h"
 
 namespace zor::viewer {
@@ -28,5 +28,5 @@ struct ResampleRule
     QRect covered() const { return {fine.x.begin, fine.y.begin, fine.x.count(), fine.y.count()}; }
 };
 
-ResampleRule makeResampleRule(const ViewGeometry& geometry, const ImagePyramid& pyramid);
+ResampleRule makeResampleRule(const ViewGeometry& geometry, const MipLevels& mips);
 } // namespace zor::viewer

@@ -56,13 +56,13 @@ private:
 };
 
 template <class Sample>
-void resampleAs(const ImagePyramid& pyramid, const ResampleRule& rule, const Tone& tone, const QPoint& origin,
+void resampleAs(const MipLevels& mips, const ResampleRule& rule, const Tone& tone, const QPoint& origin,
                 QImage& target)
 {
     const QRect covered = rule.covered().translated(origin);
-    const int channels = pyramid.shape().channels;
+    const int channels = mips.shape().channels;
     const auto width = static_cast<std::size_t>(covered.width());
-    const std::size_t cells = width * static_cast<std::size_t>(channels);
+    const std::size_t count = width * static_cast<std::size_t>(channels);
     std::uint8_t* bits = target.bits();
     const auto bitsPitch = static_cast<std::size_t>(target.bytesPerLine());
     const auto targetRow = [&](int row) {
@@ -77,34 +77,34 @@ void resampleAs(const ImagePyramid& pyramid, const ResampleRule& rule, const Ton
     };
 
     forRowBands(covered.height(), LeastRowsToShare, [&](int begin, int end) {
-        BoxRows<Sample> fine(pyramid.level(rule.fine.level), channels, rule.fine);
-        BoxRows<Sample> coarse(pyramid.level(rule.coarse.level), channels, rule.coarse);
-        std::vector<std::uint16_t> line(cells);
-        std::vector<std::uint16_t> coarseLine(rule.blend > 0 ? cells : 0);
+        BoxRows<Sample> fine(mips.level(rule.fine.level), channels, rule.fine);
+        BoxRows<Sample> coarse(mips.level(rule.coarse.level), channels, rule.coarse);
+        std::vector<std::uint16_t> fineRow(count);
+        std::vector<std::uint16_t> coarseRow(rule.blend > 0 ? count : 0);
         for (int row = begin; row < end; ++row) {
             if (row > begin && isRepeated(row)) {
                 std::memcpy(targetRow(row), targetRow(row - 1), width * sizeof(std::uint32_t));
                 continue;
             }
-            fine.row(row, line.data());
+            fine.row(row, fineRow.data());
             if (rule.blend > 0) {
-                coarse.row(row, coarseLine.data());
-                mixRows(line.data(), coarseLine.data(), rule.blend, cells);
+                coarse.row(row, coarseRow.data());
+                mixRows(fineRow.data(), coarseRow.data(), rule.blend, count);
             }
-            toneRow(tone, line.data(), targetRow(row), covered.width());
+            toneRow(tone, fineRow.data(), targetRow(row), covered.width());
         }
     });
 }
 } // namespace
 
-void resample(const ImagePyramid& pyramid, const ResampleRule& rule, const Tone& tone, const QPoint& origin,
+void resample(const MipLevels& mips, const ResampleRule& rule, const Tone& tone, const QPoint& origin,
               QImage& target)
 {
     if (rule.covered().isEmpty())
         return;
-    if (pyramid.shape().bytes == 1)
-        resampleAs<std::uint8_t>(pyramid, rule, tone, origin, target);
+    if (mips.shape().bytes == 1)
+        resampleAs<std::uint8_t>(mips, rule, tone, origin, target);
     else
-        resampleAs<std::uint16_t>(pyramid, rule, tone, origin, target);
+        resampleAs<std::uint16_t>(mips, rule, tone, origin, target);
 }
 } // namespace zor::viewer

@@ -88,11 +88,11 @@ private:
 };
 } // namespace
 
-bool isBright(const Tone& tone, const ImagePyramid& pyramid, int x, int y)
+bool isBright(const Tone& tone, const MipLevels& mips, int x, int y)
 {
     const auto level = [&](int channel) {
         return static_cast<int>(
-            toneLevel(static_cast<std::uint32_t>(pyramid.sample(x, y, channel)), tone.shift));
+            toneLevel(static_cast<std::uint32_t>(mips.sample(x, y, channel)), tone.shift));
     };
     if (tone.isColour) {
         const int red = tone.blueFirst ? 2 : 0;
@@ -103,17 +103,17 @@ bool isBright(const Tone& tone, const ImagePyramid& pyramid, int x, int y)
 
 void paintSampleValues(QPainter& painter, const Scene& scene, int pane, const QRect& pixels)
 {
-    const ImagePyramid& pyramid = scene.picture(pane).pyramid();
+    const MipLevels& mips = scene.picture(pane).mipLevels();
     const PixelNumbers numbers(scene.picture(pane).shown());
     const Tone tone = scene.tone(pane);
     const QRawFont font =
-        QRawFont::fromFont(valueFont(scene.geometry.scale(), pyramid.shape().depth, numbers.count()));
+        QRawFont::fromFont(valueFont(scene.geometry.scale(), mips.shape().depth, numbers.count()));
     const double lineHeight = font.ascent() + font.descent();
     DigitRun black(font);
     DigitRun white(font);
     for (int y = pixels.top(); y <= pixels.bottom(); ++y)
         for (int x = pixels.left(); x <= pixels.right(); ++x) {
-            DigitRun& run = isBright(tone, pyramid, x, y) ? black : white;
+            DigitRun& run = isBright(tone, mips, x, y) ? black : white;
             const QPointF centre = scene.geometry.toDevice(QPointF(x + 0.5, y + 0.5));
             const PixelNumbers::Numbers lines = numbers.at(x, y);
             for (int line = 0; line < lines.count; ++line) {

@@ -32,7 +32,7 @@ public:
     /// A point of the view relative to a pane, or to the one that it lies in.
     QPointF inPane(const QPointF& device, int pane) const;
     QPointF inPane(const QPointF& device) const { return inPane(device, paneAt(device)); }
-    Tone tone(int pane) const { return makeTone(picture(pane).pyramid().shape(), coloration); }
+    Tone tone(int pane) const { return makeTone(picture(pane).mipLevels().shape(), coloration); }
 
 private:
     QSize m_device = QSize(1, 1);

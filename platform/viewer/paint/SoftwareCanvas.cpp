@@ -24,14 +24,14 @@ void SoftwareCanvas::render()
     m_frame.setDevicePixelRatio(1.0);
     bool isCovered = m_scene.paneCount() == 1 && !m_scene.first.isEmpty();
     for (int pane = 0; pane < m_scene.paneCount(); ++pane) {
-        const ImagePyramid& pyramid = m_scene.picture(pane).pyramid();
-        if (pyramid.isEmpty())
+        const MipLevels& mips = m_scene.picture(pane).mipLevels();
+        if (mips.isEmpty())
             break;
-        const ResampleRule rule = makeResampleRule(m_scene.geometry, pyramid);
+        const ResampleRule rule = makeResampleRule(m_scene.geometry, mips);
         isCovered = isCovered && rule.covered().size() == size;
         if (!isCovered && pane == 0)
             m_frame.fill(BackgroundColour);
-        resample(pyramid, rule, m_scene.tone(pane), m_scene.paneRect(pane).topLeft(), m_frame);
+        resample(mips, rule, m_scene.tone(pane), m_scene.paneRect(pane).topLeft(), m_frame);
     }
     if (m_scene.first.isEmpty())
         m_frame.fill(BackgroundColour);

@@ -18,7 +18,7 @@ ViewerStatus Picture::show(const _ZorImage* shown, const _ZorImage* source)
 {
     const PixelShape shape = shownShape(*shown);
     const bool isDeveloped = pixelRoute(*shown) != PixelRoute::AsIs;
-    DevelopedSamples developed;
+    ConvertedSamples developed;
     if (isDeveloped)
         if (const ViewerStatus status = developed.take(*shown); status != ViewerStatus::Ok)
             return status;
@@ -29,7 +29,7 @@ ViewerStatus Picture::show(const _ZorImage* shown, const _ZorImage* source)
         return isDeveloped ? developed.samples() : samplesOf(record);
     };
     try {
-        m_pyramid.reserve(samples(output.get() ? *output.get() : *source), shape);
+        m_mipLevels.reserve(samples(output.get() ? *output.get() : *source), shape);
     } catch (const std::bad_alloc&) {
         return ViewerStatus::Memory;
     }
@@ -39,7 +39,7 @@ ViewerStatus Picture::show(const _ZorImage* shown, const _ZorImage* source)
         return ViewerStatus::Memory;
     }
     m_output.swap(output);
-    m_pyramid.build(samples(this->shown()), shape);
+    m_mipLevels.build(samples(this->shown()), shape);
     m_developed.swap(developed);
     return ViewerStatus::Ok;
 }
@@ -60,8 +60,8 @@ ViewerStatus Picture::reload(ProcessorChain& chain, int* processed)
 
 void Picture::clear()
 {
-    m_pyramid.clear();
-    DevelopedSamples().swap(m_developed);
+    m_mipLevels.clear();
+    ConvertedSamples().swap(m_developed);
     m_output.release();
     m_source.release();
 }
@@ -73,11 +73,11 @@ void Picture::swap(Picture& other)
     m_source.swap(other.m_source);
     m_output.swap(other.m_output);
     m_developed.swap(other.m_developed);
-    std::swap(m_pyramid, other.m_pyramid);
+    std::swap(m_mipLevels, other.m_mipLevels);
 }
 
 QSize Picture::size() const
 {
-    return isEmpty() ? QSize() : QSize(m_pyramid.level(0).width, m_pyramid.level(0).height);
+    return isEmpty() ? QSize() : QSize(m_mipLevels.level(0).width, m_mipLevels.level(0).height);
 }
 } // namespace zor::viewer

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/viewer/picture/DevelopedSamples.h"
-#include "platform/viewer/picture/ImagePyramid.h"
+#include "platform/viewer/picture/ConvertedSamples.h"
+#include "platform/viewer/picture/MipLevels.h"
 #include "platform/viewer/picture/RecordSlot.h"
 #include "platform/viewer/picture/ViewerStatus.h"
 
@@ -11,7 +11,7 @@ namespace zor::viewer {
 class ProcessorChain;
 
 /// One image of a view: a copy of what `display` was given, one of what the processors made of it, the
-/// samples that are shown and their pyramid. Nothing of a caller's or a processor's memory is kept.
+/// samples that are shown and their mip levels. Nothing of a caller's or a processor's memory is kept.
 class Picture
 {
 public:
@@ -24,9 +24,9 @@ public:
     void clear();
     void swap(Picture& other);
 
-    bool isEmpty() const { return m_pyramid.isEmpty(); }
+    bool isEmpty() const { return m_mipLevels.isEmpty(); }
     QSize size() const;
-    const ImagePyramid& pyramid() const { return m_pyramid; }
+    const MipLevels& mipLevels() const { return m_mipLevels; }
     /// The copy of the last image; null without one.
     _ZorImage* source() const { return m_source.get(); }
     /// What the last processor put out, or the source: the image that is shown, in its own format.
@@ -37,7 +37,7 @@ private:
 
     RecordSlot m_source;
     RecordSlot m_output;          ///< holds a record when something else than the source is shown
-    DevelopedSamples m_developed; ///< without samples while the shown image's own are shown
-    ImagePyramid m_pyramid;
+    ConvertedSamples m_developed; ///< without samples while the shown image's own are shown
+    MipLevels m_mipLevels;
 };
 } // namespace zor::viewer

@@ -1,6 +1,6 @@
 #include "platform/viewer/picture/RecordShape.h"
 
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
 
@@ -20,11 +20,11 @@ PixelRoute pixelRoute(const _ZorImage& image)
     const ZorPixelTypeRow* row = exactPixelTypeRow(image.pixelType);
     if (!row || image.isSigned)
         return PixelRoute::Refused;
-    const bool isPlain = pixelTypePackingClass(image.pixelType) == PackingClass::Plain;
+    const bool isUnpacked = pixelTypePackingClass(image.pixelType) == PackingClass::Unpacked;
     if (isColour(image.pixelType))
-        return isPlain && row->channels == 3 ? PixelRoute::AsIs : PixelRoute::Colour;
-    return isPlain && pixelTypeFamily(image.pixelType) == PixelFamily::Mono ? PixelRoute::AsIs
-                                                                            : PixelRoute::Luma;
+        return isUnpacked && row->channels == 3 ? PixelRoute::AsIs : PixelRoute::Colour;
+    return isUnpacked && pixelTypeFamily(image.pixelType) == PixelFamily::Mono ? PixelRoute::AsIs
+                                                                               : PixelRoute::Luma;
 }
 
 PixelShape shownShape(const _ZorImage& image)
@@ -65,8 +65,8 @@ ViewerStatus checkRecord(const _ZorImage* image)
         return ViewerStatus::Argument;
     // Processors take the width of a sample from the depth.
     const std::uint32_t sampleBits = pixelTypeSampleBits(image->pixelType);
-    const bool isPlain = pixelTypePackingClass(image->pixelType) == PackingClass::Plain;
-    const std::uint32_t heldBits = isPlain && sampleBits > 8 ? 16 : sampleBits;
+    const bool isUnpacked = pixelTypePackingClass(image->pixelType) == PackingClass::Unpacked;
+    const std::uint32_t heldBits = isUnpacked && sampleBits > 8 ? 16 : sampleBits;
     if (image->depth == 0 || image->depth > heldBits)
         return ViewerStatus::Argument;
     if (pixelRoute(*image) != PixelRoute::Luma &&

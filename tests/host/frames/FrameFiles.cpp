@@ -42,8 +42,8 @@ QList<int> samplesOf(const zor::Frame& frame)
     const bool wide = (frame.pixelType >> 16 & 0xFF) == 16;
     for (std::size_t y = 0; y < frame.height; ++y) {
         for (std::size_t x = 0; x < frame.width; ++x) {
-            const std::uint8_t* line = frame.pixels.data() + y * frame.pitch;
-            samples.append(wide ? line[2 * x] + 256 * line[2 * x + 1] : line[x]);
+            const std::uint8_t* row = frame.pixels.data() + y * frame.pitch;
+            samples.append(wide ? row[2 * x] + 256 * row[2 * x + 1] : row[x]);
         }
     }
     return samples;

@@ -26,18 +26,18 @@ void flush(png_structp) {}
 }
 
 /// Samples packed from the high bits down, as PNG stores them; every row starts at a byte.
-std::vector<png_byte> packedLine(const PngContent& content, std::size_t y, std::size_t perLine)
+std::vector<png_byte> packedRow(const PngContent& content, std::size_t y, std::size_t perRow)
 {
-    std::vector<png_byte> line((perLine * std::size_t(content.bits) + 7) / 8);
-    for (std::size_t i = 0; i < perLine; ++i) {
-        const int sample = content.samples[int(y * perLine + i)];
+    std::vector<png_byte> row((perRow * std::size_t(content.bits) + 7) / 8);
+    for (std::size_t i = 0; i < perRow; ++i) {
+        const int sample = content.samples[int(y * perRow + i)];
         for (int bit = 0; bit < content.bits; ++bit) {
             const std::size_t place = i * std::size_t(content.bits) + std::size_t(bit);
             if (sample >> (content.bits - 1 - bit) & 1)
-                line[place / 8] = png_byte(line[place / 8] | 0x80 >> place % 8);
+                row[place / 8] = png_byte(row[place / 8] | 0x80 >> place % 8);
         }
     }
-    return line;
+    return row;
 }
 
 } // namespace
@@ -61,13 +61,13 @@ QByteArray makePng(const PngContent& content)
         png_set_PLTE(png, info, palette, 2);
     }
     png_write_info(png, info);
-    const std::size_t perLine = content.width * std::size_t(png_get_channels(png, info));
-    std::vector<std::vector<png_byte>> lines;
+    const std::size_t perRow = content.width * std::size_t(png_get_channels(png, info));
+    std::vector<std::vector<png_byte>> packed;
     std::vector<png_bytep> rows;
     for (std::size_t y = 0; y < content.height; ++y)
-        lines.push_back(packedLine(content, y, perLine));
-    for (auto& line : lines)
-        rows.push_back(line.data());
+        packed.push_back(packedRow(content, y, perRow));
+    for (auto& row : packed)
+        rows.push_back(row.data());
     png_write_image(png, rows.data());
     png_write_end(png, info);
     png_destroy_write_struct(&png, &info);

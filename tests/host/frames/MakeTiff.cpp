@@ -22,12 +22,12 @@ void put(std::vector<std::uint8_t>& bytes, const TiffContent& content, std::size
 
 void writeStrips(TIFF* tiff, const TiffContent& content)
 {
-    const std::size_t perLine = content.width * std::size_t(content.samplesPerPixel);
+    const std::size_t perRow = content.width * std::size_t(content.samplesPerPixel);
     for (quint32 y = 0; y < content.height; ++y) {
-        std::vector<std::uint8_t> line(perLine * 4);
-        for (std::size_t i = 0; i < perLine; ++i)
-            put(line, content, i, content.samples[int(y * perLine + i)]);
-        if (TIFFWriteScanline(tiff, line.data(), y, 0) != 1)
+        std::vector<std::uint8_t> row(perRow * 4);
+        for (std::size_t i = 0; i < perRow; ++i)
+            put(row, content, i, content.samples[int(y * perRow + i)]);
+        if (TIFFWriteScanline(tiff, row.data(), y, 0) != 1)
             throw std::runtime_error("the test's TIFF cannot be written");
     }
 }

@@ -180,7 +180,7 @@ void TestFramesEncode::whatDoesNotFitTogetherIsRefused_data()
     QTest::newRow("a sample above the 12 bits of Mono12p")
         << codeOf("Mono12p") << 1U << 1U << 1U << Samples{0x1000} << -1 << "above 4095, the limit of Mono12p";
     QTest::newRow("a pitch one byte short")
-        << codeOf("Mono12p") << 3U << 1U << 1U << Samples(3) << 4 << "a line of 3 pixels in Mono12p takes 5";
+        << codeOf("Mono12p") << 3U << 1U << 1U << Samples(3) << 4 << "a row of 3 pixels in Mono12p takes 5";
     QTest::newRow("a frame of 4 GiB")
         << zor::Mono8 << 1U << 4U << 1U << Samples(4) << 0x40000000 << "takes 4 GiB or more";
 }

@@ -100,7 +100,7 @@ zor::SampleImage TestFramesEncodeFormats::randomScene(std::uint32_t width, std::
 void TestFramesEncodeFormats::compare(const reference::PixelFormat& format, const zor::SampleImage& scene,
                                       std::uint32_t padding)
 {
-    const std::uint32_t pitch = format.lineBytes(scene.width) + padding;
+    const std::uint32_t pitch = format.rowBytes(scene.width) + padding;
     const zor::Frame frame = zor::encodeFrame(scene, format.code, {pitch, Poison});
     QCOMPARE(frame.width, scene.width);
     QCOMPARE(frame.height, scene.height);
@@ -108,7 +108,7 @@ void TestFramesEncodeFormats::compare(const reference::PixelFormat& format, cons
     QCOMPARE(frame.pixels.size(), std::size_t(pitch) * scene.height);
     const bool sharedChroma = format.cell[0].size() > format.samplesPerPixel && format.family == 5;
     for (std::uint32_t y = 0; y < scene.height; ++y) {
-        const std::uint8_t* line = frame.pixels.data() + y * pitch;
+        const std::uint8_t* row = frame.pixels.data() + y * pitch;
         for (std::uint32_t x = 0; x < scene.width; ++x) {
             for (std::uint32_t i = 0; i < format.samplesPerPixel; ++i) {
                 const char letter = format.component(x, y, i);
@@ -116,7 +116,7 @@ void TestFramesEncodeFormats::compare(const reference::PixelFormat& format, cons
                 const std::uint32_t from = chroma && sharedChroma ? x / 2 * 2 : x;
                 const double expected =
                     reference::component(letter, colourAt(scene, from, y), format.heldBits);
-                const std::uint32_t actual = format.value(line, x, i);
+                const std::uint32_t actual = format.value(row, x, i);
                 if (std::abs(actual - expected) > 0.5 + 1e-6)
                     QFAIL(qPrintable(QString("%1, %2: expected %3, got %4")
                                          .arg(place(frame, x, y))
@@ -133,8 +133,8 @@ void TestFramesEncodeFormats::compare(const reference::PixelFormat& format, cons
 /// share a place.
 void TestFramesEncodeFormats::compareUnusedBits(const reference::PixelFormat& format, const zor::Frame& frame)
 {
-    const std::uint32_t lineBytes = format.lineBytes(frame.width);
-    std::vector<bool> used(std::size_t(lineBytes) * 8);
+    const std::uint32_t rowBytes = format.rowBytes(frame.width);
+    std::vector<bool> used(std::size_t(rowBytes) * 8);
     for (std::uint32_t x = 0; x < frame.width; ++x) {
         for (std::uint32_t i = 0; i < format.samplesPerPixel; ++i) {
             for (std::uint32_t bit = 0; bit < format.heldBits; ++bit) {
@@ -146,13 +146,13 @@ void TestFramesEncodeFormats::compareUnusedBits(const reference::PixelFormat& fo
         }
     }
     for (std::uint32_t y = 0; y < frame.height; ++y) {
-        const std::uint8_t* line = frame.pixels.data() + y * frame.pitch;
+        const std::uint8_t* row = frame.pixels.data() + y * frame.pitch;
         for (std::size_t bit = 0; bit < used.size(); ++bit) {
-            if (!used[bit] && (line[bit / 8] >> (bit % 8)) % 2 != 0)
+            if (!used[bit] && (row[bit / 8] >> (bit % 8)) % 2 != 0)
                 QFAIL(qPrintable(place(frame, 0, y) + QString(", bit %1 is set").arg(bit)));
         }
-        for (std::uint32_t i = lineBytes; i < frame.pitch; ++i)
-            QCOMPARE(line[i], Poison);
+        for (std::uint32_t i = rowBytes; i < frame.pitch; ++i)
+            QCOMPARE(row[i], Poison);
     }
 }
 

@@ -1,8 +1,8 @@
 #include "host/frames/Pgm.h"
 #include "host/frames/Png.h"
 #include "host/frames/Tiff.h"
-#include "image/LineBytes.h"
 #include "image/MonoTarget.h"
+#include "image/Pitch.h"
 #include "tests/host/frames/FrameFiles.h"
 
 #include <QImage>
@@ -208,8 +208,8 @@ void TestFramesWriters::aTiffIsPlainGrey()
     QCOMPARE(tag(TIFFTAG_COMPRESSION), COMPRESSION_NONE);
     QCOMPARE(tag(TIFFTAG_MAXSAMPLEVALUE), (1 << depth) - 1);
     // Strips of 8 KiB at most, as TIFF recommends, and not a strip a row.
-    const quint32 lineBytes = width * (depth == 8 ? 1 : 2);
-    const quint32 perStrip = 8192 / lineBytes;
+    const quint32 rowBytes = width * (depth == 8 ? 1 : 2);
+    const quint32 perStrip = 8192 / rowBytes;
     const quint32 lines = quint32(samples.size()) / width;
     QCOMPARE(TIFFNumberOfStrips(tiff), (lines + perStrip - 1) / perStrip);
     Samples seen;

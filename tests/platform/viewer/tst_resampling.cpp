@@ -71,9 +71,9 @@ struct Raster
     {
         return {bytes(), static_cast<std::size_t>(width * shape.channels * shape.bytes), width, height};
     }
-    ImagePyramid pyramid()
+    MipLevels mipLevels()
     {
-        ImagePyramid made;
+        MipLevels made;
         made.reserve(samples(), shape);
         made.build(samples(), shape);
         return made;
@@ -106,24 +106,24 @@ double meanOver(const Samples& level, const PixelShape& shape, QRectF area, cons
     return sum / all;
 }
 
-QImage paint(const ImagePyramid& pyramid, const ViewGeometry& geometry, int shift = -1000)
+QImage paint(const MipLevels& mips, const ViewGeometry& geometry, int shift = -1000)
 {
-    Tone tone = makeTone(pyramid.shape(), false);
+    Tone tone = makeTone(mips.shape(), false);
     if (shift != -1000)
         tone.shift = shift;
     QImage target(geometry.viewSize(), QImage::Format_RGB32);
     target.fill(qRgb(1, 2, 3));
-    resample(pyramid, makeResampleRule(geometry, pyramid), tone, QPoint(0, 0), target);
+    resample(mips, makeResampleRule(geometry, mips), tone, QPoint(0, 0), target);
     return target;
 }
 
-ViewGeometry looking(const ImagePyramid& pyramid, const QSize& view, double scale, double x, double y)
+ViewGeometry looking(const MipLevels& mips, const QSize& view, double scale, double x, double y)
 {
     ViewGeometry geometry;
     geometry.setViewSize(view);
-    geometry.setImageSize(QSize(pyramid.level(0).width, pyramid.level(0).height));
+    geometry.setImageSize(QSize(mips.level(0).width, mips.level(0).height));
     geometry.setScale(scale, geometry.middle());
-    geometry.setCentre({x * pyramid.level(0).width, y * pyramid.level(0).height});
+    geometry.setCentre({x * mips.level(0).width, y * mips.level(0).height});
     return geometry;
 }
 
@@ -153,12 +153,12 @@ void TestResampling::levelsAreMeans()
     QFETCH(int, bytes);
     QFETCH(int, channels);
     Raster raster(width, height, bytes, channels, 5);
-    const ImagePyramid pyramid = raster.pyramid();
-    const Samples& last = pyramid.level(pyramid.levelCount() - 1);
+    const MipLevels mips = raster.mipLevels();
+    const Samples& last = mips.level(mips.levelCount() - 1);
     QCOMPARE(QSize(last.width, last.height), QSize(1, 1));
-    for (int index = 1; index < pyramid.levelCount(); ++index) {
-        const Samples& finer = pyramid.level(index - 1);
-        const Samples& level = pyramid.level(index);
+    for (int index = 1; index < mips.levelCount(); ++index) {
+        const Samples& finer = mips.level(index - 1);
+        const Samples& level = mips.level(index);
         QCOMPARE(QSize(level.width, level.height), QSize((finer.width + 1) / 2, (finer.height + 1) / 2));
         for (int y = 0; y < level.height; ++y)
             for (int x = 0; x < level.width; ++x)
@@ -223,9 +223,9 @@ void TestResampling::hardPixelsFromOneToOne()
     QFETCH(int, bytes);
     QFETCH(int, channels);
     Raster raster(61, 47, bytes, channels, 9);
-    const ImagePyramid pyramid = raster.pyramid();
-    const ViewGeometry geometry = looking(pyramid, QSize(150, 97), scale, 0.11, 0.83);
-    const QImage picture = paint(pyramid, geometry);
+    const MipLevels mips = raster.mipLevels();
+    const ViewGeometry geometry = looking(mips, QSize(150, 97), scale, 0.11, 0.83);
+    const QImage picture = paint(mips, geometry);
     for (int y = 0; y < picture.height(); ++y)
         for (int x = 0; x < picture.width(); ++x) {
             const QPointF place = geometry.toImage(QPointF(x + 0.5, y + 0.5));
@@ -234,7 +234,7 @@ void TestResampling::hardPixelsFromOneToOne()
             for (int c = 0; c < 3; ++c) {
                 const int from = channels == 3 ? c : 0;
                 const int expected = geometry.isOnImage(pixel)
-                                         ? pyramid.sample(pixel.x(), pixel.y(), from) >> (8 * bytes - 8)
+                                         ? mips.sample(pixel.x(), pixel.y(), from) >> (8 * bytes - 8)
                                          : c + 1;
                 QVERIFY2(channelOf(picture.pixel(x, y), c) == expected,
                          qPrintable(QString("at %1, %2, channel %3: expected %4, is %5")
@@ -280,13 +280,13 @@ void TestResampling::zoomedOutIsTheMeanOverThePixel()
     QFETCH(int, bytes);
     QFETCH(int, channels);
     Raster raster(size.width(), size.height(), bytes, channels, 21);
-    const ImagePyramid pyramid = raster.pyramid();
-    const ViewGeometry geometry = looking(pyramid, QSize(121, 91), scale, 0.4, 0.6);
-    const ResampleRule rule = makeResampleRule(geometry, pyramid);
+    const MipLevels mips = raster.mipLevels();
+    const ViewGeometry geometry = looking(mips, QSize(121, 91), scale, 0.4, 0.6);
+    const ResampleRule rule = makeResampleRule(geometry, mips);
     QCOMPARE(rule.fine.level, level);
     QCOMPARE(rule.blend, 0);
     QVERIFY(!rule.covered().isEmpty());
-    const QImage picture = paint(pyramid, geometry);
+    const QImage picture = paint(mips, geometry);
     const double step = 1 << level;
     const QSizeF extent = QSizeF(size) / step;
     const double side = 1.0 / scale / step;
@@ -296,7 +296,7 @@ void TestResampling::zoomedOutIsTheMeanOverThePixel()
             const QRectF area(centre.x() - side * 0.5, centre.y() - side * 0.5, side, side);
             for (int c = 0; c < 3; ++c) {
                 const int from = channels == 3 ? c : 0;
-                const double expected = meanOver(pyramid.level(level), raster.shape, area, extent, from) /
+                const double expected = meanOver(mips.level(level), raster.shape, area, extent, from) /
                                         (bytes == 1 ? 1.0 : 256.0);
                 const int is = channelOf(picture.pixel(x, y), c);
                 // Weights in steps of 1/256 on both axes, two roundings, the shift cuts.
@@ -328,8 +328,8 @@ void TestResampling::theNextLevelFadesIn()
     QFETCH(int, level);
     QFETCH(int, blend);
     Raster raster(173, 131, 1, 1, 21);
-    const ImagePyramid pyramid = raster.pyramid();
-    const ResampleRule rule = makeResampleRule(looking(pyramid, QSize(90, 70), scale, 0.5, 0.5), pyramid);
+    const MipLevels mips = raster.mipLevels();
+    const ResampleRule rule = makeResampleRule(looking(mips, QSize(90, 70), scale, 0.5, 0.5), mips);
     QCOMPARE(rule.fine.level, level);
     QCOMPARE(rule.blend, blend);
     if (blend > 0)
@@ -344,21 +344,21 @@ void TestResampling::aViewOfOnePixelIsTheMeanOfTheImage()
     for (int y = 0; y < 2; ++y)
         for (int x = 0; x < 3; ++x)
             raster.set(x, y, columns[x]);
-    const ImagePyramid pyramid = raster.pyramid();
+    const MipLevels mips = raster.mipLevels();
     ViewGeometry geometry;
     geometry.setViewSize(QSize(1, 1));
     geometry.setImageSize(QSize(3, 2));
-    const int shown = qRed(paint(pyramid, geometry).pixel(0, 0));
+    const int shown = qRed(paint(mips, geometry).pixel(0, 0));
     QVERIFY2(std::abs(shown - 80) <= 1, qPrintable(QString::number(shown)));
 }
 
 void TestResampling::nothingJumpsWhereLevelsChange()
 {
     Raster raster(400, 300, 1, 1, 33);
-    const ImagePyramid pyramid = raster.pyramid();
+    const MipLevels mips = raster.mipLevels();
     for (const double change : {0.5, 0.625, 0.25, 0.3125}) {
-        const QImage above = paint(pyramid, looking(pyramid, QSize(90, 70), change + 1e-9, 0.5, 0.5));
-        const QImage below = paint(pyramid, looking(pyramid, QSize(90, 70), change - 1e-9, 0.5, 0.5));
+        const QImage above = paint(mips, looking(mips, QSize(90, 70), change + 1e-9, 0.5, 0.5));
+        const QImage below = paint(mips, looking(mips, QSize(90, 70), change - 1e-9, 0.5, 0.5));
         for (int y = 0; y < above.height(); ++y)
             for (int x = 0; x < above.width(); ++x)
                 QVERIFY2(std::abs(qRed(above.pixel(x, y)) - qRed(below.pixel(x, y))) <= 1,
@@ -377,11 +377,11 @@ void TestResampling::finePatternsGoGrey()
     for (int y = 0; y < 480; ++y)
         for (int x = 0; x < 640; ++x)
             raster.set(x, y, (x + y) % 2 * 255);
-    const ImagePyramid pyramid = raster.pyramid();
+    const MipLevels mips = raster.mipLevels();
     for (const double scale : {0.5, 0.4, 0.3, 0.17, 0.05}) {
-        const ViewGeometry geometry = looking(pyramid, QSize(80, 60), scale, 0.5, 0.5);
-        const QRect covered = makeResampleRule(geometry, pyramid).covered();
-        const QImage picture = paint(pyramid, geometry);
+        const ViewGeometry geometry = looking(mips, QSize(80, 60), scale, 0.5, 0.5);
+        const QRect covered = makeResampleRule(geometry, mips).covered();
+        const QImage picture = paint(mips, geometry);
         for (int y = covered.top(); y <= covered.bottom(); ++y)
             for (int x = covered.left(); x <= covered.right(); ++x)
                 QVERIFY2(std::abs(qRed(picture.pixel(x, y)) - 128) <= 2,
@@ -396,8 +396,8 @@ void TestResampling::finePatternsGoGrey()
 void TestResampling::tileRunsCoverTheTable()
 {
     Raster raster(500, 40, 1, 1, 2);
-    const ImagePyramid pyramid = raster.pyramid();
-    const ResampleRule rule = makeResampleRule(looking(pyramid, QSize(300, 30), 0.55, 0.5, 0.5), pyramid);
+    const MipLevels mips = raster.mipLevels();
+    const ResampleRule rule = makeResampleRule(looking(mips, QSize(300, 30), 0.55, 0.5, 0.5), mips);
     QVERIFY(rule.blend > 0);
     const std::vector<TileRun> runs = tileRuns(rule.fine.x, &rule.coarse.x, 64);
     int next = 0;

@@ -2,7 +2,7 @@
 #include "display/DisplayStage.h"
 #include "host/frames/encode/EncodeFrame.h"
 #include "image/HighLightProcessor.h"
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
 #include "platform/viewer/picture/PixelNumbers.h"

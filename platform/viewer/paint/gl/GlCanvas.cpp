@@ -132,10 +132,10 @@ void GlCanvas::paintGL()
 
 void GlCanvas::paintPane(int pane)
 {
-    const ImagePyramid& pyramid = m_scene.picture(pane).pyramid();
-    if (pyramid.isEmpty())
+    const MipLevels& mips = m_scene.picture(pane).mipLevels();
+    if (mips.isEmpty())
         return;
-    const ResampleRule rule = makeResampleRule(m_scene.geometry, pyramid);
+    const ResampleRule rule = makeResampleRule(m_scene.geometry, mips);
     if (rule.covered().isEmpty())
         return;
     const Tone tone = m_scene.tone(pane);
@@ -203,7 +203,7 @@ void GlCanvas::drawTiles(const ResampleRule& rule, int pane)
 {
     QOpenGLExtraFunctions& gl = *context()->extraFunctions();
     GlTiles& tiles = m_tiles[static_cast<std::size_t>(pane)];
-    const ImagePyramid& pyramid = m_scene.picture(pane).pyramid();
+    const MipLevels& mips = m_scene.picture(pane).mipLevels();
     const QPoint corner = m_scene.paneRect(pane).topLeft() + rule.covered().topLeft();
     const int edge = tiles.edge();
     const bool isMixed = rule.blend > 0;
@@ -213,12 +213,12 @@ void GlCanvas::drawTiles(const ResampleRule& rule, int pane)
         for (const TileRun& x : across) {
             if (isMixed) {
                 useTexture(gl, CoarseUnit, 0);
-                const GLuint coarse = tiles.texture(gl, pyramid, rule.coarse.level, x.coarse, y.coarse);
+                const GLuint coarse = tiles.texture(gl, mips, rule.coarse.level, x.coarse, y.coarse);
                 useTexture(gl, CoarseUnit, coarse);
                 gl.glUniform2i(m_program->uniformLocation("coarseOrigin"), x.coarse, y.coarse);
             }
             gl.glActiveTexture(GL_TEXTURE0 + FineUnit);
-            const GLuint fine = tiles.texture(gl, pyramid, rule.fine.level, x.fine, y.fine);
+            const GLuint fine = tiles.texture(gl, mips, rule.fine.level, x.fine, y.fine);
             useTexture(gl, FineUnit, fine);
             if (!isMixed)
                 useTexture(gl, CoarseUnit, fine);

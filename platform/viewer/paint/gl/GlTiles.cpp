@@ -45,32 +45,31 @@ void GlTiles::release(QOpenGLExtraFunctions& gl)
     m_tiles.clear();
 }
 
-GLuint GlTiles::texture(QOpenGLExtraFunctions& gl, const ImagePyramid& pyramid, int level, int x, int y)
+GLuint GlTiles::texture(QOpenGLExtraFunctions& gl, const MipLevels& mips, int level, int x, int y)
 {
-    const QSize size(pyramid.level(0).width, pyramid.level(0).height);
-    if (size != m_size || pyramid.shape() != m_shape) {
+    const QSize size(mips.level(0).width, mips.level(0).height);
+    if (size != m_size || mips.shape() != m_shape) {
         release(gl);
         m_size = size;
-        m_shape = pyramid.shape();
+        m_shape = mips.shape();
     }
     Tile& tile = m_tiles[{level, x / m_edge, y / m_edge}];
     const bool isNew = tile.name == 0;
     if (isNew) {
         tile.name = makeTable(gl);
     }
-    if (tile.generation != pyramid.generation()) {
+    if (tile.generation != mips.generation()) {
         gl.glBindTexture(GL_TEXTURE_2D, tile.name);
-        load(gl, pyramid, level, x / m_edge * m_edge, y / m_edge * m_edge, isNew);
-        tile.generation = pyramid.generation();
+        load(gl, mips, level, x / m_edge * m_edge, y / m_edge * m_edge, isNew);
+        tile.generation = mips.generation();
     }
     return tile.name;
 }
 
-void GlTiles::load(QOpenGLExtraFunctions& gl, const ImagePyramid& pyramid, int level, int x, int y,
-                   bool isNew)
+void GlTiles::load(QOpenGLExtraFunctions& gl, const MipLevels& mips, int level, int x, int y, bool isNew)
 {
-    const Samples& samples = pyramid.level(level);
-    const PixelShape& shape = pyramid.shape();
+    const Samples& samples = mips.level(level);
+    const PixelShape& shape = mips.shape();
     const Layout layout = layoutOf(shape);
     const int reach = m_edge + AxisMap::MostTaps - 1;
     const QRect part(x, y, std::min(reach, samples.width - x), std::min(reach, samples.height - y));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/viewer/picture/ImagePyramid.h"
+#include "platform/viewer/picture/MipLevels.h"
 
 #include <QOpenGLFunctions>
 #include <QRect>
@@ -11,7 +11,7 @@
 class QOpenGLExtraFunctions;
 
 namespace zor::viewer {
-/// The levels of one pyramid in squares of integer textures, loaded when they are first drawn. Each square
+/// The mip levels of one image in squares of integer textures, loaded when they are first drawn. Each square
 /// reaches AxisMap::MostTaps - 1 samples over its right and lower edge, so that a device pixel finds all its
 /// samples in the square of the first.
 class GlTiles
@@ -22,7 +22,7 @@ public:
     int edge() const { return m_edge; }
 
     /// The texture that holds sample (x, y) of a level; needs a current context.
-    GLuint texture(QOpenGLExtraFunctions& gl, const ImagePyramid& pyramid, int level, int x, int y);
+    GLuint texture(QOpenGLExtraFunctions& gl, const MipLevels& mips, int level, int x, int y);
     /// Frees all textures; needs the context that they were made in.
     void release(QOpenGLExtraFunctions& gl);
 
@@ -30,10 +30,10 @@ private:
     struct Tile
     {
         GLuint name = 0;
-        std::uint64_t generation = 0; ///< of the pyramid that was loaded
+        std::uint64_t generation = 0; ///< of the mip levels that were loaded
     };
 
-    void load(QOpenGLExtraFunctions& gl, const ImagePyramid& pyramid, int level, int x, int y, bool isNew);
+    void load(QOpenGLExtraFunctions& gl, const MipLevels& mips, int level, int x, int y, bool isNew);
 
     int m_edge = 4096;
     PixelShape m_shape;

@@ -9,13 +9,13 @@
 namespace zor::viewer {
 /// Samples of an image whose pixels don't lie in memory as they are shown: colours of every packing, without
 /// their fourth channel; the luma of all other families, at the depth of their packing.
-class DevelopedSamples
+class ConvertedSamples
 {
 public:
     /// Once. Keeps nothing of the record's memory. After an answer other than Ok there are no samples.
     ViewerStatus take(const _ZorImage& image);
     /// The samples keep their addresses.
-    void swap(DevelopedSamples& other);
+    void swap(ConvertedSamples& other);
 
     /// Of the shape that shownShape() gives for the record.
     const Samples& samples() const { return m_samples; }

@@ -9,6 +9,6 @@ namespace zor {
 
 /// The samples of row `y` of the scene, in the order in which the format stores them; width x
 /// samplesPerPixel() of them.
-std::vector<std::uint16_t> lineSamples(const SampleImage& scene, const ZorPixelTypeRow& row, std::uint32_t y);
+std::vector<std::uint16_t> rowSamples(const SampleImage& scene, const ZorPixelTypeRow& row, std::uint32_t y);
 
 } // namespace zor

@@ -1,6 +1,6 @@
-#include "platform/converter/ConvertLines.h"
+#include "platform/converter/ConvertRows.h"
 
-#include "image/LineBytes.h"
+#include "image/Pitch.h"
 #include "image/unpack/UnpackRow.h"
 #include "platform/converter/LumaRow.h"
 #include "platform/converter/SampleStore.h"
@@ -16,10 +16,10 @@ namespace {
 constexpr std::uint32_t Piece = 2048;
 constexpr std::uint32_t MostSamples = 4;
 
-class LineConverter
+class RowConverter
 {
 public:
-    LineConverter(std::uint32_t sourceType, std::uint32_t target)
+    RowConverter(std::uint32_t sourceType, std::uint32_t target)
         : m_sourceType(sourceType)
         , m_unpack(unpackRowFor(sourceType))
         , m_luma(lumaRowFor(sourceType))
@@ -60,9 +60,9 @@ private:
 
 } // namespace
 
-void convertLines(const _ZorImage& source, const _ZorImage& result)
+void convertRows(const _ZorImage& source, const _ZorImage& result)
 {
-    LineConverter convert(source.pixelType, result.pixelType);
+    RowConverter convert(source.pixelType, result.pixelType);
     for (std::size_t y = 0; y < source.height; ++y)
         convert(source.data + y * source.pitch, result.data + y * result.pitch, source.width);
 }

@@ -7,9 +7,9 @@
 
 namespace zor::viewer {
 /// An image and its halvings down to a single pixel. Level 0 is the image itself, which stays the caller's
-/// and must live as long as the pyramid shows it; pixel (x, y) of level n is the mean of the 2^n x 2^n image
+/// and must live as long as the levels show it; pixel (x, y) of level n is the mean of the 2^n x 2^n image
 /// pixels from (x 2^n, y 2^n) on, as far as they exist.
-class ImagePyramid
+class MipLevels
 {
 public:
     /// Takes the memory for the levels of an image of that size; throws std::bad_alloc and changes nothing
@@ -25,7 +25,7 @@ public:
     int levelCount() const { return static_cast<int>(m_levels.size()); }
     const Samples& level(int index) const { return m_levels[static_cast<std::size_t>(index)]; }
     const PixelShape& shape() const { return m_shape; }
-    /// Another number for every image that any pyramid was built for.
+    /// Another number for every image that any mip levels were built for.
     std::uint64_t generation() const { return m_generation; }
 
     /// The native value of one sample of the image; the place must lie on it.

@@ -1,7 +1,7 @@
-#include "platform/viewer/picture/DevelopedSamples.h"
+#include "platform/viewer/picture/ConvertedSamples.h"
 
-#include "image/LineBytes.h"
 #include "image/MonoTarget.h"
+#include "image/Pitch.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorImageConverter.h"
 #include "image/unpack/UnpackRow.h"
@@ -43,14 +43,14 @@ void takeThreeOfFour(std::uint32_t pixelType, const std::uint8_t* source, std::u
 }
 } // namespace
 
-ViewerStatus DevelopedSamples::take(const _ZorImage& image)
+ViewerStatus ConvertedSamples::take(const _ZorImage& image)
 {
     m_samples.width = static_cast<int>(image.width);
     m_samples.height = static_cast<int>(image.height);
     return pixelRoute(image) == PixelRoute::Colour ? takeColour(image) : takeLuma(image);
 }
 
-ViewerStatus DevelopedSamples::takeLuma(const _ZorImage& image)
+ViewerStatus ConvertedSamples::takeLuma(const _ZorImage& image)
 {
     if (ZimConvert(&image, displayFormat(image.pixelType), m_luma.place()) != 0 || !m_luma.get())
         return ViewerStatus::Format;
@@ -61,7 +61,7 @@ ViewerStatus DevelopedSamples::takeLuma(const _ZorImage& image)
     return ViewerStatus::Ok;
 }
 
-ViewerStatus DevelopedSamples::takeColour(const _ZorImage& image)
+ViewerStatus ConvertedSamples::takeColour(const _ZorImage& image)
 {
     const std::size_t rowSamples = std::size_t{image.width} * 3;
     try {
@@ -86,7 +86,7 @@ ViewerStatus DevelopedSamples::takeColour(const _ZorImage& image)
     return ViewerStatus::Ok;
 }
 
-void DevelopedSamples::swap(DevelopedSamples& other)
+void ConvertedSamples::swap(ConvertedSamples& other)
 {
     m_colour.swap(other.m_colour);
     m_luma.swap(other.m_luma);

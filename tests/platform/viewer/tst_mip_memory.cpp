@@ -1,12 +1,12 @@
-#include "platform/viewer/picture/ImagePyramid.h"
+#include "platform/viewer/picture/MipLevels.h"
 
 #include <QSize>
 #include <QTest>
 
 using namespace zor::viewer;
 
-/// Which memory a pyramid shows: the image's own, a copy of it, or that of an earlier image.
-class TestPyramidMemory : public QObject
+/// Which memory the mip levels show: the image's own, a copy of it, or that of an earlier image.
+class TestMipMemory : public QObject
 {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ private slots:
     void memoryIsUsedAgain();
 };
 
-void TestPyramidMemory::wideSamplesAtOddAddressesAreCopied_data()
+void TestMipMemory::wideSamplesAtOddAddressesAreCopied_data()
 {
     QTest::addColumn<int>("bytes");
     QTest::addColumn<int>("begin");
@@ -30,7 +30,7 @@ void TestPyramidMemory::wideSamplesAtOddAddressesAreCopied_data()
     QTest::newRow("one byte, an odd beginning") << 1 << 1 << 8 << false;
 }
 
-void TestPyramidMemory::wideSamplesAtOddAddressesAreCopied()
+void TestMipMemory::wideSamplesAtOddAddressesAreCopied()
 {
     QFETCH(int, bytes);
     QFETCH(int, begin);
@@ -44,22 +44,22 @@ void TestPyramidMemory::wideSamplesAtOddAddressesAreCopied()
     shape.bytes = bytes;
     shape.depth = 8 * bytes;
     const Samples samples{image.data() + begin, static_cast<std::size_t>(pitch), 3, 3};
-    ImagePyramid pyramid;
-    pyramid.reserve(samples, shape);
-    pyramid.build(samples, shape);
-    QCOMPARE(pyramid.level(0).data != samples.data, isCopied);
+    MipLevels mips;
+    mips.reserve(samples, shape);
+    mips.build(samples, shape);
+    QCOMPARE(mips.level(0).data != samples.data, isCopied);
     if (bytes == 2) {
-        QCOMPARE(reinterpret_cast<std::uintptr_t>(pyramid.level(0).data) % 2, std::uintptr_t{0});
-        QCOMPARE(pyramid.level(0).pitch % 2, std::size_t{0});
+        QCOMPARE(reinterpret_cast<std::uintptr_t>(mips.level(0).data) % 2, std::uintptr_t{0});
+        QCOMPARE(mips.level(0).pitch % 2, std::size_t{0});
     }
     for (int y = 0; y < 3; ++y)
         for (int x = 0; x < 3; ++x) {
             const std::uint8_t* at = samples.row(y) + x * bytes;
-            QCOMPARE(pyramid.sample(x, y, 0), bytes == 1 ? at[0] : at[0] | at[1] << 8);
+            QCOMPARE(mips.sample(x, y, 0), bytes == 1 ? at[0] : at[0] | at[1] << 8);
         }
 }
 
-void TestPyramidMemory::memoryIsUsedAgain_data()
+void TestMipMemory::memoryIsUsedAgain_data()
 {
     QTest::addColumn<int>("side");
     QTest::addColumn<bool>("isUsedAgain");
@@ -69,22 +69,22 @@ void TestPyramidMemory::memoryIsUsedAgain_data()
     QTest::newRow("a larger one needs more") << 70 << false;
 }
 
-void TestPyramidMemory::memoryIsUsedAgain()
+void TestMipMemory::memoryIsUsedAgain()
 {
     QFETCH(int, side);
     QFETCH(bool, isUsedAgain);
     const std::vector<std::uint8_t> pixels(70 * 70);
     PixelShape shape;
-    ImagePyramid pyramid;
+    MipLevels mips;
     const auto show = [&](int length) {
         const Samples samples{pixels.data(), 70, length, length};
-        pyramid.reserve(samples, shape);
-        pyramid.build(samples, shape);
-        return pyramid.level(1).data;
+        mips.reserve(samples, shape);
+        mips.build(samples, shape);
+        return mips.level(1).data;
     };
     const std::uint8_t* before = show(64);
     QCOMPARE(show(side) == before, isUsedAgain);
 }
 
-QTEST_GUILESS_MAIN(TestPyramidMemory)
-#include "tst_pyramid_memory.moc"
+QTEST_GUILESS_MAIN(TestMipMemory)
+#include "tst_mip_memory.moc"

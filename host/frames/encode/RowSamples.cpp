@@ -1,4 +1,4 @@
-#include "host/frames/encode/LineSamples.h"
+#include "host/frames/encode/RowSamples.h"
 
 #include "host/frames/encode/Rec601.h"
 #include "image/ColourFilter.h"
@@ -51,7 +51,7 @@ std::string storedLetters(const ZorPixelTypeRow& row)
 
 } // namespace
 
-std::vector<std::uint16_t> lineSamples(const SampleImage& scene, const ZorPixelTypeRow& row, std::uint32_t y)
+std::vector<std::uint16_t> rowSamples(const SampleImage& scene, const ZorPixelTypeRow& row, std::uint32_t y)
 {
     const std::uint32_t bits = pixelTypeSampleBits(row.code);
     const std::uint32_t perPixel = samplesPerPixel(row.code);

@@ -1,4 +1,4 @@
-#include "image/unpack/PlainRows.h"
+#include "image/unpack/UnpackedRows.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "platform/viewer/picture/ImagePyramid.h"
+#include "platform/viewer/picture/MipLevels.h"
 
 #include "platform/viewer/picture/Halving.h"
 
@@ -43,15 +43,15 @@ std::size_t levelBytes(const Samples& image, const PixelShape& shape)
 }
 } // namespace
 
-void ImagePyramid::reserve(const Samples& image, const PixelShape& shape)
+void MipLevels::reserve(const Samples& image, const PixelShape& shape)
 {
-    const std::size_t cells = levelBytes(image, shape) / sizeof(std::uint16_t);
+    const std::size_t words = levelBytes(image, shape) / sizeof(std::uint16_t);
     // A much smaller image gives the memory back.
-    if (cells > m_memory.size() || cells < m_memory.size() / 4)
-        m_memory = std::vector<std::uint16_t>(cells);
+    if (words > m_memory.size() || words < m_memory.size() / 4)
+        m_memory = std::vector<std::uint16_t>(words);
 }
 
-void ImagePyramid::build(const Samples& image, const PixelShape& shape)
+void MipLevels::build(const Samples& image, const PixelShape& shape)
 {
     m_shape = shape;
     m_generation = nextGeneration();
@@ -81,13 +81,13 @@ void ImagePyramid::build(const Samples& image, const PixelShape& shape)
     }
 }
 
-void ImagePyramid::clear()
+void MipLevels::clear()
 {
     m_levels.clear();
     m_memory = std::vector<std::uint16_t>();
 }
 
-int ImagePyramid::sample(int x, int y, int channel) const
+int MipLevels::sample(int x, int y, int channel) const
 {
     const std::uint8_t* row = m_levels.front().row(y);
     const int index = x * m_shape.channels + channel;
