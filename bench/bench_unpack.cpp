@@ -160,7 +160,7 @@ void add(const char* group, Work work, const ZorPixelTypeRow& row)
         ->Unit(benchmark::kMillisecond);
 }
 
-/// One colour order and one phase stand for the others, which do the same work.
+/// One colour order and one phase are measured; the others do the same work.
 bool standsForItself(const ZorPixelTypeRow& row)
 {
     const std::string name = row.name;

@@ -85,7 +85,7 @@ public slots:
     /// Takes the mark of bright pixels from the upper view or gives it, and refreshes. While this thread
     /// holds the view lock, as inside a refresh, it is done after that, as the box is ticked now.
     void highLightSlot();
-    /// One view was zoomed or panned: the other follows.
+    /// One view was zoomed or panned: the other follows, at most once in 50 ms.
     void onViewChanged(DisplayView* view);
 
 protected:

@@ -4,8 +4,8 @@ class CFFCUtility;
 
 namespace zor {
 
-/// Lives on the stack of each operation of the dialog inside which others may run: the host in a
-/// notification, anybody in an event loop of a refresh or a box.
+/// Made on the stack by each operation of the dialog during which other code may run: the host in a
+/// notification, anybody in the event loop of a refresh or a box.
 ///
 /// Its end carries out the requests that waited for the view lock, when this thread no longer holds it: then
 /// the wait cursor of the operation is gone too. The end of the last use deletes a dialog that its owner has

@@ -20,8 +20,8 @@ _ZorImage localRecord(std::int32_t width, std::int32_t height, std::int32_t step
 std::size_t coveringBytes(const _ZorImage& record, std::uint32_t width, std::uint32_t height)
 {
     const std::uint64_t pixelBytes = record.depth == 8 ? 1 : 2;
-    const std::uint64_t lines = height == 0 ? 0 : (height - std::uint64_t{1}) * record.pitch;
-    return std::max<std::uint64_t>(record.imageSize, lines + width * pixelBytes);
+    const std::uint64_t otherRows = height == 0 ? 0 : (height - std::uint64_t{1}) * record.pitch;
+    return std::max<std::uint64_t>(record.imageSize, otherRows + width * pixelBytes);
 }
 
 } // namespace zor

@@ -5,22 +5,26 @@
 
 #include <cstring>
 
-static void readPlaces(const ParameterMap& parameters, QPoint& imagePos, QPoint& windowPos)
+namespace {
+
+void readPlaces(const ParameterMap& parameters, QPoint& imagePos, QPoint& windowPos)
 {
     imagePos = QPoint(paramInt(&parameters, "img.x"), paramInt(&parameters, "img.y"));
     windowPos = QPoint(paramInt(&parameters, "win.x"), paramInt(&parameters, "win.y"));
 }
 
 /// The viewer's number of the left button.
-static bool isLeftButton(ParameterMap& parameters)
+bool isLeftButton(ParameterMap& parameters)
 {
     return zor::paramIndexedInt(parameters, "left") == 1;
 }
 
-static bool isText(const char* name, const char* text)
+bool isText(const char* name, const char* text)
 {
     return name && std::strcmp(name, text) == 0;
 }
+
+} // namespace
 
 std::int64_t DisplayAdapterQT::DisplayNotification::notify(const char* name, ParameterMap* parameters)
 {

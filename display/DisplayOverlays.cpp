@@ -4,8 +4,12 @@
 #include "display/ParameterText.h"
 #include "display/ZorDisplayProcessor.h"
 
-static constexpr char DumpOverlay[] = "dump";
-static constexpr char InspectOverlay[] = "inspect";
+namespace {
+
+constexpr char DumpOverlay[] = "dump";
+constexpr char InspectOverlay[] = "inspect";
+
+} // namespace
 
 void DisplayAdapterQT::setOverlayDefaults()
 {

@@ -6,10 +6,14 @@
 #include "display/ZorDisplayQt.h"
 #include "image/ZorImageApi.h"
 
-static bool sameShape(const _ZorImage& one, const _ZorImage& other)
+namespace {
+
+bool sameShape(const _ZorImage& one, const _ZorImage& other)
 {
     return one.width == other.width && one.height == other.height && one.pixelType == other.pixelType;
 }
+
+} // namespace
 
 bool DisplayAdapterQT::prepareImage(const _ZorImage* image, bool force)
 {

@@ -9,7 +9,7 @@
 
 int QMetaTypeId<DisplayView*>::qt_metatype_id()
 {
-    static const UnloadableMetaType<DisplayView*> type("DisplayView*", &DisplayView::staticMetaObject);
+    static const zor::UnloadableMetaType<DisplayView*> type("DisplayView*", &DisplayView::staticMetaObject);
     return type.id();
 }
 
@@ -18,7 +18,7 @@ DisplayView::DisplayView(QWidget* parent)
 {
     // A press may come on the viewer's thread; a listener then gets the signal through its own queue, which
     // must know how to copy the arguments.
-    static const UnloadableMetaType<QEvent::Type> type("QEvent::Type", &QEvent::staticMetaObject);
+    static const zor::UnloadableMetaType<QEvent::Type> type("QEvent::Type", &QEvent::staticMetaObject);
     // A file of the host's installation, found from the working directory; without it the icon is empty.
     const QIcon icon(QPixmap(QStringLiteral("../ZorBench/Resources/ZoomFull.png")));
     escapeButton = new QToolButton(this);

@@ -4,6 +4,8 @@
 
 #include <new>
 
+namespace zor {
+
 /// A type that Qt's meta-type system knows while this code is loaded.
 ///
 /// Qt keeps the addresses of two functions of each type and never lets go of a type that was registered in
@@ -42,3 +44,5 @@ private:
     const int m_known;
     const int m_id;
 };
+
+} // namespace zor

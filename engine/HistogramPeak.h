@@ -14,9 +14,10 @@ std::int32_t largestInnerBin(const std::int32_t* bins, std::int32_t levels);
 /// it is below 60 % of the present peak, and is rounded up to a grain that grows with peak - floor.
 std::int32_t nextHistogramPeak(std::int32_t peak, std::int32_t floor, std::int32_t largest);
 
-/// Rounds to a multiple. Up: a positive value moves to the next multiple, also when it is one; a negative one
-/// becomes value + remainder; 0 stays. Not up: a positive value moves to the multiple at or below it, a
-/// negative one to the multiple below its truncation, also when it is one; 0 stays. `multiple` is not 0.
+/// Rounds to a multiple; 0 stays. `multiple` is not 0.
+/// Up: a positive value becomes the next larger multiple, even when it is a multiple itself; a negative one
+/// becomes value + remainder. Not up: a positive value becomes the multiple at or below it, a negative one
+/// the multiple below its truncation, even when it is a multiple itself.
 std::int32_t RoundToMultiple(std::int32_t value, std::int32_t multiple, bool up);
 
 } // namespace zor

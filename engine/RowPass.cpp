@@ -28,8 +28,8 @@ void applyRowCodes(const ConstImageView& source, const ImageView& destination, c
 {
     const std::int32_t saturated = saturationLimit(source.depth);
     const auto limit = static_cast<std::int16_t>(signedLow16(static_cast<std::uint32_t>(saturated)));
-    // At depth 16 the limit is -1, which every result with bit 15 clear is above, while no signed cell equals
-    // the 65535 that would exempt it.
+    // At depth 16 the limit is -1 as a signed cell: every result from 0 up is above it, and no cell equals
+    // the 65535 that would be left alone.
     const auto multiply = saturated == limit ? multiplyRow<true> : multiplyRow<false>;
     const std::ptrdiff_t sourceStep = source.step & ~1;
     const std::ptrdiff_t destinationStep = destination.step & ~1;

@@ -85,7 +85,7 @@ constexpr PackingClass pixelTypePackingClass(std::uint32_t code)
     return static_cast<PackingClass>((code >> 12) & 0xF);
 }
 
-/// Bits per sample that the packing byte's depth class stands for: 8, 10, 12, 14 or 16; 0 for no class.
+/// Bits per sample that the packing byte's depth class means: 8, 10, 12, 14 or 16; 0 for no class.
 constexpr std::uint32_t pixelTypeSampleBits(std::uint32_t code)
 {
     const std::uint32_t depthClass = (code >> 8) & 0xF;

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 /// What an accessor of whole samples holds to mark their type: T is the type of a sample, UT its unsigned
-/// twin, and `long` stands for 32 bits on every machine. Samples are never read through it.
+/// twin, and `long` has 32 bits on every machine. Samples are never read through it.
 template <class T, class UT> class ZimTPixelAccessor
 {
 public:

@@ -63,12 +63,12 @@ struct Object
     JsonText<10> metaDataKey;
     JsonObjectHead metaData;
 
-    std::uint32_t table[5]; ///< offsets of the entries, sorted by key: the loader searches by halving
+    std::uint32_t table[5]; ///< offsets of the entries, sorted by key: for the loader's binary search
 };
 
 struct Block
 {
-    char signature[12]; ///< what the loader looks for; the two blanks stand for binary JSON
+    char signature[12]; ///< what the loader looks for; the two blanks mean binary JSON
     char tag[4];
     std::uint32_t formatVersion;
     Object object;

@@ -13,8 +13,8 @@ namespace zor {
 
 namespace {
 
-/// Puts the limited product of pixel and code into each cell that holds another value. True when there was
-/// one. The working image of 8 bits has room for all products and its own rounding.
+/// Replaces each cell that wrapped by the limited product of pixel and code. True when there was one. The
+/// working image of 8 bits has room for all products and its own rounding.
 bool unwrapCells(const ConstImageView& frame, const std::vector<std::uint16_t>& codes, const ImageView& cells)
 {
     if (frame.depth == 8)

@@ -45,7 +45,7 @@ std::string darknessNote(const std::string& ending, std::uint32_t depth)
            "makes a bright one";
 }
 
-/// The picture as a file of the kind that the ending stands for.
+/// The picture as a file of the kind that the ending names.
 std::string pictureBytes(const std::string& output, const std::string& ending, const _ZorImage& picture)
 {
     try {

@@ -49,7 +49,7 @@ void checkHeaderText(const std::string& option, const std::string& text)
                            ": the text holds a line break or another control character; give one plain line");
     if (text.rfind("--", 0) == 0 || text[0] == ':')
         throw CommandError(option +
-                           ": the text begins with \"--\" or \":\", which stand for a comment or a section "
+                           ": the text begins with \"--\" or \":\", which begin a comment or a section "
                            "in the file; begin it otherwise");
 }
 

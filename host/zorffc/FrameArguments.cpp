@@ -19,7 +19,7 @@ CLI::Option* addDumpArguments(CLI::App& command, FrameArguments& arguments)
                               ->type_name("NAME");
     CLI::Option* size = addSize(command, "--size", arguments.size, "Size of the raw dump in pixels");
     CLI::Option* pitch = addWhole(command, "--pitch", arguments.pitch,
-                                  "Bytes from line to line of the raw dump (default: tight lines)");
+                                  "Bytes from row to row of the raw dump (default: tight rows)");
     CLI::Option* order = addPackedOrder(command, arguments.packedOrder, "Where a Packed format has");
     format->needs(size);
     size->needs(format);
@@ -64,7 +64,7 @@ Frame readFrame(const FrameArguments& arguments)
         if (arguments.pitch) {
             if (*arguments.pitch > std::numeric_limits<std::uint32_t>::max())
                 throw CommandError("--pitch: " + std::to_string(*arguments.pitch) +
-                                   " is too large; give the bytes from line to line");
+                                   " is too large; give the bytes from row to row");
             layout.pitch = static_cast<std::uint32_t>(*arguments.pitch);
         }
         layout.packedOrderRecord = arguments.packedOrder == "record";

@@ -19,7 +19,7 @@ std::string frameSummary(const Frame& frame, const MonoFrame& mono);
 /// "1.0000 to 1.3021"; entries that are no number are counted and not ranged.
 std::string gainRange(const std::list<double>& gains);
 
-/// The range of the gains that the entries of a file's table stand for, which are those that a camera
+/// The range of the gains that the entries of a file's table hold, which are those that a camera
 /// applies.
 std::string fileGainRange(const std::vector<std::int32_t>& table, std::uint32_t fractionBits);
 

@@ -131,7 +131,7 @@ bool TemporaryFile::makeWithName()
         const bool isSwept = ::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
         if (!isSwept && isNameOf(name, m_descriptor))
             return true;
-        // Before it was locked, another run took it for what a killed one left.
+        // Another run removed it before it was locked, as what a killed one had left.
         closeQuietly(m_descriptor);
         ::unlink(name.c_str());
         errno = EEXIST;

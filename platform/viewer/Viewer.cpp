@@ -21,15 +21,14 @@ double deviceMiddle(double position, double ratio)
     return std::floor(position * ratio + Rounding) + 0.5;
 }
 
-// The middle device pixel of a widget's pixel, from the pixel's place on. Being the same for all of them it
-// keeps their distances even, so that each place is found again where the ratio is a fraction.
+// The middle device pixel of a widget pixel, counted from that pixel's first one. It is the same for all of
+// them, also where the ratio is a fraction: so their distances are even, and each place is found again.
 double innerMiddle(double ratio)
 {
     return std::floor(ratio * 0.5) + 0.5;
 }
 
-// Of two that are equally near it is the first, since the middle of the second is already the next image
-// pixel's.
+// Of two equally near pixels the first: the middle of the second belongs to the next image pixel.
 int nearestPixel(double device, double ratio)
 {
     const double place = (device - innerMiddle(ratio)) / ratio;

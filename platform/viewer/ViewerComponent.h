@@ -8,7 +8,7 @@
 #include "platform/viewer/view/ViewerMenu.h"
 
 namespace zor::viewer {
-/// The viewer behind both factories. It works on the thread of its widget: what is called elsewhere runs
+/// The viewer that both factories make. It works on the thread of its widget: what is called elsewhere runs
 /// there while the caller waits, so that thread must be free to do it.
 class ViewerComponent final : public ZorDisplayProcessor
 {

@@ -9,7 +9,7 @@ foreach(source
     engine/pix/PixArithmetic.cpp engine/pix/PixConvert.cpp engine/pix/PixHistogram.cpp engine/pix/PixMinMax.cpp
     image/unpack/PairRows.cpp image/unpack/UnpackedRows.cpp image/unpack/StreamRows.cpp
     platform/converter/DepthChange.cpp platform/converter/PanchromaticLuma.cpp
-    platform/viewer/picture/Halving.cpp platform/viewer/paint/RowKernels.cpp platform/viewer/picture/Tone.cpp)
+    platform/viewer/picture/NextMipLevel.cpp platform/viewer/paint/RowKernels.cpp platform/viewer/picture/Tone.cpp)
   set(command ${commands})
   list(FILTER command INCLUDE REGEX "-c [^ ]*/${source}\"")
   list(LENGTH command found)

@@ -5,8 +5,8 @@
 #include "platform/viewer/view/ViewGeometry.h"
 
 namespace zor::viewer {
-/// How an image becomes device pixels: the mean by the tables of level `level`, and, where a halved scale
-/// comes near, a mixture with that of the next level, so that nothing jumps while somebody zooms.
+/// How an image becomes device pixels: the mean by the tables of level `level`, and, near the
+/// next level's own scale, a mixture with that level, so that nothing jumps while somebody zooms.
 ///
 /// For each sample, in integers, each division by 256 rounded to nearest:
 ///   mean of rows = sum(y weight * sample) / 256, box = sum(x weight * mean of rows) / 256,

@@ -1,6 +1,6 @@
 #include "platform/viewer/picture/MipLevels.h"
 
-#include "platform/viewer/picture/Halving.h"
+#include "platform/viewer/picture/NextMipLevel.h"
 
 #include <algorithm>
 #include <atomic>
@@ -75,7 +75,7 @@ void MipLevels::build(const Samples& image, const PixelShape& shape)
         level.height = (finer.height + 1) / 2;
         level.pitch = rowBytes(level.width, shape);
         level.data = memory;
-        halve(finer, shape, memory, level.pitch);
+        makeNextMipLevel(finer, shape, memory, level.pitch);
         memory += level.pitch * static_cast<std::size_t>(level.height);
         m_levels.push_back(level);
     }

@@ -6,7 +6,7 @@
 #include <vector>
 
 namespace zor::viewer {
-/// An image and its halvings down to a single pixel. Level 0 is the image itself, which stays the caller's
+/// An image and its mip levels down to a single pixel. Level 0 is the image itself, which stays the caller's
 /// and must live as long as the levels show it; pixel (x, y) of level n is the mean of the 2^n x 2^n image
 /// pixels from (x 2^n, y 2^n) on, as far as they exist.
 class MipLevels

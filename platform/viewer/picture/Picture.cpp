@@ -17,16 +17,16 @@ Samples samplesOf(const _ZorImage& record)
 ViewerStatus Picture::show(const _ZorImage* shown, const _ZorImage* source)
 {
     const PixelShape shape = shownShape(*shown);
-    const bool isDeveloped = pixelRoute(*shown) != PixelRoute::AsIs;
-    ConvertedSamples developed;
-    if (isDeveloped)
-        if (const ViewerStatus status = developed.take(*shown); status != ViewerStatus::Ok)
+    const bool isConverted = pixelRoute(*shown) != PixelRoute::AsIs;
+    ConvertedSamples converted;
+    if (isConverted)
+        if (const ViewerStatus status = converted.take(*shown); status != ViewerStatus::Ok)
             return status;
     RecordSlot output;
     if (shown != source && ZorCloneImage(output.place(), shown) != 0)
         return ViewerStatus::Memory;
     const auto samples = [&](const _ZorImage& record) {
-        return isDeveloped ? developed.samples() : samplesOf(record);
+        return isConverted ? converted.samples() : samplesOf(record);
     };
     try {
         m_mipLevels.reserve(samples(output.get() ? *output.get() : *source), shape);
@@ -40,7 +40,7 @@ ViewerStatus Picture::show(const _ZorImage* shown, const _ZorImage* source)
     }
     m_output.swap(output);
     m_mipLevels.build(samples(this->shown()), shape);
-    m_developed.swap(developed);
+    m_converted.swap(converted);
     return ViewerStatus::Ok;
 }
 
@@ -61,18 +61,18 @@ ViewerStatus Picture::reload(ProcessorChain& chain, int* processed)
 void Picture::clear()
 {
     m_mipLevels.clear();
-    ConvertedSamples().swap(m_developed);
+    ConvertedSamples().swap(m_converted);
     m_output.release();
     m_source.release();
 }
 
-// Levels point into their memory and level 0 into a record or developed samples, all of which keep their
+// Levels point into their memory and level 0 into a record or converted samples, all of which keep their
 // addresses.
 void Picture::swap(Picture& other)
 {
     m_source.swap(other.m_source);
     m_output.swap(other.m_output);
-    m_developed.swap(other.m_developed);
+    m_converted.swap(other.m_converted);
     std::swap(m_mipLevels, other.m_mipLevels);
 }
 

@@ -37,7 +37,7 @@ private:
 
     RecordSlot m_source;
     RecordSlot m_output;          ///< holds a record when something else than the source is shown
-    ConvertedSamples m_developed; ///< without samples while the shown image's own are shown
+    ConvertedSamples m_converted; ///< without samples while the shown image's own are shown
     MipLevels m_mipLevels;
 };
 } // namespace zor::viewer

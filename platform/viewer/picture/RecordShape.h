@@ -9,7 +9,7 @@ namespace zor::viewer {
 enum class PixelRoute
 {
     Refused,
-    AsIs,   ///< plain mono, plain RGB and BGR: as they lie in a copy
+    AsIs,   ///< unpacked mono, RGB and BGR: as they lie in a copy
     Colour, ///< RGB and BGR with a fourth channel or packed: unpacked, the fourth channel left out
     Luma,   ///< everything else: brought to mono by the converter
 };

@@ -16,16 +16,16 @@ bool isRequestFor(const QPointF& centre, const QPointF& reported, const QSize& i
 
 Navigator::Navigator(ViewGeometry& geometry, std::function<void(bool)> moved)
     : m_geometry(geometry)
-    , m_told(geometry)
+    , m_reported(geometry)
     , m_moved(std::move(moved))
 {
 }
 
 void Navigator::settle()
 {
-    const bool isElsewhere = m_geometry.isElsewhere(m_told);
+    const bool isElsewhere = m_geometry.isElsewhere(m_reported);
     if (isElsewhere)
-        m_told = m_geometry;
+        m_reported = m_geometry;
     m_moved(isElsewhere);
 }
 

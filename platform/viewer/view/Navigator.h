@@ -40,7 +40,7 @@ private:
     bool zoomTo(double scale, const QPointF& anchor);
 
     ViewGeometry& m_geometry;
-    ViewGeometry m_told; ///< as it was when `moved` last said true
+    ViewGeometry m_reported; ///< as it was when `moved` last said true
     std::function<void(bool)> m_moved;
 };
 } // namespace zor::viewer

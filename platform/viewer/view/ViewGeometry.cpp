@@ -14,9 +14,9 @@ struct Span
     int length;
 };
 
-// A span's middle is an edge between two pixels, which an even length has, or a pixel's own middle, which an
-// odd one has: the nearest of both decides, and the length is the nearest of its kind. `centre` is on the
-// image.
+// The middle of an even span is an edge between pixels, that of an odd span the middle of a pixel. The one
+// nearer to the centre makes the length even or odd, and the length is the nearest of its kind. `centre` is
+// on the image.
 Span spanAround(double centre, double length)
 {
     const int twiceTheMiddle = static_cast<int>(std::floor(centre * 2.0 + 0.5));

@@ -168,7 +168,7 @@ bool ViewerInput::release(QMouseEvent* event)
     return wasDragging;
 }
 
-// Also when the release got lost, as below a menu.
+// Also called when the release was lost, for example to a menu.
 void ViewerInput::endDrag()
 {
     m_isPanning = false;

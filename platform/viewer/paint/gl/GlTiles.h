@@ -11,7 +11,7 @@
 class QOpenGLExtraFunctions;
 
 namespace zor::viewer {
-/// The mip levels of one image in squares of integer textures, loaded when they are first drawn. Each square
+/// The mip levels of one image in tiles of integer textures, loaded when they are first drawn. Each tile
 /// reaches AxisMap::MostTaps - 1 samples over its right and lower edge, so that a device pixel finds all its
 /// samples in the square of the first.
 class GlTiles

@@ -1,4 +1,4 @@
-#include "platform/viewer/picture/Halving.h"
+#include "platform/viewer/picture/NextMipLevel.h"
 
 #include "platform/viewer/picture/RowBands.h"
 
@@ -41,7 +41,8 @@ void halveImage(const Samples& source, std::uint8_t* target, std::size_t targetP
 }
 } // namespace
 
-void halve(const Samples& source, const PixelShape& shape, std::uint8_t* target, std::size_t targetPitch)
+void makeNextMipLevel(const Samples& source, const PixelShape& shape, std::uint8_t* target,
+                      std::size_t targetPitch)
 {
     if (shape.bytes == 1 && shape.channels == 1)
         halveImage<std::uint8_t, 1>(source, target, targetPitch);
