@@ -2,7 +2,7 @@
 
 #include "engine/CellImage.h"
 #include "host/quality/NonUniformity.h"
-#include "host/zorffc/Numbers.h"
+#include "host/quality/NumberText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,11 +21,6 @@ constexpr double TolerableError = 0.001;
 /// The mean of a flat frame, as a share of full scale, from which on its gains are worth something. What a
 /// covered lens leaves is below: black levels lie up to 16 of 255.
 constexpr double DarkShare = 0.1;
-
-std::string counted(std::ptrdiff_t count, const std::string& noun)
-{
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
 
 std::string percent(double share)
 {
@@ -62,11 +57,11 @@ void addGainWarnings(std::vector<std::string>& warnings, const std::string& noun
         ++mean;
     }
     if (endless > 0)
-        warnings.push_back(counted(endless, noun + " gain") + (endless == 1 ? " is" : " are") +
+        warnings.push_back(countText(endless, noun + " gain") + (endless == 1 ? " is" : " are") +
                            " no finite number although there is light in the frame; choose another target "
                            "with --normalize or --mean");
     if (large > 0)
-        warnings.push_back(counted(large, noun + " gain") + (large == 1 ? " is " : " are ") +
+        warnings.push_back(countText(large, noun + " gain") + (large == 1 ? " is " : " are ") +
                            fixedText(beyond, 0) +
                            " or more, which wraps in the file's 32-bit values; choose a "
                            "lower target with --normalize or --mean");
@@ -94,9 +89,9 @@ std::vector<std::string> frameWarnings(const ConstImageView& frame)
     const std::ptrdiff_t rows = countDark(rowMeans(frame));
     const std::string advice = " without light, where no gain helps; light the whole frame";
     if (columns > 0)
-        warnings.push_back(counted(columns, "column") + advice);
+        warnings.push_back(countText(columns, "column") + advice);
     if (rows > 0)
-        warnings.push_back(counted(rows, "row") + advice);
+        warnings.push_back(countText(rows, "row") + advice);
     return warnings;
 }
 

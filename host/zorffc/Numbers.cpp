@@ -51,23 +51,4 @@ std::optional<FrameSize> parseSize(std::string_view text)
     return FrameSize{static_cast<std::uint32_t>(*width), static_cast<std::uint32_t>(*height)};
 }
 
-std::string significantText(double value, int digits)
-{
-    char buffer[64];
-    const auto result =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits);
-    return std::string(buffer, result.ptr);
-}
-
-std::string fixedText(double value, int decimals)
-{
-    if (std::isnan(value))
-        return "nan";
-    // The longest double has 309 digits before the point.
-    char buffer[400];
-    const auto result =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
-    return std::string(buffer, result.ptr);
-}
-
 } // namespace zor

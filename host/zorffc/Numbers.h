@@ -26,11 +26,4 @@ struct FrameSize
 /// "1392x1040": both sides from 1 to MaxFrameSide; nothing for any other text.
 std::optional<FrameSize> parseSize(std::string_view text);
 
-/// A number with so many significant digits, without zeros at their end, a decimal point in every locale;
-/// very large and small ones with an exponent, "4.095e-06".
-std::string significantText(double value, int digits);
-
-/// A number with a fixed count of decimals, a decimal point in every locale, "inf", "-inf" or "nan".
-std::string fixedText(double value, int decimals);
-
 } // namespace zor

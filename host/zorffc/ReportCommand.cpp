@@ -1,6 +1,7 @@
 #include "host/zorffc/Commands.h"
 
 #include "host/quality/CorrectedFrame.h"
+#include "host/quality/NumberText.h"
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/CommandError.h"
 #include "host/zorffc/FfcFile.h"

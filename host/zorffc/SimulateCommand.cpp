@@ -4,6 +4,7 @@
 #include "host/frames/PackedOrder.h"
 #include "host/frames/Pgm.h"
 #include "host/frames/encode/EncodeFrame.h"
+#include "host/quality/NumberText.h"
 #include "host/simulate/SensorModel.h"
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/CommandError.h"

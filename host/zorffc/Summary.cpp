@@ -1,7 +1,7 @@
 #include "host/zorffc/Summary.h"
 
+#include "host/quality/NumberText.h"
 #include "host/zorffc/CommandError.h"
-#include "host/zorffc/Numbers.h"
 #include "host/zorffc/OneLine.h"
 #include "host/zorffc/StandardStreams.h"
 

@@ -1,3 +1,4 @@
+#include "host/quality/NumberText.h"
 #include "host/zorffc/Numbers.h"
 #include "host/zorffc/Summary.h"
 #include "host/zorffc/report/GreyPicture.h"
