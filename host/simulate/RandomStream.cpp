@@ -1,32 +1,20 @@
 #include "host/simulate/RandomStream.h"
 
+#include "host/simulate/SpreadBits.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace zor {
 
-namespace {
-
-/// Spreads seeds that lie close together over all 64 bits (the finaliser of SplitMix64).
-std::uint64_t spread(std::uint64_t value)
-{
-    value += 0x9E3779B97F4A7C15u;
-    value = (value ^ (value >> 30)) * 0xBF58476D1CE4E5B9u;
-    value = (value ^ (value >> 27)) * 0x94D049BB133111EBu;
-    return value ^ (value >> 31);
-}
-
-} // namespace
-
 RandomStream::RandomStream(std::uint64_t seed, std::uint64_t stream)
-    : m_generator(spread(spread(seed) + stream))
+    : m_generator(spreadBits(spreadBits(seed) + stream))
 {
 }
 
 double RandomStream::uniform()
 {
-    constexpr double step = 1.0 / 9007199254740992.0; // 2^-53
-    return static_cast<double>(m_generator() >> 11) * step;
+    return unitInterval(m_generator());
 }
 
 double RandomStream::normal()
@@ -51,18 +39,11 @@ double RandomStream::normal()
 
 double RandomStream::poisson(double mean)
 {
-    constexpr double largestCounted = 50.0;
     if (!(mean > 0.0))
         return 0.0;
-    if (mean > largestCounted)
+    if (mean > LargestCountedMean)
         return std::max(0.0, std::floor(mean + std::sqrt(mean) * normal() + 0.5));
-
-    // Counts arrivals: as many as it takes for the product of uniform numbers to fall to exp(-mean).
-    const double limit = std::exp(-mean);
-    double count = 0.0;
-    for (double product = uniform(); product > limit; product *= uniform())
-        count += 1.0;
-    return count;
+    return countArrivals(mean, [this] { return uniform(); });
 }
 
 } // namespace zor

@@ -1,9 +1,32 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <random>
 
 namespace zor {
+
+/// The upper 53 bits of a random number as one from 0 up to but not including 1.
+constexpr double unitInterval(std::uint64_t bits)
+{
+    constexpr double step = 1.0 / 9007199254740992.0; // 2^-53
+    return static_cast<double>(bits >> 11) * step;
+}
+
+/// The largest mean for which counts are drawn one by one; above it the normal distribution takes their
+/// place.
+constexpr double LargestCountedMean = 50.0;
+
+/// A Poisson count with the given mean above 0: as many arrivals as it takes for the product of uniform
+/// numbers to fall to exp(-mean).
+template <typename Uniform> double countArrivals(double mean, Uniform uniform)
+{
+    const double limit = std::exp(-mean);
+    double count = 0.0;
+    for (double product = uniform(); product > limit; product *= uniform())
+        count += 1.0;
+    return count;
+}
 
 /// Random numbers that depend on the seed alone: the generator's sequence is fixed by the language, and the
 /// transforms are our own because those of the standard library differ from one library to the next.

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
-#include <vector>
 
 namespace zor {
 
@@ -31,14 +31,34 @@ struct SensorModel
     double systemGain() const { return (saturation() - blackLevel) / fullWell; }
 };
 
+/// From electrons to the grey values of a model.
+class GreyScale
+{
+public:
+    explicit GreyScale(const SensorModel& model)
+        : m_blackLevel(model.blackLevel)
+        , m_systemGain(model.systemGain())
+        , m_limit(model.saturation() + 0.5)
+    {
+    }
+
+    /// Rounded to whole DN, halves up, and limited to 0 and saturation().
+    std::uint16_t greyValue(double electrons) const
+    {
+        // Nothing is negative any more when the fraction is cut off.
+        return static_cast<std::uint16_t>(
+            std::clamp(m_blackLevel + m_systemGain * electrons + 0.5, 0.0, m_limit));
+    }
+
+private:
+    double m_blackLevel;
+    double m_systemGain;
+    double m_limit;
+};
+
 /// The share of light that reaches (x, y), 1 in the middle: the fourth power of the cosine of an angle whose
 /// tangent grows with the distance from the middle, so chosen that the outermost corner loses
 /// `vignettingPercent`.
 double vignettingAt(const SensorModel& model, std::uint32_t x, std::uint32_t y);
-
-/// One frame, rows from the top, quantised to whole DN and limited to 0 and saturation(). The fixed pattern
-/// depends on the seed and its own figure alone, so that switching one source off leaves the others as they
-/// are.
-std::vector<std::uint16_t> simulateFrame(const SensorModel& model);
 
 } // namespace zor

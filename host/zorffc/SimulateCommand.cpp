@@ -5,7 +5,7 @@
 #include "host/frames/Pgm.h"
 #include "host/frames/encode/EncodeFrame.h"
 #include "host/quality/NumberText.h"
-#include "host/simulate/SensorModel.h"
+#include "host/simulate/SimulatedFrame.h"
 #include "host/zorffc/AtomicFile.h"
 #include "host/zorffc/CommandError.h"
 #include "host/zorffc/OneLine.h"

@@ -1,5 +1,5 @@
 #include "host/simulate/RandomStream.h"
-#include "host/simulate/SensorModel.h"
+#include "host/simulate/SimulatedFrame.h"
 
 #include <QtTest>
 
@@ -7,6 +7,8 @@
 #include <cmath>
 
 using namespace zor;
+
+Q_DECLARE_METATYPE(zor::SensorModel)
 
 namespace {
 
@@ -66,6 +68,8 @@ class TestSensorModel : public QObject
 
 private slots:
     void randomNumbersDependOnTheSeedAlone();
+    void aModelGivesTheSameFrameForEver_data();
+    void aModelGivesTheSameFrameForEver();
     void normalNumbersHaveTheirMoments();
     void poissonCountsHaveTheirMoments_data();
     void poissonCountsHaveTheirMoments();
@@ -92,6 +96,49 @@ void TestSensorModel::randomNumbersDependOnTheSeedAlone()
     QCOMPARE(otherStream.uniform() * scale, 6455381531966624.0);
     RandomStream otherSeed(0, 0);
     QCOMPARE(otherSeed.uniform() * scale, 4342110871615737.0);
+}
+
+void TestSensorModel::aModelGivesTheSameFrameForEver_data()
+{
+    QTest::addColumn<SensorModel>("model");
+    QTest::addColumn<quint64>("checksum");
+    SensorModel model;
+    model.width = 61;
+    model.height = 40;
+    QTest::newRow("the usual sensor") << model << quint64(0x93d29de5e89e3cf4);
+    model.seed = 7;
+    model.depth = 8;
+    model.dsnu = 30.0;
+    model.blackLevel = 16.0;
+    QTest::newRow("8 bits with a dark signal") << model << quint64(0x2a0271a448fb7d24);
+    model.depth = 16;
+    model.dsnu = 0.0;
+    model.shotNoise = false;
+    model.darkNoise = 0.0;
+    QTest::newRow("16 bits without noise") << model << quint64(0xddb5f62f3945fc41);
+    model.depth = 10;
+    model.levelPercent = 0.2;
+    model.prnuPercent = 0.0;
+    model.blackLevel = 0.0;
+    model.shotNoise = true;
+    QTest::newRow("electrons that are counted") << model << quint64(0xb27558fa5657cf74);
+    model.depth = 14;
+    model.levelPercent = 101.0;
+    model.darkNoise = 5.0;
+    model.columnFpnPercent = 60.0;
+    QTest::newRow("light above full scale") << model << quint64(0x8a1e78bc5841643f);
+}
+
+/// The checksum is FNV-1a over the grey values, low byte first.
+void TestSensorModel::aModelGivesTheSameFrameForEver()
+{
+    QFETCH(SensorModel, model);
+    quint64 checksum = 0xcbf29ce484222325;
+    for (const std::uint16_t grey : simulateFrame(model)) {
+        for (const int byte : {grey & 0xFF, grey >> 8})
+            checksum = (checksum ^ quint64(byte)) * 0x100000001b3;
+    }
+    QTEST(checksum, "checksum");
 }
 
 void TestSensorModel::normalNumbersHaveTheirMoments()
