@@ -135,6 +135,11 @@ void TestIncludeArrows::includesAreJudged_data()
     bad("host/frames/A.cpp", "dialog/B.h");
     bad("host/frames/A.cpp", "host/zorffc/B.h");
     bad("host/quality/A.cpp", "engine/stages/B.h");
+    good("host/source/A.cpp", "host/frames/B.h");
+    good("host/source/A.cpp", "host/simulate/B.h");
+    bad("host/source/A.cpp", "host/quality/B.h");
+    bad("host/source/A.cpp", "QObject");
+    bad("host/frames/A.cpp", "host/source/B.h");
     good("host/zorffc/A.cpp", "host/frames/B.h");
     good("host/zorffc/A.cpp", "CLI/CLI.hpp");
     bad("host/zorffc/A.cpp", "dialog/B.h");
