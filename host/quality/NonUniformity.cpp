@@ -17,15 +17,10 @@ bool isSaturated(const ConstImageView& image, std::int32_t x, std::int32_t y)
     return (image.depth == 8 ? row[x] : loadCell(row, x)) >= saturationLimit(image.depth);
 }
 
-/// Pixels for which `counts(x, y)` is true, as a share of all.
-template <typename Counts> double shareOf(const ConstImageView& image, Counts counts)
+/// So many pixels as a share of all.
+double shareOf(const ConstImageView& image, std::uint64_t pixels)
 {
-    std::uint64_t found = 0;
-    for (std::int32_t y = 0; y < image.height; ++y)
-        for (std::int32_t x = 0; x < image.width; ++x)
-            found += counts(x, y) ? 1 : 0;
-    const double pixels = static_cast<double>(image.width) * image.height;
-    return static_cast<double>(found) / pixels;
+    return static_cast<double>(pixels) / (static_cast<double>(image.width) * image.height);
 }
 
 } // namespace
@@ -68,16 +63,37 @@ NonUniformity nonUniformity(const ConstImageView& image)
     return {variationPercent(columnMeans(image)), variationPercent(rowMeans(image))};
 }
 
+std::uint64_t saturatedPixels(const ConstImageView& image)
+{
+    const std::int32_t limit = saturationLimit(image.depth);
+    std::uint64_t found = 0;
+    for (std::int32_t y = 0; y < image.height; ++y) {
+        const std::uint8_t* row = image.row(y);
+        std::uint32_t foundInRow = 0;
+        if (image.depth == 8) {
+            for (std::int32_t x = 0; x < image.width; ++x)
+                foundInRow += row[x] >= limit ? 1 : 0;
+        } else {
+            for (std::int32_t x = 0; x < image.width; ++x)
+                foundInRow += loadCell(row, x) >= limit ? 1 : 0;
+        }
+        found += foundInRow;
+    }
+    return found;
+}
+
 double saturatedShare(const ConstImageView& image)
 {
-    return shareOf(image, [&image](std::int32_t x, std::int32_t y) { return isSaturated(image, x, y); });
+    return shareOf(image, saturatedPixels(image));
 }
 
 double newlySaturatedShare(const ConstImageView& before, const ConstImageView& after)
 {
-    return shareOf(after, [&](std::int32_t x, std::int32_t y) {
-        return isSaturated(after, x, y) && !isSaturated(before, x, y);
-    });
+    std::uint64_t found = 0;
+    for (std::int32_t y = 0; y < after.height; ++y)
+        for (std::int32_t x = 0; x < after.width; ++x)
+            found += isSaturated(after, x, y) && !isSaturated(before, x, y) ? 1 : 0;
+    return shareOf(after, found);
 }
 
 } // namespace zor

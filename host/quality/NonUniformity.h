@@ -2,6 +2,7 @@
 
 #include "engine/ImageView.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace zor {
@@ -24,7 +25,10 @@ struct NonUniformity
 
 NonUniformity nonUniformity(const ConstImageView& image);
 
-/// Pixels at the saturation limit of the image's depth, as a share of all, 0 to 1.
+/// Pixels at the saturation limit of the image's depth.
+std::uint64_t saturatedPixels(const ConstImageView& image);
+
+/// The same as a share of all, 0 to 1.
 double saturatedShare(const ConstImageView& image);
 
 /// Pixels that are at the saturation limit in `after` and were below it in `before`, an image of the same
