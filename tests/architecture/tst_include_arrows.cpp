@@ -135,6 +135,8 @@ void TestIncludeArrows::includesAreJudged_data()
     bad("host/frames/A.cpp", "dialog/B.h");
     bad("host/frames/A.cpp", "host/zorffc/B.h");
     bad("host/quality/A.cpp", "engine/stages/B.h");
+    good("host/quality/A.cpp", "image/unpack/B.h");
+    bad("host/quality/A.cpp", "host/frames/B.h");
     good("host/source/A.cpp", "host/frames/B.h");
     good("host/source/A.cpp", "host/simulate/B.h");
     bad("host/source/A.cpp", "host/quality/B.h");

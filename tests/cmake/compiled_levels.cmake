@@ -7,7 +7,7 @@ foreach(source
     engine/CellImage.cpp engine/ColumnPass.cpp engine/GainCode.cpp engine/Gains.cpp engine/HistogramPeak.cpp
     engine/Profiles.cpp engine/RowPass.cpp engine/TableCorrection.cpp
     engine/pix/PixArithmetic.cpp engine/pix/PixConvert.cpp engine/pix/PixHistogram.cpp engine/pix/PixMinMax.cpp
-    host/quality/NonUniformity.cpp
+    host/quality/LaneKernels.cpp host/quality/NonUniformity.cpp
     image/unpack/PairRows.cpp image/unpack/UnpackedRows.cpp image/unpack/StreamRows.cpp
     platform/converter/DepthChange.cpp platform/converter/PanchromaticLuma.cpp
     platform/viewer/picture/NextMipLevel.cpp platform/viewer/paint/RowKernels.cpp platform/viewer/picture/Tone.cpp)
