@@ -1,0 +1,140 @@
+// What a live stream of 2448 x 2048 pixels costs, on one thread.
+//
+//   simulate/...     a frame of 12 bits of the simulated sensor, after the fixed pattern was made
+//   pattern          that fixed pattern, once at each start
+//   judge/BITS       the figures of a mono frame and their judgement
+//   region/FORMAT    mean, extremes and deviation of all pixels
+//   histogram/FORMAT their histogram
+
+#include "host/quality/FrameHistogram.h"
+#include "host/quality/Judgement.h"
+#include "host/quality/RegionFigures.h"
+#include "host/simulate/SimulatedScene.h"
+#include "image/ImageRecord.h"
+#include "image/Pitch.h"
+#include "image/ZorPixelTypeTable.h"
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr std::uint32_t Width = 2448;
+constexpr std::uint32_t Height = 2048;
+
+zor::SensorModel sensor(std::uint32_t depth = 12)
+{
+    zor::SensorModel model;
+    model.width = Width;
+    model.height = Height;
+    model.depth = depth;
+    return model;
+}
+
+std::vector<std::uint16_t> exposed(const zor::SimulatedScene& scene, std::uint64_t number,
+                                   const zor::TemporalNoise& noise)
+{
+    std::vector<std::uint16_t> frame(std::size_t{Width} * Height);
+    for (std::uint32_t y = 0; y < Height; ++y)
+        scene.exposeRow(number, y, noise, &frame[std::size_t{y} * Width]);
+    return frame;
+}
+
+void simulate(benchmark::State& state, const zor::SensorModel& model, const zor::TemporalNoise& noise)
+{
+    const zor::SimulatedScene scene(model);
+    std::uint64_t number = 0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(exposed(scene, number++, noise).data());
+    state.counters["frames_per_second"] = benchmark::Counter(double(number), benchmark::Counter::kIsRate);
+}
+
+void pattern(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(zor::SimulatedScene(sensor()).model().seed);
+}
+
+/// As a camera fills a frame.
+std::vector<std::uint8_t> frameBytes(std::uint32_t depth)
+{
+    const std::vector<std::uint16_t> grey = exposed(zor::SimulatedScene(sensor(depth)), 0, {});
+    if (depth == 8)
+        return {grey.begin(), grey.end()};
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(grey.data());
+    return {bytes, bytes + grey.size() * 2};
+}
+
+void judge(benchmark::State& state, std::int32_t depth)
+{
+    const std::vector<std::uint8_t> bytes = frameBytes(static_cast<std::uint32_t>(depth));
+    const zor::ConstImageView frame{bytes.data(), static_cast<std::int32_t>(bytes.size() / Height), Width,
+                                    Height, depth};
+    for (auto _ : state)
+        benchmark::DoNotOptimize(zor::judge(zor::frameFigures(frame)).verdict);
+}
+
+/// The bytes of a mono frame of 12 bits, read as any format.
+template <typename Measure> void measure(benchmark::State& state, const ZorPixelTypeRow& row, Measure of)
+{
+    std::vector<std::uint8_t> bytes = frameBytes(12);
+    _ZorImage image = zor::imageRecord(row.code);
+    image.width = Width;
+    image.height = Height;
+    image.pitch = static_cast<std::uint32_t>(zor::tightPitch(row.code, Width));
+    bytes.resize(std::max(bytes.size(), std::size_t{image.pitch} * Height), 0x77);
+    image.imageSize = static_cast<std::uint32_t>(bytes.size());
+    image.data = bytes.data();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(of(image));
+}
+
+void region(benchmark::State& state, const ZorPixelTypeRow& row)
+{
+    measure(state, row, [](const _ZorImage& image) {
+        return zor::regionFigures(image, {0, 0, Width, Height}).channels.front().mean;
+    });
+}
+
+void histogram(benchmark::State& state, const ZorPixelTypeRow& row)
+{
+    measure(state, row,
+            [](const _ZorImage& image) { return zor::frameHistogram(image).channels.front().counts[1]; });
+}
+
+template <typename Work, typename... Arguments>
+void add(const std::string& name, Work work, Arguments... arguments)
+{
+    benchmark::RegisterBenchmark(name.c_str(), work, arguments...)->Unit(benchmark::kMillisecond);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    zor::SensorModel dim = sensor();
+    dim.levelPercent = 0.2;
+    add("simulate/without_noise", simulate, sensor(), zor::TemporalNoise{0.0, false});
+    add("simulate/dark_noise", simulate, sensor(), zor::TemporalNoise{8.0, false});
+    add("simulate/shot_and_dark_noise", simulate, sensor(), zor::TemporalNoise{8.0, true});
+    add("simulate/40_electrons_counted", simulate, dim, zor::TemporalNoise{8.0, true});
+    add("pattern", pattern);
+    add("judge/8", judge, 8);
+    add("judge/12", judge, 12);
+    for (const char* name :
+         {"Mono8", "Mono12", "Mono12Packed", "BayerRG12p", "TrueSense_RGGB_WRRW_0_12", "RGB8", "YUV422_8"}) {
+        for (const ZorPixelTypeRow& row : ZorPixelTypeTable) {
+            if (row.name != std::string(name))
+                continue;
+            add("region/" + std::string(name), region, row);
+            add("histogram/" + std::string(name), histogram, row);
+        }
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
