@@ -1,6 +1,7 @@
 // What a live stream of 2448 x 2048 pixels costs, on one thread.
 //
 //   simulate/...     a frame of 12 bits of the simulated sensor, after the fixed pattern was made
+//   source/...       the same as the source delivers it as fast as it can, with the frame's memory
 //   pattern          that fixed pattern, once at each start
 //   judge/BITS       the figures of a mono frame and their judgement
 //   region/FORMAT    mean, extremes and deviation of all pixels
@@ -10,12 +11,15 @@
 #include "host/quality/Judgement.h"
 #include "host/quality/RegionFigures.h"
 #include "host/simulate/SimulatedScene.h"
+#include "host/source/SimulatorSource.h"
 #include "image/ImageRecord.h"
 #include "image/Pitch.h"
 #include "image/ZorPixelTypeTable.h"
 
 #include <benchmark/benchmark.h>
 
+#include <condition_variable>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -49,6 +53,32 @@ void simulate(benchmark::State& state, const zor::SensorModel& model, const zor:
     for (auto _ : state)
         benchmark::DoNotOptimize(exposed(scene, number++, noise).data());
     state.counters["frames_per_second"] = benchmark::Counter(double(number), benchmark::Counter::kIsRate);
+}
+
+void deliver(benchmark::State& state, const zor::TemporalNoise& noise)
+{
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::uint64_t delivered = 0;
+    zor::SimulatorSource source(sensor(), zor::SimulatorSource::LargestFrameRate);
+    source.setNoise(noise);
+    source.start({[&](const zor::SourceFrame& frame) {
+                      const std::lock_guard<std::mutex> lock(mutex);
+                      delivered = frame.number + 1;
+                      changed.notify_all();
+                  },
+                  [](const zor::SourceError&) {}});
+    const auto waitFor = [&](std::uint64_t count) {
+        std::unique_lock<std::mutex> lock(mutex);
+        changed.wait(lock, [&] { return delivered >= count; });
+    };
+    // The pattern is computed before the first frame.
+    waitFor(1);
+    std::uint64_t count = 1;
+    for (auto _ : state)
+        waitFor(++count);
+    source.stop();
+    state.counters["frames_per_second"] = benchmark::Counter(double(count - 1), benchmark::Counter::kIsRate);
 }
 
 void pattern(benchmark::State& state)
@@ -123,6 +153,9 @@ int main(int argc, char** argv)
     add("simulate/dark_noise", simulate, sensor(), zor::TemporalNoise{8.0, false});
     add("simulate/shot_and_dark_noise", simulate, sensor(), zor::TemporalNoise{8.0, true});
     add("simulate/40_electrons_counted", simulate, dim, zor::TemporalNoise{8.0, true});
+    for (const auto& [name, noise] : {std::pair("source/without_noise", zor::TemporalNoise{0.0, false}),
+                                      std::pair("source/shot_and_dark_noise", zor::TemporalNoise{8.0, true})})
+        benchmark::RegisterBenchmark(name, deliver, noise)->Unit(benchmark::kMillisecond)->UseRealTime();
     add("pattern", pattern);
     add("judge/8", judge, 8);
     add("judge/12", judge, 12);
