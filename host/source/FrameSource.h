@@ -35,8 +35,8 @@ class FrameSource
 {
 public:
     /// Called on the source's own thread, one at a time. The next frame is not made before the handler has
-    /// returned. A handler throws nothing. It does not wait for a thread that is in stop() or in the
-    /// destructor: that one waits for the handler.
+    /// returned. A handler throws nothing. It does not wait for a thread that is in start(), in stop() or in
+    /// the destructor: that one waits for the handler.
     struct Handlers
     {
         std::function<void(SourceFrame)> frame;

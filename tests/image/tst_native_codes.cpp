@@ -257,6 +257,7 @@ void TestNativeCodes::whatCannotBeReadHasNoCodes_data()
     QTest::newRow("a pitch below the row") << 5 << 0u << 0u;
     QTest::newRow("a buffer that ends within the row") << 6 << 0u << 3u;
     QTest::newRow("a width of 0") << 7 << 0u << 0u;
+    QTest::newRow("a row below the image where the buffer goes on") << 8 << 0u << 3u;
 }
 
 void TestNativeCodes::whatCannotBeReadHasNoCodes()
@@ -278,6 +279,7 @@ void TestNativeCodes::whatCannotBeReadHasNoCodes()
         [&] { record.pitch = 9; },
         [&] { record.imageSize -= 1; },
         [&] { record.width = 0; },
+        [&] { record.height = 3; },
     };
     faults[fault]();
     QCOMPARE(zor::nativeCodes(record, x, y).count, 0u);

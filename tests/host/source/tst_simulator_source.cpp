@@ -241,6 +241,8 @@ void TestSimulatorSource::whatCannotBeSimulatedIsRefused_data()
     model(
         "a height of 0", [](SensorModel& of) { of.height = 0; }, true);
     model(
+        "a single pixel", [](SensorModel& of) { of.width = of.height = 1; }, false);
+    model(
         "the largest width", [](SensorModel& of) { of.width = 65535; }, false);
     model(
         "a width above it", [](SensorModel& of) { of.width = 65536; }, true);
