@@ -17,24 +17,20 @@ void SourceThread::start(std::function<void()> work)
     const std::lock_guard<std::mutex> control(m_control);
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        if (m_isRunning && !m_isStopping)
+        if (m_thread.joinable() && !m_isStopping)
             throw std::logic_error("the source runs already");
     }
     join();
-    // Held until the members are set: the thread asks for it first.
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_isStopping = false;
+    }
     m_thread = std::thread([this, owned = std::move(work)] {
         m_id = std::this_thread::get_id();
-        {
-            const std::lock_guard<std::mutex> begun(m_mutex);
-        }
         owned();
-        const std::lock_guard<std::mutex> ended(m_mutex);
+        // Another thread may get the same number.
         m_id = std::thread::id();
-        m_isRunning = false;
     });
-    m_isRunning = true;
-    m_isStopping = false;
 }
 
 void SourceThread::stop()

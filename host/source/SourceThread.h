@@ -22,7 +22,8 @@ public:
     /// Stops. Not to be called on the thread itself.
     ~SourceThread();
 
-    /// Runs `work`, which is to return when waitUntil() is false. It is destroyed with the end of the thread.
+    /// Runs `work`, which is to return when waitUntil() is false, or after it has called stop() itself. It is
+    /// destroyed with the end of the thread.
     /// Throws std::logic_error when the thread runs and nobody has asked it to stop, and on the thread
     /// itself; std::system_error when there is none to be had.
     void start(std::function<void()> work);
@@ -58,7 +59,6 @@ private:
 
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    bool m_isRunning = false;
     bool m_isStopping = false;
     std::atomic<std::thread::id> m_id{};
 };

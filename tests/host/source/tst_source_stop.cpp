@@ -29,6 +29,7 @@ private slots:
     void aSourceIsNotStartedOnItsOwnThread();
     void aStoppedSourceStartsAgain();
     void aSourceThatIsStoppedFromWithinStartsAgain();
+    void aThreadThatComesLaterStartsAndStops();
 };
 
 namespace {
@@ -232,6 +233,30 @@ void TestSourceStop::aSourceThatIsStoppedFromWithinStartsAgain()
     QVERIFY(second.waitForFrames(2));
     QCOMPARE(first.frames().size(), std::size_t(1));
     source.stop();
+}
+
+/// It often has the number of the source's thread, which has ended.
+void TestSourceStop::aThreadThatComesLaterStartsAndStops()
+{
+    FrameCollector collector;
+    SimulatorSource source(smallSensor(), Fastest);
+    for (int i = 0; i < 20; ++i) {
+        source.start(collector.handlers());
+        source.stop();
+        bool isRefused = false;
+        bool hasEnded = false;
+        std::thread([&] {
+            try {
+                source.start(collector.handlers());
+            } catch (const std::logic_error&) {
+                isRefused = true;
+            }
+            source.stop();
+            hasEnded = collector.hasEnded();
+        }).join();
+        QVERIFY(!isRefused);
+        QVERIFY(hasEnded);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestSourceStop)
