@@ -1,7 +1,7 @@
 #include "host/frames/DepthRule.h"
 #include "host/frames/Fail.h"
 #include "host/frames/FileBytes.h"
-#include "host/frames/Pgm.h"
+#include "host/frames/Pnm.h"
 #include "host/frames/Png.h"
 #include "host/frames/Raw.h"
 #include "host/frames/Tiff.h"
@@ -30,7 +30,7 @@ StoredSamples readPicture(const std::string& path, const FrameOptions& options)
     if ((pgm || png) && options.whiteIsZero)
         failFrame(path, "is no TIFF file, so that its 0 is black; leave --white-is-zero out");
     if (pgm)
-        return readPgm(path);
+        return readPnm(path);
     if (png)
         return readPng(path, options.depth);
     if (start.size() >= 2 && start[0] == 'P' && start[1] >= '1' && start[1] <= '7')

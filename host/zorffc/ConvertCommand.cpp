@@ -1,6 +1,6 @@
 #include "host/zorffc/Commands.h"
 
-#include "host/frames/Pgm.h"
+#include "host/frames/Pnm.h"
 #include "host/frames/Png.h"
 #include "host/frames/Tiff.h"
 #include "host/zorffc/AtomicFile.h"
@@ -50,7 +50,7 @@ std::string pictureBytes(const std::string& output, const std::string& ending, c
 {
     try {
         if (ending == ".pgm")
-            return pgmBytes(picture);
+            return pnmBytes(picture);
         return ending == ".png" ? pngBytes(picture) : tiffBytes(picture);
     } catch (const std::runtime_error& error) {
         throw CommandError(output + ": " + error.what());

@@ -2,7 +2,7 @@
 
 #include "host/frames/FormatName.h"
 #include "host/frames/PackedOrder.h"
-#include "host/frames/Pgm.h"
+#include "host/frames/Pnm.h"
 #include "host/frames/encode/EncodeFrame.h"
 #include "host/quality/NumberText.h"
 #include "host/simulate/SimulatedFrame.h"
@@ -59,7 +59,7 @@ std::string fileBytes(const SimulateArguments& arguments, const SensorModel& mod
 {
     const SampleImage scene{model.width, model.height, 1, simulateFrame(model)};
     if (!arguments.format)
-        return pgmBytes(encodeFrame(scene, computeFormat(model.depth)).record());
+        return pnmBytes(encodeFrame(scene, computeFormat(model.depth)).record());
     Frame frame = encodeFrame(scene, formatByName("--format", *arguments.format).code);
     if (arguments.packedOrder == "wire")
         swapPackedOrder(frame);

@@ -1,4 +1,4 @@
-#include "host/frames/Pgm.h"
+#include "host/frames/Pnm.h"
 #include "host/frames/Png.h"
 #include "host/frames/Tiff.h"
 #include "image/MonoTarget.h"
@@ -87,7 +87,7 @@ QByteArray bytesOf(const std::string& text)
 QByteArray fileOf(const QString& kind, const zor::Frame& frame)
 {
     if (kind == "PGM")
-        return bytesOf(zor::pgmBytes(frame.record()));
+        return bytesOf(zor::pnmBytes(frame.record()));
     return bytesOf(kind == "PNG" ? zor::pngBytes(frame.record()) : zor::tiffBytes(frame.record()));
 }
 

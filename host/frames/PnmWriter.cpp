@@ -1,10 +1,10 @@
-#include "host/frames/Pgm.h"
+#include "host/frames/Pnm.h"
 
 #include "image/PixelTypeCode.h"
 
 namespace zor {
 
-std::string pgmBytes(const _ZorImage& picture)
+std::string pnmBytes(const _ZorImage& picture)
 {
     const std::uint32_t depth = pixelTypeSampleBits(picture.pixelType);
     const std::size_t lineBytes = std::size_t{picture.width} * (depth > 8 ? 2 : 1);

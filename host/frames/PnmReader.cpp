@@ -1,10 +1,10 @@
-#include "host/frames/Pgm.h"
+#include "host/frames/Pnm.h"
 
 #include "host/frames/DepthRule.h"
 #include "host/frames/Fail.h"
 #include "host/frames/FileBytes.h"
 #include "host/frames/FrameLimits.h"
-#include "host/frames/PgmText.h"
+#include "host/frames/PnmText.h"
 
 #include <algorithm>
 
@@ -20,20 +20,20 @@ struct Header
     std::size_t count() const { return std::size_t{width} * height; }
 };
 
-[[noreturn]] void failPgm(const std::string& path, const std::string& what)
+[[noreturn]] void failPnm(const std::string& path, const std::string& what)
 {
     failFrame(path, what + "; write or copy the file again");
 }
 
-Header readHeader(const std::string& path, PgmText& text)
+Header readHeader(const std::string& path, PnmText& text)
 {
     const auto width = text.number();
     const auto height = width ? text.number() : std::nullopt;
     const auto maxval = height ? text.number() : std::nullopt;
     if (!maxval)
-        failPgm(path, "its PGM header ends or is garbled before width, height and maxval are complete");
+        failPnm(path, "its header ends or is garbled before width, height and maxval are complete");
     if (*maxval < 1 || *maxval > 65535)
-        failPgm(path, "its maxval " + std::to_string(*maxval) + " is not 1 to 65535");
+        failPnm(path, "its maxval " + std::to_string(*maxval) + " is not 1 to 65535");
     checkFrameSize(path, *width, *height, *width * (*maxval > 255 ? 2 : 1));
     return {static_cast<std::uint32_t>(*width), static_cast<std::uint32_t>(*height),
             static_cast<std::uint32_t>(*maxval)};
@@ -48,17 +48,17 @@ void checkMaxval(const std::string& path, std::uint64_t sample, const Header& he
 }
 
 std::vector<std::uint16_t> readBinary(const std::string& path, const std::vector<std::uint8_t>& bytes,
-                                      PgmText& text, const Header& header)
+                                      PnmText& text, const Header& header)
 {
     if (!text.endOfHeader())
-        failPgm(path, "its PGM header does not end with white space");
+        failPnm(path, "its header does not end with white space");
     const std::size_t sampleBytes = header.maxval > 255 ? 2 : 1;
     const std::size_t expected = header.count() * sampleBytes;
     const std::size_t found = bytes.size() - text.position();
     const auto raster = bytes.begin() + static_cast<std::ptrdiff_t>(text.position());
     if (found < expected ||
-        !std::all_of(raster + static_cast<std::ptrdiff_t>(expected), bytes.end(), isPgmSpace))
-        failPgm(path, "its header asks for " + std::to_string(expected) + " bytes of samples, the file has " +
+        !std::all_of(raster + static_cast<std::ptrdiff_t>(expected), bytes.end(), isPnmSpace))
+        failPnm(path, "its header asks for " + std::to_string(expected) + " bytes of samples, the file has " +
                           std::to_string(found));
 
     std::vector<std::uint16_t> values(header.count());
@@ -71,37 +71,37 @@ std::vector<std::uint16_t> readBinary(const std::string& path, const std::vector
 }
 
 std::vector<std::uint16_t> readDecimal(const std::string& path, const std::vector<std::uint8_t>& bytes,
-                                       PgmText& text, const Header& header)
+                                       PnmText& text, const Header& header)
 {
     // A digit and a blank a sample, the last blank may be missing.
     const std::size_t found = bytes.size() - text.position();
     if (found / 2 + 1 < header.count())
-        failPgm(path, "its header asks for " + std::to_string(header.count()) + " samples, the " +
+        failPnm(path, "its header asks for " + std::to_string(header.count()) + " samples, the " +
                           std::to_string(found) + " bytes after it cannot hold as many");
 
     std::vector<std::uint16_t> values(header.count());
     for (std::size_t i = 0; i < values.size(); ++i) {
         const auto value = text.number();
         if (!value)
-            failPgm(path, "its header asks for " + std::to_string(header.count()) + " samples, after " +
+            failPnm(path, "its header asks for " + std::to_string(header.count()) + " samples, after " +
                               std::to_string(i) + " of them the file ends or holds no number");
         checkMaxval(path, *value, header, i);
         values[i] = static_cast<std::uint16_t>(*value);
     }
     if (!text.atEnd())
-        failPgm(path,
+        failPnm(path,
                 "its header asks for " + std::to_string(header.count()) + " samples, the file holds more");
     return values;
 }
 
 } // namespace
 
-StoredSamples readPgm(const std::string& path)
+StoredSamples readPnm(const std::string& path)
 {
     const std::vector<std::uint8_t> bytes = readBytes(path);
-    if (bytes.size() < 3 || !(isPgmSpace(bytes[2]) || bytes[2] == '#'))
-        failPgm(path, "its PGM header ends or is garbled after the first two letters");
-    PgmText text(bytes, 2);
+    if (bytes.size() < 3 || !(isPnmSpace(bytes[2]) || bytes[2] == '#'))
+        failPnm(path, "its header ends or is garbled after the first two letters");
+    PnmText text(bytes, 2);
     const Header header = readHeader(path, text);
 
     StoredSamples samples;

@@ -1,8 +1,8 @@
-#include "host/frames/PgmText.h"
+#include "host/frames/PnmText.h"
 
 namespace zor {
 
-std::optional<std::uint64_t> PgmText::number()
+std::optional<std::uint64_t> PnmText::number()
 {
     skipBlanks();
     constexpr std::size_t MaxDigits = 10;
@@ -16,7 +16,7 @@ std::optional<std::uint64_t> PgmText::number()
     return m_position > start ? std::optional(value) : std::nullopt;
 }
 
-bool PgmText::endOfHeader()
+bool PnmText::endOfHeader()
 {
     if (m_position >= m_bytes.size())
         return false;
@@ -24,28 +24,28 @@ bool PgmText::endOfHeader()
         skipComment();
         return true;
     }
-    return isPgmSpace(m_bytes[m_position++]);
+    return isPnmSpace(m_bytes[m_position++]);
 }
 
-bool PgmText::atEnd()
+bool PnmText::atEnd()
 {
     skipBlanks();
     return m_position == m_bytes.size();
 }
 
-void PgmText::skipBlanks()
+void PnmText::skipBlanks()
 {
     while (m_position < m_bytes.size()) {
         if (m_bytes[m_position] == '#')
             skipComment();
-        else if (isPgmSpace(m_bytes[m_position]))
+        else if (isPnmSpace(m_bytes[m_position]))
             ++m_position;
         else
             return;
     }
 }
 
-void PgmText::skipComment()
+void PnmText::skipComment()
 {
     while (m_position < m_bytes.size()) {
         const std::uint8_t byte = m_bytes[m_position++];

@@ -6,11 +6,11 @@
 
 namespace zor {
 
-/// Walks the text of a PGM file: numbers between white space, comments from # to the end of the line.
-class PgmText
+/// Walks the text of a PGM or PPM file: numbers between white space, comments from # to the end of the line.
+class PnmText
 {
 public:
-    explicit PgmText(const std::vector<std::uint8_t>& bytes, std::size_t position)
+    explicit PnmText(const std::vector<std::uint8_t>& bytes, std::size_t position)
         : m_bytes(bytes)
         , m_position(position)
     {
@@ -37,7 +37,7 @@ private:
 };
 
 /// White space as the C locale knows it, whatever locale is set.
-constexpr bool isPgmSpace(std::uint8_t byte)
+constexpr bool isPnmSpace(std::uint8_t byte)
 {
     return byte == ' ' || (byte >= '\t' && byte <= '\r');
 }

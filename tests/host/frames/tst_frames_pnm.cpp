@@ -4,7 +4,7 @@
 #include <QtTest>
 
 /// PGM files: exact samples, the depth from the maxval, and everything that a file can get wrong.
-class TestFramesPgm : public QObject
+class TestFramesPnm : public QObject
 {
     Q_OBJECT
 
@@ -36,7 +36,7 @@ QByteArray oneSample(int maxval)
 
 } // namespace
 
-void TestFramesPgm::samplesAreExact_data()
+void TestFramesPnm::samplesAreExact_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<int>("width");
@@ -68,7 +68,7 @@ void TestFramesPgm::samplesAreExact_data()
         << QByteArray("P2 2 1 0000000255 0000000007 0000000009") << 2 << QList<int>{7, 9};
 }
 
-void TestFramesPgm::samplesAreExact()
+void TestFramesPnm::samplesAreExact()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(int, width);
@@ -79,7 +79,7 @@ void TestFramesPgm::samplesAreExact()
     QCOMPARE(samplesOf(frame), samples);
 }
 
-void TestFramesPgm::theMaxvalTellsTheDepth_data()
+void TestFramesPnm::theMaxvalTellsTheDepth_data()
 {
     QTest::addColumn<int>("maxval");
     QTest::addColumn<quint32>("pixelType");
@@ -99,7 +99,7 @@ void TestFramesPgm::theMaxvalTellsTheDepth_data()
     add(65535, zor::Mono16);
 }
 
-void TestFramesPgm::theMaxvalTellsTheDepth()
+void TestFramesPnm::theMaxvalTellsTheDepth()
 {
     QFETCH(int, maxval);
     QFETCH(quint32, pixelType);
@@ -108,7 +108,7 @@ void TestFramesPgm::theMaxvalTellsTheDepth()
     QCOMPARE(QString::fromStdString(frame.depthSource), QString("maxval %1").arg(maxval));
 }
 
-void TestFramesPgm::anAskedDepthOverrides_data()
+void TestFramesPnm::anAskedDepthOverrides_data()
 {
     QTest::addColumn<int>("maxval");
     QTest::addColumn<quint32>("depth");
@@ -119,7 +119,7 @@ void TestFramesPgm::anAskedDepthOverrides_data()
     QTest::newRow("a 16-bit file of small samples as 12 bits") << 65535 << 12U << zor::Mono12;
 }
 
-void TestFramesPgm::anAskedDepthOverrides()
+void TestFramesPnm::anAskedDepthOverrides()
 {
     QFETCH(int, maxval);
     QFETCH(quint32, depth);
@@ -133,7 +133,7 @@ void TestFramesPgm::anAskedDepthOverrides()
     QCOMPARE(QString::fromStdString(frame.depthSource), QString("--depth %1").arg(depth));
 }
 
-void TestFramesPgm::theRecordDescribesTheFrame()
+void TestFramesPnm::theRecordDescribesTheFrame()
 {
     const zor::Frame frame = m_files.read("P2 3 2 4095 1 2 3 4 5 6");
     const _ZorImage record = frame.record();
@@ -151,7 +151,7 @@ void TestFramesPgm::theRecordDescribesTheFrame()
     QCOMPARE(static_cast<const std::uint8_t*>(record.data), frame.pixels.data());
 }
 
-void TestFramesPgm::brokenFilesAreRefused_data()
+void TestFramesPnm::brokenFilesAreRefused_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("says");
@@ -195,7 +195,7 @@ void TestFramesPgm::brokenFilesAreRefused_data()
     add("a PAM file", "P7\nWIDTH 1\n", "grey PGM");
 }
 
-void TestFramesPgm::brokenFilesAreRefused()
+void TestFramesPnm::brokenFilesAreRefused()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QString, says);
@@ -205,7 +205,7 @@ void TestFramesPgm::brokenFilesAreRefused()
     QVERIFY(!text.contains('\n'));
 }
 
-void TestFramesPgm::everyTruncationIsAnError_data()
+void TestFramesPnm::everyTruncationIsAnError_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::newRow("P5 of 8 bits") << QByteArray("P5\n# c\n3 2\n255\nABCDEF");
@@ -213,12 +213,12 @@ void TestFramesPgm::everyTruncationIsAnError_data()
     QTest::newRow("P2") << QByteArray("P2\n3 2\n255\n1 2 3\n4 5 6");
 }
 
-void TestFramesPgm::everyTruncationIsAnError()
+void TestFramesPnm::everyTruncationIsAnError()
 {
     QFETCH(QByteArray, bytes);
     QVERIFY(m_files.error(bytes).isEmpty());
     QCOMPARE(firstTruncationThatIsNoError(m_files, bytes), QString());
 }
 
-QTEST_GUILESS_MAIN(TestFramesPgm)
-#include "tst_frames_pgm.moc"
+QTEST_GUILESS_MAIN(TestFramesPnm)
+#include "tst_frames_pnm.moc"
