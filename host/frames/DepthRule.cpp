@@ -1,7 +1,7 @@
 #include "host/frames/DepthRule.h"
 
 #include "host/frames/Fail.h"
-#include "image/MonoTarget.h"
+#include "host/frames/FormatName.h"
 #include "image/Pitch.h"
 
 #include <algorithm>
@@ -36,8 +36,8 @@ void checkSamples(const std::string& path, const StoredSamples& samples, const D
                                     [limit](std::uint16_t sample) { return sample > limit; });
     if (above == samples.values.end())
         return;
-    const auto index = static_cast<std::size_t>(above - samples.values.begin());
-    failFrame(path, "the sample " + std::to_string(*above) + " at " + samplePlace(samples.width, index) +
+    const auto pixel = static_cast<std::size_t>(above - samples.values.begin()) / samples.channels;
+    failFrame(path, "the sample " + std::to_string(*above) + " at " + pixelPlace(samples.width, pixel) +
                         " is above " + std::to_string(limit) + ", the limit of depth " +
                         std::to_string(depth.bits) + " (" + depth.source + "); " + advice);
 }
@@ -61,7 +61,7 @@ std::uint32_t depthForBits(std::uint32_t bits)
     return 16;
 }
 
-std::string samplePlace(std::uint32_t width, std::size_t index)
+std::string pixelPlace(std::uint32_t width, std::size_t index)
 {
     return "column " + std::to_string(index % width) + ", row " + std::to_string(index / width) + " (from 0)";
 }
@@ -76,7 +76,8 @@ Frame frameFromSamples(const std::string& path, const StoredSamples& samples, co
     Frame frame;
     frame.width = samples.width;
     frame.height = samples.height;
-    frame.pixelType = computeFormat(depth.bits);
+    const std::string family = samples.channels == 3 ? "RGB" : "Mono";
+    frame.pixelType = formatByName(path, family + std::to_string(depth.bits)).code;
     frame.pitch = static_cast<std::uint32_t>(tightPitch(frame.pixelType, frame.width));
     frame.depthSource = depth.source;
     frame.depthGuessed = depth.guessed && depth.bits < samples.storedBits;

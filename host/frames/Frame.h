@@ -37,7 +37,7 @@ enum class WhiteIsZero
 /// How a file is to be read.
 struct FrameOptions
 {
-    std::optional<std::uint32_t> depth; ///< 8, 10, 12 or 16: overrides the depth of a PGM, PNG or TIFF file
+    std::optional<std::uint32_t> depth; ///< 8, 10, 12 or 16: overrides the depth of a picture file
     bool depthIsOffered = true;         ///< texts may advise to give a depth
     /// Needed for a TIFF file whose 0 is white, refused for any other file.
     std::optional<WhiteIsZero> whiteIsZero;
@@ -53,15 +53,17 @@ struct FrameOptions
     std::optional<RawLayout> raw;
 };
 
-/// A frame could not be read. The text is one line that names the file, what is wrong and what to do.
+/// A frame could not be read or written. The text is one line that names the file, what is wrong and what to
+/// do.
 class FrameError : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Reads a frame from a PGM (P2, P5), grey PNG or grey TIFF file, recognised by its content, or from a raw
-/// dump when `options.raw` is set. Throws FrameError.
+/// Reads a frame from a PGM, PPM, PNG or TIFF file, recognised by its content, or from a raw dump when
+/// `options.raw` is set. A picture file in grey becomes a frame in the mono format of its depth, one in
+/// colour or with a palette becomes one in RGB8, RGB10, RGB12 or RGB16. Throws FrameError.
 Frame readFrame(const std::string& path, const FrameOptions& options);
 
 } // namespace zor

@@ -1,5 +1,6 @@
 #include "host/frames/Png.h"
 
+#include "host/frames/DepthRule.h"
 #include "host/frames/Fail.h"
 #include "host/frames/FileBytes.h"
 #include "host/frames/FrameLimits.h"
@@ -28,7 +29,9 @@ struct PngFile
     png_infop info = nullptr;
     StoredSamples samples;
     std::size_t sampleBytes = 0;
-    std::size_t lineBytes = 0;
+    std::size_t lineBytes = 0; ///< of a row as it is decoded: samples, or a byte for each index of a colour
+    png_colorp palette = nullptr;
+    int colours = 0; ///< of the palette
     /// One row, or all of an interlaced picture, whose rows are complete in the last pass only. The memory is
     /// touched as it is decoded.
     std::unique_ptr<std::uint8_t[]> lines;
@@ -57,6 +60,24 @@ void onRead(png_structp png, png_bytep target, std::size_t count)
     file->position += count;
 }
 
+/// A complete row: its samples, or the colours that its indices stand for.
+void appendLine(const std::string& path, PngFile& file, const std::uint8_t* line)
+{
+    StoredSamples& samples = file.samples;
+    if (!file.palette) {
+        appendSamples(samples.values, line, std::size_t{samples.width} * samples.channels, file.sampleBytes);
+        return;
+    }
+    for (std::uint32_t x = 0; x < samples.width; ++x) {
+        if (line[x] >= file.colours)
+            failFrame(path, "the pixel at " + pixelPlace(samples.width, samples.values.size() / 3) +
+                                " has colour " + std::to_string(line[x]) + " of a palette of " +
+                                std::to_string(file.colours) + " (from 0); write or copy the file again");
+        const png_color& colour = file.palette[line[x]];
+        samples.values.insert(samples.values.end(), {colour.red, colour.green, colour.blue});
+    }
+}
+
 // The two functions with a jump target: nothing in them has a destructor.
 
 bool readInfo(PngFile& file)
@@ -64,19 +85,20 @@ bool readInfo(PngFile& file)
     if (setjmp(png_jmpbuf(file.png)) != 0)
         return false;
     png_set_read_fn(file.png, &file, onRead);
-    // Texts and colours hold no samples and can unfold to gigabytes. Each name comes with its zero.
+    // Texts and colour profiles hold no samples and can unfold to gigabytes. Each name comes with its zero.
     constexpr png_byte unused[] = "tEXt\0zTXt\0iTXt\0iCCP\0sPLT";
     png_set_keep_unknown_chunks(file.png, PNG_HANDLE_CHUNK_NEVER, unused, sizeof unused / 5);
     png_read_info(file.png, file.info);
     return true;
 }
 
-bool readPixels(PngFile& file)
+bool readPixels(const std::string& path, PngFile& file)
 {
     if (setjmp(png_jmpbuf(file.png)) != 0)
         return false;
     if (png_get_bit_depth(file.png, file.info) == 16)
         png_set_swap(file.png);
+    png_set_packing(file.png);
     const int passes = png_set_interlace_handling(file.png);
     png_read_update_info(file.png, file.info);
     for (int pass = 1; pass <= passes; ++pass) {
@@ -84,7 +106,7 @@ bool readPixels(PngFile& file)
             std::uint8_t* line = file.lines.get() + (passes == 1 ? 0 : y * file.lineBytes);
             png_read_row(file.png, line, nullptr);
             if (pass == passes)
-                appendSamples(file.samples.values, line, file.samples.width, file.sampleBytes);
+                appendLine(path, file, line);
         }
     }
     png_read_end(file.png, nullptr);
@@ -109,11 +131,25 @@ void openPng(const std::string& path, PngFile& file)
 
 void checkFormat(const std::string& path, const PngFile& file)
 {
-    if (png_get_color_type(file.png, file.info) != PNG_COLOR_TYPE_GRAY)
-        failFrame(path, "is a PNG with colour, a palette or alpha; save it as grey of 8 or 16 bits");
+    const unsigned type = png_get_color_type(file.png, file.info);
+    if ((type & PNG_COLOR_MASK_ALPHA) != 0)
+        failFrame(path, "is a PNG with alpha; save it without, as grey or RGB of 8 or 16 bits");
     const unsigned bits = png_get_bit_depth(file.png, file.info);
-    if (bits != 8 && bits != 16)
-        failFrame(path, "has " + std::to_string(bits) + " bits a sample; save it as grey of 8 or 16 bits");
+    if (type == PNG_COLOR_TYPE_GRAY && bits < 8)
+        failFrame(path,
+                  "has " + std::to_string(bits) + " bits a sample; save it as grey or RGB of 8 or 16 bits");
+}
+
+/// The bits of the file's sBIT entry; nothing where it has none, or others for each channel.
+std::optional<std::uint32_t> significantBits(const PngFile& file)
+{
+    png_color_8p entry = nullptr;
+    if (file.palette || png_get_sBIT(file.png, file.info, &entry) == 0)
+        return std::nullopt;
+    if (file.samples.channels == 1)
+        return entry->gray;
+    const bool equal = entry->red == entry->green && entry->green == entry->blue;
+    return equal ? std::optional<std::uint32_t>(entry->red) : std::nullopt;
 }
 
 bool fitInto(const std::vector<std::uint16_t>& values, std::uint32_t bits)
@@ -135,23 +171,29 @@ StoredSamples readPng(const std::string& path, std::optional<std::uint32_t> aske
     StoredSamples& samples = file.samples;
     samples.width = png_get_image_width(file.png, file.info);
     samples.height = png_get_image_height(file.png, file.info);
-    const std::uint32_t bits = png_get_bit_depth(file.png, file.info);
-    file.sampleBytes = bits / 8;
-    file.lineBytes = samples.width * file.sampleBytes;
-    checkFrameSize(path, samples.width, samples.height, file.lineBytes);
-    checkFileHolds(path, file.bytes.size(), file.lineBytes * samples.height, DeflateInflation);
+    const unsigned type = png_get_color_type(file.png, file.info);
+    samples.channels = type == PNG_COLOR_TYPE_GRAY ? 1 : 3;
+    // Files in colour may have one too, which only advises.
+    if (type == PNG_COLOR_TYPE_PALETTE)
+        png_get_PLTE(file.png, file.info, &file.palette, &file.colours);
+    file.sampleBytes = png_get_bit_depth(file.png, file.info) == 16 ? 2 : 1;
+    const std::size_t frameLine = std::size_t{samples.width} * samples.channels * file.sampleBytes;
+    file.lineBytes = file.palette ? samples.width : frameLine;
+    checkFrameSize(path, samples.width, samples.height, frameLine);
+    checkFileHolds(path, file.bytes.size(), png_get_rowbytes(file.png, file.info) * samples.height,
+                   DeflateInflation);
 
     const bool interlaced = png_get_interlace_type(file.png, file.info) != PNG_INTERLACE_NONE;
     file.lines.reset(new std::uint8_t[interlaced ? file.lineBytes * samples.height : file.lineBytes]);
-    samples.values.reserve(std::size_t{samples.width} * samples.height);
+    samples.values.reserve(std::size_t{samples.width} * samples.height * samples.channels);
     samples.storedBits = static_cast<std::uint32_t>(8 * file.sampleBytes);
-    if (!readPixels(file))
+    if (!readPixels(path, file))
         failPng(path, file);
 
-    png_color_8p significant = nullptr;
+    const auto significant = significantBits(file);
     const bool taken = asked && fitInto(samples.values, *asked);
-    if (!taken && png_get_sBIT(file.png, file.info, &significant) != 0)
-        applySignificantBits(samples, bits, significant->gray);
+    if (!taken && significant)
+        applySignificantBits(samples, samples.storedBits, *significant);
     return std::move(samples);
 }
 

@@ -16,8 +16,9 @@ struct Header
 {
     std::uint32_t width;
     std::uint32_t height;
+    std::uint32_t channels;
     std::uint32_t maxval;
-    std::size_t count() const { return std::size_t{width} * height; }
+    std::size_t count() const { return std::size_t{width} * height * channels; }
 };
 
 [[noreturn]] void failPnm(const std::string& path, const std::string& what)
@@ -25,7 +26,7 @@ struct Header
     failFrame(path, what + "; write or copy the file again");
 }
 
-Header readHeader(const std::string& path, PnmText& text)
+Header readHeader(const std::string& path, PnmText& text, std::uint32_t channels)
 {
     const auto width = text.number();
     const auto height = width ? text.number() : std::nullopt;
@@ -34,15 +35,16 @@ Header readHeader(const std::string& path, PnmText& text)
         failPnm(path, "its header ends or is garbled before width, height and maxval are complete");
     if (*maxval < 1 || *maxval > 65535)
         failPnm(path, "its maxval " + std::to_string(*maxval) + " is not 1 to 65535");
-    checkFrameSize(path, *width, *height, *width * (*maxval > 255 ? 2 : 1));
-    return {static_cast<std::uint32_t>(*width), static_cast<std::uint32_t>(*height),
+    checkFrameSize(path, *width, *height, *width * channels * (*maxval > 255 ? 2 : 1));
+    return {static_cast<std::uint32_t>(*width), static_cast<std::uint32_t>(*height), channels,
             static_cast<std::uint32_t>(*maxval)};
 }
 
 void checkMaxval(const std::string& path, std::uint64_t sample, const Header& header, std::size_t index)
 {
     if (sample > header.maxval)
-        failFrame(path, "the sample " + std::to_string(sample) + " at " + samplePlace(header.width, index) +
+        failFrame(path, "the sample " + std::to_string(sample) + " at " +
+                            pixelPlace(header.width, index / header.channels) +
                             " is above the file's maxval " + std::to_string(header.maxval) +
                             "; correct the maxval in the header or write the file again");
 }
@@ -102,13 +104,15 @@ StoredSamples readPnm(const std::string& path)
     if (bytes.size() < 3 || !(isPnmSpace(bytes[2]) || bytes[2] == '#'))
         failPnm(path, "its header ends or is garbled after the first two letters");
     PnmText text(bytes, 2);
-    const Header header = readHeader(path, text);
+    const std::uint8_t kind = bytes[1];
+    const Header header = readHeader(path, text, kind == '3' || kind == '6' ? 3 : 1);
 
     StoredSamples samples;
     samples.width = header.width;
     samples.height = header.height;
-    samples.values =
-        bytes[1] == '5' ? readBinary(path, bytes, text, header) : readDecimal(path, bytes, text, header);
+    samples.channels = header.channels;
+    samples.values = kind == '5' || kind == '6' ? readBinary(path, bytes, text, header)
+                                                : readDecimal(path, bytes, text, header);
     samples.stated = {bitsForValue(header.maxval), "maxval " + std::to_string(header.maxval)};
     return samples;
 }

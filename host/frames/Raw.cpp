@@ -38,8 +38,26 @@ Frame readRaw(const std::string& path, const FrameOptions::RawLayout& layout)
 
     if (!layout.packedOrderRecord)
         swapPackedOrder(frame);
-    checkRawRange(path, frame);
+    if (const auto problem = sampleAboveDepth(frame.record()))
+        failFrame(path, *problem + "; check --format, --size and --pitch");
     return frame;
+}
+
+std::string rawBytes(const _ZorImage& frame, bool packedOrderRecord)
+{
+    Frame dump;
+    dump.pixelType = frame.pixelType;
+    dump.width = frame.width;
+    dump.height = frame.height;
+    dump.pitch = static_cast<std::uint32_t>(tightPitch(frame.pixelType, frame.width));
+    dump.pixels.reserve(std::size_t{dump.pitch} * dump.height);
+    for (std::uint32_t y = 0; y < frame.height; ++y) {
+        const std::uint8_t* row = frame.data + std::size_t{y} * frame.pitch;
+        dump.pixels.insert(dump.pixels.end(), row, row + dump.pitch);
+    }
+    if (!packedOrderRecord)
+        swapPackedOrder(dump);
+    return {dump.pixels.begin(), dump.pixels.end()};
 }
 
 } // namespace zor

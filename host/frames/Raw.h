@@ -10,4 +10,8 @@ namespace zor {
 /// also for a sample above the format's depth.
 Frame readRaw(const std::string& path, const FrameOptions::RawLayout& layout);
 
+/// The bytes of a dump: a frame's pixels in tight rows. Low bits of the `Packed` formats go into the order of
+/// GigE Vision, or stay in the record's.
+std::string rawBytes(const _ZorImage& frame, bool packedOrderRecord);
+
 } // namespace zor

@@ -1,8 +1,8 @@
 #include "host/frames/DepthRule.h"
 #include "host/frames/Fail.h"
 #include "host/frames/FileBytes.h"
-#include "host/frames/Pnm.h"
 #include "host/frames/Png.h"
+#include "host/frames/Pnm.h"
 #include "host/frames/Raw.h"
 #include "host/frames/Tiff.h"
 
@@ -25,18 +25,19 @@ StoredSamples readPicture(const std::string& path, const FrameOptions& options)
 
     if (startsWith("II*\0"sv) || startsWith("MM\0*"sv) || startsWith("II+\0"sv) || startsWith("MM\0+"sv))
         return readTiff(path, options.whiteIsZero);
-    const bool pgm = startsWith("P2"sv) || startsWith("P5"sv);
+    const bool pnm = startsWith("P2"sv) || startsWith("P3"sv) || startsWith("P5"sv) || startsWith("P6"sv);
     const bool png = startsWith("\x89PNG\r\n\x1a\n"sv);
-    if ((pgm || png) && options.whiteIsZero)
+    if ((pnm || png) && options.whiteIsZero)
         failFrame(path, "is no TIFF file, so that its 0 is black; leave --white-is-zero out");
-    if (pgm)
+    if (pnm)
         return readPnm(path);
     if (png)
         return readPng(path, options.depth);
     if (start.size() >= 2 && start[0] == 'P' && start[1] >= '1' && start[1] <= '7')
-        failFrame(path, "is a bitmap, colour or PAM file of the PNM family; save it as grey PGM (P2 or P5)");
+        failFrame(path,
+                  "is a bitmap or PAM file of the PNM family; save it as PGM or PPM (P2, P3, P5 or P6)");
     failFrame(path,
-              "is no PGM, PNG or TIFF file; save it as one, or give --format and --size for a raw dump");
+              "is no PGM, PPM, PNG or TIFF file; save it as one, or give --format and --size for a raw dump");
 }
 
 void checkOptions(const std::string& path, const FrameOptions& options)

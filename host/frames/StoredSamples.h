@@ -8,11 +8,12 @@
 
 namespace zor {
 
-/// The samples of a grey picture file as it stores them, before their depth is settled.
+/// The samples of a picture file as it stores them, before their depth is settled.
 struct StoredSamples
 {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
+    std::uint32_t channels = 1;        ///< 1: grey; 3: red, green and blue of each pixel side by side
     std::vector<std::uint16_t> values; ///< row after row without padding
     std::uint32_t storedBits = 16;     ///< 8 or 16, that a sample takes in the file
 

@@ -10,7 +10,7 @@ namespace zor {
 
 CLI::Option* addDumpArguments(CLI::App& command, FrameArguments& arguments)
 {
-    command.add_option("FRAME", arguments.path, "PGM, PNG or TIFF file in grey, or a raw dump with --format")
+    command.add_option("FRAME", arguments.path, "PGM, PPM, PNG or TIFF file, or a raw dump with --format")
         ->required()
         ->type_name("FILE");
     CLI::Option* format = command

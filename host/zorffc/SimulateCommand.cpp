@@ -1,8 +1,8 @@
 #include "host/zorffc/Commands.h"
 
 #include "host/frames/FormatName.h"
-#include "host/frames/PackedOrder.h"
 #include "host/frames/Pnm.h"
+#include "host/frames/Raw.h"
 #include "host/frames/encode/EncodeFrame.h"
 #include "host/quality/NumberText.h"
 #include "host/simulate/SimulatedFrame.h"
@@ -60,10 +60,8 @@ std::string fileBytes(const SimulateArguments& arguments, const SensorModel& mod
     const SampleImage scene{model.width, model.height, 1, simulateFrame(model)};
     if (!arguments.format)
         return pnmBytes(encodeFrame(scene, computeFormat(model.depth)).record());
-    Frame frame = encodeFrame(scene, formatByName("--format", *arguments.format).code);
-    if (arguments.packedOrder == "wire")
-        swapPackedOrder(frame);
-    return {frame.pixels.begin(), frame.pixels.end()};
+    const Frame frame = encodeFrame(scene, formatByName("--format", *arguments.format).code);
+    return rawBytes(frame.record(), arguments.packedOrder == "record");
 }
 
 /// The options with which another command reads the dump.

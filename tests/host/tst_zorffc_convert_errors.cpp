@@ -81,7 +81,7 @@ void TestZorffcConvertErrors::refusesWhatIsWrong_data()
     QTest::newRow("an empty frame name") << QStringList{"", "target.png"} << "FRAME: the file name is empty";
     QTest::newRow("a dump without its format")
         << QStringList{"f.raw", "target.png"}
-        << "f.raw: is no PGM, PNG or TIFF file; save it as one, or give "
+        << "f.raw: is no PGM, PPM, PNG or TIFF file; save it as one, or give "
            "--format and --size";
     QTest::newRow("a format without a size")
         << QStringList{"f.raw", "target.png", "--format", "Mono8"} << "--size";

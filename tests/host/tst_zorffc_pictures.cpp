@@ -189,6 +189,35 @@ void TestZorffcPictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory_data()
         << "the PNG data are broken (the file ends too early)";
     QTest::newRow("an interlaced PNG that is filled up")
         << pngWithSides(interlaced, side, side) + QByteArray(1000000, '\0') << "the PNG data are broken (";
+    // About as many samples in three channels.
+    constexpr quint32 colourSide = 17000;
+    content.colorType = 2;
+    content.samples = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
+    QTest::newRow("an interlaced PNG in colour that is filled up")
+        << pngWithSides(makePng(content), colourSide, colourSide) + QByteArray(3000000, '\0')
+        << "the PNG data are broken (";
+    content.colorType = 3;
+    content.bits = 1;
+    content.palette = {0xFF0000, 0x00FF00};
+    content.samples = {0, 1, 1, 0};
+    QTest::newRow("an interlaced PNG with a palette that is filled up")
+        << pngWithSides(makePng(content), colourSide, colourSide) + QByteArray(1000000, '\0')
+        << "the PNG data are broken (";
+    QTest::newRow("a PPM of the largest size")
+        << QByteArray("P6 65535 21845 255 A") << "its header asks for 4294836225 bytes of samples";
+    entries = greyEntries(colourSide, colourSide, 8);
+    entries[258] = {8, 8, 8};
+    entries[262] = {2};
+    entries[277] = {3};
+    entries[284] = {2};
+    entries[278] = {colourSide};
+    for (int i = 0; i < 3; ++i) {
+        entries[273].append(TiffDataPlace);
+        entries[279].append(1000000);
+    }
+    QTest::newRow("a TIFF in planes that is filled up")
+        << tiffOfEntries(entries, "no strip", 3000000)
+        << "the TIFF data are broken (Decoding error at scanline 0, incorrect header check)";
 }
 
 void TestZorffcPictures::aFileThatClaimsMoreThanItHoldsTakesNoMemory()

@@ -39,11 +39,13 @@ std::string FrameFiles::path(const char* name) const
 QList<int> samplesOf(const zor::Frame& frame)
 {
     QList<int> samples;
-    const bool wide = (frame.pixelType >> 16 & 0xFF) == 16;
+    const quint32 pixelBits = frame.pixelType >> 16 & 0xFF;
+    const bool wide = pixelBits == 16 || pixelBits == 48;
+    const std::size_t perLine = std::size_t{frame.width} * pixelBits / (wide ? 16 : 8);
     for (std::size_t y = 0; y < frame.height; ++y) {
-        for (std::size_t x = 0; x < frame.width; ++x) {
-            const std::uint8_t* row = frame.pixels.data() + y * frame.pitch;
-            samples.append(wide ? row[2 * x] + 256 * row[2 * x + 1] : row[x]);
+        for (std::size_t i = 0; i < perLine; ++i) {
+            const std::uint8_t* line = frame.pixels.data() + y * frame.pitch;
+            samples.append(wide ? line[2 * i] + 256 * line[2 * i + 1] : line[i]);
         }
     }
     return samples;

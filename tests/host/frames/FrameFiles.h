@@ -27,7 +27,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// The samples of a frame in a plain mono format, row after row.
+/// The samples of a frame in a plain mono or RGB format, row after row, those of a pixel side by side.
 QList<int> samplesOf(const zor::Frame& frame);
 
 /// Reads every shorter beginning of the bytes. Empty when each ends with a FrameError that names the file;

@@ -53,12 +53,17 @@ QByteArray makePng(const PngContent& content)
                  PNG_FILTER_TYPE_DEFAULT);
     if (content.significantBits != 0) {
         png_color_8 significant = {};
-        significant.gray = png_byte(content.significantBits);
+        significant.gray = significant.red = significant.green = png_byte(content.significantBits);
+        significant.blue = content.significantBlue != 0 ? png_byte(content.significantBlue) : significant.red;
         png_set_sBIT(png, info, &significant);
     }
-    if (content.colorType == PNG_COLOR_TYPE_PALETTE) {
-        const png_color palette[2] = {{0, 0, 0}, {255, 255, 255}};
-        png_set_PLTE(png, info, palette, 2);
+    if (!content.palette.isEmpty()) {
+        std::vector<png_color> palette;
+        for (const quint32 colour : content.palette)
+            palette.push_back({png_byte(colour >> 16), png_byte(colour >> 8), png_byte(colour)});
+        png_set_PLTE(png, info, palette.data(), int(palette.size()));
+        // A test may want indices that the palette does not have.
+        png_set_check_for_invalid_index(png, 0);
     }
     png_write_info(png, info);
     const std::size_t perRow = content.width * std::size_t(png_get_channels(png, info));

@@ -12,6 +12,8 @@ struct PngContent
     int colorType = 0; ///< PNG_COLOR_TYPE_GRAY
     bool interlaced = false;
     int significantBits = 0; ///< 0: no sBIT entry
+    int significantBlue = 0; ///< 0: as the other channels
+    QList<quint32> palette;  ///< 0xRRGGBB
     QList<int> samples;      ///< as they are in the file, channel after channel
 };
 

@@ -20,31 +20,40 @@ void put(std::vector<std::uint8_t>& bytes, const TiffContent& content, std::size
     }
 }
 
-void writeStrips(TIFF* tiff, const TiffContent& content)
+/// The samples of a row's pixels from `left` on that go side by side into a plane.
+void putRow(std::vector<std::uint8_t>& bytes, std::size_t place, const TiffContent& content, int plane,
+            quint32 y, quint32 left, quint32 right)
 {
-    const std::size_t perRow = content.width * std::size_t(content.samplesPerPixel);
+    const int perPixel = content.planes ? 1 : content.samplesPerPixel;
+    for (quint32 x = left; x < right; ++x) {
+        for (int i = 0; i < perPixel; ++i)
+            put(bytes, content, place++,
+                content.samples[int(y * content.width + x) * content.samplesPerPixel + plane + i]);
+    }
+}
+
+void writeStrips(TIFF* tiff, const TiffContent& content, int plane)
+{
     for (quint32 y = 0; y < content.height; ++y) {
-        std::vector<std::uint8_t> row(perRow * 4);
-        for (std::size_t i = 0; i < perRow; ++i)
-            put(row, content, i, content.samples[int(y * perRow + i)]);
-        if (TIFFWriteScanline(tiff, row.data(), y, 0) != 1)
+        std::vector<std::uint8_t> line(content.width * std::size_t(content.samplesPerPixel) * 4);
+        putRow(line, 0, content, plane, y, 0, content.width);
+        if (TIFFWriteScanline(tiff, line.data(), y, std::uint16_t(plane)) != 1)
             throw std::runtime_error("the test's TIFF cannot be written");
     }
 }
 
-void writeTiles(TIFF* tiff, const TiffContent& content)
+void writeTiles(TIFF* tiff, const TiffContent& content, int plane)
 {
     const quint32 side = content.tileSide;
+    const std::size_t perPixel = content.planes ? 1 : std::size_t(content.samplesPerPixel);
     for (quint32 top = 0; top < content.height; top += side) {
         for (quint32 left = 0; left < content.width; left += side) {
             // What lies outside the picture is filled with a value that it does not have.
-            std::vector<std::uint8_t> tile(std::size_t{side} * side * 2, 0xEE);
-            for (quint32 y = top; y < qMin(top + side, content.height); ++y) {
-                for (quint32 x = left; x < qMin(left + side, content.width); ++x)
-                    put(tile, content, std::size_t{y - top} * side + x - left,
-                        content.samples[int(y * content.width + x)]);
-            }
-            if (TIFFWriteTile(tiff, tile.data(), left, top, 0, 0) < 0)
+            std::vector<std::uint8_t> tile(std::size_t{side} * side * perPixel * 2, 0xEE);
+            for (quint32 y = top; y < qMin(top + side, content.height); ++y)
+                putRow(tile, std::size_t{y - top} * side * perPixel, content, plane, y, left,
+                       qMin(left + side, content.width));
+            if (TIFFWriteTile(tiff, tile.data(), left, top, 0, std::uint16_t(plane)) < 0)
                 throw std::runtime_error("the test's TIFF cannot be written");
         }
     }
@@ -66,7 +75,7 @@ QByteArray makeTiff(const TiffContent& content)
     TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, content.photometric);
     TIFFSetField(tiff, TIFFTAG_SAMPLEFORMAT, content.sampleFormat);
     TIFFSetField(tiff, TIFFTAG_COMPRESSION, content.compression);
-    TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
+    TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, content.planes ? PLANARCONFIG_SEPARATE : PLANARCONFIG_CONTIG);
     if (content.maxSampleValue >= 0)
         TIFFSetField(tiff, TIFFTAG_MAXSAMPLEVALUE, content.maxSampleValue);
     if (content.photometric == PHOTOMETRIC_PALETTE) {
@@ -76,11 +85,11 @@ QByteArray makeTiff(const TiffContent& content)
     if (content.tileSide != 0) {
         TIFFSetField(tiff, TIFFTAG_TILEWIDTH, content.tileSide);
         TIFFSetField(tiff, TIFFTAG_TILELENGTH, content.tileSide);
-        writeTiles(tiff, content);
     } else {
         TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, content.rowsPerStrip);
-        writeStrips(tiff, content);
     }
+    for (int plane = 0; plane < (content.planes ? content.samplesPerPixel : 1); ++plane)
+        content.tileSide != 0 ? writeTiles(tiff, content, plane) : writeStrips(tiff, content, plane);
     TIFFClose(tiff);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))

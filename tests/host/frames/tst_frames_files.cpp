@@ -79,7 +79,7 @@ void TestFramesFiles::everyTextTellsWhatToDo_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::newRow("an empty file") << QByteArray();
     QTest::newRow("another kind") << QByteArray("hello");
-    QTest::newRow("a colour file") << QByteArray("P6 1 1 255 ABC");
+    QTest::newRow("a bitmap") << QByteArray("P4 1 1 A");
     QTest::newRow("a PGM of letters") << QByteArray("P5 a b");
     QTest::newRow("a PGM with a maxval of 0") << QByteArray("P5 1 1 0 A");
     QTest::newRow("a PGM of no width") << QByteArray("P5 0 1 255 A");
@@ -108,11 +108,11 @@ void TestFramesFiles::otherContentIsRefused_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("says");
     QTest::newRow("an empty file") << QByteArray() << "is empty";
-    QTest::newRow("one letter") << QByteArray("P") << "no PGM, PNG or TIFF";
+    QTest::newRow("one letter") << QByteArray("P") << "no PGM, PPM, PNG or TIFF";
     QTest::newRow("text") << QByteArray("hello") << "give --format and --size for a raw dump";
-    QTest::newRow("P8") << QByteArray("P8 1 1 255 A") << "no PGM, PNG or TIFF";
-    QTest::newRow("half a PNG signature") << QByteArray("\x89PNG") << "no PGM, PNG or TIFF";
-    QTest::newRow("a TIFF's first letters alone") << QByteArray("II") << "no PGM, PNG or TIFF";
+    QTest::newRow("P8") << QByteArray("P8 1 1 255 A") << "no PGM, PPM, PNG or TIFF";
+    QTest::newRow("half a PNG signature") << QByteArray("\x89PNG") << "no PGM, PPM, PNG or TIFF";
+    QTest::newRow("a TIFF's first letters alone") << QByteArray("II") << "no PGM, PPM, PNG or TIFF";
 }
 
 void TestFramesFiles::otherContentIsRefused()
@@ -177,7 +177,7 @@ void TestFramesFiles::whiteIsZeroIsAboutTiffFilesAlone_data()
     QTest::newRow("a PNG") << QByteArray("\x89PNG\r\n\x1a\n") << false << noTiff;
     QTest::newRow("a raw dump") << QByteArray("A") << true
                                 << "a raw dump's 0 is black; leave --white-is-zero out";
-    QTest::newRow("no picture") << QByteArray("hello") << false << "is no PGM, PNG or TIFF file; ";
+    QTest::newRow("no picture") << QByteArray("hello") << false << "is no PGM, PPM, PNG or TIFF file; ";
 }
 
 void TestFramesFiles::whiteIsZeroIsAboutTiffFilesAlone()

@@ -1,9 +1,10 @@
 #include "image/PixelTypeCode.h"
 #include "tests/host/frames/FrameFiles.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QtTest>
 
-/// PGM files: exact samples, the depth from the maxval, and everything that a file can get wrong.
+/// PGM and PPM files: exact samples, the depth from the maxval, and everything that a file can get wrong.
 class TestFramesPnm : public QObject
 {
     Q_OBJECT
@@ -27,11 +28,11 @@ private:
 
 namespace {
 
-/// A P5 file of one sample with the given maxval.
-QByteArray oneSample(int maxval)
+/// A binary file of one pixel with the given maxval.
+QByteArray onePixel(const QByteArray& kind, int maxval)
 {
-    return "P5\n1 1\n" + QByteArray::number(maxval) + "\n" +
-           (maxval > 255 ? QByteArray(2, 0) : QByteArray(1, 0));
+    return kind + "\n1 1\n" + QByteArray::number(maxval) + "\n" +
+           QByteArray((maxval > 255 ? 2 : 1) * (kind == "P6" ? 3 : 1), 0);
 }
 
 } // namespace
@@ -66,6 +67,15 @@ void TestFramesPnm::samplesAreExact_data()
         << QByteArray("P2 #x\n2 1 0255\n007# seven\n0255 # end") << 2 << QList<int>{7, 255};
     QTest::newRow("P2 with numbers of ten digits")
         << QByteArray("P2 2 1 0000000255 0000000007 0000000009") << 2 << QList<int>{7, 9};
+    QTest::newRow("P6 of 8 bits") << "P6\n2 1\n255\n" + eight << 2 << QList<int>{0, 1, 127, 254, 128, 255};
+    QTest::newRow("P6 of 16 bits, high byte first")
+        << "P6\n1 1\n65535\n" + QByteArray::fromHex("1234FFFF0001") << 1 << QList<int>{0x1234, 0xFFFF, 1};
+    QTest::newRow("P6 with comments and white space after the last sample")
+        << QByteArray("P6#a\n1 #b\n2 255#c\nABCDEF\n") << 1 << QList<int>{65, 66, 67, 68, 69, 70};
+    QTest::newRow("P3") << QByteArray("P3\n1 2\n1000\n0 1 2\n998 999 1000\n") << 1
+                        << QList<int>{0, 1, 2, 998, 999, 1000};
+    QTest::newRow("P3 with comments and without a last line end")
+        << QByteArray("P3 #x\n1 1 9#y\n0 9 # red, green\n5") << 1 << QList<int>{0, 9, 5};
 }
 
 void TestFramesPnm::samplesAreExact()
@@ -75,37 +85,42 @@ void TestFramesPnm::samplesAreExact()
     QFETCH(QList<int>, samples);
     const zor::Frame frame = m_files.read(bytes);
     QCOMPARE(int(frame.width), width);
-    QCOMPARE(int(frame.height), samples.size() / width);
+    const int channels = bytes[1] == '3' || bytes[1] == '6' ? 3 : 1;
+    QCOMPARE(int(frame.height), samples.size() / channels / width);
     QCOMPARE(samplesOf(frame), samples);
 }
 
 void TestFramesPnm::theMaxvalTellsTheDepth_data()
 {
     QTest::addColumn<int>("maxval");
-    QTest::addColumn<quint32>("pixelType");
-    const auto add = [](int maxval, quint32 pixelType) {
-        QTest::addRow("maxval %d", maxval) << maxval << pixelType;
+    QTest::addColumn<QByteArray>("depth");
+    const auto add = [](int maxval, const char* depth) {
+        QTest::addRow("maxval %d", maxval) << maxval << QByteArray(depth);
     };
-    add(1, zor::Mono8);
-    add(254, zor::Mono8);
-    add(255, zor::Mono8);
-    add(256, zor::Mono10);
-    add(1000, zor::Mono10);
-    add(1023, zor::Mono10);
-    add(1024, zor::Mono12);
-    add(4095, zor::Mono12);
-    add(4096, zor::Mono16);
-    add(16383, zor::Mono16);
-    add(65535, zor::Mono16);
+    add(1, "8");
+    add(254, "8");
+    add(255, "8");
+    add(256, "10");
+    add(1000, "10");
+    add(1023, "10");
+    add(1024, "12");
+    add(4095, "12");
+    add(4096, "16");
+    add(16383, "16");
+    add(65535, "16");
 }
 
 void TestFramesPnm::theMaxvalTellsTheDepth()
 {
     QFETCH(int, maxval);
-    QFETCH(quint32, pixelType);
-    const zor::Frame frame = m_files.read(oneSample(maxval));
-    QCOMPARE(frame.pixelType, pixelType);
-    QCOMPARE(QString::fromStdString(frame.depthSource), QString("maxval %1").arg(maxval));
+    QFETCH(QByteArray, depth);
+    for (const char* kind : {"P5", "P6"}) {
+        const zor::Frame frame = m_files.read(onePixel(kind, maxval));
+        const QByteArray format = (kind == QByteArray("P6") ? "RGB" : "Mono") + depth;
+        QCOMPARE(frame.pixelType, codeOf(format.constData()));
+        QCOMPARE(QString::fromStdString(frame.depthSource), QString("maxval %1").arg(maxval));
+        QVERIFY(!frame.depthGuessed);
+    }
 }
 
 void TestFramesPnm::anAskedDepthOverrides_data()
@@ -190,9 +205,28 @@ void TestFramesPnm::brokenFilesAreRefused_data()
         "asks for 4 samples, after 2 of them");
     add("too many decimal samples", "P2\n2 1\n255\n1 2 3", "asks for 2 samples, the file holds more");
     add("a negative decimal sample", "P2\n2 1\n255\n1 -2", "asks for 2 samples, after 1 of them");
-    add("a colour file", "P6\n1 1\n255\nABC", "grey PGM");
-    add("a bitmap", "P4\n1 1\nA", "grey PGM");
-    add("a PAM file", "P7\nWIDTH 1\n", "grey PGM");
+    add("a colour file one byte short", "P6\n1 2\n255\nABCDE", "asks for 6 bytes of samples, the file has 5");
+    add("a colour file with more bytes", "P6\n1 1\n256\nABCDEFG",
+        "asks for 6 bytes of samples, the file has 7");
+    add("a hostile size in colour", "P6\n65535 21846\n255\nA",
+        "its size 65535x21846 with 196605 bytes a line is above the limit of 4294967295 bytes");
+    add("a hostile size in colour of two bytes a sample", "P6\n65535 10923\n256\nA",
+        "its size 65535x10923 with 393210 bytes a line is above the limit of 4294967295 bytes");
+    add("a hostile size in colour within the limit", "P6\n65535 21845\n255\nA",
+        "asks for 4294836225 bytes of samples, the file has 1");
+    add("a hostile size in decimal colour", "P3\n65535 21845\n255\n1", "asks for 4294836225 samples");
+    add("a colour sample above the maxval", "P6\n2 2\n100\n" + QByteArray(11, 1) + "\x65",
+        "the sample 101 at column 1, row 1 (from 0) is above the file's maxval 100; correct the maxval");
+    add("a decimal colour sample above the maxval", "P3\n2 1\n1000\n5 6 7 8 1001 9",
+        "the sample 1001 at column 1, row 0 (from 0) is above the file's maxval 1000");
+    add("too few decimal colour samples", "P3\n1 1\n9\n0000000001 2", "asks for 3 samples, after 2 of them");
+    add("too many decimal colour samples", "P3\n1 1\n255\n1 2 3 4",
+        "asks for 3 samples, the file holds more");
+    const char* family =
+        "is a bitmap or PAM file of the PNM family; save it as PGM or PPM (P2, P3, P5 or P6)";
+    add("a decimal bitmap", "P1\n1 1\n1", family);
+    add("a bitmap", "P4\n1 1\nA", family);
+    add("a PAM file", "P7\nWIDTH 1\n", family);
 }
 
 void TestFramesPnm::brokenFilesAreRefused()
@@ -211,6 +245,9 @@ void TestFramesPnm::everyTruncationIsAnError_data()
     QTest::newRow("P5 of 8 bits") << QByteArray("P5\n# c\n3 2\n255\nABCDEF");
     QTest::newRow("P5 of 16 bits") << QByteArray("P5\n3 2\n4095\n") + QByteArray(12, 1);
     QTest::newRow("P2") << QByteArray("P2\n3 2\n255\n1 2 3\n4 5 6");
+    QTest::newRow("P6 of 8 bits") << QByteArray("P6\n# c\n1 2\n255\nABCDEF");
+    QTest::newRow("P6 of 16 bits") << QByteArray("P6\n2 1\n4095\n") + QByteArray(12, 1);
+    QTest::newRow("P3") << QByteArray("P3\n1 2\n255\n1 2 3\n4 5 6");
 }
 
 void TestFramesPnm::everyTruncationIsAnError()

@@ -236,16 +236,13 @@ void TestFramesTiff::otherKindsAreRefused_data()
         change(content);
         QTest::newRow(name) << content << QString(says);
     };
-    add("RGB", "colour, a palette or alpha", [](TiffContent& content) {
-        content.width = 1;
-        content.samplesPerPixel = 3;
-        content.photometric = PHOTOMETRIC_RGB;
-    });
-    add("grey and alpha", "colour, a palette or alpha", [](TiffContent& content) {
-        content.width = 1;
-        content.samplesPerPixel = 2;
-    });
-    add("a palette", "colour, a palette or alpha",
+    add("grey and alpha",
+        "is a TIFF with 2 samples a pixel, where grey has 1; save it without alpha and other channels",
+        [](TiffContent& content) {
+            content.width = 1;
+            content.samplesPerPixel = 2;
+        });
+    add("a palette", "is a TIFF with a palette; save it as grey or RGB of 8 or 16 bits",
         [](TiffContent& content) { content.photometric = PHOTOMETRIC_PALETTE; });
     add("0 as white",
         "whose 0 is white; give --white-is-zero stored to take the samples as they are, or "
