@@ -29,7 +29,7 @@ struct PngFile
     png_infop info = nullptr;
     StoredSamples samples;
     std::size_t sampleBytes = 0;
-    std::size_t lineBytes = 0; ///< of a row as it is decoded: samples, or a byte for each index of a colour
+    std::size_t rowBytes = 0; ///< of a row as it is decoded: samples, or a byte for each index of a colour
     png_colorp palette = nullptr;
     int colours = 0; ///< of the palette
     /// One row, or all of an interlaced picture, whose rows are complete in the last pass only. The memory is
@@ -103,7 +103,7 @@ bool readPixels(const std::string& path, PngFile& file)
     png_read_update_info(file.png, file.info);
     for (int pass = 1; pass <= passes; ++pass) {
         for (std::size_t y = 0; y < file.samples.height; ++y) {
-            std::uint8_t* line = file.lines.get() + (passes == 1 ? 0 : y * file.lineBytes);
+            std::uint8_t* line = file.lines.get() + (passes == 1 ? 0 : y * file.rowBytes);
             png_read_row(file.png, line, nullptr);
             if (pass == passes)
                 appendLine(path, file, line);
@@ -177,14 +177,14 @@ StoredSamples readPng(const std::string& path, std::optional<std::uint32_t> aske
     if (type == PNG_COLOR_TYPE_PALETTE)
         png_get_PLTE(file.png, file.info, &file.palette, &file.colours);
     file.sampleBytes = png_get_bit_depth(file.png, file.info) == 16 ? 2 : 1;
-    const std::size_t frameLine = std::size_t{samples.width} * samples.channels * file.sampleBytes;
-    file.lineBytes = file.palette ? samples.width : frameLine;
-    checkFrameSize(path, samples.width, samples.height, frameLine);
+    const std::size_t frameRow = std::size_t{samples.width} * samples.channels * file.sampleBytes;
+    file.rowBytes = file.palette ? samples.width : frameRow;
+    checkFrameSize(path, samples.width, samples.height, frameRow);
     checkFileHolds(path, file.bytes.size(), png_get_rowbytes(file.png, file.info) * samples.height,
                    DeflateInflation);
 
     const bool interlaced = png_get_interlace_type(file.png, file.info) != PNG_INTERLACE_NONE;
-    file.lines.reset(new std::uint8_t[interlaced ? file.lineBytes * samples.height : file.lineBytes]);
+    file.lines.reset(new std::uint8_t[interlaced ? file.rowBytes * samples.height : file.rowBytes]);
     samples.values.reserve(std::size_t{samples.width} * samples.height * samples.channels);
     samples.storedBits = static_cast<std::uint32_t>(8 * file.sampleBytes);
     if (!readPixels(path, file))

@@ -1,13 +1,12 @@
 #include "host/frames/Png.h"
 
-#include "image/PixelTypeCode.h"
+#include "host/frames/PictureRows.h"
 
 #include <png.h>
 
 #include <csetjmp>
 #include <new>
 #include <stdexcept>
-#include <vector>
 
 namespace zor {
 
@@ -19,11 +18,14 @@ struct PngOutput
 {
     std::string bytes;
     std::string error;
-    std::vector<png_bytep> rows;
+    PictureRows rows;
     png_structp png = nullptr;
     png_infop info = nullptr;
 
-    PngOutput() = default;
+    explicit PngOutput(const _ZorImage& frame)
+        : rows(frame)
+    {
+    }
     PngOutput(const PngOutput&) = delete;
     PngOutput& operator=(const PngOutput&) = delete;
     ~PngOutput() { png_destroy_write_struct(&png, &info); }
@@ -56,40 +58,40 @@ void onWrite(png_structp png, png_bytep source, std::size_t count)
 void onFlush(png_structp) {}
 
 /// The function with a jump target: nothing in it has a destructor.
-bool writePicture(PngOutput& file, const _ZorImage& picture)
+bool writePicture(PngOutput& file, std::uint32_t width, std::uint32_t height)
 {
     if (setjmp(png_jmpbuf(file.png)) != 0)
         return false;
-    const std::uint32_t depth = pixelTypeSampleBits(picture.pixelType);
-    const bool wide = depth > 8;
+    const bool wide = file.rows.sampleBytes() == 2;
+    const int colours = file.rows.channels() == 3 ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_GRAY;
     png_set_write_fn(file.png, &file, onWrite, onFlush);
-    png_set_IHDR(file.png, file.info, picture.width, picture.height, wide ? 16 : 8, PNG_COLOR_TYPE_GRAY,
-                 PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_set_IHDR(file.png, file.info, width, height, wide ? 16 : 8, colours, PNG_INTERLACE_NONE,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     if (wide) {
+        const auto depth = static_cast<png_byte>(file.rows.depth());
         png_color_8 significant = {};
-        significant.gray = static_cast<png_byte>(depth);
+        significant.gray = significant.red = significant.green = significant.blue = depth;
         png_set_sBIT(file.png, file.info, &significant);
     }
     png_write_info(file.png, file.info);
     if (wide)
         png_set_swap(file.png);
-    png_write_image(file.png, file.rows.data());
+    for (std::uint32_t y = 0; y < height; ++y)
+        png_write_row(file.png, file.rows.row(y));
     png_write_end(file.png, nullptr);
     return true;
 }
 
 } // namespace
 
-std::string pngBytes(const _ZorImage& picture)
+std::string pngBytes(const _ZorImage& frame)
 {
-    PngOutput file;
+    PngOutput file(frame);
     file.png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &file, onError, onWarning);
     file.info = file.png ? png_create_info_struct(file.png) : nullptr;
     if (!file.info)
         throw std::bad_alloc();
-    for (std::size_t y = 0; y < picture.height; ++y)
-        file.rows.push_back(picture.data + y * picture.pitch);
-    if (!writePicture(file, picture))
+    if (!writePicture(file, frame.width, frame.height))
         throw std::runtime_error("the picture cannot be made into a PNG file (" + file.error +
                                  "); choose another kind of file");
     return std::move(file.bytes);

@@ -1,7 +1,7 @@
 #include "host/frames/Tiff.h"
 
+#include "host/frames/PictureRows.h"
 #include "host/frames/TiffHandle.h"
-#include "image/PixelTypeCode.h"
 
 #include <stdexcept>
 
@@ -47,20 +47,20 @@ private:
     int m_descriptor;
 };
 
-bool writePicture(TIFF* tiff, const _ZorImage& picture)
+bool writePicture(TIFF* tiff, const _ZorImage& frame)
 {
-    const std::uint32_t depth = pixelTypeSampleBits(picture.pixelType);
-    TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, picture.width);
-    TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, picture.height);
-    TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, depth > 8 ? 16 : 8);
-    TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 1);
-    TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
+    PictureRows rows(frame);
+    TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, frame.width);
+    TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, frame.height);
+    TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 8 * rows.sampleBytes());
+    TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, rows.channels());
+    TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, rows.channels() == 3 ? PHOTOMETRIC_RGB : PHOTOMETRIC_MINISBLACK);
     TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
     TIFFSetField(tiff, TIFFTAG_COMPRESSION, COMPRESSION_NONE);
-    TIFFSetField(tiff, TIFFTAG_MAXSAMPLEVALUE, (1 << depth) - 1);
+    TIFFSetField(tiff, TIFFTAG_MAXSAMPLEVALUE, rows.fullScale());
     TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, TIFFDefaultStripSize(tiff, 0));
-    for (std::uint32_t y = 0; y < picture.height; ++y) {
-        if (TIFFWriteScanline(tiff, picture.data + std::size_t{y} * picture.pitch, y, 0) != 1)
+    for (std::uint32_t y = 0; y < frame.height; ++y) {
+        if (TIFFWriteScanline(tiff, rows.row(y), y, 0) != 1)
             return false;
     }
     return TIFFFlush(tiff) == 1;
@@ -68,11 +68,11 @@ bool writePicture(TIFF* tiff, const _ZorImage& picture)
 
 } // namespace
 
-std::string tiffBytes(const _ZorImage& picture)
+std::string tiffBytes(const _ZorImage& frame)
 {
     const MemoryFile file;
     const TiffHandle tiff(file.descriptor());
-    if (!tiff.get() || !writePicture(tiff.get(), picture))
+    if (!tiff.get() || !writePicture(tiff.get(), frame))
         throw std::runtime_error("the picture cannot be made into a TIFF file (" +
                                  tiff.reason("the lines cannot be written") +
                                  "); choose another kind of file");

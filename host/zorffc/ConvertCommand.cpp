@@ -1,10 +1,7 @@
 #include "host/zorffc/Commands.h"
 
-#include "host/frames/Pnm.h"
-#include "host/frames/Png.h"
-#include "host/frames/Tiff.h"
+#include "host/frames/WriteFrame.h"
 #include "host/zorffc/AtomicFile.h"
-#include "host/zorffc/CommandError.h"
 #include "host/zorffc/FrameArguments.h"
 #include "host/zorffc/OneLine.h"
 #include "host/zorffc/Options.h"
@@ -45,18 +42,6 @@ std::string darknessNote(const std::string& ending, std::uint32_t depth)
            "makes a bright one";
 }
 
-/// The picture as a file of the kind that the ending names.
-std::string pictureBytes(const std::string& output, const std::string& ending, const _ZorImage& picture)
-{
-    try {
-        if (ending == ".pgm")
-            return pnmBytes(picture);
-        return ending == ".png" ? pngBytes(picture) : tiffBytes(picture);
-    } catch (const std::runtime_error& error) {
-        throw CommandError(output + ": " + error.what());
-    }
-}
-
 void convert(const ConvertArguments& arguments)
 {
     refuseSameFile(arguments.frame.path, arguments.output);
@@ -65,7 +50,7 @@ void convert(const ConvertArguments& arguments)
 
     const Frame frame = readFrame(arguments.frame);
     const MonoFrame mono = convertFrame(arguments.frame, frame, pictureDepth(arguments, frame));
-    output.write(pictureBytes(arguments.output, ending, mono.record()));
+    output.write(frameFileBytes(arguments.output, mono.record()));
     printSummary(frameSummary(frame, mono) + "Picture          " + oneLine(arguments.output) +
                  darknessNote(ending, mono.record().depth) + "\n");
     output.commit();

@@ -41,9 +41,9 @@ QList<int> samplesOf(const zor::Frame& frame)
     QList<int> samples;
     const quint32 pixelBits = frame.pixelType >> 16 & 0xFF;
     const bool wide = pixelBits == 16 || pixelBits == 48;
-    const std::size_t perLine = std::size_t{frame.width} * pixelBits / (wide ? 16 : 8);
+    const std::size_t perRow = std::size_t{frame.width} * pixelBits / (wide ? 16 : 8);
     for (std::size_t y = 0; y < frame.height; ++y) {
-        for (std::size_t i = 0; i < perLine; ++i) {
+        for (std::size_t i = 0; i < perRow; ++i) {
             const std::uint8_t* line = frame.pixels.data() + y * frame.pitch;
             samples.append(wide ? line[2 * i] + 256 * line[2 * i + 1] : line[i]);
         }

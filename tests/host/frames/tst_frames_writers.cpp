@@ -1,5 +1,5 @@
-#include "host/frames/Pnm.h"
 #include "host/frames/Png.h"
+#include "host/frames/Pnm.h"
 #include "host/frames/Tiff.h"
 #include "image/MonoTarget.h"
 #include "image/Pitch.h"
