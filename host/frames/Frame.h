@@ -61,9 +61,17 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// The content of a file begins like no picture: it may be a raw dump.
+class NoPicture : public FrameError
+{
+public:
+    using FrameError::FrameError;
+};
+
 /// Reads a frame from a PGM, PPM, PNG or TIFF file, recognised by its content, or from a raw dump when
 /// `options.raw` is set. A picture file in grey becomes a frame in the mono format of its depth, one in
-/// colour or with a palette becomes one in RGB8, RGB10, RGB12 or RGB16. Throws FrameError.
+/// colour or with a palette becomes one in RGB8, RGB10, RGB12 or RGB16. Throws FrameError, without
+/// `options.raw` also NoPicture.
 Frame readFrame(const std::string& path, const FrameOptions& options);
 
 } // namespace zor

@@ -18,6 +18,8 @@ private slots:
     void everyTextTellsWhatToDo();
     void otherContentIsRefused_data();
     void otherContentIsRefused();
+    void onlyWhatBeginsLikeNoPictureMayBeARawDump_data();
+    void onlyWhatBeginsLikeNoPictureMayBeARawDump();
     void theContentTellsTheFormatNotTheName();
     void aNameInOtherLettersWorks();
     void onlyTheFourDepthsCanBeAsked_data();
@@ -121,6 +123,32 @@ void TestFramesFiles::otherContentIsRefused()
     QFETCH(QString, says);
     const QString text = m_files.error(bytes);
     QVERIFY2(text.contains(says), qPrintable("got '" + text + "'"));
+}
+
+void TestFramesFiles::onlyWhatBeginsLikeNoPictureMayBeARawDump_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("maybe");
+    QTest::newRow("any bytes") << QByteArray("hello") << true;
+    QTest::newRow("a PGM that is cut") << QByteArray("P5 2 1 255 A") << false;
+    QTest::newRow("a PNG that is cut") << QByteArray("\x89PNG\r\n\x1a\n") << false;
+    QTest::newRow("a TIFF that is cut") << QByteArray("II*\0", 4) << false;
+    QTest::newRow("a bitmap") << QByteArray("P4 1 1 A") << false;
+    QTest::newRow("an empty file") << QByteArray() << false;
+}
+
+void TestFramesFiles::onlyWhatBeginsLikeNoPictureMayBeARawDump()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, maybe);
+    try {
+        zor::readFrame(m_files.write(bytes), {});
+        QFAIL("no error");
+    } catch (const zor::NoPicture&) {
+        QVERIFY(maybe);
+    } catch (const zor::FrameError&) {
+        QVERIFY(!maybe);
+    }
 }
 
 void TestFramesFiles::theContentTellsTheFormatNotTheName()
