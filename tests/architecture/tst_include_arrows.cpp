@@ -146,6 +146,13 @@ void TestIncludeArrows::includesAreJudged_data()
     good("host/zorffc/A.cpp", "CLI/CLI.hpp");
     bad("host/zorffc/A.cpp", "dialog/B.h");
     bad("host/zorffc/A.cpp", "platform/converter/B.h");
+    good("host/zorbench/A.cpp", "display/DisplayView.h");
+    good("host/zorbench/A.cpp", "plugin/ZBKInterfacePlugIn.h");
+    bad("host/zorbench/A.cpp", "plugin/ZorFFCUtility.h");
+    bad("host/zorbench/A.cpp", "dialog/B.h");
+    bad("host/zorbench/A.cpp", "engine/B.h");
+    bad("host/zorbench/A.cpp", "host/zorffc/B.h");
+    bad("host/zorbench/A.cpp", "platform/viewer/B.h");
     bad("attic/A.cpp", "cstdint");
     bad("dialog/A.cpp", "image/../plugin/B.h");
 }

@@ -1,0 +1,64 @@
+#include "host/zorbench/RawMemory.h"
+
+#include "host/frames/FrameLimits.h"
+#include "image/ZorPixelTypeTable.h"
+
+#include <QSettings>
+
+#include <algorithm>
+#include <limits>
+
+namespace zor {
+
+namespace {
+
+QString key(std::uint64_t bytes, const char* name)
+{
+    return QStringLiteral("RawDumps/%1/%2").arg(bytes).arg(QString::fromLatin1(name));
+}
+
+bool isFormat(const std::string& name)
+{
+    return std::any_of(std::begin(ZorPixelTypeTable), std::end(ZorPixelTypeTable),
+                       [&name](const ZorPixelTypeRow& row) { return row.name == name; });
+}
+
+} // namespace
+
+RawMemory::RawMemory(QSettings& settings)
+    : m_settings(settings)
+{
+}
+
+FrameOptions::RawLayout RawMemory::layoutFor(std::uint64_t bytes) const
+{
+    FrameOptions::RawLayout layout;
+    layout.format = "Mono8";
+    layout.width = 640;
+    layout.height = 480;
+
+    // Anybody can write to the settings: what can't be used is as good as nothing.
+    const std::string format = m_settings.value(key(bytes, "Format")).toString().toStdString();
+    const std::uint32_t width = m_settings.value(key(bytes, "Width")).toUInt();
+    const std::uint32_t height = m_settings.value(key(bytes, "Height")).toUInt();
+    const std::uint32_t pitch = m_settings.value(key(bytes, "Pitch")).toUInt();
+    const auto isSide = [](std::uint32_t side) { return side >= 1 && side <= MaxFrameSide; };
+    if (!isFormat(format) || !isSide(width) || !isSide(height))
+        return layout;
+    layout.format = format;
+    layout.width = width;
+    layout.height = height;
+    if (pitch > 0 && pitch <= std::uint32_t{std::numeric_limits<std::int32_t>::max()})
+        layout.pitch = pitch;
+    return layout;
+}
+
+void RawMemory::remember(std::uint64_t bytes, const FrameOptions::RawLayout& layout)
+{
+    m_settings.setValue(key(bytes, "Format"), QString::fromStdString(layout.format));
+    m_settings.setValue(key(bytes, "Width"), layout.width);
+    m_settings.setValue(key(bytes, "Height"), layout.height);
+    m_settings.setValue(key(bytes, "Pitch"), layout.pitch.value_or(0));
+}
+
+} // namespace zor

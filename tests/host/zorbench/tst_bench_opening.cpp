@@ -1,0 +1,273 @@
+#include "tests/host/zorbench/Bench.h"
+#include "tests/support/ModalWatch.h"
+
+#include "host/zorbench/RawDialog.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFile>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPointer>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QUrl>
+#include <QtTest>
+
+/// The ways in which frames come into the workbench, and files that are none.
+class TestBenchOpening : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aPictureIsShown();
+    void ofSeveralFilesTheFirstIsShown();
+    void theOpenDialogStartsInTheLastFolder();
+    void aRecentFileIsOpenedAgain();
+    void droppedFilesAreOpened();
+    void onlyLocalFilesCanBeDropped();
+    void aFileThatIsNoFrameIsToldAndTheOldOneStays_data();
+    void aFileThatIsNoFrameIsToldAndTheOldOneStays();
+    void aRawDumpIsAskedForOnceForEachSize();
+    void aLayoutThatDoesNotFitIsToldAndCanBeCorrected_data();
+    void aLayoutThatDoesNotFitIsToldAndCanBeCorrected();
+    void aCancelledRawDumpChangesNothing();
+    void aHugeFileIsRefused();
+
+private:
+    static zor::RawDialog* rawDialog(Bench& bench);
+    static void fill(zor::RawDialog* dialog, const QString& format, int width, int height, int pitch = 0);
+};
+
+zor::RawDialog* TestBenchOpening::rawDialog(Bench& bench)
+{
+    // One that was closed is deleted later.
+    const auto dialogs = bench.window().findChildren<zor::RawDialog*>();
+    for (zor::RawDialog* dialog : dialogs) {
+        if (dialog->isVisible())
+            return dialog;
+    }
+    return nullptr;
+}
+
+void TestBenchOpening::fill(zor::RawDialog* dialog, const QString& format, int width, int height, int pitch)
+{
+    controlOf<QComboBox>(dialog, "Format")->setCurrentText(format);
+    controlOf<QSpinBox>(dialog, "Width")->setValue(width);
+    controlOf<QSpinBox>(dialog, "Height")->setValue(height);
+    controlOf<QSpinBox>(dialog, "Pitch")->setValue(pitch);
+}
+
+void TestBenchOpening::aPictureIsShown()
+{
+    Bench bench;
+    QCOMPARE(bench.shownSize(), QSize());
+    bench.open(bench.write("50 %2.pgm", countedPgm(6, 4)));
+    QCOMPARE(bench.shownSize(), QSize(6, 4));
+    QCOMPARE(bench.status("Frame"), QString("50 %2.pgm  6 x 4  Mono8  (maxval 255)"));
+    QCOMPARE(bench.window().windowTitle(), QString("50 %2.pgm - ZorBench"));
+}
+
+void TestBenchOpening::ofSeveralFilesTheFirstIsShown()
+{
+    Bench bench;
+    const QStringList files{bench.write("a.pgm", countedPgm(2, 2)), bench.write("b.pgm", countedPgm(3, 3)),
+                            bench.write("c.pgm", countedPgm(4, 4))};
+    bench.window().openFiles(files);
+    QCOMPARE(bench.shownSize(), QSize(2, 2));
+    QCOMPARE(zor::RecentFiles(bench.settings()).files(), files);
+    bench.window().openFiles({});
+    QCOMPARE(bench.shownSize(), QSize(2, 2));
+}
+
+void TestBenchOpening::theOpenDialogStartsInTheLastFolder()
+{
+    Bench bench;
+    ModalWatch watch;
+    QStringList folders;
+    watch.onFileDialog = [&folders](QFileDialog& dialog) { folders.append(dialog.directory().path()); };
+    const auto ask = [&] {
+        const int before = watch.fileDialogs;
+        bench.action("Open\u2026")->trigger();
+        QTRY_COMPARE(watch.fileDialogs, before + 1);
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+    };
+    ask();
+    watch.chosenFile = bench.write("flat.pgm", countedPgm(5, 3));
+    ask();
+    QTRY_COMPARE(bench.shownSize(), QSize(5, 3));
+    ask();
+    QVERIFY(QDir(bench.path("gone")).mkpath("."));
+    bench.open(bench.write("gone/flat.pgm", countedPgm(5, 3)));
+    QVERIFY(QDir(bench.path("gone")).removeRecursively());
+    ask();
+    const QString folder = QFileInfo(bench.path("flat.pgm")).path();
+    QCOMPARE(folders, (QStringList{QDir::homePath(), QDir::homePath(), folder, QDir::homePath()}));
+}
+
+void TestBenchOpening::aRecentFileIsOpenedAgain()
+{
+    Bench bench;
+    // An ampersand is a letter of the name and marks none.
+    const QString first = bench.write("black & white.pgm", countedPgm(2, 2));
+    bench.open(first);
+    bench.open(bench.write("other.pgm", countedPgm(3, 3)));
+    emit bench.action("File")->menu()->aboutToShow();
+    QAction* recent = bench.action(QString(first).replace("&", "&&"));
+    QVERIFY(recent->isEnabled());
+    recent->trigger();
+    QCOMPARE(bench.shownSize(), QSize(2, 2));
+    QCOMPARE(zor::RecentFiles(bench.settings()).files().first(), first);
+}
+
+void TestBenchOpening::droppedFilesAreOpened()
+{
+    Bench bench;
+    QMimeData data;
+    data.setUrls({QUrl("https://example.org/flat.pgm"),
+                  QUrl::fromLocalFile(bench.write("flat.pgm", countedPgm(6, 4)))});
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    enter.ignore();
+    QCoreApplication::sendEvent(&bench.window(), &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&bench.window(), &drop);
+    QCOMPARE(bench.shownSize(), QSize(6, 4));
+}
+
+void TestBenchOpening::onlyLocalFilesCanBeDropped()
+{
+    Bench bench;
+    QMimeData data;
+    data.setUrls({QUrl("https://example.org/flat.pgm")});
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    enter.ignore();
+    QCoreApplication::sendEvent(&bench.window(), &enter);
+    QVERIFY(!enter.isAccepted());
+}
+
+void TestBenchOpening::aFileThatIsNoFrameIsToldAndTheOldOneStays_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("says");
+    QTest::newRow("a picture that is cut") << countedPgm(6, 4).chopped(1) << "; write or copy the file again";
+    QTest::newRow("an empty file") << QByteArray() << "is empty";
+    QTest::newRow("a size above the limit") << QByteArray("P5 65535 65535 65535 A") << "above the limit";
+}
+
+void TestBenchOpening::aFileThatIsNoFrameIsToldAndTheOldOneStays()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, says);
+    Bench bench;
+    bench.open(bench.write("flat.pgm", countedPgm(6, 4)));
+    const QString file = bench.write("bad.pgm", bytes);
+    ModalWatch watch;
+    bench.open(file);
+    QTRY_COMPARE(watch.texts.size(), 1);
+    QVERIFY2(watch.texts.first().startsWith(file + ": ") && watch.texts.first().contains(says),
+             qPrintable(watch.texts.first()));
+    QTRY_VERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(bench.shownSize(), QSize(6, 4));
+    QVERIFY(bench.status("Frame").startsWith("flat.pgm"));
+    QVERIFY(!zor::RecentFiles(bench.settings()).files().contains(file));
+}
+
+void TestBenchOpening::aRawDumpIsAskedForOnceForEachSize()
+{
+    Bench bench;
+    const QString file = bench.write("a.raw", QByteArray(7 * 12 + 4, 'x'));
+    for (const bool isKnown : {false, true}) {
+        bench.open(isKnown ? bench.write("b.raw", QByteArray(7 * 12 + 4, 'y')) : file);
+        zor::RawDialog* dialog = rawDialog(bench);
+        QVERIFY(dialog);
+        QCOMPARE(controlOf<QComboBox>(dialog, "Format")->count(), 133);
+        if (!isKnown)
+            fill(dialog, "BayerRG12p", 5, 8, 11);
+        QCOMPARE(dialog->rawLayout().format, std::string("BayerRG12p"));
+        QCOMPARE(dialog->rawLayout().width, 5U);
+        QCOMPARE(dialog->rawLayout().height, 8U);
+        QCOMPARE(dialog->rawLayout().pitch.value_or(0), 11U);
+        controlOf<QPushButton>(dialog, "Open")->click();
+        QVERIFY(!rawDialog(bench));
+        QCOMPARE(bench.shownSize(), QSize(5, 8));
+    }
+    // A file of another size has an answer of its own.
+    bench.open(bench.write("c.raw", QByteArray(640 * 480, 'z')));
+    QCOMPARE(rawDialog(bench)->rawLayout().format, std::string("Mono8"));
+    controlOf<QPushButton>(rawDialog(bench), "Open")->click();
+    QCOMPARE(bench.shownSize(), QSize(640, 480));
+    QVERIFY(bench.status("Frame").startsWith("c.raw  640 x 480  Mono8"));
+}
+
+void TestBenchOpening::aLayoutThatDoesNotFitIsToldAndCanBeCorrected_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("pitch");
+    QTest::addColumn<QString>("says");
+    QTest::newRow("too many pixels") << "Mono8" << QSize(5, 5) << 0 << "takes 25 bytes, the file has 24";
+    QTest::newRow("8 GB") << "Mono16" << QSize(65535, 65535) << 0 << "above the limit of 4294967295 bytes";
+    QTest::newRow("a pitch too small") << "Mono16" << QSize(4, 3) << 4 << "is too small";
+    QTest::newRow("samples above the depth") << "Mono12" << QSize(4, 3) << 0 << "the limit of Mono12";
+}
+
+void TestBenchOpening::aLayoutThatDoesNotFitIsToldAndCanBeCorrected()
+{
+    QFETCH(QString, format);
+    QFETCH(QSize, size);
+    QFETCH(int, pitch);
+    QFETCH(QString, says);
+    Bench bench;
+    bench.open(bench.write("flat.pgm", countedPgm(6, 4)));
+    const QString file = bench.write("a.raw", QByteArray(24, 'x'));
+    bench.open(file);
+    QPointer<zor::RawDialog> dialog = rawDialog(bench);
+    QVERIFY(dialog);
+    fill(dialog, format, size.width(), size.height(), pitch);
+    ModalWatch watch;
+    // The dialog itself is no box, so that the watch leaves it open.
+    controlOf<QPushButton>(dialog, "Open")->click();
+    QTRY_COMPARE(watch.texts.size(), 1);
+    QVERIFY2(watch.texts.first().startsWith(file + ": ") && watch.texts.first().contains(says),
+             qPrintable(watch.texts.first()));
+    QVERIFY2(!watch.texts.first().contains("--"), qPrintable(watch.texts.first()));
+    QTRY_COMPARE(QApplication::activeModalWidget(), dialog);
+    QCOMPARE(bench.shownSize(), QSize(6, 4));
+
+    fill(dialog, "Mono8", 8, 3);
+    controlOf<QPushButton>(dialog, "Open")->click();
+    QCOMPARE(bench.shownSize(), QSize(8, 3));
+    QTRY_VERIFY(!dialog);
+}
+
+void TestBenchOpening::aCancelledRawDumpChangesNothing()
+{
+    Bench bench;
+    bench.open(bench.write("flat.pgm", countedPgm(6, 4)));
+    const QString file = bench.write("a.raw", QByteArray(24, 'x'));
+    bench.open(file);
+    fill(rawDialog(bench), "Mono8", 8, 3);
+    controlOf<QPushButton>(rawDialog(bench), "Cancel")->click();
+    QCOMPARE(bench.shownSize(), QSize(6, 4));
+    bench.open(file);
+    QCOMPARE(rawDialog(bench)->rawLayout().width, 640U);
+}
+
+void TestBenchOpening::aHugeFileIsRefused()
+{
+    Bench bench;
+    const QString file = bench.write("huge.raw", "x");
+    // A file of holes takes no room on the disk.
+    if (!QFile::resize(file, qint64{8} << 30))
+        QSKIP("no file of 8 GB can be made here");
+    bench.open(file);
+    fill(rawDialog(bench), "Mono16", 65535, 65535);
+    ModalWatch watch;
+    controlOf<QPushButton>(rawDialog(bench), "Open")->click();
+    QTRY_COMPARE(watch.texts.size(), 1);
+    QVERIFY2(watch.texts.first().contains("above the limit"), qPrintable(watch.texts.first()));
+}
+
+QTEST_MAIN(TestBenchOpening)
+#include "tst_bench_opening.moc"

@@ -1,0 +1,111 @@
+#include "host/zorbench/RawMemory.h"
+#include "host/zorbench/RecentFiles.h"
+
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using Layout = zor::FrameOptions::RawLayout;
+
+namespace {
+
+QString textOf(const Layout& layout)
+{
+    return QString("%1 %2x%3 %4")
+        .arg(QString::fromStdString(layout.format))
+        .arg(layout.width)
+        .arg(layout.height)
+        .arg(layout.pitch.value_or(0));
+}
+
+const char* const Start = "Mono8 640x480 0";
+
+} // namespace
+
+/// What the workbench keeps between runs about files.
+class TestBenchSettings : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void eachSizeHasItsOwnLayout();
+    void layoutsThatCannotBeUsedAreForgotten_data();
+    void layoutsThatCannotBeUsedAreForgotten();
+    void theLatestFileComesFirst();
+    void theListHasAnEnd();
+
+private:
+    QString file() const { return m_folder.filePath("settings.ini"); }
+
+    QTemporaryDir m_folder;
+};
+
+void TestBenchSettings::eachSizeHasItsOwnLayout()
+{
+    {
+        QSettings settings(file(), QSettings::IniFormat);
+        zor::RawMemory memory(settings);
+        QCOMPARE(textOf(memory.layoutFor(100)), QString(Start));
+        memory.remember(100, {"Mono12Packed", 10, 5, 20});
+        memory.remember(std::uint64_t{5} << 30, {"RGB8", 65535, 1, {}});
+    }
+    QSettings settings(file(), QSettings::IniFormat);
+    zor::RawMemory memory(settings);
+    QCOMPARE(textOf(memory.layoutFor(100)), QString("Mono12Packed 10x5 20"));
+    QCOMPARE(textOf(memory.layoutFor(std::uint64_t{5} << 30)), QString("RGB8 65535x1 0"));
+    QCOMPARE(textOf(memory.layoutFor(std::uint64_t{1} << 30)), QString(Start));
+    memory.remember(100, {"Mono8", 100, 1, {}});
+    QCOMPARE(textOf(memory.layoutFor(100)), QString("Mono8 100x1 0"));
+}
+
+void TestBenchSettings::layoutsThatCannotBeUsedAreForgotten_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("a format that there is none of") << "Format" << QVariant("Mono9") << Start;
+    QTest::newRow("no width") << "Width" << QVariant(0) << Start;
+    QTest::newRow("a word for a width") << "Width" << QVariant("wide") << Start;
+    QTest::newRow("a height above the limit") << "Height" << QVariant(65536) << Start;
+    QTest::newRow("a pitch that no field can show") << "Pitch" << QVariant(2147483648U) << "Mono16 7x9 0";
+    QTest::newRow("a negative pitch") << "Pitch" << QVariant(-1) << "Mono16 7x9 0";
+    QTest::newRow("the largest pitch") << "Pitch" << QVariant(2147483647U) << "Mono16 7x9 2147483647";
+}
+
+void TestBenchSettings::layoutsThatCannotBeUsedAreForgotten()
+{
+    QFETCH(QString, name);
+    QFETCH(QVariant, value);
+    QFETCH(QString, expected);
+    QSettings settings(m_folder.filePath("spoilt.ini"), QSettings::IniFormat);
+    zor::RawMemory memory(settings);
+    memory.remember(8, {"Mono16", 7, 9, {}});
+    const QString key = "RawDumps/8/" + name;
+    QVERIFY(settings.contains(key));
+    settings.setValue(key, value);
+    QCOMPARE(textOf(memory.layoutFor(8)), expected);
+}
+
+void TestBenchSettings::theLatestFileComesFirst()
+{
+    QSettings settings(m_folder.filePath("recent.ini"), QSettings::IniFormat);
+    zor::RecentFiles recent(settings);
+    QCOMPARE(recent.files(), QStringList());
+    for (const char* name : {"/a", "/b", "/a, with a comma", "/a"})
+        recent.add(name);
+    QCOMPARE(recent.files(), (QStringList{"/a", "/a, with a comma", "/b"}));
+}
+
+void TestBenchSettings::theListHasAnEnd()
+{
+    QSettings settings(m_folder.filePath("many.ini"), QSettings::IniFormat);
+    zor::RecentFiles recent(settings);
+    for (int i = 0; i < 12; ++i)
+        recent.add(QString("/%1").arg(i));
+    QCOMPARE(recent.files().size(), 10);
+    QCOMPARE(recent.files().first(), QString("/11"));
+    QCOMPARE(recent.files().last(), QString("/2"));
+}
+
+QTEST_GUILESS_MAIN(TestBenchSettings)
+#include "tst_bench_settings.moc"

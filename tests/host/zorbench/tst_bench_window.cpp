@@ -1,0 +1,132 @@
+#include "tests/host/zorbench/Bench.h"
+#include "tests/support/ModalWatch.h"
+
+#include "host/zorbench/RawDialog.h"
+
+#include <QAbstractButton>
+#include <QAbstractScrollArea>
+#include <QAbstractSpinBox>
+#include <QAccessible>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QtTest>
+
+/// The main window as it is found: by its words, by an assistive client, and by the next run.
+class TestBenchWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void menusHaveTheirWords();
+    void everyControlHasAnAccessibleName_data();
+    void everyControlHasAnAccessibleName();
+    void anAssistiveClientReadsTheStatus();
+    void sizeAndPlaceAreKept();
+    void settingsThatAreSpoiltDoNoHarm();
+    void quitClosesTheWindow();
+    void theFullScreenEndsWithTheWindow();
+};
+
+void TestBenchWindow::menusHaveTheirWords()
+{
+    Bench bench;
+    QStringList words;
+    const auto menus = bench.window().menuBar()->actions();
+    for (const QAction* menu : menus) {
+        words.append(menu->text() + ':');
+        const auto actions = menu->menu()->actions();
+        for (const QAction* action : actions)
+            words.append(action->text());
+    }
+    QCOMPARE(words, (QStringList{"File:", "Open\u2026", "Recent files", "", "Quit", "View:", "Fit", "1:1",
+                                 "Zoom in", "Zoom out", "Full screen", "", "GPU viewer", "Plug-ins:"}));
+}
+
+void TestBenchWindow::everyControlHasAnAccessibleName_data()
+{
+    QTest::addColumn<bool>("rawDialog");
+    QTest::newRow("of the main window") << false;
+    QTest::newRow("of the dialog for raw dumps") << true;
+}
+
+void TestBenchWindow::everyControlHasAnAccessibleName()
+{
+    QFETCH(bool, rawDialog);
+    Bench bench;
+    QWidget* window = &bench.window();
+    if (rawDialog) {
+        bench.open(bench.write("a.raw", "x"));
+        window = bench.window().findChild<zor::RawDialog*>();
+    }
+    int controls = 0;
+    const auto widgets = window->findChildren<QWidget*>();
+    for (QWidget* widget : widgets) {
+        const bool isControl = qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
+                               qobject_cast<QAbstractSpinBox*>(widget) || qobject_cast<QLineEdit*>(widget) ||
+                               qobject_cast<QAbstractScrollArea*>(widget);
+        // Parts of Qt's own controls go by the name of the whole.
+        const bool isPart = widget->objectName().startsWith("qt_") || !widget->isVisibleTo(window);
+        if (!isControl || isPart)
+            continue;
+        ++controls;
+        QVERIFY2(!widget->accessibleName().isEmpty(), widget->metaObject()->className());
+    }
+    QCOMPARE(controls, rawDialog ? 6 : 4);
+}
+
+void TestBenchWindow::anAssistiveClientReadsTheStatus()
+{
+    Bench bench;
+    bench.open(bench.write("flat.pgm", countedPgm(6, 4)));
+    auto* field = controlOf(&bench.window(), "Frame");
+    QAccessibleInterface* read = QAccessible::queryAccessibleInterface(field);
+    QVERIFY(read);
+    QCOMPARE(read->text(QAccessible::Name), QString("Frame"));
+    QCOMPARE(read->text(QAccessible::Value), QString("flat.pgm  6 x 4  Mono8  (maxval 255)"));
+}
+
+void TestBenchWindow::sizeAndPlaceAreKept()
+{
+    Bench bench;
+    QCOMPARE(bench.window().size(), QSize(1024, 768));
+    bench.window().setGeometry(20, 30, 700, 500);
+    bench.restart();
+    QCOMPARE(bench.window().geometry(), QRect(20, 30, 700, 500));
+}
+
+void TestBenchWindow::settingsThatAreSpoiltDoNoHarm()
+{
+    Bench bench;
+    bench.window().close();
+    const auto keys = bench.settings().allKeys();
+    QVERIFY(keys.size() >= 3);
+    for (const QString& key : keys)
+        bench.settings().setValue(key, "nonsense");
+    // Closing the old window writes once more.
+    zor::MainWindow window(bench.settings(), bench.path("."));
+    QCOMPARE(window.size(), QSize(1024, 768));
+}
+
+void TestBenchWindow::quitClosesTheWindow()
+{
+    Bench bench;
+    QSignalSpy closed(&bench.window(), &zor::MainWindow::closed);
+    bench.action("Quit")->trigger();
+    QVERIFY(!bench.window().isVisible());
+    QCOMPARE(closed.count(), 1);
+}
+
+void TestBenchWindow::theFullScreenEndsWithTheWindow()
+{
+    Bench bench;
+    bench.action("Full screen")->trigger();
+    QVERIFY(bench.view().isOnFullScreen());
+    bench.window().close();
+    QVERIFY(!bench.view().isOnFullScreen());
+    bench.restart();
+    QVERIFY(!bench.view().isOnFullScreen());
+}
+
+QTEST_MAIN(TestBenchWindow)
+#include "tst_bench_window.moc"
