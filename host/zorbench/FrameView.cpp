@@ -4,9 +4,11 @@
 #include "display/DisplayView.h"
 
 #include <QEvent>
+#include <QScreen>
 #include <QShortcut>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <utility>
 
@@ -24,6 +26,10 @@ FrameView::FrameView(QWidget* parent)
     m_view->setFrameShape(QFrame::NoFrame);
     m_view->setMouseTracking(true);
     m_view->setAccessibleName(tr("Frame view"));
+    // As dark as around a frame.
+    QPalette palette = m_view->palette();
+    palette.setColor(QPalette::Base, QColor(48, 48, 48));
+    m_view->setPalette(palette);
     // The display layer's own button has a picture alone.
     const auto buttons = m_view->findChildren<QToolButton*>();
     for (QToolButton* button : buttons)
@@ -137,6 +143,8 @@ void FrameView::setFullScreen(bool on)
     if (on) {
         m_view->setWindowFlags(Qt::Window);
         m_view->setWindowTitle(window()->windowTitle());
+        // Without a window manager nobody else gives it this size.
+        m_view->setGeometry(window()->windowHandle()->screen()->geometry());
         m_view->showFullScreen();
         m_view->activateWindow();
     } else {
@@ -144,6 +152,7 @@ void FrameView::setFullScreen(bool on)
         m_view->setWindowState(Qt::WindowNoState);
         m_view->setWindowFlags(Qt::Widget);
         m_view->show();
+        window()->activateWindow();
     }
     m_view->setFocus();
     emit fullScreenChanged(on);

@@ -128,6 +128,7 @@ void TestFrameView::theFullScreenIsLeft()
         QTRY_COMPARE(QApplication::activeWindow(), &view);
         QVERIFY(action->isChecked() && view.isWindow() && button->isVisible());
         QCOMPARE(view.windowState() & Qt::WindowFullScreen, Qt::WindowFullScreen);
+        QCOMPARE(view.geometry(), bench.window().windowHandle()->screen()->geometry());
         QCOMPARE(view.windowTitle(), bench.window().windowTitle());
         if (by == "button")
             QTest::mouseClick(button, Qt::LeftButton);
@@ -140,6 +141,8 @@ void TestFrameView::theFullScreenIsLeft()
         QTRY_VERIFY(!view.isWindow());
         QVERIFY(!action->isChecked() && view.isVisible() && !button->isVisible());
         QCOMPARE(view.window(), &bench.window());
+        QTRY_COMPARE(QApplication::activeWindow(), &bench.window());
+        QTRY_COMPARE(QApplication::focusWidget(), &view);
         QCoreApplication::processEvents();
         QCOMPARE(view.size(), bench.view().size());
         QCOMPARE(bench.shownSize(), QSize(6, 4));
