@@ -28,8 +28,7 @@ QStringList channelNames(const ZorPixelTypeRow& row)
 
 QString nativeText(const _ZorImage& image, const QPoint& pixel)
 {
-    if (pixel.x() < 0 || pixel.y() < 0)
-        return {};
+    // A negative place becomes one beyond every edge.
     const NativeCodes native =
         nativeCodes(image, static_cast<std::uint32_t>(pixel.x()), static_cast<std::uint32_t>(pixel.y()));
     if (native.count == 0)

@@ -15,10 +15,10 @@ QString textOf(const Layout& layout)
         .arg(QString::fromStdString(layout.format))
         .arg(layout.width)
         .arg(layout.height)
-        .arg(layout.pitch.value_or(0));
+        .arg(layout.pitch ? QString::number(*layout.pitch) : "tight");
 }
 
-const char* const Start = "Mono8 640x480 0";
+const char* const Start = "Mono8 640x480 tight";
 
 } // namespace
 
@@ -52,10 +52,10 @@ void TestBenchSettings::eachSizeHasItsOwnLayout()
     QSettings settings(file(), QSettings::IniFormat);
     zor::RawMemory memory(settings);
     QCOMPARE(textOf(memory.layoutFor(100)), QString("Mono12Packed 10x5 20"));
-    QCOMPARE(textOf(memory.layoutFor(std::uint64_t{5} << 30)), QString("RGB8 65535x1 0"));
+    QCOMPARE(textOf(memory.layoutFor(std::uint64_t{5} << 30)), QString("RGB8 65535x1 tight"));
     QCOMPARE(textOf(memory.layoutFor(std::uint64_t{1} << 30)), QString(Start));
     memory.remember(100, {"Mono8", 100, 1, {}});
-    QCOMPARE(textOf(memory.layoutFor(100)), QString("Mono8 100x1 0"));
+    QCOMPARE(textOf(memory.layoutFor(100)), QString("Mono8 100x1 tight"));
 }
 
 void TestBenchSettings::layoutsThatCannotBeUsedAreForgotten_data()
@@ -67,8 +67,9 @@ void TestBenchSettings::layoutsThatCannotBeUsedAreForgotten_data()
     QTest::newRow("no width") << "Width" << QVariant(0) << Start;
     QTest::newRow("a word for a width") << "Width" << QVariant("wide") << Start;
     QTest::newRow("a height above the limit") << "Height" << QVariant(65536) << Start;
-    QTest::newRow("a pitch that no field can show") << "Pitch" << QVariant(2147483648U) << "Mono16 7x9 0";
-    QTest::newRow("a negative pitch") << "Pitch" << QVariant(-1) << "Mono16 7x9 0";
+    QTest::newRow("a pitch that no field can show") << "Pitch" << QVariant(2147483648U) << "Mono16 7x9 tight";
+    QTest::newRow("a negative pitch") << "Pitch" << QVariant(-1) << "Mono16 7x9 tight";
+    QTest::newRow("the smallest pitch") << "Pitch" << QVariant(1) << "Mono16 7x9 1";
     QTest::newRow("the largest pitch") << "Pitch" << QVariant(2147483647U) << "Mono16 7x9 2147483647";
 }
 
