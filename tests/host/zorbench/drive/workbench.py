@@ -1,0 +1,80 @@
+"""What the tests of the workbench share: its places, its menus, its dialogs."""
+
+import os
+import subprocess
+
+from program import Program
+
+ZORBENCH = os.environ["ZOR_ZORBENCH"]
+ZORFFC = os.environ["ZOR_ZORFFC"]
+
+
+def temporary(name):
+    return os.path.join(os.environ["TMPDIR"], name)
+
+
+def zorffc(*arguments):
+    subprocess.run([ZORFFC, *arguments], check=True, stdout=subprocess.DEVNULL)
+
+
+def content_of(path):
+    with open(path, "rb") as file:
+        return file.read()
+
+
+def flat_frame():
+    """A flat frame of a real camera where there is one beside the project, else a simulated one."""
+    folder = os.environ["ZOR_FRAMES"]
+    names = sorted(os.listdir(folder)) if os.path.isdir(folder) else []
+    for name in names:
+        if name.endswith(".pgm"):
+            return os.path.join(folder, name)
+    path = temporary("flat.pgm")
+    zorffc("simulate", "--output", path)
+    return path
+
+
+class Workbench(Program):
+    """The workbench, on the screen."""
+
+    def __init__(self, test, *arguments):
+        super().__init__([ZORBENCH, *arguments], os.path.join(os.environ["ZOR_KEEP"], test.id().rpartition(".")[2] + ".png"))
+
+    def main_window(self):
+        return self.window("frame")
+
+    def menu_item(self, menu, item):
+        """An item of a menu of the main window. The menu need not be open."""
+        bar = self.main_window().child("menu bar")
+        return bar.child("menu item", menu).child("popup menu").child("menu item", item)
+
+    def field(self, name):
+        """What a field of the status bar holds."""
+        return self.main_window().find("text", name).text
+
+    def choose_file(self, title, button, path):
+        """Answers a file dialog."""
+        dialog = self.window("dialog", title)
+        dialog.find("text", "File name:").type(path)
+        dialog.find("push button", button).press()
+        self.wait_until_gone("dialog", title)
+
+    def close_box(self):
+        """Closes the message box by its button. Returns what it said."""
+        box = self.window("alert", "ZorBench")
+        (said,) = [widget.name for widget in box.walk() if widget.role == "label"]
+        box.find("push button", "OK").press()
+        self.wait_until_gone("alert", "ZorBench")
+        return said
+
+    def open_file(self, path):
+        self.menu_item("File", "Open\u2026").press()
+        self.choose_file("Open", "Open", path)
+
+    def wait_for_frame(self, path):
+        self.wait_for(lambda: os.path.basename(path) in self.field("Frame"), f"{path} to be the current frame")
+
+    def quit(self, test):
+        """Ends the program by its menu; it ends well and has nothing to say."""
+        self.menu_item("File", "Quit").press()
+        test.assertEqual(self.end(), (0, ""))
