@@ -1,0 +1,41 @@
+"""Every control has the name that an assistive client finds it by."""
+
+import os
+import unittest
+
+from workbench import Workbench, flat_frame
+
+CONTROLS = {"check box", "check menu item", "combo box", "list", "menu item", "page tab", "push button",
+            "radio button", "radio menu item", "slider", "spin button", "table", "text", "toggle button", "tree"}
+
+
+def controls_below(widget):
+    """What can be used or read. Items of menus show only while their menu is open."""
+    for child in widget.children():
+        if child.role in CONTROLS and (child.is_showing or child.role.endswith("menu item")):
+            yield child
+        # What a combo box is made of is not used by itself.
+        if child.role != "combo box":
+            yield from controls_below(child)
+
+
+def docks(window):
+    return [child for child in window.children() if child.role == "frame"]
+
+
+class Names(unittest.TestCase):
+    def test_controls_have_names(self):
+        frame = flat_frame()
+        with Workbench(self, frame) as bench:
+            window = bench.main_window()
+            bench.wait_for(lambda: os.path.basename(frame) in window.title, "the frame's name")
+            controls = docks(window) + list(controls_below(window))
+            nameless = [str(widget) for widget in controls if not widget.title.strip()]
+            self.assertEqual(nameless, [])
+            names = [widget.title for widget in controls]
+            for name in ("File", "Open\u2026", "View", "Plug-ins", "FFC Utility", "Position", "Value", "Frame"):
+                self.assertEqual(names.count(name), 1, name)
+
+
+if __name__ == "__main__":
+    unittest.main()
