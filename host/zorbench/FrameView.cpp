@@ -2,6 +2,7 @@
 
 #include "display/DisplayAdapterQT.h"
 #include "display/DisplayView.h"
+#include "host/colour/ColourFrame.h"
 
 #include <QEvent>
 #include <QScreen>
@@ -10,6 +11,7 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include <new>
 #include <utility>
 
 namespace zor {
@@ -73,6 +75,29 @@ void FrameView::setGpu(bool on)
     refresh();
 }
 
+void FrameView::setColour(bool on)
+{
+    if (m_inColour == on)
+        return;
+    m_inColour = on;
+    emit colourChanged(on);
+    refresh();
+}
+
+std::shared_ptr<const Frame> FrameView::shownFrame() const
+{
+    if (!m_frame || !m_inColour)
+        return m_frame;
+    // Made anew each time: a frame of a stream is shown once.
+    try {
+        if (std::optional<Frame> colours = colourFrame(m_frame->record()))
+            return std::make_shared<const Frame>(std::move(*colours));
+    } catch (const std::bad_alloc&) {
+        // The grey of a large frame needs less.
+    }
+    return m_frame;
+}
+
 void FrameView::refresh()
 {
     m_isOutdated = true;
@@ -88,7 +113,7 @@ void FrameView::showOnce()
 {
     if (m_adapter->isGpuViewer() != m_gpu)
         makeAdapter();
-    const std::shared_ptr<const Frame> frame = m_frame;
+    const std::shared_ptr<const Frame> frame = shownFrame();
     if (!frame)
         return;
     const _ZorImage record = frame->record();

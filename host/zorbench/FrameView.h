@@ -32,6 +32,10 @@ public:
     void setGpu(bool on);
     bool usesGpu() const { return m_gpu; }
 
+    /// Shows frames of colour filters and YUV in colour, or else their luma. On at first.
+    void setColour(bool on);
+    bool showsColour() const { return m_inColour; }
+
     // Without a frame these do nothing.
     void fit();
     void oneToOne();
@@ -52,6 +56,7 @@ signals:
     void left();
     void fullScreenChanged(bool on);
     void gpuChanged(bool on);
+    void colourChanged(bool on);
     /// One sentence without the frame's name: why the viewer does not show it.
     void refused(const QString& reason);
 
@@ -62,12 +67,15 @@ private:
     void makeAdapter();
     void refresh();
     void showOnce();
+    /// The frame, or its colours; null where there is no frame.
+    std::shared_ptr<const Frame> shownFrame() const;
     void tellRefusal();
 
     DisplayView* m_view;
     std::unique_ptr<DisplayAdapter> m_adapter; ///< ends before the view
     std::shared_ptr<const Frame> m_frame;
     bool m_gpu = false;
+    bool m_inColour = true;
     bool m_isShowing = false;
     bool m_isOutdated = false;
 };

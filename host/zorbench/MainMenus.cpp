@@ -64,6 +64,11 @@ void MainWindow::makeViewMenu()
     m_view->view().addActions(menu->actions());
 
     menu->addSeparator();
+    QAction* colour = menu->addAction(tr("Colour"));
+    colour->setCheckable(true);
+    colour->setChecked(m_view->showsColour());
+    connect(colour, &QAction::triggered, m_view, &FrameView::setColour);
+    connect(m_view, &FrameView::colourChanged, colour, &QAction::setChecked);
     QAction* gpu = menu->addAction(tr("GPU viewer"));
     gpu->setCheckable(true);
     connect(gpu, &QAction::triggered, m_view, &FrameView::setGpu);

@@ -24,6 +24,7 @@ namespace {
 constexpr QLatin1String GeometryKey("Window/Geometry");
 constexpr QLatin1String StateKey("Window/State");
 constexpr QLatin1String GpuKey("View/Gpu");
+constexpr QLatin1String ColourKey("View/Colour");
 constexpr QLatin1String FolderKey("Folder");
 
 QStringList localFiles(const QMimeData* data)
@@ -88,6 +89,7 @@ void MainWindow::restore()
     restoreGeometry(m_settings.value(GeometryKey).toByteArray());
     restoreState(m_settings.value(StateKey).toByteArray());
     m_view->setGpu(m_settings.value(GpuKey).toBool());
+    m_view->setColour(m_settings.value(ColourKey, true).toBool());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
@@ -96,6 +98,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     m_settings.setValue(GeometryKey, saveGeometry());
     m_settings.setValue(StateKey, saveState());
     m_settings.setValue(GpuKey, m_view->usesGpu());
+    m_settings.setValue(ColourKey, m_view->showsColour());
     for (PlugIn* plugIn : qAsConst(m_plugIns))
         plugIn->release();
     event->accept();

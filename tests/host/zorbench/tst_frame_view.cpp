@@ -1,4 +1,5 @@
 #include "tests/host/zorbench/Bench.h"
+#include "tests/support/FormatCodes.h"
 #include "tests/support/ModalWatch.h"
 
 #include "display/DisplayAdapter.h"
@@ -25,6 +26,8 @@ private slots:
     void keysWorkOnTheFullScreen();
     void theViewerCanBeExchanged();
     void aFrameThatComesInWhileTheViewerStartsIsShown();
+    void hiddenColoursAreShownUnlessSwitchedOff_data();
+    void hiddenColoursAreShownUnlessSwitchedOff();
 
 private:
     /// Moves the mouse to a place of the view, from its middle on.
@@ -212,6 +215,51 @@ void TestFrameView::aFrameThatComesInWhileTheViewerStartsIsShown()
     bench.window().openFiles({bench.write("first.pgm", countedPgm(6, 4))});
     QVERIFY(wasWithin);
     QCOMPARE(bench.shownSize(), QSize(3, 3));
+}
+
+void TestFrameView::hiddenColoursAreShownUnlessSwitchedOff_data()
+{
+    QTest::addColumn<quint32>("pixelType");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QRgb>("colour");
+    // Two rows of four pixels each.
+    QTest::newRow("Bayer") << codeOf("BayerRG8") << QByteArray("\xC8\x64\xC8\x64\x64\x32\x64\x32", 8)
+                           << qRgb(200, 100, 50);
+    QTest::newRow("YUV") << codeOf("YUV444_8") << QByteArray("\x50\x80\x9E\0", 4).repeated(8)
+                         << qRgb(122, 59, 80);
+    QTest::newRow("mono has none") << zor::Mono8 << QByteArray(8, 90) << qRgb(90, 90, 90);
+}
+
+void TestFrameView::hiddenColoursAreShownUnlessSwitchedOff()
+{
+    QFETCH(quint32, pixelType);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QRgb, colour);
+    auto frame = std::make_shared<zor::Frame>();
+    frame->width = 4;
+    frame->height = 2;
+    frame->pitch = quint32(bytes.size()) / 2;
+    frame->pixelType = pixelType;
+    frame->pixels.assign(bytes.begin(), bytes.end());
+
+    zor::FrameView view;
+    view.resize(300, 200);
+    view.show();
+    view.setFrame(frame);
+    const auto middle = [&view] {
+        QCoreApplication::processEvents();
+        const QImage picture = view.grab().toImage();
+        // Beside the digits, the grid and the border of the pixel.
+        return picture.pixel(picture.width() / 2 + 6, picture.height() / 2 + 6);
+    };
+    QCOMPARE(middle(), colour);
+    QCOMPARE(view.frame(), std::shared_ptr<const zor::Frame>(frame));
+    view.setColour(false);
+    const QRgb grey = middle();
+    QCOMPARE(qRed(grey), qGreen(grey));
+    QCOMPARE(qGreen(grey), qBlue(grey));
+    view.setColour(true);
+    QCOMPARE(middle(), colour);
 }
 
 QTEST_MAIN(TestFrameView)
