@@ -26,7 +26,6 @@ FrameView::FrameView(QWidget* parent)
     setFocusProxy(m_view);
 
     m_view->setFrameShape(QFrame::NoFrame);
-    m_view->setMouseTracking(true);
     m_view->setAccessibleName(tr("Frame view"));
     // As dark as around a frame.
     QPalette palette = m_view->palette();

@@ -17,6 +17,7 @@ class TestFrameView : public QObject
 
 private slots:
     void initTestCase();
+    void anEmptyViewIsDarkToItsEdge();
     void positionAndValueFollowTheCursor();
     void valueFollowsTheFrame();
     void theMenuMovesTheView();
@@ -45,6 +46,17 @@ void TestFrameView::moveTo(Bench& bench, const QPoint& fromMiddle)
     QTest::mouseMove(bench.window().windowHandle(),
                      surface->mapTo(&bench.window(), surface->rect().center() + fromMiddle));
     QCoreApplication::processEvents();
+}
+
+void TestFrameView::anEmptyViewIsDarkToItsEdge()
+{
+    Bench bench;
+    const QImage empty = bench.view().grab().toImage();
+    bench.open(bench.write("flat.pgm", countedPgm(2, 2)));
+    const QImage besideAFrame = bench.view().grab().toImage();
+    QVERIFY(qGray(empty.pixel(0, 0)) < 80);
+    QCOMPARE(empty.pixelColor(0, 0), besideAFrame.pixelColor(0, 0));
+    QCOMPARE(empty.pixelColor(empty.rect().center()), empty.pixelColor(0, 0));
 }
 
 void TestFrameView::positionAndValueFollowTheCursor()
