@@ -21,11 +21,11 @@ namespace zor {
 namespace {
 
 // The names of the settings.
-constexpr QLatin1String GeometryKey("Window/Geometry");
-constexpr QLatin1String StateKey("Window/State");
-constexpr QLatin1String GpuKey("View/Gpu");
-constexpr QLatin1String ColourKey("View/Colour");
-constexpr QLatin1String FolderKey("Folder");
+const char* const GeometryKey = "Window/Geometry";
+const char* const StateKey = "Window/State";
+const char* const GpuKey = "View/Gpu";
+const char* const ColourKey = "View/Colour";
+const char* const FolderKey = "Folder";
 
 QStringList localFiles(const QMimeData* data)
 {
@@ -86,19 +86,19 @@ MainWindow::~MainWindow() = default;
 void MainWindow::restore()
 {
     resize(1024, 768);
-    restoreGeometry(m_settings.value(GeometryKey).toByteArray());
-    restoreState(m_settings.value(StateKey).toByteArray());
-    m_view->setGpu(m_settings.value(GpuKey).toBool());
-    m_view->setColour(m_settings.value(ColourKey, true).toBool());
+    restoreGeometry(m_settings.value(QLatin1String(GeometryKey)).toByteArray());
+    restoreState(m_settings.value(QLatin1String(StateKey)).toByteArray());
+    m_view->setGpu(m_settings.value(QLatin1String(GpuKey)).toBool());
+    m_view->setColour(m_settings.value(QLatin1String(ColourKey), true).toBool());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     m_view->setFullScreen(false);
-    m_settings.setValue(GeometryKey, saveGeometry());
-    m_settings.setValue(StateKey, saveState());
-    m_settings.setValue(GpuKey, m_view->usesGpu());
-    m_settings.setValue(ColourKey, m_view->showsColour());
+    m_settings.setValue(QLatin1String(GeometryKey), saveGeometry());
+    m_settings.setValue(QLatin1String(StateKey), saveState());
+    m_settings.setValue(QLatin1String(GpuKey), m_view->usesGpu());
+    m_settings.setValue(QLatin1String(ColourKey), m_view->showsColour());
     for (PlugIn* plugIn : qAsConst(m_plugIns))
         plugIn->release();
     event->accept();
@@ -119,7 +119,7 @@ void MainWindow::dropEvent(QDropEvent* event)
 
 QString MainWindow::lastFolder() const
 {
-    const QString folder = m_settings.value(FolderKey).toString();
+    const QString folder = m_settings.value(QLatin1String(FolderKey)).toString();
     return !folder.isEmpty() && QDir(folder).exists() ? folder : QDir::homePath();
 }
 
@@ -136,7 +136,7 @@ void MainWindow::showFrame(const std::shared_ptr<const Frame>& frame, const QStr
 {
     m_file = file;
     m_recent.add(file);
-    m_settings.setValue(FolderKey, QFileInfo(file).absolutePath());
+    m_settings.setValue(QLatin1String(FolderKey), QFileInfo(file).absolutePath());
     setWindowTitle(tr("%1 - ZorBench").arg(QFileInfo(file).fileName()));
     m_status->setFrame(description(*frame, file));
     m_view->setFrame(frame);

@@ -10,6 +10,8 @@ Bench::Bench(const QString& plugInFolder)
     : m_plugIns(plugInFolder.isEmpty() ? m_folder.path() : plugInFolder)
     , m_settings(m_folder.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat)
 {
+    // Qt's own file dialog keeps settings too.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder.path());
     restart();
 }
 

@@ -6,6 +6,7 @@
 #include "display/DisplayView.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <QToolButton>
 #include <QWindow>
 #include <QtTest>
