@@ -1,8 +1,7 @@
 """What a widget can do, asked for directly: Atspi waits for the end of an action, and an action that opens a dialog
 may end with the dialog."""
 
-from gi.repository import Gio, GLib
-
+from binding import Gio, GLib
 from waiting import SECONDS
 
 

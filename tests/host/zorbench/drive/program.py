@@ -4,12 +4,8 @@ import os
 import subprocess
 import sys
 
-import gi
-
-gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib
-
 import screen
+from binding import Atspi, GLib
 from waiting import SECONDS, NotInTime, wait_for
 from widgets import Widget, be_patient, only
 

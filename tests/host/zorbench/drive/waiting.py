@@ -2,7 +2,7 @@
 
 import time
 
-from gi.repository import GLib
+from binding import GLib
 
 # Enough for a sanitizer on a busy machine. Nothing waits longer than it has to.
 SECONDS = 30.0

@@ -1,13 +1,8 @@
 """Widgets as an assistive client sees them: role, name, states, and what can be done with them."""
 
-import itertools
-
-import gi
-
-gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib
-
 import actions
+import devices
+from binding import Atspi, GLib
 from waiting import SECONDS, wait_for
 
 
@@ -65,6 +60,11 @@ class Widget:
         return self._has(Atspi.StateType.CHECKED)
 
     @property
+    def is_active(self):
+        """Whether a window gets the keys."""
+        return self._has(Atspi.StateType.ACTIVE)
+
+    @property
     def has_text(self):
         return "Text" in self._node.get_interfaces()
 
@@ -80,7 +80,8 @@ class Widget:
         nodes = [self._node.get_child_at_index(i) for i in range(self._node.get_child_count())]
         return [Widget(node) for node in nodes if node]
 
-    def _place(self):
+    @property
+    def place(self):
         """Left, top, width and height on the screen."""
         area = self._node.get_extents(Atspi.CoordType.SCREEN)
         return area.x, area.y, area.width, area.height
@@ -124,8 +125,8 @@ class Widget:
 
     def point_at(self):
         """Moves the mouse to the middle."""
-        left, top, width, height = self._place()
-        Atspi.generate_mouse_event(left + width // 2, top + height // 2, "abs")
+        left, top, width, height = self.place
+        devices.move_mouse(left + width // 2, top + height // 2)
 
     def choose(self, name):
         """Chooses an item of a combo box."""
@@ -133,15 +134,17 @@ class Widget:
         (view,) = [child for child in self.children() if child.role == "list"]
         nodes = [view._node.get_child_at_index(i) for i in range(view._node.get_child_count())]
         item = only(map(Widget, nodes), "list item", name)
-        # The open list marks the item that the mouse moves over. An item may say that it is wider than the list.
-        left, top, _, height = item._place()
-        places = itertools.cycle([(left + height // 2, top + height // 2), (left + height // 2 + 1, top + height // 2)])
+        # An item may say that it is wider than the list that opens.
+        left, top, _, height = item.place
+        x, y = left + height // 2, top + height // 2
 
         def is_marked():
-            Atspi.generate_mouse_event(*next(places), "abs")
+            # The open list marks what the mouse moves over.
+            devices.move_mouse(x + 1, y)
+            devices.move_mouse(x, y)
             return item._has(Atspi.StateType.SELECTED)
         wait_for(is_marked, f"{item} to be under the mouse")
-        Atspi.generate_mouse_event(*next(places), "b1c")
+        devices.click(x, y)
         wait_for(lambda: self.name == name, f'{self} to say "{name}"')
 
     def type(self, text):
