@@ -3,7 +3,7 @@
 import os
 import unittest
 
-from workbench import Workbench, flat_frame
+from workbench import Workbench, flat_frame, temporary
 
 CONTROLS = {"check box", "check menu item", "combo box", "list", "menu item", "page tab", "push button",
             "radio button", "radio menu item", "slider", "spin button", "table", "text", "toggle button", "tree"}
@@ -24,17 +24,30 @@ def docks(window):
 
 
 class Names(unittest.TestCase):
+    def check(self, controls):
+        self.assertEqual([str(widget) for widget in controls if not widget.title.strip()], [])
+
     def test_controls_have_names(self):
         frame = flat_frame()
         with Workbench(self, frame) as bench:
             window = bench.main_window()
             bench.wait_for(lambda: os.path.basename(frame) in window.title, "the frame's name")
             controls = docks(window) + list(controls_below(window))
-            nameless = [str(widget) for widget in controls if not widget.title.strip()]
-            self.assertEqual(nameless, [])
+            self.check(controls)
             names = [widget.title for widget in controls]
             for name in ("File", "Open\u2026", "View", "Plug-ins", "FFC Utility", "Position", "Value", "Frame"):
                 self.assertEqual(names.count(name), 1, name)
+
+    def test_controls_of_the_raw_dialog_have_names(self):
+        raw = temporary("dump.raw")
+        with open(raw, "wb") as file:
+            file.write(bytes(100))
+        with Workbench(self, raw) as bench:
+            dialog = bench.window("dialog", "Raw dump dump.raw")
+            controls = list(controls_below(dialog))
+            self.check(controls)
+            self.assertEqual(sorted(widget.title for widget in controls),
+                             ["Cancel", "Format", "Height", "Open", "Pitch", "Width"])
 
 
 if __name__ == "__main__":
