@@ -1,22 +1,18 @@
 #pragma once
 
 #include "display/ParameterText.h"
-#include "tests/display/AdapterTools.h"
+#include "tests/display/AdapterFixture.h"
 
 #include <QAction>
 #include <QMenu>
 
-#include <memory>
-
-/// A view, an adapter and a menu that the fake viewer offers as its own, for tests of the context menu.
-class MenuFixture
+/// With a menu that the fake viewer offers as its own, for tests of the context menu.
+class MenuFixture : protected AdapterFixture
 {
 protected:
     void setUp()
     {
-        FakeViewer::reset();
-        FakeImageHeaders::reset();
-        view = std::make_unique<RecordingView>();
+        AdapterFixture::setUp();
         menu = std::make_unique<QMenu>();
         FakeViewer::script().answers["cmd.system.menu.create"] = [this](ParameterMap* map) {
             offerMenu(map);
@@ -28,7 +24,7 @@ protected:
     {
         adapter.reset();
         menu.reset();
-        view.reset();
+        AdapterFixture::tearDown();
     }
 
     /// What a viewer answers to "cmd.system.menu.create".
@@ -38,13 +34,7 @@ protected:
         paramSetText(map, "qmenuWidget", textFromPointer(view.get()).c_str());
     }
 
-    /// Makes the adapter and starts its viewer.
-    void start(std::uint32_t features)
-    {
-        adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, features);
-        const _ZorImage image = imageOf(64, 48);
-        adapter->prepareImage(&image, false);
-    }
+    void start(std::uint32_t features) { AdapterFixture::start(false, features); }
 
     /// Asks the adapter for the menu with its own event. True when the adapter took it.
     bool openMenu()
@@ -72,7 +62,5 @@ protected:
         return !view->seen.empty();
     }
 
-    std::unique_ptr<RecordingView> view;
     std::unique_ptr<QMenu> menu;
-    std::unique_ptr<DisplayAdapterQT> adapter;
 };

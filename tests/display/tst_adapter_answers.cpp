@@ -1,15 +1,15 @@
-#include "tests/display/AdapterTools.h"
+#include "tests/display/AdapterFixture.h"
 
 #include <QRect>
 #include <QtTest>
 
-class TestAdapterAnswers : public QObject
+class TestAdapterAnswers : public QObject, private AdapterFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { setUp(15); }
+    void cleanup() { tearDown(); }
     void fitModes_data();
     void fitModes();
     void translatedPoints_data();
@@ -30,26 +30,7 @@ private slots:
     void flagsAndKindAreThoseOfConstruction();
     void theViewerGoesToTheOtherFactory_data();
     void theViewerGoesToTheOtherFactory();
-
-private:
-    std::unique_ptr<RecordingView> view;
-    std::unique_ptr<DisplayAdapterQT> adapter;
 };
-
-void TestAdapterAnswers::init()
-{
-    FakeViewer::reset();
-    FakeImageHeaders::reset();
-    view = std::make_unique<RecordingView>();
-    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 15);
-}
-
-void TestAdapterAnswers::cleanup()
-{
-    adapter.reset();
-    view.reset();
-    QCOMPARE(FakeViewer::living(), 0);
-}
 
 void TestAdapterAnswers::fitModes_data()
 {

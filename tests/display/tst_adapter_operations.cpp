@@ -1,5 +1,5 @@
 #include "display/ParameterText.h"
-#include "tests/display/AdapterTools.h"
+#include "tests/display/AdapterFixture.h"
 
 #include <QPoint>
 #include <QRect>
@@ -47,13 +47,13 @@ bool readRect(DisplayAdapterQT& adapter)
 
 } // namespace
 
-class TestAdapterOperations : public QObject
+class TestAdapterOperations : public QObject, private AdapterFixture
 {
     Q_OBJECT
 
 private slots:
     void init();
-    void cleanup();
+    void cleanup() { tearDown(); }
     void aCommandGoesOutAndIsJudged_data();
     void aCommandGoesOutAndIsJudged();
     void nothingGoesOutWithoutAViewer_data();
@@ -62,27 +62,13 @@ private slots:
     void nullArgumentsAreRefused();
     void theErrorCodeIsLeftAlone_data();
     void theErrorCodeIsLeftAlone();
-
-private:
-    std::unique_ptr<RecordingView> view;
-    std::unique_ptr<DisplayAdapterQT> adapter;
 };
 
 void TestAdapterOperations::init()
 {
-    FakeViewer::reset();
-    FakeImageHeaders::reset();
-    view = std::make_unique<RecordingView>();
-    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 15);
+    setUp(15);
     pointX = givenPoint.x();
     pointY = givenPoint.y();
-}
-
-void TestAdapterOperations::cleanup()
-{
-    adapter.reset();
-    view.reset();
-    QCOMPARE(FakeViewer::living(), 0);
 }
 
 void TestAdapterOperations::aCommandGoesOutAndIsJudged_data()

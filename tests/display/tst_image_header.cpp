@@ -1,15 +1,15 @@
-#include "tests/display/AdapterTools.h"
+#include "tests/display/AdapterFixture.h"
 
 #include <QtTest>
 
 /// When an image counts as changed, and the header record that the viewer is then configured with.
-class TestImageHeader : public QObject
+class TestImageHeader : public QObject, private AdapterFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
     void configureGetsTheHeader();
     void anUnchangedImageSendsNothing();
     void aChangedImageStartsAgain_data();
@@ -20,40 +20,7 @@ private slots:
     void aHeaderThatCannotBeMadeStaysNull();
     void forceKeepsTheHeader();
     void withoutAViewTheGeometryIsRemembered();
-
-private:
-    void start(bool gpu, std::uint32_t features);
-    bool prepare(const _ZorImage& image, bool force = false);
-
-    std::unique_ptr<RecordingView> view;
-    std::unique_ptr<DisplayAdapterQT> adapter;
 };
-
-void TestImageHeader::init()
-{
-    FakeViewer::reset();
-    FakeImageHeaders::reset();
-    view = std::make_unique<RecordingView>();
-}
-
-void TestImageHeader::cleanup()
-{
-    adapter.reset();
-    view.reset();
-    QCOMPARE(FakeViewer::living(), 0);
-}
-
-void TestImageHeader::start(bool gpu, std::uint32_t features)
-{
-    adapter = std::make_unique<DisplayAdapterQT>(view.get(), gpu, features);
-    QVERIFY(!adapter->hasViewer());
-    QVERIFY(prepare(imageOf(64, 48)));
-}
-
-bool TestImageHeader::prepare(const _ZorImage& image, bool force)
-{
-    return adapter->prepareImage(&image, force);
-}
 
 void TestImageHeader::configureGetsTheHeader()
 {

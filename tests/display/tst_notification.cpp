@@ -1,18 +1,18 @@
 #include "display/ParameterText.h"
-#include "tests/display/AdapterTools.h"
+#include "tests/display/AdapterFixture.h"
 
 #include <QMenu>
 #include <QSignalSpy>
 #include <QtTest>
 
 // The listener's address is known to the viewer alone: each test starts the viewer and speaks through it.
-class TestNotification : public QObject
+class TestNotification : public QObject, private AdapterFixture
 {
     Q_OBJECT
 
 private slots:
     void init();
-    void cleanup();
+    void cleanup() { tearDown(); }
     void becomesEvents_data();
     void becomesEvents();
     void leavesKeysBehind_data();
@@ -28,26 +28,12 @@ private slots:
     void aPressAndItsReleaseCrossWhileTheViewWaits();
     void aListenerMayHaveAPressQueued();
     void withoutAViewNothingIsDelivered();
-
-private:
-    std::unique_ptr<RecordingView> view;
-    std::unique_ptr<DisplayAdapterQT> adapter;
 };
 
 void TestNotification::init()
 {
-    FakeViewer::reset();
-    FakeImageHeaders::reset();
-    view = std::make_unique<RecordingView>();
-    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 13);
-    const _ZorImage image = imageOf(64, 48);
-    adapter->prepareImage(&image, false);
-}
-
-void TestNotification::cleanup()
-{
-    adapter.reset();
-    view.reset();
+    setUp();
+    start(false, 13);
 }
 
 void TestNotification::becomesEvents_data()

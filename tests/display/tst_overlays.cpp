@@ -1,4 +1,4 @@
-#include "tests/display/AdapterTools.h"
+#include "tests/display/AdapterFixture.h"
 
 #include <QtTest>
 
@@ -9,13 +9,13 @@ const QStringList inspectDefaults = {"line.clr=16419840", "line.width=1", "objec
 
 } // namespace
 
-class TestOverlays : public QObject
+class TestOverlays : public QObject, private AdapterFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { setUp(3); }
+    void cleanup() { tearDown(); }
     void rectanglesNeedFeatureAndViewer_data();
     void rectanglesNeedFeatureAndViewer();
     void rectanglesAreStoredForTheNextShow_data();
@@ -38,24 +38,7 @@ private:
     {
         return dump ? adapter->showDumpOverlay(on) : adapter->showInspectOverlay(on);
     }
-
-    std::unique_ptr<RecordingView> view;
-    std::unique_ptr<DisplayAdapterQT> adapter;
 };
-
-void TestOverlays::init()
-{
-    FakeViewer::reset();
-    FakeImageHeaders::reset();
-    view = std::make_unique<RecordingView>();
-    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 3);
-}
-
-void TestOverlays::cleanup()
-{
-    adapter.reset();
-    view.reset();
-}
 
 static void featureRows()
 {

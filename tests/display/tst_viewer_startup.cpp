@@ -1,14 +1,14 @@
-#include "tests/display/AdapterTools.h"
+#include "tests/display/AdapterFixture.h"
 
 #include <QtTest>
 
-class TestViewerStartup : public QObject
+class TestViewerStartup : public QObject, private AdapterFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
     void startsCommandByCommand_data();
     void startsCommandByCommand();
     void theMessageIsTakenBackByTheSameEvent_data();
@@ -25,40 +25,7 @@ private slots:
     void overlayDefaultsComeBetweenListenerAndFeatures();
     void overlayDefaultsAreRestored_data();
     void overlayDefaultsAreRestored();
-
-private:
-    void start(bool gpu, std::uint32_t features);
-    bool prepare(const _ZorImage& image, bool force = false);
-
-    std::unique_ptr<RecordingView> view;
-    std::unique_ptr<DisplayAdapterQT> adapter;
 };
-
-void TestViewerStartup::init()
-{
-    FakeViewer::reset();
-    FakeImageHeaders::reset();
-    view = std::make_unique<RecordingView>();
-}
-
-void TestViewerStartup::cleanup()
-{
-    adapter.reset();
-    view.reset();
-    QCOMPARE(FakeViewer::living(), 0);
-}
-
-void TestViewerStartup::start(bool gpu, std::uint32_t features)
-{
-    adapter = std::make_unique<DisplayAdapterQT>(view.get(), gpu, features);
-    QVERIFY(!adapter->hasViewer());
-    QVERIFY(prepare(imageOf(64, 48)));
-}
-
-bool TestViewerStartup::prepare(const _ZorImage& image, bool force)
-{
-    return adapter->prepareImage(&image, force);
-}
 
 void TestViewerStartup::startsCommandByCommand_data()
 {

@@ -1,4 +1,4 @@
-#include "tests/display/AdapterTools.h"
+#include "tests/display/AdapterFixture.h"
 
 #include <QCursor>
 #include <QSocketNotifier>
@@ -76,13 +76,13 @@ private:
 
 } // namespace
 
-class TestWaiting : public QObject
+class TestWaiting : public QObject, private AdapterFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { setUp(13); }
+    void cleanup() { tearDown(); }
     void filtersItsOwnEventsOfItsView_data();
     void filtersItsOwnEventsOfItsView();
     void filtersNothingElse();
@@ -101,25 +101,7 @@ private slots:
     void anyHandledEventEndsTheWait();
     void anEventThatIsHandledBeforeTheWaitEndsIt();
     void anAdapterMadeElsewhereMovesToItsView();
-
-private:
-    std::unique_ptr<RecordingView> view;
-    std::unique_ptr<DisplayAdapterQT> adapter;
 };
-
-void TestWaiting::init()
-{
-    FakeViewer::reset();
-    FakeImageHeaders::reset();
-    view = std::make_unique<RecordingView>();
-    adapter = std::make_unique<DisplayAdapterQT>(view.get(), false, 13);
-}
-
-void TestWaiting::cleanup()
-{
-    adapter.reset();
-    view.reset();
-}
 
 void TestWaiting::filtersItsOwnEventsOfItsView_data()
 {
