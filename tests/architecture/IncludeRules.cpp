@@ -1,5 +1,6 @@
 #include "tests/architecture/IncludeRules.h"
 
+#include <QFile>
 #include <QRegularExpression>
 
 namespace {
@@ -20,6 +21,14 @@ bool isQtHeader(const QString& include)
 }
 
 } // namespace
+
+QString textOf(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("%s cannot be read", qPrintable(path));
+    return QString::fromUtf8(file.readAll());
+}
 
 IncludeRules::IncludeRules(const QString& page)
 {
@@ -42,6 +51,15 @@ QStringList IncludeRules::folders() const
     QStringList all;
     for (const Row& row : m_rows)
         all.append(row.folder);
+    return all;
+}
+
+QStringList IncludeRules::rootFolders() const
+{
+    QStringList all;
+    for (const Row& row : m_rows)
+        all.append(row.folder.section('/', 0, 0));
+    all.removeDuplicates();
     return all;
 }
 

@@ -4,6 +4,9 @@
 #include <QStringList>
 #include <QVector>
 
+/// The whole text of a file; ends the program when it cannot be read.
+QString textOf(const QString& path);
+
 /// Who may include whom, by the table of a Markdown page: folder, what is in it, what it may include, and
 /// whether it may include Qt. Names of folders and files are between backticks; folders end with a slash.
 class IncludeRules
@@ -14,6 +17,9 @@ public:
 
     /// The folders of the table.
     QStringList folders() const;
+
+    /// The folders of the project's root that they are in, without a slash.
+    QStringList rootFolders() const;
 
     /// The table's folder that a file belongs to; empty when there is none.
     QString folderOf(const QString& file) const;

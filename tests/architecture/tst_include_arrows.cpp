@@ -16,6 +16,7 @@ private slots:
     void theTableIsRead();
     void waysRoundAreFound_data();
     void waysRoundAreFound();
+    void everyFolderIsInTheTable();
     void everySourceKeepsToTheTable();
     void noTwoFilesIncludeEachOther();
 };
@@ -33,14 +34,6 @@ QStringList includesOf(const QString& text)
     return found;
 }
 
-QString textOf(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("%s cannot be read", qPrintable(path));
-    return QString::fromUtf8(file.readAll());
-}
-
 const IncludeRules& rules()
 {
     static const IncludeRules read(textOf(QDir(SOURCE_ROOT).filePath("docs/architecture.md")));
@@ -52,8 +45,7 @@ Includes includesOfTheProject()
 {
     const QDir root(SOURCE_ROOT);
     Includes found;
-    for (const QString folder :
-         {"image", "splitter", "engine", "display", "dialog", "plugin", "platform", "host"}) {
+    for (const QString& folder : rules().rootFolders()) {
         QDirIterator files(root.filePath(folder), {"*.h", "*.cpp"}, QDir::Files,
                            QDirIterator::Subdirectories);
         while (files.hasNext()) {
@@ -182,8 +174,10 @@ void TestIncludeArrows::theTableIsRead()
     QCOMPARE(read.folders(), QStringList());
     const IncludeRules table(
         "text\n| folder | what | may include | Qt |\n|---|---|---|---|\n"
-        "| `a/` | `no/` | `b/`, `c/D.h` | yes |\n| `b/` | | nothing | no |\n\n| `e/` | | | no |\n");
-    QCOMPARE(table.folders(), (QStringList{"a/", "b/"}));
+        "| `a/` | `no/` | `b/`, `c/D.h` | yes |\n| `b/` | | nothing | no |\n| `a/f/` | | nothing | no |\n\n"
+        "| `e/` | | | no |\n");
+    QCOMPARE(table.folders(), (QStringList{"a/", "b/", "a/f/"}));
+    QCOMPARE(table.rootFolders(), (QStringList{"a", "b"}));
     QVERIFY(table.whatIsWrongWith("a/A.cpp", "b/B.h").isEmpty());
     QVERIFY(table.whatIsWrongWith("a/A.cpp", "QString").isEmpty());
     QVERIFY(!table.whatIsWrongWith("b/B.cpp", "a/A.h").isEmpty());
@@ -208,6 +202,20 @@ void TestIncludeArrows::waysRoundAreFound()
 {
     QFETCH(Includes, includes);
     QTEST(cyclesOf(includes), "cycles");
+}
+
+/// But those beside the product: its tests, what measures it, what is built from it.
+void TestIncludeArrows::everyFolderIsInTheTable()
+{
+    static const QRegularExpression beside("^(tests|bench|out|build.*)$");
+    const QDir root(SOURCE_ROOT);
+    const QStringList folders = root.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString& folder : folders) {
+        QDirIterator sources(root.filePath(folder), {"*.h", "*.cpp"}, QDir::Files,
+                             QDirIterator::Subdirectories);
+        if (sources.hasNext() && !beside.match(folder).hasMatch())
+            QVERIFY2(rules().rootFolders().contains(folder), qPrintable(folder + "/ is not in the table"));
+    }
 }
 
 void TestIncludeArrows::everySourceKeepsToTheTable()
