@@ -4,6 +4,7 @@
 #include "tests/support/DialogProbe.h"
 #include "tests/support/FormatCodes.h"
 #include "tests/support/ModalWatch.h"
+#include "tests/support/RecordOf.h"
 
 #include <QMessageBox>
 #include <QTest>
@@ -36,13 +37,8 @@ namespace {
 _ZorImage hostRecord(std::uint32_t depth, std::uint32_t pixelType = zor::Mono8)
 {
     static std::uint8_t pixels[64];
-    _ZorImage record{};
-    record.pixelType = pixelType;
+    _ZorImage record = recordOf(pixelType, 4, 2, 32, pixels);
     record.depth = depth;
-    record.width = 4;
-    record.height = 2;
-    record.imageSize = sizeof pixels;
-    record.data = pixels;
     return record;
 }
 

@@ -5,6 +5,7 @@
 #include "image/PixelTypeCode.h"
 #include "tests/fakes/FakeImageHeaders.h"
 #include "tests/fakes/FakeViewer.h"
+#include "tests/support/RecordOf.h"
 #include "tests/support/TsanApplication.h"
 
 #include <QStringList>
@@ -15,14 +16,7 @@
 /// An image record of that shape. It claims one byte of pixels and has none.
 inline _ZorImage imageOf(std::uint32_t width, std::uint32_t height, std::uint32_t pixelType = zor::Mono8)
 {
-    _ZorImage image = {};
-    image.recordSize = zor::ImageRecordSize;
-    image.recordVersion = zor::ImageRecordVersion;
-    image.pixelType = pixelType;
-    image.width = width;
-    image.height = height;
-    image.imageSize = 1;
-    return image;
+    return recordOf(pixelType, width, height, 0, nullptr, 1);
 }
 
 /// "key=value" for each entry, in key order.

@@ -43,12 +43,6 @@ struct Samples
     std::vector<std::uint8_t> bytes;
 };
 
-_ZorImage record(std::vector<std::uint8_t>& pixels, std::uint32_t type, std::uint32_t width,
-                 std::uint32_t height, std::uint32_t pitch)
-{
-    return recordOf(type, width, height, pitch, pixels.data(), pixels.size());
-}
-
 } // namespace
 
 class TestQuality : public QObject
@@ -199,7 +193,7 @@ void TestQuality::monoFrameBringsARecordToItsTarget()
     QFETCH(int, depth);
     QFETCH(int, first);
     std::vector<std::uint8_t> pixels(bytes.begin(), bytes.end());
-    const MonoFrame mono(record(pixels, source, 2, 1, static_cast<std::uint32_t>(pixels.size())));
+    const MonoFrame mono(recordOf(source, 2, 1, static_cast<std::uint32_t>(pixels.size()), pixels));
     const ConstImageView view = mono.view();
     QCOMPARE(view.width, 2);
     QCOMPARE(view.height, 1);
@@ -226,7 +220,7 @@ void TestQuality::monoFrameCanHaveAnotherTarget()
     QFETCH(int, depth);
     QFETCH(int, first);
     std::vector<std::uint8_t> pixels{0x23, 0x01, 0xFF, 0x0F};
-    const MonoFrame mono(record(pixels, zor::Mono12, 2, 1, 4), target);
+    const MonoFrame mono(recordOf(zor::Mono12, 2, 1, pixels), target);
     QCOMPARE(mono.pixelType(), target);
     QCOMPARE(mono.record().width, 2u);
     QCOMPARE(mono.view().depth, depth);
@@ -239,7 +233,7 @@ void TestQuality::monoFrameRefusesWhatCannotBeConverted()
     const auto problem = [&pixels](std::uint32_t type, std::uint32_t width, std::uint32_t height,
                                    std::uint32_t pitch) {
         try {
-            MonoFrame(record(pixels, type, width, height, pitch));
+            MonoFrame(recordOf(type, width, height, pitch, pixels));
             return QString("none");
         } catch (const std::runtime_error& error) {
             return QString(error.what());

@@ -2,6 +2,7 @@
 #include "image/PixelTypeCode.h"
 #include "image/ZorFormatFromCode.h"
 #include "image/ZorPixelTypeTable.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QtTest>
 
@@ -110,15 +111,15 @@ void TestFormatFromCode::theTargetGoesByDepth_data()
 {
     QTest::addColumn<quint32>("depth");
     QTest::addColumn<quint32>("target");
-    QTest::newRow("10 stays Mono10") << 10U << 0x01100202U;
-    QTest::newRow("12 stays Mono12") << 12U << 0x01100306U;
-    QTest::newRow("16 stays Mono16") << 16U << 0x0110050BU;
-    QTest::newRow("8 is Mono8") << 8U << 0x01080101U;
-    QTest::newRow("14 comes down to Mono8") << 14U << 0x01080101U;
-    QTest::newRow("0, an unknown format, is Mono8") << 0U << 0x01080101U;
-    QTest::newRow("9 is Mono8") << 9U << 0x01080101U;
-    QTest::newRow("11 is Mono8") << 11U << 0x01080101U;
-    QTest::newRow("32 is Mono8") << 32U << 0x01080101U;
+    QTest::newRow("10 stays Mono10") << 10U << codeOf("Mono10");
+    QTest::newRow("12 stays Mono12") << 12U << codeOf("Mono12");
+    QTest::newRow("16 stays Mono16") << 16U << codeOf("Mono16");
+    QTest::newRow("8 is Mono8") << 8U << codeOf("Mono8");
+    QTest::newRow("14 comes down to Mono8") << 14U << codeOf("Mono8");
+    QTest::newRow("0, an unknown format, is Mono8") << 0U << codeOf("Mono8");
+    QTest::newRow("9 is Mono8") << 9U << codeOf("Mono8");
+    QTest::newRow("11 is Mono8") << 11U << codeOf("Mono8");
+    QTest::newRow("32 is Mono8") << 32U << codeOf("Mono8");
 }
 
 void TestFormatFromCode::theTargetGoesByDepth()

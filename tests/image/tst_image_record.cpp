@@ -1,5 +1,6 @@
 #include "image/Pitch.h"
 #include "image/ZorImage.h"
+#include "tests/support/FormatCodes.h"
 
 #include <QtTest>
 
@@ -91,15 +92,16 @@ void TestImageRecord::aRowTakesItsBitsRoundedUp_data()
     QTest::addColumn<quint32>("code");
     QTest::addColumn<quint32>("width");
     QTest::addColumn<quint64>("bytes");
-    QTest::newRow("Mono8, one byte a pixel") << 0x01080101U << 1001U << quint64(1001);
-    QTest::newRow("Mono12, two bytes a pixel") << 0x01100306U << 1001U << quint64(2002);
-    QTest::newRow("Mono10p, four pixels in five bytes") << 0x010A2203U << 4U << quint64(5);
-    QTest::newRow("Mono10p, the fifth pixel starts two more bytes") << 0x010A2203U << 5U << quint64(7);
-    QTest::newRow("Mono12Packed, a pair in three bytes") << 0x010C1308U << 2U << quint64(3);
-    QTest::newRow("Mono12Packed, an odd last pixel takes two bytes") << 0x010C1308U << 5U << quint64(8);
-    QTest::newRow("RGB_12_FLEX_Packed") << 0x0224337FU << 3U << quint64(14);
-    QTest::newRow("no overflow at the largest width") << 0x02300377U << 0xFFFFFFFFU << quint64(25769803770);
-    QTest::newRow("width 0") << 0x01080101U << 0U << quint64(0);
+    QTest::newRow("Mono8, one byte a pixel") << codeOf("Mono8") << 1001U << quint64(1001);
+    QTest::newRow("Mono12, two bytes a pixel") << codeOf("Mono12") << 1001U << quint64(2002);
+    QTest::newRow("Mono10p, four pixels in five bytes") << Mono10p << 4U << quint64(5);
+    QTest::newRow("Mono10p, the fifth pixel starts two more bytes") << Mono10p << 5U << quint64(7);
+    QTest::newRow("Mono12Packed, a pair in three bytes") << Mono12Packed << 2U << quint64(3);
+    QTest::newRow("Mono12Packed, an odd last pixel takes two bytes") << Mono12Packed << 5U << quint64(8);
+    QTest::newRow("RGB_12_FLEX_Packed") << codeOf("RGB_12_FLEX_Packed") << 3U << quint64(14);
+    QTest::newRow("no overflow at the largest width")
+        << codeOf("RGB12") << 0xFFFFFFFFU << quint64(25769803770);
+    QTest::newRow("width 0") << codeOf("Mono8") << 0U << quint64(0);
 }
 
 void TestImageRecord::aRowTakesItsBitsRoundedUp()
@@ -117,12 +119,12 @@ void TestImageRecord::theLastRowMayBeShort_data()
     QTest::addColumn<quint32>("height");
     QTest::addColumn<quint32>("pitch");
     QTest::addColumn<quint64>("bytes");
-    constexpr quint32 Mono8 = 0x01080101;
-    constexpr quint32 Rgb16 = 0x0230057B;
+    constexpr quint32 Mono8 = codeOf("Mono8");
+    constexpr quint32 Rgb16 = codeOf("RGB16");
     constexpr quint32 Largest = 0xFFFFFFFF;
     QTest::newRow("one row needs no pitch") << Mono8 << 100U << 1U << 104U << quint64(100);
     QTest::newRow("three rows") << Mono8 << 100U << 3U << 104U << quint64(308);
-    QTest::newRow("a last pixel within a byte") << 0x010C1308U << 5U << 2U << 16U << quint64(24);
+    QTest::newRow("a last pixel within a byte") << Mono12Packed << 5U << 2U << 16U << quint64(24);
     QTest::newRow("largest pitch and height")
         << Mono8 << 100U << Largest << Largest << quint64(18446744060824649830U);
     QTest::newRow("largest pitch and height with the widest row that fits")

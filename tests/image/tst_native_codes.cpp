@@ -14,10 +14,11 @@
 
 namespace {
 
-_ZorImage recordOf(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch)
+/// A record whose pixels follow.
+_ZorImage emptyRecord(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch)
 {
-    return ::recordOf(code, width, height, pitch, nullptr,
-                      static_cast<std::size_t>(zor::neededBytes(code, width, height, pitch)));
+    return recordOf(code, width, height, pitch, nullptr,
+                    static_cast<std::size_t>(zor::neededBytes(code, width, height, pitch)));
 }
 
 QVector<int> listOf(const zor::NativeCodes& native)
@@ -127,13 +128,13 @@ void TestNativeCodes::knownBytesGiveKnownCodes_data()
     QTest::newRow("Mono16 is little-endian")
         << zor::Mono16 << bytes("3412 CDAB") << Pixels{{0x1234}, {0xABCD}};
     QTest::newRow("Mono10p: five pixels, the fifth begins a byte again")
-        << codeOf("Mono10p") << bytes("01 08 30 00 01 FF 03") << Pixels{{1}, {2}, {3}, {4}, {1023}};
+        << Mono10p << bytes("01 08 30 00 01 FF 03") << Pixels{{1}, {2}, {3}, {4}, {1023}};
     QTest::newRow("Mono12p: one stream from the low bit, an odd pixel ends it")
-        << codeOf("Mono12p") << bytes("23C1AB 650D") << Pixels{{0x123}, {0xABC}, {0xD65}};
+        << Mono12p << bytes("23C1AB 650D") << Pixels{{0x123}, {0xABC}, {0xD65}};
     QTest::newRow("Mono10Packed: two low bits at the foot of each nibble, the even pixel's in the high one")
-        << codeOf("Mono10Packed") << bytes("AB1278 56F0") << Pixels{{0x2AD}, {0x1E2}, {0x15B}};
+        << Mono10Packed << bytes("AB1278 56F0") << Pixels{{0x2AD}, {0x1E2}, {0x15B}};
     QTest::newRow("Mono12Packed: the even pixel's low bits in the high nibble")
-        << codeOf("Mono12Packed") << bytes("AB1278 5690") << Pixels{{0xAB1}, {0x782}, {0x569}};
+        << Mono12Packed << bytes("AB1278 5690") << Pixels{{0xAB1}, {0x782}, {0x569}};
     QTest::newRow("Mono10_FLExPacked: fields of 12 bits")
         << codeOf("Mono10_FLExPacked") << bytes("FF1320 2100") << Pixels{{0x3FF}, {0x201}, {0x021}};
     QTest::newRow("Mono10_FLExPacked: the upper two bits of a field mean nothing")
@@ -189,7 +190,7 @@ void TestNativeCodes::knownBytesGiveKnownCodes()
     const auto width = static_cast<std::uint32_t>(pixels.size());
     QCOMPARE(std::uint64_t(bytes.size()), zor::tightPitch(code, width));
     const auto pitch = static_cast<std::uint32_t>(bytes.size()) + 3;
-    _ZorImage record = recordOf(code, width, 2, pitch);
+    _ZorImage record = emptyRecord(code, width, 2, pitch);
     const GuardedBytes memory(record.imageSize);
     std::memset(memory.data(), 0x5A, memory.size());
     std::memcpy(memory.data() + pitch, bytes.constData(), static_cast<std::size_t>(bytes.size()));
@@ -217,7 +218,7 @@ void TestNativeCodes::everyCodeComesFromItsBits()
     for (std::uint32_t width = 1; width <= 20; ++width)
         for (const std::uint32_t padding : {0u, 1u, 6u}) {
             const auto pitch = static_cast<std::uint32_t>(zor::tightPitch(code, width)) + padding;
-            _ZorImage record = recordOf(code, width, 3, pitch);
+            _ZorImage record = emptyRecord(code, width, 3, pitch);
             const GuardedBytes memory(record.imageSize);
             for (std::size_t i = 0; i < memory.size(); ++i)
                 memory.data()[i] = static_cast<std::uint8_t>(random());
@@ -265,7 +266,7 @@ void TestNativeCodes::whatCannotBeReadHasNoCodes()
     QFETCH(int, fault);
     QFETCH(quint32, x);
     QFETCH(quint32, y);
-    _ZorImage record = recordOf(zor::Mono10, 5, 4, 10);
+    _ZorImage record = emptyRecord(zor::Mono10, 5, 4, 10);
     const GuardedBytes memory(record.imageSize);
     std::memset(memory.data(), 1, memory.size());
     record.data = memory.data();

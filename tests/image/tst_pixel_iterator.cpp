@@ -10,16 +10,6 @@
 
 namespace {
 
-constexpr std::uint32_t Mono10p = codeOf("Mono10p");
-constexpr std::uint32_t Mono10Packed = codeOf("Mono10Packed");
-constexpr std::uint32_t Mono12Packed = codeOf("Mono12Packed");
-
-_ZorImage record(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
-                 std::uint8_t* data)
-{
-    return recordOf(code, width, height, pitch, data, std::size_t{pitch} * height);
-}
-
 class IteratorProbe : public ZimPixelIterator
 {
 public:
@@ -102,7 +92,7 @@ private slots:
 void TestPixelIterator::packedClassesAloneAreWalkedInBits()
 {
     std::uint8_t pixel = 0;
-    _ZorImage image = record(Mono12Packed, 1, 1, 2, &pixel);
+    _ZorImage image = recordOf(Mono12Packed, 1, 1, 2, &pixel);
     for (std::uint32_t packing = 0; packing <= 0x1FFFF; ++packing) {
         image.packing = packing;
         const bool expected = ((packing - 0x1200) & ~0x100u) == 0;
@@ -115,7 +105,7 @@ void TestPixelIterator::packedClassesAloneAreWalkedInBits()
 void TestPixelIterator::linesOfBytes()
 {
     std::vector<std::uint8_t> pixels(208);
-    const _ZorImage image = record(codeOf("Mono8"), 100, 2, 104, pixels.data());
+    const _ZorImage image = recordOf(codeOf("Mono8"), 100, 2, 104, pixels.data());
     IteratorProbe walk(image);
     QCOMPARE(walk.position->step, 1u);
     QCOMPARE(walk.position->rowGap, 4u);
@@ -130,7 +120,7 @@ void TestPixelIterator::linesOfBytes()
 void TestPixelIterator::linesOfBits()
 {
     std::vector<std::uint8_t> pixels(16);
-    const _ZorImage image = record(Mono10Packed, 5, 2, 8, pixels.data());
+    const _ZorImage image = recordOf(Mono10Packed, 5, 2, 8, pixels.data());
     IteratorProbe walk(image);
     QCOMPARE(walk.position->step, 12u);
     QCOMPARE(walk.position->rowGap, 4u);
@@ -174,7 +164,7 @@ void TestPixelIterator::stepAndGapOfAFormat()
 {
     QFETCH(QByteArray, name);
     std::vector<std::uint8_t> pixels(200);
-    const _ZorImage image = record(codeOf(name.constData()), 10, 2, 100, pixels.data());
+    const _ZorImage image = recordOf(codeOf(name.constData()), 10, 2, 100, pixels.data());
     const IteratorProbe walk(image);
     QTEST(walk.bitAddressed, "inBits");
     QTEST(uint(walk.position->step), "step");
@@ -203,7 +193,7 @@ void TestPixelIterator::startsOnAnyPixel()
     QFETCH(uint, x);
     QFETCH(uint, y);
     std::uint8_t first = 0;
-    const _ZorImage image = record(code, 20, 10, 64, &first);
+    const _ZorImage image = recordOf(code, 20, 10, 64, &first);
     QTEST(qlonglong(IteratorProbe(image, x, y).place()), "place");
 }
 
@@ -227,7 +217,7 @@ void TestPixelIterator::walksAgreeWithTheirStarts()
         const std::uint32_t width = random() % 9;
         const std::uint32_t height = 1 + random() % 5;
         const auto pitch = static_cast<std::uint32_t>((width * pixelBits + 7) / 8 + random() % 6);
-        const _ZorImage image = record(code, width, height, pitch, &first);
+        const _ZorImage image = recordOf(code, width, height, pitch, &first);
         IteratorProbe walk(image);
         for (std::uint32_t y = 0; y < height; ++y) {
             for (std::uint32_t x = 0; x < width; ++x) {
@@ -272,7 +262,7 @@ void TestPixelIterator::theWidthWalkedMayBeAnotherOne()
     QFETCH(uint, code);
     QFETCH(uint, walked);
     std::uint8_t first = 0;
-    const _ZorImage image = record(code, 10, 3, 32, &first);
+    const _ZorImage image = recordOf(code, 10, 3, 32, &first);
     IteratorProbe walk(image);
     for (uint x = 0; x < walked; ++x)
         walk.advance();
@@ -283,7 +273,7 @@ void TestPixelIterator::theWidthWalkedMayBeAnotherOne()
 void TestPixelIterator::aPitchThatIsTooSmallJumpsFarAhead()
 {
     std::uint8_t first = 0;
-    const _ZorImage image = record(codeOf("Mono8"), 100, 2, 96, &first);
+    const _ZorImage image = recordOf(codeOf("Mono8"), 100, 2, 96, &first);
     IteratorProbe walk(image);
     QCOMPARE(walk.position->rowGap, 0xFFFFFFFCu);
     for (int x = 0; x < 100; ++x)
@@ -292,7 +282,7 @@ void TestPixelIterator::aPitchThatIsTooSmallJumpsFarAhead()
     // Ahead by almost 4 GiB, not back to byte 96.
     QCOMPARE(walk.place(), std::int64_t{100} + 0xFFFFFFFC);
 
-    const _ZorImage packed = record(Mono12Packed, 8, 2, 8, &first);
+    const _ZorImage packed = recordOf(Mono12Packed, 8, 2, 8, &first);
     IteratorProbe bits(packed);
     QCOMPARE(bits.position->rowGap, 0xFFFFFFE0u);
     for (int x = 0; x < 8; ++x)
@@ -304,7 +294,7 @@ void TestPixelIterator::aPitchThatIsTooSmallJumpsFarAhead()
 void TestPixelIterator::bytePlacesWrapAt4GiB()
 {
     std::uint8_t first = 0;
-    const _ZorImage image = record(codeOf("Mono16"), 100, 5000, 1u << 20, &first);
+    const _ZorImage image = recordOf(codeOf("Mono16"), 100, 5000, 1u << 20, &first);
     QCOMPARE(IteratorProbe(image, 1, 4095).place(), 4095ll * (1 << 20) + 2);
     QCOMPARE(IteratorProbe(image, 1, 4096).place(), std::int64_t{2});
     // A cursor that walks on is 64 bits wide.
@@ -316,7 +306,7 @@ void TestPixelIterator::bytePlacesWrapAt4GiB()
 void TestPixelIterator::bitPlacesWrapAt512MiB()
 {
     std::uint8_t first = 0;
-    const _ZorImage image = record(Mono10Packed, 100, 1000, 1u << 20, &first);
+    const _ZorImage image = recordOf(Mono10Packed, 100, 1000, 1u << 20, &first);
     QCOMPARE(IteratorProbe(image, 2, 511).place(), 511ll * (1 << 20) + 3);
     QCOMPARE(IteratorProbe(image, 2, 512).place(), std::int64_t{3});
     IteratorProbe walk(image, 0, 511);
@@ -351,7 +341,7 @@ void TestPixelIterator::packedSamplesAreWrittenWhereTheyLie()
     const std::uint32_t lowBits = code == Mono10Packed ? 2 : 4;
     const std::uint32_t pitch = (width * 12 + 7) / 8 + padding;
     std::vector<std::uint8_t> pixels(std::size_t{pitch} * Height, 0xA5);
-    const _ZorImage image = record(code, width, Height, pitch, pixels.data());
+    const _ZorImage image = recordOf(code, width, Height, pitch, pixels.data());
     std::mt19937 random(width);
     std::vector<std::uint32_t> values;
     ZimPixelAccessIterator walk(&image, 0, 0);
@@ -381,11 +371,11 @@ void TestPixelIterator::packedSamplesAreWrittenWhereTheyLie()
 void TestPixelIterator::channelsBehindAPixelAreTheNextOnes()
 {
     std::uint8_t pixels[] = {10, 20, 30, 40, 50, 60};
-    const _ZorImage mono = record(codeOf("Mono8"), 3, 2, 3, pixels);
+    const _ZorImage mono = recordOf(codeOf("Mono8"), 3, 2, 3, pixels);
     ZimPixelAccessIterator walk(&mono, 2, 0);
     QCOMPARE(walk.read(0, 2), 30);
     QCOMPARE(walk.read(1, 2), 40);
-    const _ZorImage rgb = record(codeOf("RGB8"), 1, 2, 3, pixels);
+    const _ZorImage rgb = recordOf(codeOf("RGB8"), 1, 2, 3, pixels);
     ZimPixelAccessIterator colour(&rgb, 0, 1);
     colour.write(2, 99, 0);
     QCOMPARE(int(pixels[5]), 99);
@@ -395,7 +385,7 @@ void TestPixelIterator::channelsBehindAPixelAreTheNextOnes()
 void TestPixelIterator::theAccessorDiesWithTheIterator()
 {
     std::uint8_t pixel = 0;
-    const _ZorImage image = record(codeOf("Mono8"), 1, 1, 1, &pixel);
+    const _ZorImage image = recordOf(codeOf("Mono8"), 1, 1, 1, &pixel);
     int deaths = 0;
     {
         const ZimPixelIterator* walk = new AccessIteratorProbe(image, deaths);
@@ -413,7 +403,7 @@ void TestPixelIterator::fieldsStandInTheirOrder()
     const auto distance = [](const void* from, const void* to) {
         return static_cast<const char*>(to) - static_cast<const char*>(from);
     };
-    const _ZorImage image = record(codeOf("Mono8"), 1, 1, 1, &pixel);
+    const _ZorImage image = recordOf(codeOf("Mono8"), 1, 1, 1, &pixel);
     const IteratorProbe walk(image);
     QCOMPARE(distance(&walk, &walk.position), std::ptrdiff_t{8});
     QCOMPARE(distance(&walk, &walk.bitAddressed), std::ptrdiff_t{16});
@@ -422,7 +412,7 @@ void TestPixelIterator::fieldsStandInTheirOrder()
     QCOMPARE(distance(&bytes, &bytes.step), std::ptrdiff_t{8});
     QCOMPARE(distance(&bytes, &bytes.rowGap), std::ptrdiff_t{12});
     QCOMPARE(distance(&bytes, &bytes.cursor), std::ptrdiff_t{16});
-    const _ZorImage packed = record(Mono12Packed, 1, 1, 2, &pixel);
+    const _ZorImage packed = recordOf(Mono12Packed, 1, 1, 2, &pixel);
     const IteratorProbe bitWalk(packed);
     const zor::BitWalkPosition& bits = bitWalk.bits();
     QCOMPARE(distance(&bits, &bits.bitOffset), std::ptrdiff_t{16});

@@ -69,11 +69,11 @@ void TestPixelTypeLaws::codeIsFamilyPixelBitsPackingAndRow()
     QFETCH(int, index);
     const ZorPixelTypeRow& row = fetchedRow();
     const QString name = row.name;
-    const quint32 family = name.startsWith("Mono")        ? 1
-                           : name.startsWith("Bayer")     ? 3
-                           : name.startsWith("TrueSense") ? 4
-                           : name.startsWith('Y')         ? 5
-                                                          : 2;
+    const quint32 family = name.startsWith("Mono")        ? reference::Mono
+                           : name.startsWith("Bayer")     ? reference::Bayer
+                           : name.startsWith("TrueSense") ? reference::TrueSense
+                           : name.startsWith('Y')         ? reference::Yuv
+                                                          : reference::Rgb;
     const reference::PixelFormat& format = reference::pixelFormats()[std::size_t(index)];
     const quint32 depthClass = (format.heldBits - 6) / 2;
     const quint32 packingClass = quint32(zor::pixelTypePackingClass(row.code));

@@ -29,9 +29,6 @@ private slots:
 
 namespace {
 
-constexpr std::uint32_t Mono10Packed = codeOf("Mono10Packed");
-constexpr std::uint32_t Mono12Packed = codeOf("Mono12Packed");
-
 /// What a read gives, by the bits that it takes. Bits are counted from the pixel on.
 int expectedRead(std::uint32_t kind, const std::uint8_t* pixel, int channel, bool isOdd)
 {

@@ -52,14 +52,14 @@ void TestUnpackRow::everySampleComesFromItsBits()
         for (int filling = 0; filling < 4; ++filling) {
             const std::size_t size = format.rowBytes(width);
             QCOMPARE(zor::tightPitch(code, width), std::uint64_t(size));
-            const GuardedBytes row(size);
+            const GuardedBytes bytes(size);
             for (std::size_t i = 0; i < size; ++i)
-                row.data()[i] = filling == 0 ? 0 : filling == 1 ? 0xFF : std::uint8_t(m_random());
+                bytes.data()[i] = filling == 0 ? 0 : filling == 1 ? 0xFF : std::uint8_t(m_random());
             const std::size_t count = std::size_t{width} * format.samplesPerPixel;
             std::vector<std::uint16_t> samples(count + 4, 0xBEEF);
-            unpack(row.data(), samples.data(), width);
+            unpack(bytes.data(), samples.data(), width);
             for (std::size_t i = 0; i < count; ++i) {
-                const std::uint32_t expected = format.value(row.data(), i / format.samplesPerPixel,
+                const std::uint32_t expected = format.value(bytes.data(), i / format.samplesPerPixel,
                                                             std::uint32_t(i % format.samplesPerPixel));
                 if (samples[i] != expected)
                     QFAIL(qPrintable(QString("width %1, filling %2, sample %3: expected %4, got %5")
@@ -135,7 +135,7 @@ void TestUnpackRow::codesOutsideTheTableHaveNoRowFunction_data()
     QTest::addColumn<quint32>("code");
     QTest::newRow("code 0") << 0U;
     QTest::newRow("row 0") << 0x01080100U;
-    QTest::newRow("row 134") << 0x01080186U;
+    QTest::newRow("the row after the last") << (0x01080100U | (ZorPixelTypeCount + 1));
     QTest::newRow("row 255") << 0x010801FFU;
     QTest::newRow("a row under another packing byte") << 0x01080201U;
     QTest::newRow("a row under other pixel bits") << 0x01100101U;

@@ -2,6 +2,7 @@
 
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
+#include "tests/support/RecordOf.h"
 
 #include <cmath>
 #include <cstring>
@@ -9,19 +10,9 @@
 _ZorImage recordFor(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
                     std::uint32_t imageSize, std::uint8_t* data)
 {
-    _ZorImage record = {};
-    record.recordSize = 96;
-    record.recordVersion = 0x20000;
-    record.pixelType = code;
+    _ZorImage record = recordOf(code, width, height, pitch, data, imageSize);
     record.depth = 8;
     record.channels = 1;
-    record.packing = code & 0xFF00;
-    record.pixelBits = code >> 16 & 0xFF;
-    record.width = width;
-    record.height = height;
-    record.pitch = pitch;
-    record.imageSize = imageSize;
-    record.data = data;
     return record;
 }
 

@@ -21,7 +21,8 @@ constexpr MonoTarget MonoTargets[] = {{"Mono8", zor::Mono8, 8},
                                       {"Mono12", zor::Mono12, 12},
                                       {"Mono16", zor::Mono16, 16}};
 
-/// A record of these bytes in the format of that code. Its depth, which the converter does not read, is 8.
+/// A record of these bytes in the format of that code. Its depth and channels, which the converter does not
+/// read, are those of Mono8.
 _ZorImage recordFor(std::uint32_t code, std::uint32_t width, std::uint32_t height, std::uint32_t pitch,
                     std::uint32_t imageSize, std::uint8_t* data);
 

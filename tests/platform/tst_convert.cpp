@@ -89,19 +89,19 @@ void TestConvert::knownBytesGiveKnownSamples_data()
     QTest::addColumn<QList<int>>("samples");
     const auto bytes = [](const char* hex) { return QByteArray::fromHex(hex); };
     QTest::newRow("Mono12Packed: even low bits in the middle byte's high nibble")
-        << codeOf("Mono12Packed") << zor::Mono12 << bytes("AB1278") << QList<int>{0xAB1, 0x782};
+        << Mono12Packed << zor::Mono12 << bytes("AB1278") << QList<int>{0xAB1, 0x782};
     QTest::newRow("Mono12Packed of odd width ends with two bytes")
-        << codeOf("Mono12Packed") << zor::Mono12 << bytes("AB1278 5690") << QList<int>{0xAB1, 0x782, 0x569};
+        << Mono12Packed << zor::Mono12 << bytes("AB1278 5690") << QList<int>{0xAB1, 0x782, 0x569};
     QTest::newRow("Mono10Packed: two low bits at the foot of each nibble")
-        << codeOf("Mono10Packed") << zor::Mono10 << bytes("FF3180") << QList<int>{0x3FF, 0x201};
+        << Mono10Packed << zor::Mono10 << bytes("FF3180") << QList<int>{0x3FF, 0x201};
     QTest::newRow("Mono10Packed: the other bits of the nibbles mean nothing")
-        << codeOf("Mono10Packed") << zor::Mono10 << bytes("00CC00") << QList<int>{0, 0};
+        << Mono10Packed << zor::Mono10 << bytes("00CC00") << QList<int>{0, 0};
     QTest::newRow("Mono12p: a stream from the low bit")
-        << codeOf("Mono12p") << zor::Mono12 << bytes("123456") << QList<int>{0x412, 0x563};
+        << Mono12p << zor::Mono12 << bytes("123456") << QList<int>{0x412, 0x563};
     QTest::newRow("Mono12p holds 12 bits and comes to Mono10 by a shift of 2")
-        << codeOf("Mono12p") << zor::Mono10 << bytes("FF0F80") << QList<int>{0xFFF >> 2, 0x800 >> 2};
+        << Mono12p << zor::Mono10 << bytes("FF0F80") << QList<int>{0xFFF >> 2, 0x800 >> 2};
     QTest::newRow("Mono10p: four samples in five bytes")
-        << codeOf("Mono10p") << zor::Mono10 << bytes("FF03F03F00") << QList<int>{0x3FF, 0, 0x3FF, 0};
+        << Mono10p << zor::Mono10 << bytes("FF03F03F00") << QList<int>{0x3FF, 0, 0x3FF, 0};
     QTest::newRow("Mono10_FLExPacked: fields of 12 bits")
         << codeOf("Mono10_FLExPacked") << zor::Mono10 << bytes("FF1300") << QList<int>{0x3FF, 0x001};
     QTest::newRow("Mono12_FLExPacked")

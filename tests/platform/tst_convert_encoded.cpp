@@ -28,10 +28,6 @@ private:
 
 namespace {
 
-constexpr std::uint32_t Mono = 1;
-constexpr std::uint32_t Rgb = 2;
-constexpr std::uint32_t Yuv = 5;
-
 using Sizes = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
 
 /// One and two rows of up to 9 pixels, and larger ones, some of which are converted in several pieces.
@@ -123,7 +119,7 @@ std::uint16_t TestConvertEncoded::randomSample(const reference::PixelFormat& for
 
 void TestConvertEncoded::colouredPixelsHaveTheirLuma_data()
 {
-    addFormats({Mono, Rgb, Yuv});
+    addFormats({reference::Mono, reference::Rgb, reference::Yuv});
 }
 
 /// The luma in the frame is first compared with that of the scene.
@@ -157,7 +153,7 @@ void TestConvertEncoded::colouredPixelsHaveTheirLuma()
 
 void TestConvertEncoded::anyBytesAreReadByTheirBits_data()
 {
-    addFormats({Rgb, Yuv});
+    addFormats({reference::Rgb, reference::Yuv});
 }
 
 /// Random bytes, also with bits above the depth of samples in wider fields.

@@ -28,8 +28,6 @@ private:
 
 namespace {
 
-constexpr std::uint32_t Bayer = 3;
-constexpr std::uint32_t TrueSense = 4;
 /// Pixels along an edge that may know too little of their surroundings.
 constexpr std::uint32_t Border = 3;
 
@@ -38,7 +36,7 @@ void addMosaics()
     QTest::addColumn<int>("format");
     for (int i = 0; i < int(reference::pixelFormats().size()); ++i) {
         const reference::PixelFormat& format = reference::pixelFormats()[std::size_t(i)];
-        if (format.family == Bayer || format.family == TrueSense)
+        if (format.family == reference::Bayer || format.family == reference::TrueSense)
             QTest::newRow(format.name.c_str()) << i;
     }
 }

@@ -26,15 +26,6 @@ private:
 
 namespace {
 
-enum Family
-{
-    Mono = 1,
-    Rgb,
-    Bayer,
-    TrueSense,
-    Yuv
-};
-
 const PixelFormat& formatAt(int index)
 {
     return reference::pixelFormats()[std::size_t(index)];
@@ -93,7 +84,8 @@ void TestConvertGrey::aUniformGreyStaysExactAtAnySize()
 
 void TestConvertGrey::everyGreyOf16BitsStaysExact_data()
 {
-    addRows([](const PixelFormat& format) { return format.heldBits == 16 && format.family != Mono; });
+    addRows(
+        [](const PixelFormat& format) { return format.heldBits == 16 && format.family != reference::Mono; });
 }
 
 /// Bayer: images of one level, one after the other; RGB: all levels in one image.
@@ -101,7 +93,7 @@ void TestConvertGrey::everyGreyOf16BitsStaysExact()
 {
     QFETCH(int, format);
     const PixelFormat& source = formatAt(format);
-    if (source.family == Rgb) {
+    if (source.family == reference::Rgb) {
         const auto level = [](std::uint32_t x, std::uint32_t y) { return x + 1024 * y; };
         const EncodedImage image(source, 1024, 64,
                                  [level](char, std::uint32_t x, std::uint32_t y) { return level(x, y); });
@@ -119,7 +111,9 @@ void TestConvertGrey::everyGreyOf16BitsStaysExact()
 
 void TestConvertGrey::aGreyRiseInColoursIsExact_data()
 {
-    addRows([](const PixelFormat& format) { return format.family == Rgb || format.family == Yuv; });
+    addRows([](const PixelFormat& format) {
+        return format.family == reference::Rgb || format.family == reference::Yuv;
+    });
 }
 
 void TestConvertGrey::aGreyRiseInColoursIsExact()

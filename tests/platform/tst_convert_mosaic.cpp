@@ -18,21 +18,19 @@ class TestConvertMosaic : public QObject
 private slots:
     void aBayerCellIsAsItsNameTells_data();
     void aBayerCellIsAsItsNameTells();
-    void bayerAgreesWithBilinearMeans_data() { addRows(Bayer); }
+    void bayerAgreesWithBilinearMeans_data() { addRows(reference::Bayer); }
     void bayerAgreesWithBilinearMeans();
     void aMissingColourHasNoShare_data();
     void aMissingColourHasNoShare();
-    void trueSenseKeepsPanchromaticSamplesAndFillsBetween_data() { addRows(TrueSense); }
+    void trueSenseKeepsPanchromaticSamplesAndFillsBetween_data() { addRows(reference::TrueSense); }
     void trueSenseKeepsPanchromaticSamplesAndFillsBetween();
-    void trueSenseDoesNotLookAtColours_data() { addRows(TrueSense); }
+    void trueSenseDoesNotLookAtColours_data() { addRows(reference::TrueSense); }
     void trueSenseDoesNotLookAtColours();
     void aPhaseEntersTheCellAtItsColumnAndRow_data();
     void aPhaseEntersTheCellAtItsColumnAndRow();
     void largeImagesStartNoThread();
 
 private:
-    static constexpr std::uint32_t Bayer = 3;
-    static constexpr std::uint32_t TrueSense = 4;
     static void addRows(std::uint32_t family);
     EncodedImage::Scene noise(const PixelFormat& format);
     std::mt19937 m_random{2026};

@@ -29,8 +29,6 @@ private:
 
 namespace {
 
-constexpr std::uint32_t Bayer = 3;
-
 void addFormats(std::uint32_t family)
 {
     QTest::addColumn<int>("format");
@@ -101,7 +99,7 @@ void TestConvertOpencv::compare(const reference::PixelFormat& format, const zor:
 
 void TestConvertOpencv::bayerIsAsDemosaicedAtOnce_data()
 {
-    addFormats(Bayer);
+    addFormats(reference::Bayer);
 }
 
 /// Colours first and their grey then, both rounded. The larger sizes are converted in pieces, whose seams

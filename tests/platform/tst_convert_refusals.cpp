@@ -1,4 +1,5 @@
 #include "image/ZorImageConverter.h"
+#include "image/ZorPixelTypeTable.h"
 #include "tests/platform/EncodedImage.h"
 
 #include <QtTest>
@@ -91,7 +92,8 @@ void TestConvertRefusals::sizesAndCodesOutOfRangeAreRefused_data()
     QTest::addColumn<Change>("change");
     const auto add = [](const char* name, Change change) { QTest::newRow(name) << change; };
     add("row 0", [](_ZorImage& image) { image.pixelType = 0x01080100; });
-    add("row 134", [](_ZorImage& image) { image.pixelType = 0x01080186; });
+    add("the row after the last",
+        [](_ZorImage& image) { image.pixelType = 0x01080100 | (ZorPixelTypeCount + 1); });
     add("row 255", [](_ZorImage& image) { image.pixelType = 0x010801FF; });
     add("code 0", [](_ZorImage& image) { image.pixelType = 0; });
     add("a mono row under other upper bytes", [](_ZorImage& image) { image.pixelType = 0x01100101; });

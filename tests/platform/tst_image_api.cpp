@@ -1,4 +1,6 @@
 #include "image/ZorImageApi.h"
+#include "tests/support/FormatCodes.h"
+#include "tests/support/RecordOf.h"
 
 #include <QtTest>
 
@@ -30,24 +32,12 @@ namespace {
 
 _ZorImage filledRecord(std::vector<std::uint8_t>& pixels)
 {
-    _ZorImage record = {};
-    record.recordSize = 96;
-    record.recordVersion = 0x20000;
-    record.pixelType = 0x01080101;
-    record.depth = 8;
-    record.packing = 0x0100;
-    record.channels = 1;
-    record.pixelBits = 8;
+    _ZorImage record = recordOf(zor::Mono8, 3, 2, 4, pixels);
     record.reserved32 = 0x11;
-    record.width = 3;
-    record.height = 2;
-    record.imageSize = std::uint32_t(pixels.size());
-    record.pitch = 4;
     record.sizePadding = 0x22;
     record.reserved56[0] = 0x33;
     record.reserved56[2] = 0x44;
     record.reserved88 = 0x55;
-    record.data = pixels.data();
     return record;
 }
 
@@ -56,12 +46,12 @@ _ZorImage filledRecord(std::vector<std::uint8_t>& pixels)
 void TestImageApi::aHeaderHasGeometryAndFormatButNoPixels()
 {
     _ZorImage* header = nullptr;
-    QCOMPARE(ZorCreateImageHeader(&header, std::uint64_t{1040} << 32 | 1392, 0x010C2307, 0, 0, 0), 0);
+    QCOMPARE(ZorCreateImageHeader(&header, std::uint64_t{1040} << 32 | 1392, Mono12p, 0, 0, 0), 0);
     QVERIFY(header != nullptr);
     _ZorImage expected = {};
     expected.recordSize = 96;
     expected.recordVersion = 0x20000;
-    expected.pixelType = 0x010C2307;
+    expected.pixelType = Mono12p;
     expected.depth = 10;
     expected.packing = 0x2300;
     expected.channels = 1;
@@ -87,10 +77,10 @@ void TestImageApi::aHeaderReplacesNothingButTheSlot()
 {
     _ZorImage old = {};
     _ZorImage* header = &old;
-    QCOMPARE(ZorCreateImageHeader(&header, 1, 0x01080101, 0, 0, 0), 0);
+    QCOMPARE(ZorCreateImageHeader(&header, 1, zor::Mono8, 0, 0, 0), 0);
     QVERIFY(header != &old);
     ZorReleaseImageHeader(&header);
-    QVERIFY(ZorCreateImageHeader(nullptr, 1, 0x01080101, 0, 0, 0) != 0);
+    QVERIFY(ZorCreateImageHeader(nullptr, 1, zor::Mono8, 0, 0, 0) != 0);
 }
 
 void TestImageApi::releasingNothingIsAllowed()
@@ -106,7 +96,7 @@ void TestImageApi::releasingNothingIsAllowed()
 void TestImageApi::aReleaseNullsTheSlot()
 {
     _ZorImage* header = nullptr;
-    QCOMPARE(ZorCreateImageHeader(&header, 1, 0x01080101, 0, 0, 0), 0);
+    QCOMPARE(ZorCreateImageHeader(&header, 1, zor::Mono8, 0, 0, 0), 0);
     QCOMPARE(ZorReleaseImageHeader(&header), 0);
     QVERIFY(header == nullptr);
 

@@ -1,6 +1,7 @@
 #include "image/PixelTypeCode.h"
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
+#include "tests/support/RecordOf.h"
 
 #include <QtTest>
 
@@ -47,14 +48,7 @@ void TestImageLibraries::exactlyTheirFunctionsAreExported()
 void TestImageLibraries::whatOneConvertsTheOtherClonesAndReleases()
 {
     std::vector<std::uint8_t> pixels = {10, 20, 30};
-    _ZorImage source = {};
-    source.pixelType = zor::Mono8;
-    source.packing = 0x0100;
-    source.pixelBits = 8;
-    source.width = 3;
-    source.height = 1;
-    source.pitch = source.imageSize = 3;
-    source.data = pixels.data();
+    const _ZorImage source = recordOf(zor::Mono8, 3, 1, pixels);
     _ZorImage* converted = nullptr;
     QCOMPARE(ZimConvert(&source, zor::Mono8, &converted), 0);
     _ZorImage* clone = nullptr;

@@ -1,6 +1,7 @@
 #include "image/ZorImageApi.h"
 #include "image/ZorImageConverter.h"
 #include "tests/support/FormatCodes.h"
+#include "tests/support/RecordOf.h"
 
 #include <QtTest>
 
@@ -95,17 +96,9 @@ private slots:
 namespace {
 
 /// One row of 8-bit pixels.
-_ZorImage sourceOf(std::vector<std::uint8_t>& pixels, std::uint32_t pixelType = zor::Mono8)
+_ZorImage sourceOf(std::vector<std::uint8_t>& pixels)
 {
-    _ZorImage record = {};
-    record.pixelType = pixelType;
-    record.packing = 0x0100;
-    record.pixelBits = 8;
-    record.width = std::uint32_t(pixels.size());
-    record.height = 1;
-    record.imageSize = record.pitch = std::uint32_t(pixels.size());
-    record.data = pixels.data();
-    return record;
+    return recordOf(zor::Mono8, static_cast<std::uint32_t>(pixels.size()), 1, pixels);
 }
 
 } // namespace
@@ -262,8 +255,7 @@ void TestImageMemory::aConversionWithoutWorkingMemoryLosesNothing()
     QFETCH(int, news);
     QFETCH(bool, succeeds);
     std::vector<std::uint8_t> pixels(9);
-    _ZorImage source = sourceOf(pixels, pixelType);
-    source.width = source.height = source.pitch = 3;
+    const _ZorImage source = recordOf(pixelType, 3, 3, pixels);
     _ZorImage old = {};
     _ZorImage* result = &old;
     newsLeft = news;

@@ -43,9 +43,7 @@ Target targetOf(const reference::PixelFormat& format)
 
 bool hasColourFilters(const reference::PixelFormat& format)
 {
-    constexpr std::uint32_t Bayer = 3;
-    constexpr std::uint32_t TrueSense = 4;
-    return format.family == Bayer || format.family == TrueSense;
+    return format.family == reference::Bayer || format.family == reference::TrueSense;
 }
 
 } // namespace

@@ -6,11 +6,7 @@ namespace {
 
 using Formats = std::vector<ExpectedFormat>;
 
-constexpr std::uint32_t Mono = 1;
-constexpr std::uint32_t Rgb = 2;
-constexpr std::uint32_t Bayer = 3;
-constexpr std::uint32_t TrueSense = 4;
-constexpr std::uint32_t Yuv = 5;
+using namespace reference;
 
 void addMono(Formats& all)
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/reference/PixelFormats.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -14,7 +16,7 @@ struct ExpectedFormat
     std::uint32_t depth;
     std::string knownLetters; ///< letters of its channels in the order of their positions
     std::uint32_t phase;
-    std::uint32_t family;
+    reference::Family family;
     std::uint32_t pixelBits;
     std::uint32_t packingByte;
 };

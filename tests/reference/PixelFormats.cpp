@@ -8,10 +8,6 @@ namespace reference {
 
 namespace {
 
-constexpr std::uint32_t Mono = 1;
-constexpr std::uint32_t Bayer = 3;
-constexpr std::uint32_t TrueSense = 4;
-
 bool contains(const std::string& text, const char* part)
 {
     return text.find(part) != std::string::npos;

@@ -8,11 +8,21 @@
 /// product.
 namespace reference {
 
+/// The top byte of a code.
+enum Family : std::uint32_t
+{
+    Mono = 1,
+    Rgb = 2,
+    Bayer = 3,
+    TrueSense = 4,
+    Yuv = 5
+};
+
 struct PixelFormat
 {
     std::string name;
     std::uint32_t code;
-    std::uint32_t family;          ///< 1 mono, 2 RGB, 3 Bayer, 4 TrueSense, 5 YUV
+    Family family;
     std::uint32_t heldBits;        ///< bits of a sample's value
     std::uint32_t storedBits;      ///< bits to collect; above `heldBits` where a word is wider than the value
     std::uint32_t pixelBits;       ///< bits of memory that a pixel takes

@@ -14,3 +14,9 @@ constexpr std::uint32_t codeOf(std::string_view name)
     }
     throw std::invalid_argument("no pixel format has this name");
 }
+
+/// Beside the codes of PixelTypeCode.h.
+constexpr std::uint32_t Mono10p = codeOf("Mono10p");
+constexpr std::uint32_t Mono10Packed = codeOf("Mono10Packed");
+constexpr std::uint32_t Mono12p = codeOf("Mono12p");
+constexpr std::uint32_t Mono12Packed = codeOf("Mono12Packed");

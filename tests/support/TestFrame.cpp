@@ -1,6 +1,7 @@
 #include "tests/support/TestFrame.h"
 
 #include "image/MonoTarget.h"
+#include "tests/support/RecordOf.h"
 
 TestFrame::TestFrame(int frameWidth, int frameHeight, int frameDepth, const Pixel& pixel, int frameStep)
     : width(frameWidth)
@@ -35,19 +36,6 @@ TestFrame TestFrame::rising(int width)
 
 _ZorImage TestFrame::record()
 {
-    const std::uint32_t code = zor::computeFormat(static_cast<std::uint32_t>(depth));
-    _ZorImage record{};
-    record.recordSize = zor::ImageRecordSize;
-    record.recordVersion = zor::ImageRecordVersion;
-    record.pixelType = code;
-    record.depth = static_cast<std::uint32_t>(depth);
-    record.packing = zor::pixelTypePacking(code);
-    record.channels = 1;
-    record.pixelBits = zor::pixelTypeBits(code);
-    record.width = static_cast<std::uint32_t>(width);
-    record.height = static_cast<std::uint32_t>(height);
-    record.imageSize = static_cast<std::uint32_t>(bytes.size());
-    record.pitch = static_cast<std::uint32_t>(step);
-    record.data = bytes.data();
-    return record;
+    return recordOf(zor::computeFormat(static_cast<std::uint32_t>(depth)), static_cast<std::uint32_t>(width),
+                    static_cast<std::uint32_t>(height), static_cast<std::uint32_t>(step), bytes);
 }
