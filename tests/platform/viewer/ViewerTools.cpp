@@ -61,6 +61,36 @@ ParameterMap Listener::last(const char* code) const
     return found == heard.rend() ? ParameterMap() : found->parameters;
 }
 
+TestImage flat(int value, int width, int height)
+{
+    return {zor::Mono8, width, height, [value](int, int, int) { return value; }};
+}
+
+TestImage ramp(int width, int height)
+{
+    return {zor::Mono8, width, height, [](int x, int y, int) { return (x * 3 + y * 7) & 255; }};
+}
+
+/// As viewers read addresses.
+static std::string addressText(void* address)
+{
+    char text[64] = {};
+    std::snprintf(text, sizeof text, "%p", address);
+    return text;
+}
+
+int addProcessor(ZorDisplayProcessor* viewer, ZorImgProcessor* processor)
+{
+    viewer->settings()->setText("processor", addressText(processor).c_str());
+    return viewer->settings()->run("processing.proc.add");
+}
+
+int addListener(ZorDisplayProcessor* viewer, ZorDisplayCommand* listener)
+{
+    ParameterMap parameters{{"proc", addressText(listener)}};
+    return viewer->command("cmd.system.notification.add", &parameters);
+}
+
 ShownViewer::ShownViewer(const QSize& size, bool isGpu, QObject* host)
 {
     if (host) {
@@ -75,10 +105,7 @@ ShownViewer::ShownViewer(const QSize& size, bool isGpu, QObject* host)
     viewer = isGpu ? ZorDisplayQGL::CreateComponent(&view) : ZorDisplayCPU::CreateComponent(&view);
     if (!viewer)
         qFatal("no viewer on this screen");
-    char address[64] = {};
-    std::snprintf(address, sizeof address, "%p",
-                  static_cast<void*>(static_cast<ZorDisplayCommand*>(&listener)));
-    run("cmd.system.notification.add", {{"proc", address}});
+    addListener(viewer, &listener);
     run("cmd.display.view.nofication", {{"flags", "7"}});
     run("cmd.parameter.set", {{"name", "image.notification.flags.set"}, {"value", "1"}});
     QCoreApplication::processEvents();

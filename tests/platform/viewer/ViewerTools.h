@@ -3,6 +3,7 @@
 #include "display/ZorDisplayCommand.h"
 #include "display/ZorDisplayProcessor.h"
 #include "image/ZorImage.h"
+#include "image/ZorImgProcessor.h"
 #include "tests/support/FormatCodes.h"
 
 #include <QEvent>
@@ -14,10 +15,8 @@
 #include <functional>
 #include <vector>
 
-/// Pixel type codes that the viewer's tests use beside those of PixelTypeCode.h.
+/// Pixel type codes that the viewer's tests use beside those of PixelTypeCode.h and FormatCodes.h.
 constexpr std::uint32_t Mono14Code = codeOf("Mono14");
-constexpr std::uint32_t Mono12PackedCode = codeOf("Mono12Packed");
-constexpr std::uint32_t Mono12pCode = codeOf("Mono12p");
 constexpr std::uint32_t Rgb8Code = codeOf("RGB8");
 constexpr std::uint32_t Bgr8Code = codeOf("BGR8");
 constexpr std::uint32_t Rgb12Code = codeOf("RGB12");
@@ -41,6 +40,34 @@ private:
     _ZorImage m_record{};
     std::vector<std::uint8_t> m_pixels;
 };
+
+/// Grey everywhere.
+TestImage flat(int value, int width = 40, int height = 30);
+/// Greys that differ from pixel to pixel.
+TestImage ramp(int width = 100, int height = 80);
+
+/// Puts out the same image, whatever it is given.
+class Replacer : public ZorImgProcessor
+{
+public:
+    explicit Replacer(TestImage& image)
+        : m_image(image)
+    {
+    }
+    int processImage(const _ZorImage*) override { return 0; }
+    void noOperation() override {}
+    int constantZero() override { return 0; }
+    _ZorImage* outputImage() override { return &m_image.change(); }
+
+private:
+    TestImage& m_image;
+};
+
+/// Hands a processor over, which the viewer owns from then on. The viewer's answer.
+int addProcessor(ZorDisplayProcessor* viewer, ZorImgProcessor* processor);
+
+/// The viewer's answer.
+int addListener(ZorDisplayProcessor* viewer, ZorDisplayCommand* listener);
 
 /// Writes down what a viewer notifies, and may act on it.
 class Listener : public ZorDisplayCommand

@@ -41,11 +41,6 @@ int textures()
     context->doneCurrent();
     return count;
 }
-
-TestImage ramp(int width, int height)
-{
-    return {zor::Mono8, width, height, [](int x, int y, int) { return (x * 3 + y * 7) & 255; }};
-}
 } // namespace
 
 void TestCanvasTextures::theContextIsOfTheKindThatQtWasBuiltFor()

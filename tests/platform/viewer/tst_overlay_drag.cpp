@@ -23,14 +23,6 @@ private slots:
     void aDragEndsWithTheRelease();
 };
 
-namespace {
-TestImage ramp()
-{
-    return {zor::Mono8, 640, 480, [](int x, int y, int) { return (x + 2 * y) & 255; }};
-}
-
-} // namespace
-
 void TestOverlayDrag::anOverlayDragStaysInItsPane_data()
 {
     QTest::addColumn<int>("pane");
@@ -47,7 +39,7 @@ void TestOverlayDrag::anOverlayDragStaysInItsPane()
     QFETCH(int, way);
     QFETCH(int, x);
     ShownViewer shown(QSize(402, 240));
-    QCOMPARE(shown.viewer->displayPair(ramp().record(), ramp().record()), 1);
+    QCOMPARE(shown.viewer->displayPair(ramp(640, 480).record(), ramp(640, 480).record()), 1);
     const double ratio = shown.view.devicePixelRatioF();
     shown.setScale(2.0 * ratio);
     shown.lookAt(0.5, 0.5);
@@ -88,7 +80,7 @@ void TestOverlayDrag::overlayBorderMovesAndCornerSizes()
     QFETCH(QPoint, to);
     QFETCH(QRect, rect);
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     const double ratio = shown.view.devicePixelRatioF();
     shown.setScale(2.0 * ratio);
     shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
@@ -119,7 +111,7 @@ void TestOverlayDrag::smallOverlaysCanBeMoved()
 {
     QFETCH(int, side);
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     shown.setScale(2.0 * shown.view.devicePixelRatioF());
     shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
     const std::string length = std::to_string(side);
@@ -141,7 +133,7 @@ void TestOverlayDrag::smallOverlaysCanBeMoved()
 void TestOverlayDrag::aDragBesideTheOverlayPans()
 {
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     shown.setScale(2.0);
     shown.lookAt(0.25, 0.25);
     const ParameterMap rect{
@@ -170,7 +162,7 @@ void TestOverlayDrag::anOverlayIsTakenWithinFourPixels()
     QFETCH(int, x);
     QFETCH(bool, isTaken);
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     shown.setScale(2.0 * shown.view.devicePixelRatioF());
     shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
     shown.addDumpOverlay();
@@ -190,7 +182,7 @@ void TestOverlayDrag::aDragEndsWithTheRelease()
 {
     QFETCH(QPoint, from);
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     shown.setScale(2.0 * shown.view.devicePixelRatioF());
     shown.lookAt(80.0 / 640.0, 60.0 / 480.0);
     shown.addDumpOverlay();

@@ -52,42 +52,24 @@ private slots:
     void aClearedPictureKeepsNoRecord();
 };
 
-namespace {
-/// Puts out an image of its own.
-class Replacer : public ZorImgProcessor
-{
-public:
-    explicit Replacer(std::uint32_t pixelType)
-        : m_image(pixelType, 8, 6, [](int x, int y, int) { return x + y; })
-    {
-    }
-    int processImage(const _ZorImage*) override { return 0; }
-    void noOperation() override {}
-    int constantZero() override { return 0; }
-    _ZorImage* outputImage() override { return &m_image.change(); }
-
-private:
-    TestImage m_image;
-};
-} // namespace
-
 void TestPictureMemory::aClearedPictureKeepsNoRecord_data()
 {
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<int>("held");
     QTest::newRow("source and output") << zor::Mono8 << 2;
-    QTest::newRow("source, output and its luma") << 0x0308010Eu << 3;
+    QTest::newRow("source, output and its luma") << codeOf("BayerRG8") << 3;
 }
 
 void TestPictureMemory::aClearedPictureKeepsNoRecord()
 {
     QFETCH(quint32, pixelType);
     QFETCH(int, held);
+    TestImage output(pixelType, 8, 6, [](int x, int y, int) { return x + y; });
     ProcessorChain chain;
-    chain.add(new Replacer(pixelType));
+    chain.add(new Replacer(output));
     Picture picture;
     int processed = 0;
-    const TestImage image(zor::Mono8, 8, 6, [](int, int, int) { return 7; });
+    const TestImage image = flat(7, 8, 6);
     QCOMPARE(picture.load(image.record(), chain, &processed), ViewerStatus::Ok);
     QCOMPARE(records, held);
     picture.clear();

@@ -38,11 +38,6 @@ private slots:
 };
 
 namespace {
-TestImage ramp(int width = 100, int height = 80)
-{
-    return {zor::Mono8, width, height, [](int x, int y, int) { return (x * 3 + y * 7) & 255; }};
-}
-
 ParameterMap rectangle(const char* x, const char* y, const char* w, const char* h)
 {
     return {{"objectID", "@dump"}, {"rect.x", x}, {"rect.y", y}, {"rect.w", w}, {"rect.h", h}};
@@ -428,10 +423,7 @@ void TestViewerCommands::aSecondOverlayOfTheSameNameReplaces()
 void TestViewerCommands::repeatedRegistrationHearsOnce()
 {
     ShownViewer shown(QSize(200, 160));
-    char address[64] = {};
-    std::snprintf(address, sizeof address, "%p",
-                  static_cast<void*>(static_cast<ZorDisplayCommand*>(&shown.listener)));
-    QCOMPARE(shown.run("cmd.system.notification.add", {{"proc", address}}), 1);
+    QCOMPARE(addListener(shown.viewer, &shown.listener), 1);
     shown.show(ramp());
     QCOMPARE(shown.listener.count("processed"), 1);
 }

@@ -19,11 +19,6 @@ private slots:
 
 namespace {
 constexpr int Grey = 0x30; ///< of the background
-
-TestImage flat(int value, int width, int height)
-{
-    return {zor::Mono8, width, height, [value](int, int, int) { return value; }};
-}
 } // namespace
 
 void TestViewerDecorations::theGridBeginsAtScaleForty()

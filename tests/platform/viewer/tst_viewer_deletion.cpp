@@ -19,11 +19,6 @@ private slots:
 };
 
 namespace {
-TestImage flat(int value, int width = 40, int height = 30)
-{
-    return {zor::Mono8, width, height, [value](int, int, int) { return value; }};
-}
-
 void chooseFirstEntry(ShownViewer& shown)
 {
     shown.run("cmd.system.menu.create");
@@ -57,10 +52,7 @@ void TestViewerDeletion::aListenerMayDeleteTheViewer()
     ShownViewer shown(QSize(200, 160));
     shown.show(flat(7));
     Listener second;
-    char address[64] = {};
-    std::snprintf(address, sizeof address, "%p",
-                  static_cast<void*>(static_cast<ZorDisplayCommand*>(&second)));
-    QCOMPARE(shown.run("cmd.system.notification.add", {{"proc", address}}), 1);
+    QCOMPARE(addListener(shown.viewer, &second), 1);
     int heardSince = -1;
     shown.listener.act = [&](const Listener::Heard& heard) {
         if (heardSince >= 0)

@@ -42,11 +42,6 @@ int fullScale(int depth)
 {
     return (1 << depth) - 1;
 }
-
-TestImage flat(int value, int width = 40, int height = 30)
-{
-    return {zor::Mono8, width, height, [value](int, int, int) { return value; }};
-}
 } // namespace
 
 void TestViewerDisplay::plainFormats_data()
@@ -199,7 +194,7 @@ void TestViewerDisplay::configureJudgesHeaders_data()
     QTest::addColumn<quint32>("pixelType");
     QTest::addColumn<bool>("isTaken");
     QTest::newRow("mono") << 10 << zor::Mono12 << true;
-    QTest::newRow("packed mono") << 10 << Mono12PackedCode << true;
+    QTest::newRow("packed mono") << 10 << Mono12Packed << true;
     QTest::newRow("colour") << 10 << Rgb8Code << true;
     QTest::newRow("a width of 0") << 0 << zor::Mono8 << false;
     QTest::newRow("no row of the table") << 10 << 0x010801FFu << false;

@@ -6,7 +6,7 @@
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
 #include "platform/viewer/picture/PixelNumbers.h"
-#include "tests/platform/GuardedBytes.h"
+#include "tests/platform/GuardedFrame.h"
 #include "tests/platform/viewer/ViewerTools.h"
 #include "tests/support/FormatCodes.h"
 #include "tests/support/RecordOf.h"
@@ -52,39 +52,15 @@ private:
 };
 
 namespace {
-int addProcessor(ShownViewer& shown, ZorImgProcessor* processor)
-{
-    char address[64] = {};
-    std::snprintf(address, sizeof address, "%p", static_cast<void*>(processor));
-    shown.viewer->settings()->setText("processor", address);
-    return shown.viewer->settings()->run("processing.proc.add");
-}
-
 constexpr int Argument = 7;
 constexpr int Format = 10;
 constexpr double MostScale = 30.0; ///< below the grid's
 constexpr QRgb Background = qRgb(0x30, 0x30, 0x30);
 
-/// A record whose pixels end where no byte may be read.
-class GuardedImage
+const reference::PixelFormat& formatOf(std::uint32_t code)
 {
-public:
-    explicit GuardedImage(const zor::Frame& frame)
-        : m_pixels(static_cast<std::size_t>(
-              zor::neededBytes(frame.pixelType, frame.width, frame.height, frame.pitch)))
-        , m_record(frame.record())
-    {
-        std::memcpy(m_pixels.data(), frame.pixels.data(), m_pixels.size());
-        m_record.data = m_pixels.data();
-        m_record.imageSize = static_cast<std::uint32_t>(m_pixels.size());
-    }
-
-    _ZorImage record() const { return m_record; }
-
-private:
-    GuardedBytes m_pixels;
-    _ZorImage m_record;
-};
+    return reference::pixelFormats()[zor::pixelTypeNumber(code) - 1];
+}
 
 bool isColour(std::uint32_t code)
 {
@@ -115,12 +91,6 @@ void addEveryFormat()
         QTest::newRow(row.name) << row.code;
 }
 
-_ZorImage recordOver(std::vector<std::uint8_t>& pixels, std::uint32_t code, std::uint32_t width,
-                     std::uint32_t height)
-{
-    return recordOf(code, width, height, static_cast<std::uint32_t>(zor::tightPitch(code, width)),
-                    pixels.data(), pixels.size());
-}
 } // namespace
 
 void TestViewerFormats::init()
@@ -147,8 +117,8 @@ void TestViewerFormats::everyFormatIsShown()
     const std::pair<QSize, std::uint32_t> shapes[] = {{{1, 1}, 0}, {{2, 2}, 0},   {{3, 5}, 1},
                                                       {{7, 2}, 6}, {{40, 30}, 0}, {{41, 31}, 3}};
     for (const auto& [size, padding] : shapes) {
-        const GuardedImage image(flatFrame(code, size, colour, padding));
-        const _ZorImage record = image.record();
+        const GuardedFrame image(flatFrame(code, size, colour, padding), formatOf(code));
+        const _ZorImage& record = image.record();
         QCOMPARE(m_shown->viewer->display(&record), 0);
         m_shown->run("cmd.display.view.fit", {{"mode", "1"}});
         if (m_shown->scale() > MostScale)
@@ -197,8 +167,8 @@ void TestViewerFormats::everyFormatsNumbersAreThoseOfAPlainOne()
     const std::uint32_t place = (bits - 8) / 2;
     const QSize size(8, 6);
     const auto pictureOf = [&](std::uint32_t pixelType) {
-        const GuardedImage image(flatFrame(pixelType, size, colour));
-        const _ZorImage record = image.record();
+        const GuardedFrame image(flatFrame(pixelType, size, colour), formatOf(pixelType));
+        const _ZorImage& record = image.record();
         if (m_shown->viewer->display(&record) != 0)
             return QImage();
         m_shown->setScale(48.0);
@@ -220,9 +190,9 @@ void TestViewerFormats::numbersAreNativeCodes_data()
     using Pixels = QVector<QVector<int>>;
     const auto bytes = [](const char* hex) { return QByteArray::fromHex(hex); };
     QTest::newRow("Mono12Packed: 12 bits, not the byte of single-sample access")
-        << Mono12PackedCode << 1 << bytes("AB1278 5690") << Pixels{{0xAB1}, {0x782}, {0x569}};
+        << Mono12Packed << 1 << bytes("AB1278 5690") << Pixels{{0xAB1}, {0x782}, {0x569}};
     QTest::newRow("Mono12p: 12 bits, although its depth is 10")
-        << Mono12pCode << 1 << bytes("23C1AB") << Pixels{{0x123}, {0xABC}};
+        << Mono12p << 1 << bytes("23C1AB") << Pixels{{0x123}, {0xABC}};
     QTest::newRow("Mono10 with bits above its depth")
         << zor::Mono10 << 1 << bytes("34F2") << Pixels{{0xF234}};
     QTest::newRow("Mono10_FLExPacked: without the spare bits of its fields")
@@ -257,7 +227,7 @@ void TestViewerFormats::numbersAreNativeCodes()
     QFETCH(QByteArray, bytes);
     QFETCH(QVector<QVector<int>>, pixels);
     std::vector<std::uint8_t> memory(bytes.begin(), bytes.end());
-    const _ZorImage record = recordOver(memory, code, static_cast<std::uint32_t>(pixels.size()), 1);
+    const _ZorImage record = recordOf(code, static_cast<std::uint32_t>(pixels.size()), 1, memory);
     const zor::viewer::PixelNumbers numbers(record);
     QCOMPARE(numbers.count(), lines);
     QVector<QVector<int>> found;
@@ -276,8 +246,8 @@ void TestViewerFormats::packedMonoKeepsItsNativeValues_data()
     QTest::addColumn<QByteArray>("bytes");
     // Two pixels 0x123 and 0xABC in three bytes.
     QTest::newRow("Mono12Packed, the even pixel's low bits in the high nibble")
-        << Mono12PackedCode << QByteArray("\x12\x3C\xAB", 3);
-    QTest::newRow("Mono12p, one stream from the low bit") << Mono12pCode << QByteArray("\x23\xC1\xAB", 3);
+        << Mono12Packed << QByteArray("\x12\x3C\xAB", 3);
+    QTest::newRow("Mono12p, one stream from the low bit") << Mono12p << QByteArray("\x23\xC1\xAB", 3);
 }
 
 void TestViewerFormats::packedMonoKeepsItsNativeValues()
@@ -285,7 +255,7 @@ void TestViewerFormats::packedMonoKeepsItsNativeValues()
     QFETCH(quint32, code);
     QFETCH(QByteArray, bytes);
     std::vector<std::uint8_t> memory(bytes.begin(), bytes.end());
-    const _ZorImage record = recordOver(memory, code, 2, 1);
+    const _ZorImage record = recordOf(code, 2, 1, memory);
     QCOMPARE(m_shown->viewer->display(&record), 0);
     m_shown->setScale(16.0);
     m_shown->lookAt(0.5, 0.5);
@@ -303,7 +273,7 @@ void TestViewerFormats::theFourthChannelIsNotSeen()
             std::vector<std::uint8_t> memory;
             for (int i = 0; i < 8 * 4; ++i)
                 memory.insert(memory.end(), {200, 100, 50, fourth});
-            const _ZorImage record = recordOver(memory, code, 8, 4);
+            const _ZorImage record = recordOf(code, 8, 4, memory);
             m_shown->viewer->display(&record);
             m_shown->setScale(48.0);
             return m_shown->grab();
@@ -323,10 +293,10 @@ void TestViewerFormats::highlightsReadNothingOutside()
 {
     QFETCH(quint32, code);
     const auto value = static_cast<std::uint16_t>((1u << zor::pixelTypeSampleBits(code)) - 1);
-    addProcessor(*m_shown, new HighLightProcessor);
+    addProcessor(m_shown->viewer, new HighLightProcessor);
     for (const QSize& size : {QSize(2, 2), QSize(7, 5), QSize(8, 3)}) {
-        const GuardedImage image(flatFrame(code, size, {value, value, value}));
-        const _ZorImage record = image.record();
+        const GuardedFrame image(flatFrame(code, size, {value, value, value}), formatOf(code));
+        const _ZorImage& record = image.record();
         const std::vector<std::uint8_t> before(record.data, record.data + record.imageSize);
         QCOMPARE(m_shown->viewer->display(&record), 0);
         QVERIFY2(std::equal(before.begin(), before.end(), record.data), "a mark in the caller's image");
@@ -352,7 +322,7 @@ void TestViewerFormats::formatsOutsideTheTableAreRefused()
     QFETCH(quint32, code);
     const QImage before = m_shown->grab();
     std::vector<std::uint8_t> memory(40 * 30 * 8);
-    _ZorImage record = recordOver(memory, code, 40, 30);
+    _ZorImage record = recordOf(code, 40, 30, memory);
     record.pixelType = code;
     record.packing = zor::pixelTypePacking(code);
     record.pixelBits = zor::pixelTypeBits(code);
@@ -373,7 +343,7 @@ void TestViewerFormats::badRecordsOfEveryFormatLeaveThePicture()
     const QImage before = m_shown->grab();
     const auto pitch = static_cast<std::uint32_t>(zor::tightPitch(code, 41));
     std::vector<std::uint8_t> memory(std::size_t{pitch} * 30);
-    const _ZorImage good = recordOver(memory, code, 41, 30);
+    const _ZorImage good = recordOf(code, 41, 30, memory);
     std::vector<std::function<void(_ZorImage&)>> faults = {
         [](_ZorImage& record) { record.data = nullptr; },
         [](_ZorImage& record) { record.width = 0; },

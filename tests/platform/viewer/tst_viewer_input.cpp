@@ -365,11 +365,7 @@ void TestViewerInput::whatAScrollAreaPassesOnIsToldOnce()
     view.show();
     ZorDisplayProcessor* viewer = ZorDisplayCPU::CreateComponent(&view);
     Listener listener;
-    char address[64] = {};
-    std::snprintf(address, sizeof address, "%p",
-                  static_cast<void*>(static_cast<ZorDisplayCommand*>(&listener)));
-    ParameterMap proc{{"proc", address}};
-    QCOMPARE(viewer->command("cmd.system.notification.add", &proc), 1);
+    QCOMPARE(addListener(viewer, &listener), 1);
     QCOMPARE(viewer->display(places().record()), 0);
     QTest::mousePress(view.viewport(), Qt::RightButton, Qt::NoModifier, QPoint(30, 20));
     QCOMPARE(listener.count("mouse.down"), 1);

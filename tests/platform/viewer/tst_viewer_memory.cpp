@@ -51,7 +51,7 @@ void TestViewerMemory::anImageTooMuchLeavesTheOldOneOrNone_data()
     QTest::addColumn<int>("blocks");
     // A record and its pixels each.
     QTest::newRow("a plain image, which is copied") << zor::Mono12 << 2;
-    QTest::newRow("a packed image, which is unpacked too") << Mono12pCode << 4;
+    QTest::newRow("a packed image, which is unpacked too") << Mono12p << 4;
 }
 
 // Each block in turn is the one that can't be had.

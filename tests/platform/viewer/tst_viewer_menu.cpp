@@ -96,11 +96,6 @@ template <class Box> void answerNext(const std::function<void(Box*)>& answer)
         }
     });
 }
-
-TestImage ramp()
-{
-    return {zor::Mono8, 640, 480, [](int x, int y, int) { return (x + 2 * y) & 255; }};
-}
 } // namespace
 
 void TestViewerMenu::menuEntriesWork()
@@ -132,7 +127,7 @@ void TestViewerMenu::menuEntriesWork()
 void TestViewerMenu::entriesAreChosenWithMouseAndKeys()
 {
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     const double fitted = shown.scale();
 
     const auto clickAndGoOn = [](QMenu* menu) {
@@ -162,7 +157,7 @@ void TestViewerMenu::entriesAreChosenWithMouseAndKeys()
 void TestViewerMenu::openMenuShowsWhetherTheColorationIsOn()
 {
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     for (const bool isOn : {true, false}) {
         shown.viewer->stage()->find("image.coloration")->setValue(isOn ? 1 : 0);
         bool isChecked = !isOn;
@@ -178,7 +173,7 @@ void TestViewerMenu::openMenuShowsWhetherTheColorationIsOn()
 void TestViewerMenu::hostsEntriesAreDoneWhileTheMenuIsRun()
 {
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     QMenu* menu = menuOf(shown);
     QAction* own = menu->addAction("Host's entry");
     bool isDone = false;
@@ -190,7 +185,7 @@ void TestViewerMenu::hostsEntriesAreDoneWhileTheMenuIsRun()
 void TestViewerMenu::menuOpensOnceAtATime()
 {
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     int second = -1;
     const auto askAgain = [&](QMenu* menu) {
         // Closes a menu that opens once more, so that its event loop ends.
@@ -211,7 +206,7 @@ void TestViewerMenu::menuOpensOnceAtATime()
 void TestViewerMenu::choiceWaitsForASecondMenu()
 {
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     const double fitted = shown.scale();
     QCOMPARE(runMenu(shown, [](QMenu* menu) { click(menu, "1:1"); }), 1);
     double scaleBelow = 0.0;
@@ -229,7 +224,7 @@ void TestViewerMenu::choiceWaitsForASecondMenu()
 void TestViewerMenu::choiceEndsWithTheViewer()
 {
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     QCOMPARE(runMenu(shown, [](QMenu* menu) { click(menu, "1:1"); }), 1);
     shown.listener.heard.clear();
     ZorDisplayCPU::DeleteComponent(shown.viewer);
@@ -249,7 +244,7 @@ void TestViewerMenu::viewerAndMenuMayEndWhileTheMenuIsOpen()
 {
     QFETCH(bool, isViewer);
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     const auto end = [&](QMenu*) {
         if (isViewer) {
             ZorDisplayCPU::DeleteComponent(shown.viewer);
@@ -267,7 +262,7 @@ void TestViewerMenu::viewerAndMenuMayEndWhileTheMenuIsOpen()
 void TestViewerMenu::menuIsMadeOnceAndDeleted()
 {
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     ParameterMap map;
     QCOMPARE(shown.run("cmd.system.menu.create", &map), 1);
     const std::string first = map["qmenu"];
@@ -288,7 +283,7 @@ void TestViewerMenu::saveViewWritesAPng()
     QTemporaryDir folder;
     const QString name = folder.filePath("view");
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     const QImage before = shown.grab();
     answerNext<QFileDialog>([name](QFileDialog* dialog) {
         dialog->findChild<QLineEdit*>("fileNameEdit")->setText(name);
@@ -312,7 +307,7 @@ void TestViewerMenu::saveViewTellsOfAFailure()
     QTemporaryDir folder;
     const QString name = folder.filePath("absent/view.png");
     ShownViewer shown(QSize(320, 240));
-    shown.show(ramp());
+    shown.show(ramp(640, 480));
     QString told;
     answerNext<QFileDialog>([&](QFileDialog* dialog) {
         answerNext<QMessageBox>([&](QMessageBox* box) {
@@ -347,7 +342,7 @@ void TestViewerMenu::viewMayEndWhileItIsSaved()
     auto* view = new QGraphicsView;
     view->show();
     ZorDisplayProcessor* viewer = ZorDisplayCPU::CreateComponent(view);
-    QCOMPARE(viewer->display(ramp().record()), 0);
+    QCOMPARE(viewer->display(ramp(640, 480).record()), 0);
     QCOMPARE(viewer->command("cmd.system.menu.create", nullptr), 1);
     const QPointer<QMenu> menu = view->findChild<QMenu*>();
     const auto endView = [&] {

@@ -65,23 +65,6 @@ private:
 
 int Painter::alive = 0;
 
-/// Puts out the same image, whatever it is given.
-class Replacer : public ZorImgProcessor
-{
-public:
-    explicit Replacer(TestImage& image)
-        : m_image(image)
-    {
-    }
-    int processImage(const _ZorImage*) override { return 0; }
-    void noOperation() override {}
-    int constantZero() override { return 0; }
-    _ZorImage* outputImage() override { return &m_image.change(); }
-
-private:
-    TestImage& m_image;
-};
-
 /// Answers with the first byte, with its sign, of what it is given and passes on.
 class Answerer : public ZorImgProcessor
 {
@@ -91,19 +74,6 @@ public:
     int constantZero() override { return 0; }
     _ZorImage* outputImage() override { return nullptr; }
 };
-
-int addProcessor(ShownViewer& shown, ZorImgProcessor* processor)
-{
-    char address[64] = {};
-    std::snprintf(address, sizeof address, "%p", static_cast<void*>(processor));
-    shown.viewer->settings()->setText("processor", address);
-    return shown.viewer->settings()->run("processing.proc.add");
-}
-
-TestImage flat(int value, int width = 40, int height = 30)
-{
-    return {zor::Mono8, width, height, [value](int, int, int) { return value; }};
-}
 
 // One format of each way to the screen.
 void addFormats()
@@ -120,7 +90,7 @@ QImage closeUp(const TestImage& image, ZorImgProcessor* processor)
 {
     ShownViewer shown(QSize(200, 150));
     if (processor)
-        addProcessor(shown, processor);
+        addProcessor(shown.viewer, processor);
     if (shown.show(image) != 0)
         qFatal("the image is refused");
     shown.setScale(48.0);
@@ -131,8 +101,8 @@ QImage closeUp(const TestImage& image, ZorImgProcessor* processor)
 void TestViewerProcessors::processorsRunInOrder()
 {
     ShownViewer shown(QSize(40, 30));
-    QCOMPARE(addProcessor(shown, new Painter(3)), 1);
-    QCOMPARE(addProcessor(shown, new Painter(7, 5)), 1);
+    QCOMPARE(addProcessor(shown.viewer, new Painter(3)), 1);
+    QCOMPARE(addProcessor(shown.viewer, new Painter(7, 5)), 1);
     TestImage image = flat(10);
     shown.show(image);
     image.poison();
@@ -161,7 +131,7 @@ void TestViewerProcessors::pairTellsTheFirstResultThatIsNotZero()
     QFETCH(int, second);
     QFETCH(int, told);
     ShownViewer shown(QSize(40, 30));
-    addProcessor(shown, new Answerer);
+    addProcessor(shown.viewer, new Answerer);
     const TestImage one = flat(first);
     const TestImage other = flat(second);
     QCOMPARE(shown.viewer->displayPair(one.record(), other.record()), 1);
@@ -179,9 +149,9 @@ void TestViewerProcessors::processorsAreDeletedByTheViewer()
         settings->setText("processor", "not an address");
         QCOMPARE(settings->run("processing.proc.add"), 0);
         auto* twice = new Painter(1);
-        QCOMPARE(addProcessor(shown, twice), 1);
-        QCOMPARE(addProcessor(shown, twice), 1);
-        addProcessor(shown, new Painter(2));
+        QCOMPARE(addProcessor(shown.viewer, twice), 1);
+        QCOMPARE(addProcessor(shown.viewer, twice), 1);
+        addProcessor(shown.viewer, new Painter(2));
         QCOMPARE(Painter::alive, 2);
         shown.show(flat(10));
         QCOMPARE(qRed(shown.pixel(5, 5)), (10 * 2 + 1) * 2 + 2);
@@ -191,7 +161,7 @@ void TestViewerProcessors::processorsAreDeletedByTheViewer()
         QCOMPARE(settings->run("processing.proc.add"), 0);
         shown.show(flat(10));
         QCOMPARE(qRed(shown.pixel(5, 5)), 10);
-        addProcessor(shown, new Painter(3));
+        addProcessor(shown.viewer, new Painter(3));
     }
     QCOMPARE(Painter::alive, 0);
 }
@@ -201,8 +171,8 @@ void TestViewerProcessors::aProcessorWithoutOutputIsPassedOver()
     ShownViewer shown(QSize(40, 30));
     auto* mute = new Painter(50);
     mute->hasOutput = false;
-    addProcessor(shown, mute);
-    addProcessor(shown, new Painter(1));
+    addProcessor(shown.viewer, mute);
+    addProcessor(shown.viewer, new Painter(1));
     QCOMPARE(shown.show(flat(10)), 0);
     QCOMPARE(qRed(shown.pixel(5, 5)), 21);
 }
@@ -211,7 +181,7 @@ void TestViewerProcessors::rebuildRunsTheProcessorsOnTheCopy()
 {
     ShownViewer shown(QSize(40, 30));
     shown.show(flat(10));
-    addProcessor(shown, new Painter(1));
+    addProcessor(shown.viewer, new Painter(1));
     QCOMPARE(qRed(shown.pixel(5, 5)), 10);
     QCOMPARE(shown.run("cmd.image.rebuild"), 1);
     QCOMPARE(qRed(shown.pixel(5, 5)), 21);
@@ -226,7 +196,7 @@ void TestViewerProcessors::rebuildRunsTheProcessorsOnBothOfAPair()
 {
     ShownViewer shown(QSize(82, 30));
     QCOMPARE(shown.viewer->displayPair(flat(10).record(), flat(20).record()), 1);
-    addProcessor(shown, new Painter(1));
+    addProcessor(shown.viewer, new Painter(1));
     QCOMPARE(shown.run("cmd.image.rebuild"), 1);
     QCOMPARE(qRed(shown.pixel(20, 15)), 21);
     QCOMPARE(qRed(shown.pixel(62, 15)), 41);
@@ -258,7 +228,7 @@ void TestViewerProcessors::nothingOfAProcessorsBufferIsReadLater()
     TestImage image(pixelType, 8, 6, [](int x, int y, int c) { return 20 + 7 * x + 3 * y + 11 * c; });
     const QImage expected = closeUp(image, nullptr);
     ShownViewer shown(QSize(200, 150));
-    addProcessor(shown, new Replacer(image));
+    addProcessor(shown.viewer, new Replacer(image));
     QCOMPARE(shown.show(flat(77)), 0);
     image.poison();
     shown.setScale(48.0);
