@@ -1,3 +1,4 @@
+#include "tests/dialog/DialogData.h"
 #include "tests/dialog/FailingAllocations.h"
 #include "tests/dialog/RunAllocations.h"
 #include "tests/support/Cursors.h"
@@ -19,16 +20,6 @@ TestFrame largeFrame()
 TestFrame smallFrame()
 {
     return TestFrame(3, 2, 12, [](int x, int y) { return static_cast<unsigned>(900 - 70 * x - 30 * y); });
-}
-
-QVector<double> listed(const std::list<double>& gains)
-{
-    return QVector<double>(gains.begin(), gains.end());
-}
-
-QVector<int> items(const std::uint16_t* line, int count)
-{
-    return line ? QVector<int>(line, line + count) : QVector<int>();
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "tests/fakes/FakeViewer.h"
 #include "tests/support/Cursors.h"
 #include "tests/support/DialogProbe.h"
+#include "tests/support/LinkedViews.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -299,10 +300,7 @@ void TestDeferredRequests::whoeverHoldsTheLockCarriesOut()
     d.take(TestFrame::rising(30));
     d.Update();
     _ZorImage stage{};
-    stage.width = 30;
-    stage.height = 20;
-    FakeViewer::script().stageImage = &stage;
-    FakeViewer::script().settings["display.view.scale"] = 2.0;
+    setStage(stage, 30, 20, 2.0);
     FakeViewer::calls().clear();
     QString inside = "nobody asked";
     const auto ask = [&] {

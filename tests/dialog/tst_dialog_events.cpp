@@ -1,7 +1,9 @@
 #include "splitter/CGridSplitter.h"
+#include "tests/dialog/DialogData.h"
 #include "tests/support/Cursors.h"
 #include "tests/support/DialogProbe.h"
 #include "tests/support/ModalWatch.h"
+#include "tests/support/NotifiedHost.h"
 
 #include <QCloseEvent>
 #include <QLineEdit>
@@ -18,29 +20,8 @@
 
 namespace {
 
-/// What a host notices of the dialog.
-struct Host
-{
-    QVector<std::uint32_t> codes;
-    std::function<void(std::uint32_t)> onCode;
-
-    static int call(void* context, std::uint32_t code, ZBKInterfacePlugIn*)
-    {
-        auto* host = static_cast<Host*>(context);
-        host->codes.append(code);
-        if (host->onCode)
-            host->onCode(code);
-        return 1;
-    }
-};
-
 const QVector<std::uint32_t> Opened{16387};
 const QVector<std::uint32_t> OpenedClosed{16387, 16386};
-
-TestFrame unevenFrame()
-{
-    return TestFrame(4, 3, 12, [](int x, int y) { return static_cast<unsigned>(800 + 100 * x + 7 * y); });
-}
 
 } // namespace
 
@@ -80,14 +61,14 @@ void TestDialogEvents::firstShowNotifiesThenComputesThenMarks()
 {
     DialogProbe d;
     d.take(unevenFrame());
-    Host host;
+    NotifiedHost host;
     bool computedBefore = true;
     bool shownBefore = true;
     host.onCode = [&](std::uint32_t) {
         computedBefore = d.m_flatY != nullptr;
         shownBefore = d.m_shown;
     };
-    d.SetHost(Host::call, &host, nullptr);
+    d.SetHost(NotifiedHost::call, &host, nullptr);
     d.show();
     QCOMPARE(host.codes, Opened);
     QVERIFY(!computedBefore);
@@ -99,19 +80,19 @@ void TestDialogEvents::firstShowNotifiesThenComputesThenMarks()
 void TestDialogEvents::firstShowComputesTheFrameOfTheCallback()
 {
     DialogProbe d;
-    Host host;
+    NotifiedHost host;
     host.onCode = [&](std::uint32_t) { d.take(unevenFrame()); };
-    d.SetHost(Host::call, &host, nullptr);
+    d.SetHost(NotifiedHost::call, &host, nullptr);
     d.show();
     QVERIFY(d.m_flatY);
-    QCOMPARE(int(d.m_columnGains.size()), 4);
+    QCOMPARE(int(d.m_columnGains.size()), 6);
 }
 
 void TestDialogEvents::firstShowWithoutAFrameMarksTheDialogShown()
 {
     DialogProbe d;
-    Host host;
-    d.SetHost(Host::call, &host, nullptr);
+    NotifiedHost host;
+    d.SetHost(NotifiedHost::call, &host, nullptr);
     d.show();
     QVERIFY(d.m_shown);
     QVERIFY(!d.m_image);
@@ -138,8 +119,8 @@ void TestDialogEvents::closeNotifiesAndKeepsEverything()
 {
     DialogProbe d;
     d.take(unevenFrame());
-    Host host;
-    d.SetHost(Host::call, &host, nullptr);
+    NotifiedHost host;
+    d.SetHost(NotifiedHost::call, &host, nullptr);
     d.show();
     const std::uint16_t* result = d.m_flatY;
     bool shownInClose = false;
@@ -167,8 +148,8 @@ void TestDialogEvents::closeAndShowRunsAnew()
     QFETCH(int, columns);
     DialogProbe d;
     d.take(unevenFrame());
-    Host host;
-    d.SetHost(Host::call, &host, nullptr);
+    NotifiedHost host;
+    d.SetHost(NotifiedHost::call, &host, nullptr);
     d.show();
     d.close();
     d.ui.lENormFFC->setText(QStringLiteral("0.5"));
@@ -185,8 +166,8 @@ void TestDialogEvents::closeAndShowRunsAnew()
 void TestDialogEvents::everyCloseEventNotifies()
 {
     DialogProbe d;
-    Host host;
-    d.SetHost(Host::call, &host, nullptr);
+    NotifiedHost host;
+    d.SetHost(NotifiedHost::call, &host, nullptr);
     QCloseEvent event;
     d.closeEvent(&event);
     d.closeEvent(&event);
@@ -242,8 +223,8 @@ void TestDialogEvents::hostUpdateBeforeTheFirstShowComputes()
 void TestDialogEvents::escapeHidesWithoutACloseEvent()
 {
     DialogProbe d;
-    Host host;
-    d.SetHost(Host::call, &host, nullptr);
+    NotifiedHost host;
+    d.SetHost(NotifiedHost::call, &host, nullptr);
     d.show();
     QTest::keyClick(&d, Qt::Key_Escape);
     QVERIFY(!d.isVisible());

@@ -1,3 +1,4 @@
+#include "tests/dialog/DialogData.h"
 #include "tests/support/Cursors.h"
 #include "tests/support/DialogProbe.h"
 
@@ -8,11 +9,6 @@
 #include <utility>
 
 namespace {
-
-TestFrame unevenFrame()
-{
-    return TestFrame(6, 4, 12, [](int x, int y) { return static_cast<unsigned>(1000 + 37 * x + 11 * y); });
-}
 
 /// Whether anybody can have the lock.
 bool isFree(zor::OwnedMutex& lock)

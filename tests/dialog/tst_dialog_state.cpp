@@ -4,6 +4,8 @@
 #include "tests/support/ModalWatch.h"
 
 #include "image/PixelTypeCode.h"
+#include "tests/dialog/DialogData.h"
+#include "tests/support/RecordOf.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -12,21 +14,6 @@
 #include <cmath>
 
 namespace {
-
-unsigned uneven(int x, int y)
-{
-    return static_cast<unsigned>(1000 + 37 * x + 11 * y);
-}
-
-TestFrame unevenFrame()
-{
-    return TestFrame(6, 4, 12, uneven);
-}
-
-QVector<double> listed(const std::list<double>& gains)
-{
-    return QVector<double>(gains.begin(), gains.end());
-}
 
 /// Counts the calls that come through the virtual operation.
 class ResetCounter : public DialogProbe
@@ -134,9 +121,9 @@ void TestDialogState::packedAndDeepFramesComeDown_data()
     QTest::newRow("Mono14 comes to 8 bits")
         << codeOf("Mono14") << 14U << QByteArray("\xFF\x3F\x40\x10", 4) << 8 << 255 << 65;
     QTest::newRow("Mono12p has depth 10")
-        << codeOf("Mono12p") << 10U << QByteArray("\xBC\x3A\x12", 3) << 10 << 0xABC / 4 << 0x123 / 4;
-    QTest::newRow("Mono12Packed") << codeOf("Mono12Packed") << 12U << QByteArray("\xAB\xC3\x12", 3) << 12
-                                  << 0xABC << 0x123;
+        << Mono12p << 10U << QByteArray("\xBC\x3A\x12", 3) << 10 << 0xABC / 4 << 0x123 / 4;
+    QTest::newRow("Mono12Packed") << Mono12Packed << 12U << QByteArray("\xAB\xC3\x12", 3) << 12 << 0xABC
+                                  << 0x123;
     QTest::newRow("Mono8") << zor::Mono8 << 8U << QByteArray("\x07\x09", 2) << 8 << 7 << 9;
 }
 
@@ -148,19 +135,9 @@ void TestDialogState::packedAndDeepFramesComeDown()
     QFETCH(int, heldDepth);
     QFETCH(int, first);
     QFETCH(int, second);
-    _ZorImage record{};
-    record.recordSize = zor::ImageRecordSize;
-    record.recordVersion = zor::ImageRecordVersion;
-    record.pixelType = pixelType;
+    std::vector<std::uint8_t> memory(pixels.begin(), pixels.end());
+    _ZorImage record = recordOf(pixelType, 2, 1, static_cast<std::uint32_t>(memory.size()), memory);
     record.depth = depth;
-    record.packing = zor::pixelTypePacking(pixelType);
-    record.channels = 1;
-    record.pixelBits = zor::pixelTypeBits(pixelType);
-    record.width = 2;
-    record.height = 1;
-    record.imageSize = static_cast<std::uint32_t>(pixels.size());
-    record.pitch = record.imageSize;
-    record.data = reinterpret_cast<std::uint8_t*>(pixels.data());
     DialogProbe d;
     d.SetFrame(&record);
     QVERIFY(d.m_image);

@@ -1,3 +1,4 @@
+#include "tests/dialog/DialogData.h"
 #include "tests/dialog/FailingAllocations.h"
 #include "tests/dialog/RunAllocations.h"
 #include "tests/fakes/FakeConverter.h"
@@ -11,11 +12,6 @@
 #include <QTest>
 
 namespace {
-
-TestFrame unevenFrame()
-{
-    return TestFrame(6, 5, 12, [](int x, int y) { return static_cast<unsigned>(60 + 20 * x + 3 * y); });
-}
 
 /// The frame, both corrected images, the histogram, four means and four lines.
 constexpr int MemberBlocks = 12;

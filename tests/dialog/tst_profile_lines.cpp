@@ -1,3 +1,4 @@
+#include "tests/dialog/DialogData.h"
 #include "tests/support/DialogProbe.h"
 
 #include <QTest>
@@ -19,15 +20,6 @@ private slots:
     void eachSelectorOfTheFrameStandsAlone_data();
     void eachSelectorOfTheFrameStandsAlone();
 };
-
-namespace {
-
-QVector<int> items(const std::uint16_t* line, int count)
-{
-    return QVector<int>(line, line + count);
-}
-
-} // namespace
 
 void TestProfileLines::linesAreCopiesOfTheMeans()
 {

@@ -3,6 +3,7 @@
 #include "tests/fakes/FakeViewer.h"
 #include "tests/support/Cursors.h"
 #include "tests/support/DialogProbe.h"
+#include "tests/support/LinkedViews.h"
 #include "tests/support/ModalWatch.h"
 
 #include <QCheckBox>
@@ -248,10 +249,7 @@ void TestRefreshMemory::viewChangeInsideTheBoxIsDropped()
     QFETCH(bool, upper);
     Prepared p;
     _ZorImage stage{};
-    stage.width = Width;
-    stage.height = Height;
-    FakeViewer::script().stageImage = &stage;
-    FakeViewer::script().settings["display.view.scale"] = 2.5;
+    setStage(stage, Width, Height, 2.5);
     DisplayView* const view = upper ? p.dialog.ui.gVUp : p.dialog.ui.gVDown;
     int elapsed = -1;
     ModalWatch watch;

@@ -1,3 +1,4 @@
+#include "tests/dialog/DialogData.h"
 #include "tests/support/DialogProbe.h"
 #include "tests/support/ModalWatch.h"
 
@@ -13,16 +14,6 @@ namespace {
 
 const double Infinity = std::numeric_limits<double>::infinity();
 const double NoNumber = std::numeric_limits<double>::quiet_NaN();
-
-QVector<int> items(const std::uint16_t* line, int count)
-{
-    return QVector<int>(line, line + count);
-}
-
-QVector<double> listed(const std::list<double>& gains)
-{
-    return QVector<double>(gains.begin(), gains.end());
-}
 
 } // namespace
 

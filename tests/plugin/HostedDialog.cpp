@@ -4,7 +4,6 @@
 #include "tests/plugin/UtilityDialog.h"
 
 #include <QAbstractScrollArea>
-#include <QCheckBox>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QTest>
@@ -40,14 +39,6 @@ HostedDialog::~HostedDialog()
     m_plugIn->Release();
 }
 
-QWidget* HostedDialog::find(const char* name)
-{
-    auto* widget = m_dialog->findChild<QWidget*>(QLatin1String(name));
-    if (!widget)
-        qFatal("the dialog has no %s", name);
-    return widget;
-}
-
 void HostedDialog::hand(TestFrame frame)
 {
     _ZorImage record = frame.record();
@@ -59,14 +50,6 @@ void HostedDialog::show(const TestFrame& frame)
     hand(frame);
     m_plugIn->Update();
     QCoreApplication::processEvents();
-}
-
-void HostedDialog::click(const char* name)
-{
-    QWidget* control = find(name);
-    const QPoint place =
-        qobject_cast<QCheckBox*>(control) ? QPoint(8, control->height() / 2) : control->rect().center();
-    QTest::mouseClick(m_dialog->windowHandle(), Qt::LeftButton, {}, control->mapTo(m_dialog, place));
 }
 
 void HostedDialog::pause()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plugin/ZBKInterfacePlugIn.h"
+#include "tests/plugin/UtilityDialog.h"
 #include "tests/plugin/ViewerTap.h"
 #include "tests/support/TestFrame.h"
 
@@ -31,9 +32,12 @@ public:
     const QVector<std::uint32_t>& codes() const { return m_codes; }
 
     /// A widget of the dialog; ends the program when there is none of that name.
-    QWidget* find(const char* name);
+    static QWidget* find(const char* name) { return findInUtility(name); }
     /// The same as the class that it is.
-    template <typename Widget> Widget* find(const char* name) { return static_cast<Widget*>(find(name)); }
+    template <typename Widget> static Widget* find(const char* name)
+    {
+        return static_cast<Widget*>(find(name));
+    }
 
     /// Hands a frame over; nothing is computed.
     void hand(TestFrame frame);
@@ -41,7 +45,7 @@ public:
     void show(const TestFrame& frame);
 
     /// Clicks a control with the mouse: a check box on its box, anything else in the middle.
-    void click(const char* name);
+    static void click(const char* name) { clickInUtility(name); }
 
     /// Milliseconds after a followed change of a view in which the next ones are dropped. They pass on the
     /// program's stopped clock (StoppedClock.h).

@@ -1,18 +1,16 @@
 #include "tests/plugin/LoadedUtility.h"
 
 #include <QAbstractScrollArea>
-#include <QCheckBox>
 #include <QFile>
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
-#include <QWindow>
 
 namespace {
 
 QWidget* upperViewport()
 {
-    return static_cast<QAbstractScrollArea*>(LoadedUtility::find("gVUp"))->viewport();
+    return static_cast<QAbstractScrollArea*>(findInUtility("gVUp"))->viewport();
 }
 
 } // namespace
@@ -45,24 +43,6 @@ void LoadedUtility::show(TestFrame frame)
     _ZorImage record = frame.record();
     m_plugIn->SetImage(&record);
     m_plugIn->Update();
-}
-
-QWidget* LoadedUtility::find(const char* name)
-{
-    QDialog* dialog = utilityDialog();
-    auto* widget = dialog ? dialog->findChild<QWidget*>(QLatin1String(name)) : nullptr;
-    if (!widget)
-        qFatal("there is no %s", name);
-    return widget;
-}
-
-void LoadedUtility::click(const char* name)
-{
-    QWidget* control = find(name);
-    const QPoint place =
-        qobject_cast<QCheckBox*>(control) ? QPoint(8, control->height() / 2) : control->rect().center();
-    QTest::mouseClick(control->window()->windowHandle(), Qt::LeftButton, {},
-                      control->mapTo(control->window(), place));
 }
 
 void LoadedUtility::readPixels()

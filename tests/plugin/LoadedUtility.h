@@ -8,8 +8,6 @@
 
 #include <functional>
 
-class QWidget;
-
 /// The built plug-in in a host that lets go of it again: the loader's hint that keeps a library is cleared,
 /// and the program itself doesn't use the viewer's library. The dialog is found by the names of its widgets,
 /// and the operator's hands reach it through the mouse and keys.
@@ -30,10 +28,6 @@ public:
 
     /// Hands a frame over, has it computed and shown.
     void show(TestFrame frame);
-    /// A widget of the dialog; ends the program when there is none of that name.
-    static QWidget* find(const char* name);
-    /// Clicks a control with the mouse at the window: a check box on its box, anything else in the middle.
-    static void click(const char* name);
     /// Zooms the upper view so far in that its pixels carry numbers, and has it painted.
     static void readPixels();
     /// Opens the context menu of the upper view and closes it again; whether it opened.

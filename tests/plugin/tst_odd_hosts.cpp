@@ -1,8 +1,8 @@
 #include "tests/plugin/LoadedUtility.h"
 #include "tests/plugin/LostHeaders.h"
-#include "tests/plugin/NotifiedHost.h"
 #include "tests/support/Cursors.h"
 #include "tests/support/ModalWatch.h"
+#include "tests/support/NotifiedHost.h"
 
 #include <QCloseEvent>
 #include <QLibrary>
@@ -121,7 +121,7 @@ void TestOddHosts::applicationEndsWithoutRelease()
     if (shown) {
         hosted.plugIn.Show(true);
         hosted.utility.show(TestFrame::rising(40));
-        LoadedUtility::click("chBHighlights");
+        clickInUtility("chBHighlights");
     }
     m_application.reset();
     // The dialog is gone, and what a host may still call does nothing.
@@ -297,7 +297,7 @@ void TestOddHosts::releaseInsideARefresh()
         hosted.utility.show(TestFrame::rising(30));
     });
     if (operatorAsks) {
-        LoadedUtility::click("pBUpdate");
+        clickInUtility("pBUpdate");
         QCoreApplication::processEvents();
     } else {
         QCOMPARE(hosted.plugIn.Update(), 0);
@@ -337,14 +337,14 @@ void TestOddHosts::releaseInsideASave()
     Hosted hosted;
     hosted.plugIn.Show(true);
     if (titled) {
-        static_cast<QLineEdit*>(LoadedUtility::find("lETitle"))->setText(QStringLiteral("T"));
-        static_cast<QLineEdit*>(LoadedUtility::find("lECamera"))->setText(QStringLiteral("C"));
+        static_cast<QLineEdit*>(findInUtility("lETitle"))->setText(QStringLiteral("T"));
+        static_cast<QLineEdit*>(findInUtility("lECamera"))->setText(QStringLiteral("C"));
     }
     ModalWatch watch;
     watch.onBox = [&](QMessageBox&) { hosted.releaseInUse(); };
     watch.onFileDialog = [&](QFileDialog&) { hosted.releaseInUse(); };
     const QPointer<QDialog> dialog = utilityDialog();
-    LoadedUtility::click("pBSave");
+    clickInUtility("pBSave");
     QCOMPARE(watch.fileDialogs, titled ? 1 : 0);
     QVERIFY(hosted.stayed);
     QCOMPARE(hosted.answer, NoDialog);
@@ -372,7 +372,7 @@ void TestOddHosts::requestsInsideARefreshAreCarriedOut()
     QTimer::singleShot(0, [&] {
         isInside = QGuiApplication::overrideCursor() != nullptr;
         hosted.plugIn.Update();
-        LoadedUtility::click("chBHighlights");
+        clickInUtility("chBHighlights");
         hosted.plugIn.Reset();
     });
     hosted.plugIn.Update();

@@ -1,7 +1,7 @@
 #include "plugin/ZBKInterfacePlugIn.h"
-#include "tests/plugin/NotifiedHost.h"
 #include "tests/plugin/UtilityDialog.h"
 #include "tests/support/ModalWatch.h"
+#include "tests/support/NotifiedHost.h"
 #include "tests/support/TestFrame.h"
 
 #include <QFile>

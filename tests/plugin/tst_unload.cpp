@@ -21,18 +21,13 @@ int argumentCount = 1;
 char programName[] = "tst_unload";
 char* arguments[] = {programName, nullptr};
 
-TestFrame slopedFrame()
-{
-    return TestFrame(40, 20, 12, [](int x, int y) { return static_cast<unsigned>(500 + 7 * x + 3 * y); });
-}
-
 /// What an operator and a host do between Init and Release.
 void live(LoadedUtility& utility)
 {
     utility.plugIn().Init(noCode, nullptr);
     utility.plugIn().Show(true);
-    utility.show(slopedFrame());
-    LoadedUtility::click("chBHighlights");
+    utility.show(TestFrame::rising(40));
+    clickInUtility("chBHighlights");
     LoadedUtility::readPixels();
     QVERIFY(LoadedUtility::openMenu());
     utility.plugIn().Release();

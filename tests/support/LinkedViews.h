@@ -6,6 +6,15 @@
 #include <QRect>
 #include <QTime>
 
+/// Lets the fake viewers show an image of that size at that scale. They borrow `stage`.
+inline void setStage(_ZorImage& stage, std::uint32_t width, std::uint32_t height, double scale)
+{
+    stage.width = width;
+    stage.height = height;
+    FakeViewer::script().stageImage = &stage;
+    FakeViewer::script().settings["display.view.scale"] = scale;
+}
+
 /// A shown dialog with a frame of 40 x 20 pixels in two fake viewers, whose views can follow each other:
 /// either viewer shows `part` of the image at a scale of 2.5. Nothing is recorded yet.
 struct LinkedViews
@@ -18,10 +27,7 @@ struct LinkedViews
         listener = FakeViewer::listener();
         FakeViewer::calls().clear();
 
-        stage.width = 40;
-        stage.height = 20;
-        FakeViewer::script().stageImage = &stage;
-        FakeViewer::script().settings["display.view.scale"] = 2.5;
+        setStage(stage, 40, 20, 2.5);
         FakeViewer::script().answers["cmd.display.view.image"] = [part](ParameterMap* map) {
             *map = {{"pos.x", std::to_string(part.x())},
                     {"pos.y", std::to_string(part.y())},
