@@ -32,8 +32,8 @@ class TestBoxEventLoop : public QObject
 
 private slots:
     void cleanup();
-    void runInsideTheBoxStands_data();
-    void runInsideTheBoxStands();
+    void runInsideTheBoxIsKept_data();
+    void runInsideTheBoxIsKept();
     void frameTakenInsideTheBoxIsNotMixedUp_data();
     void frameTakenInsideTheBoxIsNotMixedUp();
     void dialogDiscardedInsideTheBoxEndsAfterIt_data();
@@ -58,12 +58,12 @@ void TestBoxEventLoop::addPlaces()
     }
 }
 
-void TestBoxEventLoop::runInsideTheBoxStands_data()
+void TestBoxEventLoop::runInsideTheBoxIsKept_data()
 {
     addPlaces();
 }
 
-void TestBoxEventLoop::runInsideTheBoxStands()
+void TestBoxEventLoop::runInsideTheBoxIsKept()
 {
     QFETCH(int, place);
     DialogProbe sound;

@@ -124,7 +124,7 @@ private slots:
     void requestsOfARefreshAreCarriedOutAfterIt_data();
     void requestsOfARefreshAreCarriedOutAfterIt();
     void resetAfterARefreshFindsTheCursorRestored();
-    void requestsOfTheSecondRefreshWaitBehindTheFirst();
+    void requestsOfTheSecondRefreshComeAfterTheFirst();
     void whoeverHoldsTheLockCarriesOut_data();
     void whoeverHoldsTheLockCarriesOut();
     void requestsWaitForTheLastHolder();
@@ -263,7 +263,7 @@ void TestDeferredRequests::resetAfterARefreshFindsTheCursorRestored()
 }
 
 // The refresh of a request that waited lets events in as well.
-void TestDeferredRequests::requestsOfTheSecondRefreshWaitBehindTheFirst()
+void TestDeferredRequests::requestsOfTheSecondRefreshComeAfterTheFirst()
 {
     Journal d;
     d.take(TestFrame::rising(30));

@@ -17,8 +17,8 @@ private slots:
     void aColumnOfTheResultAloneTakesARowToo();
     void unknownPassIsRefused();
     void secondPassOfLinesNeedsTheResult();
-    void eachSelectorOfTheFrameStandsAlone_data();
-    void eachSelectorOfTheFrameStandsAlone();
+    void eachSelectorOfTheFrameIsIndependent_data();
+    void eachSelectorOfTheFrameIsIndependent();
 };
 
 void TestProfileLines::linesAreCopiesOfTheMeans()
@@ -99,7 +99,7 @@ void TestProfileLines::secondPassOfLinesNeedsTheResult()
     QVERIFY(d.TakeProfileLines(0, -1, -1));
 }
 
-void TestProfileLines::eachSelectorOfTheFrameStandsAlone_data()
+void TestProfileLines::eachSelectorOfTheFrameIsIndependent_data()
 {
     QTest::addColumn<int>("row");
     QTest::addColumn<int>("column");
@@ -112,7 +112,7 @@ void TestProfileLines::eachSelectorOfTheFrameStandsAlone_data()
         << -1 << 0 << QVector<int>({101, 111, 121}) << QVector<int>({100, 101, 102});
 }
 
-void TestProfileLines::eachSelectorOfTheFrameStandsAlone()
+void TestProfileLines::eachSelectorOfTheFrameIsIndependent()
 {
     QFETCH(int, row);
     QFETCH(int, column);

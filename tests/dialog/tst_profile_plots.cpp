@@ -39,7 +39,7 @@ private slots:
     void curvesAreTheFourLines();
     void curvesAreDrawnFromTheLinesNotTheMeans();
     void rowCurveOfTheCorrectedImageIsShownOnRequest();
-    void pensTellTheDirection();
+    void pensShowTheDirection();
     void canvasesAreWhite();
     void valueAxesAreTheRanges();
     void entryAxisIsOneBeyondTheLongerSide_data();
@@ -117,7 +117,7 @@ void TestProfilePlots::rowCurveOfTheCorrectedImageIsShownOnRequest()
     QCOMPARE(titlesIn(d.ui.PlotDown), QStringList{"Down X"});
 }
 
-void TestProfilePlots::pensTellTheDirection()
+void TestProfilePlots::pensShowTheDirection()
 {
     DialogProbe d;
     d.ui.chBShowY->setChecked(true);

@@ -22,7 +22,7 @@ constexpr int Width = 7;
 constexpr int Height = 5;
 
 /// The allocations of a refresh in their order.
-enum Place
+enum RefreshPlace
 {
     UpperImage = 1,
     LowerImage,

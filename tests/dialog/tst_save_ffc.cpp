@@ -54,8 +54,8 @@ private slots:
     void fileHasItsLinesInOrder();
     void gainsAreWrittenWithTheChosenPrecision_data();
     void gainsAreWrittenWithTheChosenPrecision();
-    void listsAreWrittenAsTheyStand_data();
-    void listsAreWrittenAsTheyStand();
+    void listsAreWrittenAsTheyAre_data();
+    void listsAreWrittenAsTheyAre();
     void everyOtherPrecisionIsTwelveBits();
     void headerTextsAreNotEscaped_data();
     void headerTextsAreNotEscaped();
@@ -156,7 +156,7 @@ void TestSaveFfc::gainsAreWrittenWithTheChosenPrecision()
     QVERIFY2(wide.endsWith("HEX Value\n1," + at12 + "\n" + RowHeading + "1,4096\n2," + at12 + "\n"), wide);
 }
 
-void TestSaveFfc::listsAreWrittenAsTheyStand_data()
+void TestSaveFfc::listsAreWrittenAsTheyAre_data()
 {
     QTest::addColumn<std::list<double>>("columns");
     QTest::addColumn<std::list<double>>("rows");
@@ -169,7 +169,7 @@ void TestSaveFfc::listsAreWrittenAsTheyStand_data()
         << "1,256\n2,256\n3,256\n" + RowHeading + "1,256\n2,256\n";
 }
 
-void TestSaveFfc::listsAreWrittenAsTheyStand()
+void TestSaveFfc::listsAreWrittenAsTheyAre()
 {
     QFETCH(std::list<double>, columns);
     QFETCH(std::list<double>, rows);

@@ -25,7 +25,7 @@ const _ZorImage emptyPairImage = [] {
     return image;
 }();
 
-class Listener : public ZorDisplayCommand
+class SilentListener : public ZorDisplayCommand
 {
 } listener;
 

@@ -28,8 +28,8 @@ class TestInterfaceOrder : public QObject
     Q_OBJECT
 
 private slots:
-    void operationsStandAtTheirPlaces_data();
-    void operationsStandAtTheirPlaces();
+    void operationsAreAtTheirPlaces_data();
+    void operationsAreAtTheirPlaces();
     void mouseEventsStartEmpty();
     void thePlainListenerIgnoresNotifications();
     void theImageProcessorsBaseAnswers();
@@ -76,7 +76,7 @@ static void adapterRows()
     add("stageItem", &A::stageItem);
 }
 
-void TestInterfaceOrder::operationsStandAtTheirPlaces_data()
+void TestInterfaceOrder::operationsAreAtTheirPlaces_data()
 {
     QTest::addColumn<std::size_t>("place");
     QTest::addColumn<std::size_t>("expected");
@@ -110,7 +110,7 @@ void TestInterfaceOrder::operationsStandAtTheirPlaces_data()
     row("listener: notify", virtualPlace(&ZorDisplayCommand::notify), 3);
 }
 
-void TestInterfaceOrder::operationsStandAtTheirPlaces()
+void TestInterfaceOrder::operationsAreAtTheirPlaces()
 {
     if (!ZOR_HAS_VIRTUAL_PLACE)
         QSKIP("in this ABI the place of a virtual operation cannot be read");

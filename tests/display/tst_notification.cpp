@@ -15,8 +15,8 @@ private slots:
     void cleanup() { tearDown(); }
     void becomesEvents_data();
     void becomesEvents();
-    void leavesKeysBehind_data();
-    void leavesKeysBehind();
+    void leavesKeysInTheMap_data();
+    void leavesKeysInTheMap();
     void mouseEventsCarryTheirPlaces_data();
     void mouseEventsCarryTheirPlaces();
     void aPressHandsItsResultBack();
@@ -116,7 +116,7 @@ void TestNotification::becomesEvents()
     QCOMPARE(calledNames().contains("cmd.system.menu.create"), menu);
 }
 
-void TestNotification::leavesKeysBehind_data()
+void TestNotification::leavesKeysInTheMap_data()
 {
     QTest::addColumn<QByteArray>("code");
     QTest::addColumn<QStringList>("after");
@@ -129,7 +129,7 @@ void TestNotification::leavesKeysBehind_data()
     QTest::newRow("a finished image") << QByteArray("processed") << QStringList{"code=processed"};
 }
 
-void TestNotification::leavesKeysBehind()
+void TestNotification::leavesKeysInTheMap()
 {
     QFETCH(QByteArray, code);
     QFETCH(QStringList, after);

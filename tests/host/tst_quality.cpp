@@ -16,9 +16,9 @@ Q_DECLARE_METATYPE(std::vector<double>)
 namespace {
 
 /// Rows padded with values that must never count.
-struct Samples
+struct MonoSamples
 {
-    Samples(int depthOfPixels, int widthOfImage, int heightOfImage, const std::vector<int>& pixels)
+    MonoSamples(int depthOfPixels, int widthOfImage, int heightOfImage, const std::vector<int>& pixels)
         : depth(depthOfPixels)
         , width(widthOfImage)
         , height(heightOfImage)
@@ -94,10 +94,10 @@ void TestQuality::variationIsDeviationOverMean()
 
 void TestQuality::meansAreExactAndSkipPadding()
 {
-    const Samples narrow(8, 3, 2, {0, 255, 10, 1, 255, 20});
+    const MonoSamples narrow(8, 3, 2, {0, 255, 10, 1, 255, 20});
     QCOMPARE(columnMeans(narrow.view()), (std::vector<double>{0.5, 255.0, 15.0}));
     QCOMPARE(rowMeans(narrow.view()), (std::vector<double>{265.0 / 3, 92.0}));
-    const Samples wide(16, 2, 2, {65535, 1, 65534, 2});
+    const MonoSamples wide(16, 2, 2, {65535, 1, 65534, 2});
     QCOMPARE(columnMeans(wide.view()), (std::vector<double>{65534.5, 1.5}));
     QCOMPARE(rowMeans(wide.view()), (std::vector<double>{32768.0, 32768.0}));
 }
@@ -105,7 +105,7 @@ void TestQuality::meansAreExactAndSkipPadding()
 void TestQuality::nonUniformityOfColumnsAndRows()
 {
     // Column means 100, 200: 50 of 150. Row means 125, 175: 25 of 150.
-    const Samples image(10, 2, 2, {75, 175, 125, 225});
+    const MonoSamples image(10, 2, 2, {75, 175, 125, 225});
     const NonUniformity figures = nonUniformity(image.view());
     QCOMPARE(figures.columns, 100.0 / 3);
     QCOMPARE(figures.rows, 50.0 / 3);
@@ -113,17 +113,18 @@ void TestQuality::nonUniformityOfColumnsAndRows()
 
 void TestQuality::saturatedPixelsAreThoseAtTheLimit()
 {
-    QCOMPARE(saturatedShare(Samples(8, 2, 2, {255, 254, 0, 255}).view()), 0.5);
-    QCOMPARE(saturatedShare(Samples(10, 2, 2, {1023, 1022, 255, 0}).view()), 0.25);
-    QCOMPARE(saturatedShare(Samples(16, 1, 2, {65534, 0}).view()), 0.0);
+    QCOMPARE(saturatedShare(MonoSamples(8, 2, 2, {255, 254, 0, 255}).view()), 0.5);
+    QCOMPARE(saturatedShare(MonoSamples(10, 2, 2, {1023, 1022, 255, 0}).view()), 0.25);
+    QCOMPARE(saturatedShare(MonoSamples(16, 1, 2, {65534, 0}).view()), 0.0);
 }
 
 void TestQuality::newlySaturatedPixelsWereBelowTheLimitBefore()
 {
-    const Samples before(8, 2, 2, {255, 254, 0, 255});
-    QCOMPARE(newlySaturatedShare(before.view(), Samples(8, 2, 2, {255, 255, 254, 100}).view()), 0.25);
+    const MonoSamples before(8, 2, 2, {255, 254, 0, 255});
+    QCOMPARE(newlySaturatedShare(before.view(), MonoSamples(8, 2, 2, {255, 255, 254, 100}).view()), 0.25);
     QCOMPARE(newlySaturatedShare(before.view(), before.view()), 0.0);
-    QCOMPARE(newlySaturatedShare(Samples(12, 2, 1, {1, 4094}).view(), Samples(12, 2, 1, {4095, 4095}).view()),
+    QCOMPARE(newlySaturatedShare(MonoSamples(12, 2, 1, {1, 4094}).view(),
+                                 MonoSamples(12, 2, 1, {4095, 4095}).view()),
              1.0);
 }
 
@@ -162,7 +163,7 @@ void TestQuality::aWrappedCellIsFoundInEveryColumn()
 
 void TestQuality::correctedFrameAppliesBothTables()
 {
-    const Samples image(12, 2, 2, {1000, 2000, 500, 3000});
+    const MonoSamples image(12, 2, 2, {1000, 2000, 500, 3000});
     const CorrectedFrame corrected(image.view(), {512, 256}, {256, 384}, 8);
     const ConstImageView view = corrected.view();
     QCOMPARE(view.width, 2);

@@ -8,8 +8,6 @@
 
 namespace {
 
-using Samples = std::vector<std::uint16_t>;
-
 /// Odd, and no multiple of a colour cell.
 constexpr int Width = 15;
 constexpr int Height = 9;
@@ -80,8 +78,8 @@ void TestZorffcAllFormats::anEvenSimulatedFlatStaysEven()
     const std::uint32_t depth = targetDepth(row.depth);
     // 0.4 times 2^n - 1, to nearest, at the bits of the samples; then a shift to the depth.
     const std::uint32_t sample = (((1u << sampleBits) - 1) * 4 + 5) / 10 >> (sampleBits - depth);
-    QCOMPARE(readFile(path("f.pgm")),
-             pgm(Width, Height, (1 << depth) - 1, Samples(Width * Height, std::uint16_t(sample))));
+    QCOMPARE(readFile(path("f.pgm")), pgm(Width, Height, (1 << depth) - 1,
+                                          std::vector<std::uint16_t>(Width * Height, std::uint16_t(sample))));
 }
 
 QTEST_GUILESS_MAIN(TestZorffcAllFormats)

@@ -60,12 +60,12 @@ private slots:
     void writesTheGainsOfAFrame();
     void readsOtherFiles_data();
     void readsOtherFiles();
-    void summaryTellsWhatWasDone();
+    void summarySaysWhatWasDone();
     void summaryOfAFrameWithoutLight();
     void warnsOfAPoorFrame_data();
     void warnsOfAPoorFrame();
-    void aGuessedDepthThatLimitsPixelsIsTold_data();
-    void aGuessedDepthThatLimitsPixelsIsTold();
+    void aGuessedDepthThatLimitsPixelsIsReported_data();
+    void aGuessedDepthThatLimitsPixelsIsReported();
     void theWayOutOfAWrappedFrameLeavesItFlat();
     void keepsALinkAndThePermissionsOfTheTarget();
     void keepsTheOwnerOfTheTarget();
@@ -199,7 +199,7 @@ void TestZorffcCompute::readsOtherFiles()
     QVERIFY2(run.out.contains("Format           " + format), qPrintable(run.transcript()));
 }
 
-void TestZorffcCompute::summaryTellsWhatWasDone()
+void TestZorffcCompute::summarySaysWhatWasDone()
 {
     writeFile(path("f.pgm"), pgm(2, 2, 4095, {1000, 2000, 500, 1000}));
     const ZorffcRun run = compute(QStringList{"f.pgm", "--output", "f.ffc"} + Header);
@@ -340,7 +340,7 @@ void TestZorffcCompute::warnsOfAPoorFrame()
     QCOMPARE(run.exitCode, 0);
 }
 
-void TestZorffcCompute::aGuessedDepthThatLimitsPixelsIsTold_data()
+void TestZorffcCompute::aGuessedDepthThatLimitsPixelsIsReported_data()
 {
     QTest::addColumn<int>("bits");
     QTest::addColumn<int>("brightest");
@@ -355,7 +355,7 @@ void TestZorffcCompute::aGuessedDepthThatLimitsPixelsIsTold_data()
     QTest::newRow("samples of one byte have no more") << 8 << 240 << QStringList{} << 255 << false;
 }
 
-void TestZorffcCompute::aGuessedDepthThatLimitsPixelsIsTold()
+void TestZorffcCompute::aGuessedDepthThatLimitsPixelsIsReported()
 {
     QFETCH(int, bits);
     QFETCH(int, brightest);

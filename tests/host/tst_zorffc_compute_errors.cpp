@@ -29,7 +29,7 @@ private slots:
     void refusesBadTargets_data();
     void refusesBadTargets();
     void aFailingWriteKeepsTheTarget();
-    void aSummaryThatCannotBeToldKeepsTheTarget();
+    void aSummaryThatCannotBeWrittenKeepsTheTarget();
 
 private:
     QString path(const QString& name) const { return m_folder->filePath(name); }
@@ -235,7 +235,7 @@ void TestZorffcComputeErrors::aFailingWriteKeepsTheTarget()
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
 
-void TestZorffcComputeErrors::aSummaryThatCannotBeToldKeepsTheTarget()
+void TestZorffcComputeErrors::aSummaryThatCannotBeWrittenKeepsTheTarget()
 {
     writeFile(path("f.pgm"), smallFrame());
     writeFile(path("f.ffc"), "what was there");

@@ -25,13 +25,13 @@ private slots:
     void theDepthOfThePictureCanBeAsked();
     void aStretchedPictureHasFullScale_data();
     void aStretchedPictureHasFullScale();
-    void aPictureThatViewersShowDarkIsTold_data();
-    void aPictureThatViewersShowDarkIsTold();
-    void theEndingTellsTheKind_data();
-    void theEndingTellsTheKind();
+    void aPictureThatViewersShowDarkIsReported_data();
+    void aPictureThatViewersShowDarkIsReported();
+    void theEndingDecidesTheKind_data();
+    void theEndingDecidesTheKind();
     void picturesGoThroughAllKindsUnchanged_data();
     void picturesGoThroughAllKindsUnchanged();
-    void theSummaryTellsWhatWasDone();
+    void theSummarySaysWhatWasDone();
     void anExistingPictureIsReplaced();
 
 private:
@@ -211,7 +211,7 @@ void TestZorffcConvert::aStretchedPictureHasFullScale()
     QCOMPARE(readFile(path("f.pgm")), pgm(2, 1, maxval, samples));
 }
 
-void TestZorffcConvert::aPictureThatViewersShowDarkIsTold_data()
+void TestZorffcConvert::aPictureThatViewersShowDarkIsReported_data()
 {
     QTest::addColumn<QString>("format");
     QTest::addColumn<QStringList>("output");
@@ -229,7 +229,7 @@ void TestZorffcConvert::aPictureThatViewersShowDarkIsTold_data()
     QTest::newRow("a PNG of 14 bits, which come down to 8") << "Mono14" << QStringList{"f.png"} << "";
 }
 
-void TestZorffcConvert::aPictureThatViewersShowDarkIsTold()
+void TestZorffcConvert::aPictureThatViewersShowDarkIsReported()
 {
     QFETCH(QString, format);
     QFETCH(QStringList, output);
@@ -240,7 +240,7 @@ void TestZorffcConvert::aPictureThatViewersShowDarkIsTold()
     QVERIFY2(run.out.endsWith("\nPicture          " + output[0] + note + "\n"), qPrintable(run.transcript()));
 }
 
-void TestZorffcConvert::theEndingTellsTheKind_data()
+void TestZorffcConvert::theEndingDecidesTheKind_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("start");
@@ -252,7 +252,7 @@ void TestZorffcConvert::theEndingTellsTheKind_data()
     QTest::newRow("the last ending counts") << "f.png.pgm" << QByteArray("P5\n2 1\n4095\n");
 }
 
-void TestZorffcConvert::theEndingTellsTheKind()
+void TestZorffcConvert::theEndingDecidesTheKind()
 {
     QFETCH(QString, name);
     QFETCH(QByteArray, start);
@@ -300,7 +300,7 @@ void TestZorffcConvert::picturesGoThroughAllKindsUnchanged()
     }
 }
 
-void TestZorffcConvert::theSummaryTellsWhatWasDone()
+void TestZorffcConvert::theSummarySaysWhatWasDone()
 {
     writeFile(path("f.raw"), QByteArray(16, 'M'));
     const ZorffcRun dump = convert({"f.raw", "--format", "BayerRG8", "--size", "4x4", "f.png"});

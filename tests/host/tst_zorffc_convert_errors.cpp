@@ -14,7 +14,7 @@ private slots:
     void init();
     void refusesWhatIsWrong_data();
     void refusesWhatIsWrong();
-    void aSummaryThatCannotBeToldKeepsTheTarget();
+    void aSummaryThatCannotBeWrittenKeepsTheTarget();
     void aFailingWriteKeepsTheTarget_data();
     void aFailingWriteKeepsTheTarget();
 
@@ -138,7 +138,7 @@ void TestZorffcConvertErrors::refusesWhatIsWrong()
     QCOMPARE(namesIn(m_folder->path()), before);
 }
 
-void TestZorffcConvertErrors::aSummaryThatCannotBeToldKeepsTheTarget()
+void TestZorffcConvertErrors::aSummaryThatCannotBeWrittenKeepsTheTarget()
 {
     const QStringList before = namesIn(m_folder->path());
     const ZorffcRun run =

@@ -16,7 +16,7 @@
 namespace {
 
 /// Depth, size and content of the frames that both sides get.
-struct Frame
+struct FrameShape
 {
     int depth;
     int width;
@@ -24,7 +24,7 @@ struct Frame
     const char* content; ///< "random", "vignette", "black column", "black row", "black", "bright"
 };
 
-TestFrame makeFrame(const Frame& frame)
+TestFrame makeFrame(const FrameShape& frame)
 {
     std::mt19937 random(static_cast<unsigned>(frame.depth * 1000 + frame.width));
     const unsigned limit = (1U << frame.depth) - 1U;
@@ -75,7 +75,7 @@ QByteArray difference(const QByteArray& actual, const QByteArray& expected)
 
 } // namespace
 
-Q_DECLARE_METATYPE(Frame)
+Q_DECLARE_METATYPE(FrameShape)
 
 /// The command line and the dialog make the same file of the same frame.
 class TestZorffcDialog : public QObject
@@ -121,10 +121,10 @@ QByteArray TestZorffcDialog::save(const TestFrame& frame, const QString& normali
 
 void TestZorffcDialog::tablesAreThoseOfTheDialog_data()
 {
-    QTest::addColumn<Frame>("frame");
+    QTest::addColumn<FrameShape>("frame");
     QTest::addColumn<QString>("normalize"); // empty: the mean is the target
     QTest::addColumn<int>("precision");
-    const Frame frames[] = {
+    const FrameShape frames[] = {
         {8, 64, 48, "vignette"},      {8, 61, 37, "random"},     {8, 33, 20, "black column"},
         {8, 7, 5, "black row"},       {8, 5, 4, "black"},        {8, 1, 1, "random"},
         {10, 64, 48, "vignette"},     {10, 63, 31, "random"},    {10, 17, 9, "black column"},
@@ -132,7 +132,7 @@ void TestZorffcDialog::tablesAreThoseOfTheDialog_data()
         {12, 31, 12, "bright"},       {16, 64, 48, "vignette"},  {16, 65, 47, "random"},
         {16, 3, 200, "black column"}, {16, 200, 3, "black row"},
     };
-    for (const Frame& frame : frames) {
+    for (const FrameShape& frame : frames) {
         for (const char* normalize : {"1", "0.5", "1.75", ""}) {
             for (const int precision : {8, 12}) {
                 QTest::addRow("%d bits, %d x %d, %s, %s, %d fraction bits", frame.depth, frame.width,
@@ -145,7 +145,7 @@ void TestZorffcDialog::tablesAreThoseOfTheDialog_data()
 
 void TestZorffcDialog::tablesAreThoseOfTheDialog()
 {
-    QFETCH(Frame, frame);
+    QFETCH(FrameShape, frame);
     QFETCH(QString, normalize);
     QFETCH(int, precision);
     const TestFrame pixels = makeFrame(frame);

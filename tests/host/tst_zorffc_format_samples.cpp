@@ -8,8 +8,6 @@
 
 namespace {
 
-using Samples = std::vector<std::uint16_t>;
-
 /// Odd, and no multiple of a colour cell.
 constexpr int Width = 15;
 constexpr int Height = 9;
@@ -44,7 +42,7 @@ private:
     ZorffcRun run(const QStringList& arguments) const { return runZorffc(m_folder.path(), arguments); }
 
     QTemporaryDir m_folder;
-    Samples m_flat14; ///< the default flat of a sensor of 14 bits
+    std::vector<std::uint16_t> m_flat14; ///< the default flat of a sensor of 14 bits
 };
 
 void TestZorffcFormatSamples::addFormats(bool mosaics)
@@ -90,7 +88,7 @@ void TestZorffcFormatSamples::aSimulatedFlatKeepsItsSamples()
 
     QByteArray expected = readFile(path(depth + ".pgm"));
     if (sampleBits == 14) {
-        Samples broughtUp;
+        std::vector<std::uint16_t> broughtUp;
         for (const std::uint16_t sample : m_flat14)
             broughtUp.push_back(std::uint16_t(sample << 2 | sample >> 12));
         expected = pgm(Width, Height, 65535, broughtUp);

@@ -10,15 +10,15 @@ class TestZorffcFormats : public QObject
     Q_OBJECT
 
 private slots:
-    void allFormatsStandInTheirOrder();
-    void aLineTellsAFormat_data();
-    void aLineTellsAFormat();
+    void allFormatsAreInTheirOrder();
+    void aLineDescribesAFormat_data();
+    void aLineDescribesAFormat();
     void everyColumnHasItsPlace();
     void aTextChoosesByNameOrFamily_data();
     void aTextChoosesByNameOrFamily();
-    void wrongUseIsTold_data();
-    void wrongUseIsTold();
-    void aTableThatCannotBeToldIsAnError();
+    void wrongUseIsReported_data();
+    void wrongUseIsReported();
+    void aTableThatCannotBeWrittenIsAnError();
 
 private:
     ZorffcRun formats(const QStringList& arguments = {}) const
@@ -34,7 +34,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-void TestZorffcFormats::allFormatsStandInTheirOrder()
+void TestZorffcFormats::allFormatsAreInTheirOrder()
 {
     const ZorffcRun run = formats();
     QVERIFY2(run.exitCode == 0 && run.err.isEmpty(), qPrintable(run.transcript()));
@@ -55,7 +55,7 @@ void TestZorffcFormats::allFormatsStandInTheirOrder()
     QCOMPARE(namesIn(m_folder.path()), QStringList());
 }
 
-void TestZorffcFormats::aLineTellsAFormat_data()
+void TestZorffcFormats::aLineDescribesAFormat_data()
 {
     QTest::addColumn<QString>("line");
     for (const char* line : {
@@ -74,7 +74,7 @@ void TestZorffcFormats::aLineTellsAFormat_data()
         QTest::newRow(line) << QString(line);
 }
 
-void TestZorffcFormats::aLineTellsAFormat()
+void TestZorffcFormats::aLineDescribesAFormat()
 {
     QFETCH(QString, line);
     QStringList lines;
@@ -123,7 +123,7 @@ void TestZorffcFormats::aTextChoosesByNameOrFamily()
     QCOMPARE(rows(run).first().simplified().split(' ')[1], first);
 }
 
-void TestZorffcFormats::wrongUseIsTold_data()
+void TestZorffcFormats::wrongUseIsReported_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("names");
@@ -133,7 +133,7 @@ void TestZorffcFormats::wrongUseIsTold_data()
     QTest::newRow("an option of other commands") << QStringList{"--format", "Mono8"} << "--format";
 }
 
-void TestZorffcFormats::wrongUseIsTold()
+void TestZorffcFormats::wrongUseIsReported()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, names);
@@ -143,7 +143,7 @@ void TestZorffcFormats::wrongUseIsTold()
     QVERIFY2(run.err.contains(names), qPrintable(run.transcript()));
 }
 
-void TestZorffcFormats::aTableThatCannotBeToldIsAnError()
+void TestZorffcFormats::aTableThatCannotBeWrittenIsAnError()
 {
     const ZorffcRun run = runShell(m_folder.path(), "exec \"$@\" >/dev/full", {"formats"});
     QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));

@@ -127,7 +127,7 @@ private slots:
     void leftoversOfKilledRunsAreSwept_data();
     void leftoversOfKilledRunsAreSwept();
     void whatOnlyLooksLikeALeftoverStays();
-    void aMissingPieceOfQtIsTold();
+    void aMissingPieceOfQtIsReported();
 
 private:
     QString path(const QString& name) const { return m_folder->filePath(name); }
@@ -187,9 +187,9 @@ void TestZorffcProcess::aReaderThatHasSeenEnoughIsNoError()
     run.setWorkingDirectory(m_folder->path());
     run.start(ZORFFC_PROGRAM, arguments);
     QVERIFY(run.waitForFinished(60000));
-    const QByteArray told = run.readAllStandardError();
-    QVERIFY2(run.exitStatus() == QProcess::NormalExit && run.exitCode() == exitCode, told.constData());
-    QVERIFY2(told.isEmpty() == (exitCode == 0), told.constData());
+    const QByteArray message = run.readAllStandardError();
+    QVERIFY2(run.exitStatus() == QProcess::NormalExit && run.exitCode() == exitCode, message.constData());
+    QVERIFY2(message.isEmpty() == (exitCode == 0), message.constData());
     QCOMPARE(readFile(path("f.ffc")), QByteArray("what was there"));
     QCOMPARE(namesIn(m_folder->path()), (QStringList{"f.ffc", "f.pgm"}));
 }
@@ -295,7 +295,7 @@ void TestZorffcProcess::whatOnlyLooksLikeALeftoverStays()
     QCOMPARE(namesIn(m_folder->path()), before);
 }
 
-void TestZorffcProcess::aMissingPieceOfQtIsTold()
+void TestZorffcProcess::aMissingPieceOfQtIsReported()
 {
     // A copy of the program that looks for Qt's plug-ins where there are none.
     QVERIFY(QFile::copy(ZORFFC_PROGRAM, path("zorffc")));
@@ -307,10 +307,11 @@ void TestZorffcProcess::aMissingPieceOfQtIsTold()
     run.setWorkingDirectory(m_folder->path());
     run.start(path("zorffc"), {"report", "f.pgm", "--ffc", "f.ffc", "-o", "f.png"});
     QVERIFY(run.waitForFinished(60000));
-    const QByteArray told = run.readAllStandardError();
-    QVERIFY2(run.exitStatus() == QProcess::NormalExit && run.exitCode() == 2, told.constData());
-    QVERIFY2(told.startsWith("zorffc: ") && told.contains("platform plugin") && told.count('\n') == 1,
-             told.constData());
+    const QByteArray message = run.readAllStandardError();
+    QVERIFY2(run.exitStatus() == QProcess::NormalExit && run.exitCode() == 2, message.constData());
+    QVERIFY2(message.startsWith("zorffc: ") && message.contains("platform plugin") &&
+                 message.count('\n') == 1,
+             message.constData());
     QCOMPARE(namesIn(m_folder->path()), before);
 }
 

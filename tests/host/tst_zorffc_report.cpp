@@ -54,7 +54,7 @@ private slots:
     void drawsFramesOfAnySize();
     void figuresAreThoseOfCompute();
     void gainsAreThoseOfTheFile();
-    void userTextsAreDrawnAsTheyStand();
+    void userTextsAreDrawnAsTheyAre();
     void anEvenFrameIsDrawnInGrey();
     void warnsOfLimitedPixels();
     void warningsWaitForTheEnd();
@@ -238,7 +238,7 @@ void TestZorffcReport::gainsAreThoseOfTheFile()
              qPrintable(other.transcript()));
 }
 
-void TestZorffcReport::userTextsAreDrawnAsTheyStand()
+void TestZorffcReport::userTextsAreDrawnAsTheyAre()
 {
     // Names that hold place marks are drawn letter by letter: two that differ after a mark differ in the
     // picture, and a mark is not replaced by one of the other texts.

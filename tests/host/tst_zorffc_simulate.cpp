@@ -23,9 +23,9 @@ private slots:
     void aFormatMakesADump_data();
     void aFormatMakesADump();
     void theDumpHoldsThePgmsSamples();
-    void theSummaryTellsHowToReadADump();
+    void theSummarySaysHowToReadADump();
     void computeMakesASampleFlat();
-    void theSystemGainIsToldWithItsDigits();
+    void theSystemGainIsReportedWithItsDigits();
     void refusesBadSettings_data();
     void refusesBadSettings();
 
@@ -142,7 +142,7 @@ void TestZorffcSimulate::theDumpHoldsThePgmsSamples()
     QCOMPARE(readFile(path("f.raw")), swapped);
 }
 
-void TestZorffcSimulate::theSummaryTellsHowToReadADump()
+void TestZorffcSimulate::theSummarySaysHowToReadADump()
 {
     const ZorffcRun run = simulate("f.raw", {"--size", "3x1", "--format", "BayerRG12Packed"});
     QVERIFY2(run.out.startsWith("Frame            3 x 1 pixels, 12 bits\n"), qPrintable(run.transcript()));
@@ -173,7 +173,7 @@ void TestZorffcSimulate::computeMakesASampleFlat()
         QVERIFY2(match.captured(after).toDouble() < 0.05, qPrintable(run.out));
 }
 
-void TestZorffcSimulate::theSystemGainIsToldWithItsDigits()
+void TestZorffcSimulate::theSystemGainIsReportedWithItsDigits()
 {
     const ZorffcRun run = simulate("f.pgm", {"--size", "2x2", "--full-well", "1000000000"});
     QVERIFY2(run.out.contains("full well 1000000000 e-, system gain 4.095e-06 DN/e-, seed 1"),

@@ -12,7 +12,7 @@ private slots:
     void helpAndVersionEndWell();
     void wrongUseEndsWith2AndOneLine_data();
     void wrongUseEndsWith2AndOneLine();
-    void helpThatCannotBeToldIsAnError();
+    void helpThatCannotBeWrittenIsAnError();
 
 private:
     QTemporaryDir m_folder;
@@ -93,7 +93,7 @@ void TestZorffcUsage::wrongUseEndsWith2AndOneLine()
     QVERIFY2(run.err.contains(names), qPrintable(run.transcript()));
 }
 
-void TestZorffcUsage::helpThatCannotBeToldIsAnError()
+void TestZorffcUsage::helpThatCannotBeWrittenIsAnError()
 {
     const ZorffcRun run = runShell(m_folder.path(), "exec \"$@\" >/dev/full", {"--help"});
     QVERIFY2(run.exitCode == 2, qPrintable(run.transcript()));

@@ -43,8 +43,8 @@ class TestHighlightMarks : public QObject
     Q_OBJECT
 
 private slots:
-    void linesAreMarkedAsTold_data();
-    void linesAreMarkedAsTold();
+    void rowsAreMarkedAsRequired_data();
+    void rowsAreMarkedAsRequired();
     void theThresholdIs128AtEveryDepth_data();
     void theThresholdIs128AtEveryDepth();
     void signedBytesAreNeverMarked();
@@ -52,13 +52,13 @@ private slots:
     void packedImagesAreCopies();
     void marksRunOnAfterARow_data();
     void marksRunOnAfterARow();
-    void marksRunOnBehindTheImage_data();
-    void marksRunOnBehindTheImage();
+    void marksRunOnAfterTheImage_data();
+    void marksRunOnAfterTheImage();
     void everyFormatAgreesWithTheReference_data();
     void everyFormatAgreesWithTheReference();
 };
 
-void TestHighlightMarks::linesAreMarkedAsTold_data()
+void TestHighlightMarks::rowsAreMarkedAsRequired_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QVector<qint64>>("row");
@@ -84,7 +84,7 @@ void TestHighlightMarks::linesAreMarkedAsTold_data()
     add("BGR of 16 bits", "BGR16", V{60000, 1, 2, 3, 4, 5}, V{60000, 0, 0, 3, 4, 5});
 }
 
-void TestHighlightMarks::linesAreMarkedAsTold()
+void TestHighlightMarks::rowsAreMarkedAsRequired()
 {
     QFETCH(QByteArray, name);
     QFETCH(QVector<qint64>, row);
@@ -226,7 +226,7 @@ void TestHighlightMarks::marksRunOnAfterARow()
     QTEST(QByteArray(reinterpret_cast<const char*>(output->data), int(output->imageSize)), "expected");
 }
 
-void TestHighlightMarks::marksRunOnBehindTheImage_data()
+void TestHighlightMarks::marksRunOnAfterTheImage_data()
 {
     QTest::addColumn<QVector<qint64>>("row");
     QTest::addColumn<int>("sampleBytes");
@@ -241,7 +241,7 @@ void TestHighlightMarks::marksRunOnBehindTheImage_data()
 }
 
 // Up to two elements, in the bytes that the image library keeps after each image.
-void TestHighlightMarks::marksRunOnBehindTheImage()
+void TestHighlightMarks::marksRunOnAfterTheImage()
 {
     QFETCH(QVector<qint64>, row);
     QFETCH(int, sampleBytes);

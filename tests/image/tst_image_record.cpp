@@ -12,7 +12,7 @@ class TestImageRecord : public QObject
     Q_OBJECT
 
 private slots:
-    void everyFieldStandsAtItsOffset();
+    void everyFieldIsAtItsOffset();
     void theFormatBlockIsBytes8To31();
     void aRowTakesItsBitsRoundedUp_data();
     void aRowTakesItsBitsRoundedUp();
@@ -31,7 +31,7 @@ template <typename Value> Value valueAt(const _ZorImage& record, std::size_t off
 
 } // namespace
 
-void TestImageRecord::everyFieldStandsAtItsOffset()
+void TestImageRecord::everyFieldIsAtItsOffset()
 {
     QCOMPARE(sizeof(_ZorImage), std::size_t(96));
     QCOMPARE(zor::ImageRecordSize, 96U);

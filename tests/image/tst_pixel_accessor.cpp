@@ -33,7 +33,7 @@ private slots:
     void anyOtherObjectDiesByItsDestructor();
     void markersAreFreedPlainly_data();
     void markersAreFreedPlainly();
-    void fieldsStandInTheirOrder();
+    void fieldsAreInTheirOrder();
 };
 
 namespace {
@@ -313,7 +313,7 @@ void TestPixelAccessor::markersAreFreedPlainly()
     }
 }
 
-void TestPixelAccessor::fieldsStandInTheirOrder()
+void TestPixelAccessor::fieldsAreInTheirOrder()
 {
     const AccessorProbe accessor(format(12, false, 0x1300));
     const auto* start = reinterpret_cast<const std::uint8_t*>(&accessor);

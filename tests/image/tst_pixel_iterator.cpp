@@ -84,9 +84,9 @@ private slots:
     void bitPlacesWrapAt512MiB();
     void packedSamplesAreWrittenWhereTheyLie_data();
     void packedSamplesAreWrittenWhereTheyLie();
-    void channelsBehindAPixelAreTheNextOnes();
+    void channelsAfterAPixelAreTheNextOnes();
     void theAccessorDiesWithTheIterator();
-    void fieldsStandInTheirOrder();
+    void fieldsAreInTheirOrder();
 };
 
 void TestPixelIterator::packedClassesAloneAreWalkedInBits()
@@ -368,7 +368,7 @@ void TestPixelIterator::packedSamplesAreWrittenWhereTheyLie()
     }
 }
 
-void TestPixelIterator::channelsBehindAPixelAreTheNextOnes()
+void TestPixelIterator::channelsAfterAPixelAreTheNextOnes()
 {
     std::uint8_t pixels[] = {10, 20, 30, 40, 50, 60};
     const _ZorImage mono = recordOf(codeOf("Mono8"), 3, 2, 3, pixels);
@@ -397,7 +397,7 @@ void TestPixelIterator::theAccessorDiesWithTheIterator()
     QCOMPARE(image.data, &pixel);
 }
 
-void TestPixelIterator::fieldsStandInTheirOrder()
+void TestPixelIterator::fieldsAreInTheirOrder()
 {
     std::uint8_t pixel = 0;
     const auto distance = [](const void* from, const void* to) {

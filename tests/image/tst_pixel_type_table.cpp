@@ -11,8 +11,8 @@ class TestPixelTypeTable : public QObject
 private slots:
     void everyRowIsTheFormatOfItsNumber_data();
     void everyRowIsTheFormatOfItsNumber();
-    void codesStandInFull_data();
-    void codesStandInFull();
+    void codesAreInFull_data();
+    void codesAreInFull();
     void aLetterLeadsToItsPlaceInThePixel_data();
     void aLetterLeadsToItsPlaceInThePixel();
     void countIsTheNumberOfRows();
@@ -40,7 +40,7 @@ void TestPixelTypeTable::everyRowIsTheFormatOfItsNumber()
                            std::uint32_t(index + 1));
 }
 
-void TestPixelTypeTable::codesStandInFull_data()
+void TestPixelTypeTable::codesAreInFull_data()
 {
     QTest::addColumn<int>("row");
     QTest::addColumn<QString>("name");
@@ -92,7 +92,7 @@ void TestPixelTypeTable::codesStandInFull_data()
     add(133, "YCbCr422_8", 0x05100185);
 }
 
-void TestPixelTypeTable::codesStandInFull()
+void TestPixelTypeTable::codesAreInFull()
 {
     QFETCH(int, row);
     QFETCH(QString, name);

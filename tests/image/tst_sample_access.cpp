@@ -16,10 +16,10 @@ class TestSampleAccess : public QObject
     Q_OBJECT
 
 private slots:
-    void aReadGivesTheToldNumber_data();
-    void aReadGivesTheToldNumber();
-    void aWriteLeavesTheToldBytes_data();
-    void aWriteLeavesTheToldBytes();
+    void aReadGivesTheRequiredNumber_data();
+    void aReadGivesTheRequiredNumber();
+    void aWriteLeavesTheRequiredBytes_data();
+    void aWriteLeavesTheRequiredBytes();
     void readsAgreeWithTheBits_data();
     void readsAgreeWithTheBits();
     void writesAgreeWithTheBits_data();
@@ -124,7 +124,7 @@ int someValue(std::mt19937& random)
 
 } // namespace
 
-void TestSampleAccess::aReadGivesTheToldNumber_data()
+void TestSampleAccess::aReadGivesTheRequiredNumber_data()
 {
     QTest::addColumn<uint>("kind");
     QTest::addColumn<QByteArray>("bytes");
@@ -160,7 +160,7 @@ void TestSampleAccess::aReadGivesTheToldNumber_data()
     add("of an odd column too", 11, "01 02", 0, 0xFFFFFFFF, 2);
 }
 
-void TestSampleAccess::aReadGivesTheToldNumber()
+void TestSampleAccess::aReadGivesTheRequiredNumber()
 {
     QFETCH(uint, kind);
     QFETCH(QByteArray, bytes);
@@ -171,7 +171,7 @@ void TestSampleAccess::aReadGivesTheToldNumber()
     QTEST(accessor.read(pixel, channel, column), "value");
 }
 
-void TestSampleAccess::aWriteLeavesTheToldBytes_data()
+void TestSampleAccess::aWriteLeavesTheRequiredBytes_data()
 {
     QTest::addColumn<uint>("kind");
     QTest::addColumn<QByteArray>("before");
@@ -206,7 +206,7 @@ void TestSampleAccess::aWriteLeavesTheToldBytes_data()
     add("a negative value is taken as 16 bits", 11, "00 00", 0, -1, 0, "FF F0");
 }
 
-void TestSampleAccess::aWriteLeavesTheToldBytes()
+void TestSampleAccess::aWriteLeavesTheRequiredBytes()
 {
     QFETCH(uint, kind);
     QFETCH(QByteArray, before);

@@ -16,8 +16,8 @@ class TestConvertMosaic : public QObject
     Q_OBJECT
 
 private slots:
-    void aBayerCellIsAsItsNameTells_data();
-    void aBayerCellIsAsItsNameTells();
+    void aBayerCellIsAsItsNameSays_data();
+    void aBayerCellIsAsItsNameSays();
     void bayerAgreesWithBilinearMeans_data() { addRows(reference::Bayer); }
     void bayerAgreesWithBilinearMeans();
     void aMissingColourHasNoShare_data();
@@ -86,7 +86,7 @@ EncodedImage::Scene TestConvertMosaic::noise(const PixelFormat& format)
     };
 }
 
-void TestConvertMosaic::aBayerCellIsAsItsNameTells_data()
+void TestConvertMosaic::aBayerCellIsAsItsNameSays_data()
 {
     QTest::addColumn<QByteArray>("pixels");
     QTest::addColumn<quint32>("code");
@@ -102,7 +102,7 @@ void TestConvertMosaic::aBayerCellIsAsItsNameTells_data()
     add("BayerBG8", codeOf("BayerBG8"), "000000C8", "C8000000");
 }
 
-void TestConvertMosaic::aBayerCellIsAsItsNameTells()
+void TestConvertMosaic::aBayerCellIsAsItsNameSays()
 {
     QFETCH(QByteArray, pixels);
     QFETCH(quint32, code);

@@ -84,13 +84,13 @@ void TestConvertRefusals::otherTargetsAreRefused()
     }
 }
 
-using Change = void (*)(_ZorImage&);
-Q_DECLARE_METATYPE(Change)
+using RecordChange = void (*)(_ZorImage&);
+Q_DECLARE_METATYPE(RecordChange)
 
 void TestConvertRefusals::sizesAndCodesOutOfRangeAreRefused_data()
 {
-    QTest::addColumn<Change>("change");
-    const auto add = [](const char* name, Change change) { QTest::newRow(name) << change; };
+    QTest::addColumn<RecordChange>("change");
+    const auto add = [](const char* name, RecordChange change) { QTest::newRow(name) << change; };
     add("row 0", [](_ZorImage& image) { image.pixelType = 0x01080100; });
     add("the row after the last",
         [](_ZorImage& image) { image.pixelType = 0x01080100 | (ZorPixelTypeCount + 1); });
@@ -117,7 +117,7 @@ void TestConvertRefusals::sizesAndCodesOutOfRangeAreRefused_data()
 
 void TestConvertRefusals::sizesAndCodesOutOfRangeAreRefused()
 {
-    QFETCH(Change, change);
+    QFETCH(RecordChange, change);
     const GuardedBytes bytes(12 * 3 + 10);
     _ZorImage source = recordFor(zor::Mono8, 10, 4, 12, 12 * 3 + 10, bytes.data());
     QVERIFY(Converted(source, zor::Mono8).isDone());

@@ -19,7 +19,7 @@ private slots:
     void releasingNothingIsAllowed();
     void aReleaseNullsTheSlot();
     void aCloneIsAFullCopyWithItsOwnPixels();
-    void aCloneHasSpareBytesBehindItsPixels();
+    void aCloneHasSpareBytesAfterItsPixels();
     void aFilledSlotIsUsedAgainOrReleased_data();
     void aFilledSlotIsUsedAgainOrReleased();
     void anImageWithoutAreaIsCloned_data();
@@ -125,7 +125,7 @@ void TestImageApi::aCloneIsAFullCopyWithItsOwnPixels()
     ZorReleaseImage(&clone);
 }
 
-void TestImageApi::aCloneHasSpareBytesBehindItsPixels()
+void TestImageApi::aCloneHasSpareBytesAfterItsPixels()
 {
     std::vector<std::uint8_t> pixels(8, 0xFF);
     const _ZorImage source = filledRecord(pixels);

@@ -202,14 +202,14 @@ void TestImageMemory::aFailingConversionLosesNothing()
     QCOMPARE(blocksOut, 0);
 }
 
-using Change = void (*)(_ZorImage&);
-Q_DECLARE_METATYPE(Change)
+using SourceChange = void (*)(_ZorImage&);
+Q_DECLARE_METATYPE(SourceChange)
 
 void TestImageMemory::aRefusedConversionLosesNothing_data()
 {
-    QTest::addColumn<Change>("change");
+    QTest::addColumn<SourceChange>("change");
     QTest::addColumn<quint32>("target");
-    const auto row = [](const char* name, Change change, quint32 target = zor::Mono16) {
+    const auto row = [](const char* name, SourceChange change, quint32 target = zor::Mono16) {
         QTest::newRow(name) << change << target;
     };
     row(
@@ -223,7 +223,7 @@ void TestImageMemory::aRefusedConversionLosesNothing_data()
 
 void TestImageMemory::aRefusedConversionLosesNothing()
 {
-    QFETCH(Change, change);
+    QFETCH(SourceChange, change);
     QFETCH(quint32, target);
     std::vector<std::uint8_t> pixels(4);
     _ZorImage source = sourceOf(pixels);

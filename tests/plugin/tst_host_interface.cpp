@@ -74,13 +74,13 @@ class TestHostInterface : public QObject
     Q_OBJECT
 
 private slots:
-    void operationsStandInTheirOrder();
-    void destructorStandsFirst();
+    void operationsAreInTheirOrder();
+    void destructorIsFirst();
     void baseAnswersAreEmpty();
     void hostInfoHasItsPlaces();
 };
 
-void TestHostInterface::operationsStandInTheirOrder()
+void TestHostInterface::operationsAreInTheirOrder()
 {
     QStringList calls;
     Recorder recorder(&calls);
@@ -101,7 +101,7 @@ void TestHostInterface::operationsStandInTheirOrder()
                                  "Update", "GetResult 1", "HasResult", "Reset"}));
 }
 
-void TestHostInterface::destructorStandsFirst()
+void TestHostInterface::destructorIsFirst()
 {
     QStringList calls;
     auto* recorder = new Recorder(&calls);

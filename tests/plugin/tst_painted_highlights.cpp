@@ -60,8 +60,8 @@ Levels markedLevelsOf(const TestFrame& frame)
     for (int y = 0; y < frame.height; ++y) {
         for (int x = 0; x < frame.width; ++x) {
             const auto at = static_cast<std::size_t>(y * stride + x);
-            const bool isBehind = (at >= 1 && isBright[at - 1]) || (at >= 2 && isBright[at - 2]);
-            marked.push_back(isBehind && !isBright[at] ? 0 : samples[at]);
+            const bool isAfterBright = (at >= 1 && isBright[at - 1]) || (at >= 2 && isBright[at - 2]);
+            marked.push_back(isAfterBright && !isBright[at] ? 0 : samples[at]);
         }
     }
     return marked;

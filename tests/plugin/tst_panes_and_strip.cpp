@@ -21,9 +21,9 @@ const char* const PaneNames[] = {"gVUp", "PlotUp", "gVDown", "PlotDown"};
 constexpr int Gap = 5;
 
 /// The grid of the dialog and its three handles, which a host knows by their classes alone.
-struct Grid
+struct PaneGrid
 {
-    explicit Grid(HostedDialog& hosted)
+    explicit PaneGrid(HostedDialog& hosted)
         : host(hosted)
         , frame(hosted.find("gVUp")->parentWidget())
     {
@@ -158,7 +158,7 @@ void TestPanesAndStrip::handlesMoveTheirPanes()
     QFETCH(QPoint, way);
     QFETCH(QPoint, moved);
     HostedDialog host;
-    const Grid grid(host);
+    const PaneGrid grid(host);
     QCOMPARE(grid.difference(grid.equalGaps()), QString());
     const QWidget* handle = which == "vertical" ? grid.vertical
                             : which == "cross"  ? grid.cross
@@ -189,7 +189,7 @@ void TestPanesAndStrip::handlesStopBeforeTheEdges()
     QFETCH(QPoint, target);
     QFETCH(bool, accepted);
     HostedDialog host;
-    const Grid grid(host);
+    const PaneGrid grid(host);
     const QPoint before = grid.gaps();
     QPoint after = before;
     if (which == "vertical")
@@ -206,7 +206,7 @@ void TestPanesAndStrip::handlesStopBeforeTheEdges()
 void TestPanesAndStrip::resizeMakesThePanesEqualAgain()
 {
     HostedDialog host;
-    const Grid grid(host);
+    const PaneGrid grid(host);
     Mouse(host).drag(grid.cross, QPoint(70, -40));
     QVERIFY(grid.gaps() != grid.equalGaps());
     host.dialog().resize(host.dialog().size() + QSize(1, 0));
@@ -222,7 +222,7 @@ void TestPanesAndStrip::resizeMakesThePanesEqualAgain()
 void TestPanesAndStrip::nothingMovesWithoutAPress()
 {
     HostedDialog host;
-    const Grid grid(host);
+    const PaneGrid grid(host);
     Mouse mouse(host);
     const QPoint middle = grid.cross->mapTo(&host.dialog(), QPoint(2, 2));
     mouse.moveTo(middle);
@@ -236,7 +236,7 @@ void TestPanesAndStrip::viewAndPlotStayUsableAfterADrag()
 {
     HostedDialog host;
     host.show(TestFrame(400, 100, 12, [](int x, int y) { return 900U + unsigned(x * y) / 40; }));
-    const Grid grid(host);
+    const PaneGrid grid(host);
     QWidget* upper = host.find("gVUp");
     const double before = ViewerTap::scaleOf(upper);
     Mouse(host).drag(grid.vertical, QPoint(-250, 0));
@@ -273,8 +273,8 @@ void TestPanesAndStrip::everyControlCanBeClicked()
     QVERIFY(control->isVisible() && control->isEnabled());
     const QRect place(control->mapTo(&host.dialog(), QPoint(0, 0)), control->size());
     QVERIFY2(host.dialog().rect().contains(place),
-             qPrintable(Grid::wrong(name, place, host.dialog().rect())));
-    QVERIFY2(place.width() >= 16 && place.height() >= 12, qPrintable(Grid::wrong(name, place, {})));
+             qPrintable(PaneGrid::wrong(name, place, host.dialog().rect())));
+    QVERIFY2(place.width() >= 16 && place.height() >= 12, qPrintable(PaneGrid::wrong(name, place, {})));
     if (auto* field = qobject_cast<QLineEdit*>(control)) {
         field->clear();
         host.click(name);

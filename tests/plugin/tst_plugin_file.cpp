@@ -30,7 +30,7 @@ class TestPluginFile : public QObject
 
 private slots:
     void metadataHasItsFiveEntries();
-    void metadataStandsInItsOrder();
+    void metadataIsInItsOrder();
     void metadataLiesInItsSection();
     void libraryExportsItsTwoFunctions();
 };
@@ -49,7 +49,7 @@ void TestPluginFile::metadataHasItsFiveEntries()
     QVERIFY(data["MetaData"].isObject() && data["MetaData"].toObject().isEmpty());
 }
 
-void TestPluginFile::metadataStandsInItsOrder()
+void TestPluginFile::metadataIsInItsOrder()
 {
     QFile file(QStringLiteral(ZOR_PLUGIN_FILE));
     QVERIFY(file.open(QIODevice::ReadOnly));

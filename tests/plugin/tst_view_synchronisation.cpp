@@ -15,25 +15,25 @@ namespace {
 /// A place in a view that is not its middle.
 const QPoint Aside(90, 70);
 
-struct Place
+struct ViewPlace
 {
     double scale;
     QPointF centre;
 };
 
-Place placeOf(const QWidget* view)
+ViewPlace placeOf(const QWidget* view)
 {
     return {ViewerTap::scaleOf(view), ViewerTap::centreOf(view)};
 }
 
-QString textOf(const Place& place)
+QString textOf(const ViewPlace& place)
 {
     return QString("scale %1 at %2, %3").arg(place.scale).arg(place.centre.x()).arg(place.centre.y());
 }
 
 /// The scale to the digits of a command. Centres are reported in halves of an image pixel, alike by both
 /// views.
-bool isSame(const Place& one, const Place& other)
+bool isSame(const ViewPlace& one, const ViewPlace& other)
 {
     return std::abs(one.scale - other.scale) <= 1e-6 && one.centre == other.centre;
 }
@@ -103,7 +103,7 @@ void TestViewSynchronisation::otherViewFollows()
     QFETCH(bool, fromUpper);
     QFETCH(int, wheel);
     ZoomedDialog d(fromUpper);
-    const Place before = placeOf(d.hand);
+    const ViewPlace before = placeOf(d.hand);
     QVERIFY2(isSame(before, placeOf(d.follower)), qPrintable(textOf(placeOf(d.follower))));
     if (wheel != 0)
         HostedDialog::wheel(d.hand, Aside, wheel);
@@ -111,7 +111,7 @@ void TestViewSynchronisation::otherViewFollows()
         HostedDialog::drag(d.hand, QPoint(200, 150), QPoint(140, 121));
     HostedDialog::pause();
 
-    const Place after = placeOf(d.hand);
+    const ViewPlace after = placeOf(d.hand);
     if (wheel != 0) {
         // Four notches double the scale; the pixel below the cursor stays.
         QVERIFY2(std::abs(after.scale / before.scale - std::exp2(wheel / 480.0)) < 1e-9,
@@ -172,15 +172,15 @@ void TestViewSynchronisation::followUpEndsAtOnce()
     QFETCH(bool, fromUpper);
     ZoomedDialog d(fromUpper);
     HostedDialog::wheel(d.hand, Aside, 120);
-    const Place told = placeOf(d.hand);
+    const ViewPlace reported = placeOf(d.hand);
     for (int i = 0; i < 4; ++i)
         HostedDialog::pause();
     // One change under the hand; the other view reports its new scale and its new place at most.
     QCOMPARE(d.changes[0]->count(), 1);
     QVERIFY2(d.changes[1]->count() >= 1 && d.changes[1]->count() <= 2,
              qPrintable(QString("%1 changes of the other view").arg(d.changes[1]->count())));
-    QVERIFY2(placeOf(d.hand).centre == told.centre && isSame(placeOf(d.hand), told),
-             qPrintable(textOf(placeOf(d.hand)) + ", expected " + textOf(told)));
+    QVERIFY2(placeOf(d.hand).centre == reported.centre && isSame(placeOf(d.hand), reported),
+             qPrintable(textOf(placeOf(d.hand)) + ", expected " + textOf(reported)));
 }
 
 void TestViewSynchronisation::changeWithinTheThrottleIsDropped()
@@ -188,7 +188,7 @@ void TestViewSynchronisation::changeWithinTheThrottleIsDropped()
     ZoomedDialog d;
     HostedDialog::wheel(d.hand, Aside, 120);
     QCoreApplication::sendPostedEvents();
-    const Place first = placeOf(d.hand);
+    const ViewPlace first = placeOf(d.hand);
     QVERIFY(isSame(placeOf(d.follower), first));
     StoppedClock::advance(HostedDialog::Throttle - 1);
     HostedDialog::wheel(d.hand, Aside, 120);

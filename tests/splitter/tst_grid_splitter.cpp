@@ -42,7 +42,7 @@ private slots:
     void aDragMovesTheGapThroughAllColumns();
     void theCrossMovesBothGaps();
     void theCrossMovesItsColumnFirst();
-    void aBarThatStandsAsideComesBack();
+    void aBarThatIsAsideComesBack();
     void aRefusedWayDoesNotStopTheOther_data();
     void aRefusedWayDoesNotStopTheOther();
     void anUnknownCrossingIsIgnored();
@@ -57,7 +57,7 @@ private slots:
     void aGapWithoutAHandleMovesItsPanesAlone_data();
     void aGapWithoutAHandleMovesItsPanesAlone();
     void aFillDoesNotShowHiddenPanes();
-    void slotsStandInTheirOrder();
+    void slotsAreInTheirOrder();
 };
 
 void TestGridSplitter::refusedListsLeaveTheGridAsItWas_data()
@@ -171,7 +171,7 @@ void TestGridSplitter::theCrossMovesItsColumnFirst()
     QCOMPARE(pane->sizes, (QList<QSize>{{52, 37}, {52, 43}}));
 }
 
-void TestGridSplitter::aBarThatStandsAsideComesBack()
+void TestGridSplitter::aBarThatIsAsideComesBack()
 {
     ShownGrid g(100, 80);
     g.vertical->move(47, 3);
@@ -337,7 +337,7 @@ void TestGridSplitter::aFillDoesNotShowHiddenPanes()
         QVERIFY(!pane->isVisible());
 }
 
-void TestGridSplitter::slotsStandInTheirOrder()
+void TestGridSplitter::slotsAreInTheirOrder()
 {
     const QMetaObject& meta = CGridSplitter::staticMetaObject;
     QByteArrayList found;

@@ -9,9 +9,9 @@ namespace {
 constexpr int Side = 3;
 
 /// A shown grid of 3 x 3 panes. Gaps begin at x 35 and 75 and at y 30 and 65; panes are 35 x 30.
-struct Grid
+struct LargerGrid
 {
-    Grid()
+    LargerGrid()
         : grid(nullptr)
     {
         for (int i = 0; i < Side * Side; ++i)
@@ -72,7 +72,7 @@ class TestLargerGrid : public QObject
 
 private slots:
     void panesAndGapsAreEqual();
-    void childrenStandInTheirStackingOrder();
+    void childrenAreInTheirStackingOrder();
     void eachBarMovesItsOwnGap_data();
     void eachBarMovesItsOwnGap();
     void aBarGoesOverItsNeighbour();
@@ -86,7 +86,7 @@ private slots:
 
 void TestLargerGrid::panesAndGapsAreEqual()
 {
-    const Grid g;
+    const LargerGrid g;
     QCOMPARE(g.result, 0);
     for (int i = 0; i < g.panes.size(); ++i)
         QCOMPARE(g.panes.at(i)->geometry(), QRect(40 * (i % Side), 35 * (i / Side), 35, 30));
@@ -99,9 +99,9 @@ void TestLargerGrid::panesAndGapsAreEqual()
 }
 
 // Later children lie above earlier ones.
-void TestLargerGrid::childrenStandInTheirStackingOrder()
+void TestLargerGrid::childrenAreInTheirStackingOrder()
 {
-    const Grid g;
+    const LargerGrid g;
     QObjectList expected;
     for (CSplitterHandle* bar : g.verticals + g.horizontals)
         expected << bar;
@@ -132,7 +132,7 @@ void TestLargerGrid::eachBarMovesItsOwnGap()
     QFETCH(int, bar);
     QFETCH(QList<int>, gaps);
     QFETCH(QList<QPoint>, crossings);
-    const Grid g;
+    const LargerGrid g;
     drag((g.verticals + g.horizontals).at(bar), {8, 6});
     QCOMPARE(g.gaps(), gaps);
     QCOMPARE(g.crossings(), crossings);
@@ -148,7 +148,7 @@ void TestLargerGrid::eachBarMovesItsOwnGap()
 
 void TestLargerGrid::aBarGoesOverItsNeighbour()
 {
-    const Grid g;
+    const LargerGrid g;
     drag(g.verticals.at(0), {60, 0});
     QCOMPARE(g.gaps(), (QList<int>{95, 75, 30, 65}));
     QCOMPARE(g.panes.at(0)->geometry(), QRect(0, 0, 95, 30));
@@ -181,7 +181,7 @@ void TestLargerGrid::limitsAreTheOuterEdges()
     QFETCH(int, bar);
     QFETCH(int, target);
     QFETCH(bool, accepted);
-    const Grid g;
+    const LargerGrid g;
     const QList<int> before = g.gaps();
     QList<int> after = before;
     if (accepted)
@@ -209,7 +209,7 @@ void TestLargerGrid::crossingNumbersHaveHoles()
 {
     QFETCH(int, num);
     QFETCH(QList<int>, gaps);
-    Grid g;
+    LargerGrid g;
     g.grid.moveCrossSplitter(num, 3, 4);
     QCOMPARE(g.gaps(), gaps);
 }
@@ -230,7 +230,7 @@ void TestLargerGrid::eachCrossMovesItsOwnGaps()
     QFETCH(int, cross);
     QFETCH(int, num);
     QFETCH(QList<int>, gaps);
-    const Grid g;
+    const LargerGrid g;
     QSignalSpy moved(g.crosses.at(cross), SIGNAL(handleMoved(int, int, int)));
     drag(g.crosses.at(cross), {3, 4});
     QCOMPARE(moved.count(), 1);

@@ -31,12 +31,12 @@ int movesOfAFreshHandle(QEvent::Type type, Arguments... arguments)
     alignas(Handle) unsigned char memory[sizeof(Handle)];
     std::fill(std::begin(memory), std::end(memory), static_cast<unsigned char>(0xFF));
     auto* handle = new (memory) Handle(arguments...);
-    int told = 0;
-    QObject::connect(handle, &Handle::handleMoved, [&told] { ++told; });
-    QObject::connect(handle, &Handle::handleCatched, [&told] { ++told; });
+    int reports = 0;
+    QObject::connect(handle, &Handle::handleMoved, [&reports] { ++reports; });
+    QObject::connect(handle, &Handle::handleCatched, [&reports] { ++reports; });
     sendMouse(*handle, type, {1, 1});
     handle->~Handle();
-    return told;
+    return reports;
 }
 
 } // namespace
@@ -46,8 +46,8 @@ class TestSplitterHandles : public QObject
     Q_OBJECT
 
 private slots:
-    void cursorTellsTheDirection_data();
-    void cursorTellsTheDirection();
+    void cursorShowsTheDirection_data();
+    void cursorShowsTheDirection();
     void barReportsTheWayAlongItsAxis_data();
     void barReportsTheWayAlongItsAxis();
     void crossReportsBothWays();
@@ -66,14 +66,14 @@ private slots:
     void crossReleasedOutsideIsFree();
     void leavingDoesNotEndADrag();
     void theWayIsTakenFromThePressAlways();
-    void crossTellsOfTheCatchBeforeItStoresThePlace();
-    void barStoresThePlaceBeforeItTellsOfTheCatch();
+    void crossReportsTheCatchBeforeItStoresThePlace();
+    void barStoresThePlaceBeforeItReportsTheCatch();
     void trackingIsOn();
-    void signalsStandInTheirOrder_data();
-    void signalsStandInTheirOrder();
+    void signalsAreInTheirOrder_data();
+    void signalsAreInTheirOrder();
 };
 
-void TestSplitterHandles::cursorTellsTheDirection_data()
+void TestSplitterHandles::cursorShowsTheDirection_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<int>("shape");
@@ -83,13 +83,13 @@ void TestSplitterHandles::cursorTellsTheDirection_data()
     QTest::newRow("a cross moves both ways") << 0 << int(Qt::SizeAllCursor);
 }
 
-void TestSplitterHandles::cursorTellsTheDirection()
+void TestSplitterHandles::cursorShowsTheDirection()
 {
     QFETCH(int, kind);
     QFETCH(int, shape);
     std::unique_ptr<QWidget> handle;
-    int told = -1;
-    const auto noteCursor = [&] { told = handle->cursor().shape(); };
+    int shown = -1;
+    const auto noteCursor = [&] { shown = handle->cursor().shape(); };
     if (kind) {
         auto bar = std::make_unique<CSplitterHandle>(0, Qt::Orientation(kind), nullptr);
         connect(bar.get(), &CSplitterHandle::cursorInside, noteCursor);
@@ -105,7 +105,7 @@ void TestSplitterHandles::cursorTellsTheDirection()
     enter(*handle);
     QCOMPARE(int(handle->cursor().shape()), shape);
     QCOMPARE(entered.count(), 1);
-    QCOMPARE(told, shape);
+    QCOMPARE(shown, shape);
 
     leave(*handle);
     QCOMPARE(int(handle->cursor().shape()), shape);
@@ -364,7 +364,7 @@ void TestSplitterHandles::theWayIsTakenFromThePressAlways()
 }
 
 // A listener that moves the handle in the middle of the catch shows which of the two comes first.
-void TestSplitterHandles::crossTellsOfTheCatchBeforeItStoresThePlace()
+void TestSplitterHandles::crossReportsTheCatchBeforeItStoresThePlace()
 {
     CCrossSplitterHandle cross(0, nullptr);
     QSignalSpy moved(&cross, SIGNAL(handleMoved(int, int, int)));
@@ -376,7 +376,7 @@ void TestSplitterHandles::crossTellsOfTheCatchBeforeItStoresThePlace()
     QCOMPARE(moved.at(0), (QVariantList{0, 10, 10}));
 }
 
-void TestSplitterHandles::barStoresThePlaceBeforeItTellsOfTheCatch()
+void TestSplitterHandles::barStoresThePlaceBeforeItReportsTheCatch()
 {
     CSplitterHandle bar(0, Qt::Vertical, nullptr);
     int way = 0;
@@ -393,7 +393,7 @@ void TestSplitterHandles::trackingIsOn()
     QVERIFY(CCrossSplitterHandle(0, nullptr).hasMouseTracking());
 }
 
-void TestSplitterHandles::signalsStandInTheirOrder_data()
+void TestSplitterHandles::signalsAreInTheirOrder_data()
 {
     QTest::addColumn<bool>("cross");
     QTest::addColumn<QByteArrayList>("signatures");
@@ -404,7 +404,7 @@ void TestSplitterHandles::signalsStandInTheirOrder_data()
                            << QByteArrayList{"cursorInside()", "handleCatched()", "handleMoved(int,int,int)"};
 }
 
-void TestSplitterHandles::signalsStandInTheirOrder()
+void TestSplitterHandles::signalsAreInTheirOrder()
 {
     QFETCH(bool, cross);
     QFETCH(QByteArrayList, signatures);

@@ -194,9 +194,9 @@ void TestLinkedViews::aViewStaysWhereItReportsToBe()
         shown.lookAt(fraction(random), fraction(random));
         const QImage before = shown.grab();
         shown.listener.heard.clear();
-        const QPointF told = shown.centre();
+        const QPointF reported = shown.centre();
         shown.setScale(shown.scale());
-        shown.lookAt(told.x() / 934, told.y() / 700);
+        shown.lookAt(reported.x() / 934, reported.y() / 700);
         QCOMPARE(shown.listener.count("view.changed"), 0);
         QCOMPARE(shown.grab(), before);
     }

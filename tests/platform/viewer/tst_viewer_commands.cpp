@@ -375,7 +375,7 @@ void TestViewerCommands::overlaysOnTheStage()
 void TestViewerCommands::overlaysOfOtherSpacesLieOnImagePixels_data()
 {
     QTest::addColumn<QByteArray>("space");
-    QTest::addColumn<QRect>("told");
+    QTest::addColumn<QRect>("given");
     QTest::addColumn<QRect>("onImage");
     QTest::newRow("image pixels") << QByteArray("img") << QRect(7, 9, 20, 30) << QRect(7, 9, 20, 30);
     QTest::newRow("no space is image pixels") << QByteArray() << QRect(7, 9, 20, 30) << QRect(7, 9, 20, 30);
@@ -391,16 +391,16 @@ void TestViewerCommands::overlaysOfOtherSpacesLieOnImagePixels_data()
 void TestViewerCommands::overlaysOfOtherSpacesLieOnImagePixels()
 {
     QFETCH(QByteArray, space);
-    QFETCH(QRect, told);
+    QFETCH(QRect, given);
     QFETCH(QRect, onImage);
     ShownViewer shown(QSize(200, 160));
     shown.show(ramp(100, 80));
     const auto text = [](int number) { return std::to_string(number); };
     ParameterMap map{{"objectID", "@dump"},
-                     {"rect.x", text(told.x())},
-                     {"rect.y", text(told.y())},
-                     {"rect.w", text(told.width())},
-                     {"rect.h", text(told.height())}};
+                     {"rect.x", text(given.x())},
+                     {"rect.y", text(given.y())},
+                     {"rect.w", text(given.width())},
+                     {"rect.h", text(given.height())}};
     if (!space.isEmpty())
         map["cs"] = space.toStdString();
     QCOMPARE(shown.run("cmd.display.overlay.rect.add", map), 1);

@@ -79,7 +79,7 @@ void TestViewerDeletion::aListenerMayDeleteTheViewer()
         chooseFirstEntry(shown);
     else
         shown.drag(QPoint(50, 50), QPoint(90, 80));
-    QVERIFY2(!shown.viewer, "nothing was told");
+    QVERIFY2(!shown.viewer, "nothing was reported");
     shown.move(QPoint(30, 30), Qt::NoButton);
     QCoreApplication::processEvents();
     QCOMPARE(heardSince, 0);

@@ -27,7 +27,7 @@ private slots:
     void configureJudgesHeaders_data();
     void configureJudgesHeaders();
     void colorationChangesMonoOnly();
-    void pairsStandSideBySide();
+    void pairsAreSideBySide();
     void aPairOfTwoSizesIsShownWhole();
     void aBadPairChangesNothing();
     void displayFromAnotherThread();
@@ -233,7 +233,7 @@ void TestViewerDisplay::colorationChangesMonoOnly()
     QCOMPARE(shown.pixel(5, 5), QRgb(qRgb(51, 51, 51)));
 }
 
-void TestViewerDisplay::pairsStandSideBySide()
+void TestViewerDisplay::pairsAreSideBySide()
 {
     ShownViewer shown(QSize(202, 100));
     QCOMPARE(shown.viewer->displayPair(flat(50, 100, 100).record(), flat(200, 100, 100).record()), 1);

@@ -68,9 +68,10 @@ bool isColour(std::uint32_t code)
 }
 
 /// Samples of the depth; mono formats have the first one alone.
-using Colour = std::array<std::uint16_t, 3>;
+using PixelSamples = std::array<std::uint16_t, 3>;
 
-zor::Frame flatFrame(std::uint32_t code, const QSize& size, const Colour& colour, std::uint32_t padding = 0)
+zor::Frame flatFrame(std::uint32_t code, const QSize& size, const PixelSamples& colour,
+                     std::uint32_t padding = 0)
 {
     zor::SampleImage scene;
     scene.width = static_cast<std::uint32_t>(size.width());
@@ -110,9 +111,9 @@ void TestViewerFormats::everyFormatIsShown()
 {
     QFETCH(quint32, code);
     const std::uint32_t depth = zor::pixelTypeSampleBits(code);
-    const Colour colour{static_cast<std::uint16_t>(0xB7 << (depth - 8) | 1),
-                        static_cast<std::uint16_t>(0x4C << (depth - 8)),
-                        static_cast<std::uint16_t>(0x13 << (depth - 8))};
+    const PixelSamples colour{static_cast<std::uint16_t>(0xB7 << (depth - 8) | 1),
+                              static_cast<std::uint16_t>(0x4C << (depth - 8)),
+                              static_cast<std::uint16_t>(0x13 << (depth - 8))};
     const QRgb expected = isColour(code) ? qRgb(0xB7, 0x4C, 0x13) : qRgb(0xB7, 0xB7, 0xB7);
     const std::pair<QSize, std::uint32_t> shapes[] = {{{1, 1}, 0}, {{2, 2}, 0},   {{3, 5}, 1},
                                                       {{7, 2}, 6}, {{40, 30}, 0}, {{41, 31}, 3}};
@@ -157,10 +158,10 @@ void TestViewerFormats::everyFormatsNumbersAreThoseOfAPlainOne()
     const std::uint32_t bits = zor::pixelTypeSampleBits(code);
     const bool isYuv = zor::pixelTypeFamily(code) == zor::PixelFamily::Yuv;
     const auto middle = static_cast<std::uint16_t>(1u << (bits - 1));
-    const Colour colour = isYuv ? Colour{middle, middle, middle}
-                                : Colour{static_cast<std::uint16_t>(0xD7 << (bits - 8)),
-                                         static_cast<std::uint16_t>(0x4C << (bits - 8) | 1),
-                                         static_cast<std::uint16_t>(0x12 << (bits - 8) | 1)};
+    const PixelSamples colour = isYuv ? PixelSamples{middle, middle, middle}
+                                      : PixelSamples{static_cast<std::uint16_t>(0xD7 << (bits - 8)),
+                                                     static_cast<std::uint16_t>(0x4C << (bits - 8) | 1),
+                                                     static_cast<std::uint16_t>(0x12 << (bits - 8) | 1)};
     const std::uint32_t plainMono[] = {zor::Mono8, zor::Mono10, zor::Mono12, Mono14Code, zor::Mono16};
     const std::uint32_t plainColour[] = {Rgb8Code, codeOf("RGB10"), Rgb12Code, codeOf("RGB14"),
                                          codeOf("RGB16")};

@@ -28,10 +28,10 @@ private slots:
     void notificationsCarryBothPositions();
     void everyDevicePixelIsMet();
     void dragsAndWheelsAreExactToTheDevicePixel();
-    void aDoubleClickTellsWhatWasSeen();
-    void buttonsAreTold();
-    void aMoveIsToldOnce();
-    void whatAScrollAreaPassesOnIsToldOnce();
+    void aDoubleClickReportsWhatWasSeen();
+    void buttonsAreReported();
+    void aMoveIsReportedOnce();
+    void whatAScrollAreaPassesOnIsReportedOnce();
 
 private:
     static TestImage places();
@@ -308,7 +308,7 @@ void TestViewerInput::dragsAndWheelsAreExactToTheDevicePixel()
     QCOMPARE(shown.pixel(held.x(), held.y()), below);
 }
 
-void TestViewerInput::aDoubleClickTellsWhatWasSeen()
+void TestViewerInput::aDoubleClickReportsWhatWasSeen()
 {
     ShownViewer shown(QSize(320, 240));
     shown.show(places());
@@ -317,13 +317,13 @@ void TestViewerInput::aDoubleClickTellsWhatWasSeen()
     shown.move(QPoint(30, 40), Qt::NoButton);
     const ParameterMap seen = shown.listener.last("mouse.move");
     shown.press(QPoint(30, 40), QEvent::MouseButtonDblClick);
-    const ParameterMap told = shown.listener.last("mouse.down");
+    const ParameterMap reported = shown.listener.last("mouse.down");
     QVERIFY(shown.scale() < 8.0);
-    QCOMPARE(numberIn(told, "img.x"), numberIn(seen, "img.x"));
-    QCOMPARE(numberIn(told, "img.y"), numberIn(seen, "img.y"));
+    QCOMPARE(numberIn(reported, "img.x"), numberIn(seen, "img.x"));
+    QCOMPARE(numberIn(reported, "img.y"), numberIn(seen, "img.y"));
 }
 
-void TestViewerInput::buttonsAreTold()
+void TestViewerInput::buttonsAreReported()
 {
     ShownViewer shown(QSize(320, 240));
     shown.show(places());
@@ -332,14 +332,14 @@ void TestViewerInput::buttonsAreTold()
     QTest::mouseRelease(shown.surface(), Qt::LeftButton, Qt::NoModifier, QPoint(10, 20));
     QTest::mousePress(shown.surface(), Qt::RightButton, Qt::NoModifier, QPoint(30, 20));
     QTest::mouseRelease(shown.surface(), Qt::RightButton, Qt::NoModifier, QPoint(30, 20));
-    QStringList told;
+    QStringList reported;
     for (const Listener::Heard& one : shown.listener.heard)
-        told << QString::fromStdString(one.parameters.at("code") + " " + one.parameters.at("left"));
-    QCOMPARE(told, (QStringList{"mouse.down 1", "mouse.up 1", "mouse.down 0", "mouse.up 0"}));
+        reported << QString::fromStdString(one.parameters.at("code") + " " + one.parameters.at("left"));
+    QCOMPARE(reported, (QStringList{"mouse.down 1", "mouse.up 1", "mouse.down 0", "mouse.up 0"}));
 }
 
 // What the surface does not take comes a second time, for the view.
-void TestViewerInput::aMoveIsToldOnce()
+void TestViewerInput::aMoveIsReportedOnce()
 {
     ShownViewer shown(QSize(320, 240));
     shown.show(places());
@@ -356,7 +356,7 @@ void TestViewerInput::aMoveIsToldOnce()
     QCOMPARE(numberIn(shown.listener.last("mouse.down"), "win.x"), 53);
 }
 
-void TestViewerInput::whatAScrollAreaPassesOnIsToldOnce()
+void TestViewerInput::whatAScrollAreaPassesOnIsReportedOnce()
 {
     HostFilter host;
     QAbstractScrollArea view;

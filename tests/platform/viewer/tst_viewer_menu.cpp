@@ -32,8 +32,8 @@ private slots:
     void viewerAndMenuMayEndWhileTheMenuIsOpen();
     void menuIsMadeOnceAndDeleted();
     void saveViewWritesAPng();
-    void saveViewTellsOfAFailure_data();
-    void saveViewTellsOfAFailure();
+    void saveViewReportsAFailure_data();
+    void saveViewReportsAFailure();
     void viewMayEndWhileItIsSaved_data();
     void viewMayEndWhileItIsSaved();
 };
@@ -294,24 +294,24 @@ void TestViewerMenu::saveViewWritesAPng()
     QCOMPARE(QImage(name + ".png").convertToFormat(QImage::Format_RGB32), before);
 }
 
-void TestViewerMenu::saveViewTellsOfAFailure_data()
+void TestViewerMenu::saveViewReportsAFailure_data()
 {
     QTest::addColumn<bool>("isEnded");
     QTest::newRow("the viewer is there") << false;
     QTest::newRow("the viewer ends while the name is chosen") << true;
 }
 
-void TestViewerMenu::saveViewTellsOfAFailure()
+void TestViewerMenu::saveViewReportsAFailure()
 {
     QFETCH(bool, isEnded);
     QTemporaryDir folder;
     const QString name = folder.filePath("absent/view.png");
     ShownViewer shown(QSize(320, 240));
     shown.show(ramp(640, 480));
-    QString told;
+    QString message;
     answerNext<QFileDialog>([&](QFileDialog* dialog) {
         answerNext<QMessageBox>([&](QMessageBox* box) {
-            told = box->text();
+            message = box->text();
             box->accept();
         });
         if (isEnded) {
@@ -323,7 +323,7 @@ void TestViewerMenu::saveViewTellsOfAFailure()
     });
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     trigger(menuOf(shown), "Save view...");
-    QVERIFY2(told.contains("view.png"), qPrintable(told));
+    QVERIFY2(message.contains("view.png"), qPrintable(message));
 }
 
 void TestViewerMenu::viewMayEndWhileItIsSaved_data()

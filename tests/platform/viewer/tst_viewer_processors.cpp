@@ -15,8 +15,8 @@ class TestViewerProcessors : public QObject
 
 private slots:
     void processorsRunInOrder();
-    void pairTellsTheFirstResultThatIsNotZero_data();
-    void pairTellsTheFirstResultThatIsNotZero();
+    void pairReportsTheFirstResultThatIsNotZero_data();
+    void pairReportsTheFirstResultThatIsNotZero();
     void processorsAreDeletedByTheViewer();
     void aProcessorWithoutOutputIsPassedOver();
     void rebuildRunsTheProcessorsOnTheCopy();
@@ -113,11 +113,11 @@ void TestViewerProcessors::processorsRunInOrder()
     QCOMPARE(shown.listener.heard.back().name, QString("notification.image"));
 }
 
-void TestViewerProcessors::pairTellsTheFirstResultThatIsNotZero_data()
+void TestViewerProcessors::pairReportsTheFirstResultThatIsNotZero_data()
 {
     QTest::addColumn<int>("first");
     QTest::addColumn<int>("second");
-    QTest::addColumn<int>("told");
+    QTest::addColumn<int>("reported");
     QTest::newRow("both answer") << 3 << 5 << 3;
     QTest::newRow("the first is negative") << -3 << 5 << -3;
     QTest::newRow("the first alone") << 3 << 0 << 3;
@@ -125,18 +125,18 @@ void TestViewerProcessors::pairTellsTheFirstResultThatIsNotZero_data()
     QTest::newRow("none") << 0 << 0 << 0;
 }
 
-void TestViewerProcessors::pairTellsTheFirstResultThatIsNotZero()
+void TestViewerProcessors::pairReportsTheFirstResultThatIsNotZero()
 {
     QFETCH(int, first);
     QFETCH(int, second);
-    QFETCH(int, told);
+    QFETCH(int, reported);
     ShownViewer shown(QSize(40, 30));
     addProcessor(shown.viewer, new Answerer);
     const TestImage one = flat(first);
     const TestImage other = flat(second);
     QCOMPARE(shown.viewer->displayPair(one.record(), other.record()), 1);
     QCOMPARE(shown.listener.count("processed"), 1);
-    QCOMPARE(numberIn(shown.listener.last("processed"), "result"), told);
+    QCOMPARE(numberIn(shown.listener.last("processed"), "result"), reported);
 }
 
 void TestViewerProcessors::processorsAreDeletedByTheViewer()
