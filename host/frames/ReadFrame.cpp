@@ -37,7 +37,8 @@ StoredSamples readPicture(const std::string& path, const FrameOptions& options)
         failFrame(path,
                   "is a bitmap or PAM file of the PNM family; save it as PGM or PPM (P2, P3, P5 or P6)");
     throw NoPicture(
-        path + ": is no PGM, PPM, PNG or TIFF file; save it as one, or give --format and --size for a raw dump");
+        path +
+        ": is no PGM, PPM, PNG or TIFF file; save it as one, or give --format and --size for a raw dump");
 }
 
 void checkOptions(const std::string& path, const FrameOptions& options)
