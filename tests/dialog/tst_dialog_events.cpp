@@ -16,7 +16,6 @@
 #include <qwt_plot.h>
 
 #include <algorithm>
-#include <functional>
 
 namespace {
 
@@ -138,7 +137,7 @@ void TestDialogEvents::closeAndShowRunsAnew_data()
 {
     QTest::addColumn<bool>("newFrame");
     QTest::addColumn<int>("columns");
-    QTest::newRow("with the old frame when the host delivers none") << false << 4;
+    QTest::newRow("with the old frame when the host delivers none") << false << 6;
     QTest::newRow("with the frame that the host now delivers") << true << 2;
 }
 
