@@ -144,7 +144,7 @@ void TestUnload::metaTypesGoWithTheLibrary()
 // As in a host that shows images by the same display layer.
 void TestUnload::metaTypesOfTheHostStay()
 {
-    const UnloadableMetaType<QEvent::Type> own("QEvent::Type", &QEvent::staticMetaObject);
+    const zor::UnloadableMetaType<QEvent::Type> own("QEvent::Type", &QEvent::staticMetaObject);
     {
         LoadedUtility utility;
         utility.plugIn().Init(noCode, nullptr);
