@@ -25,6 +25,7 @@ void PlugIn::open()
 {
     if (m_isReleased || m_isCalling)
         return;
+    m_isDue = m_isBehind;
     m_isCalling = true;
     m_plugIn.Show(true);
     m_isCalling = false;
@@ -33,8 +34,19 @@ void PlugIn::open()
 
 void PlugIn::setFrame(std::shared_ptr<const Frame> frame)
 {
+    offerFrame(std::move(frame));
+    catchUp();
+}
+
+void PlugIn::offerFrame(std::shared_ptr<const Frame> frame)
+{
     m_frame = std::move(frame);
     m_isBehind = true;
+}
+
+void PlugIn::catchUp()
+{
+    m_isDue = m_isBehind;
     follow();
 }
 
@@ -69,6 +81,7 @@ void PlugIn::setOpen(bool isOpen)
 void PlugIn::handOver()
 {
     m_isBehind = false;
+    m_isDue = false;
     if (!m_frame)
         return;
     _ZorImage record = m_frame->record();
@@ -80,7 +93,7 @@ void PlugIn::follow()
     if (m_isCalling)
         return;
     m_isCalling = true;
-    while (m_isBehind && m_isOpen) {
+    while (m_isDue && m_isOpen) {
         const std::shared_ptr<const Frame> frame = m_frame;
         handOver();
         m_plugIn.Update();

@@ -28,10 +28,15 @@ public:
     /// Its window was opened and has not been closed since.
     bool isOpen() const { return m_isOpen; }
 
-    /// Opens the window, and shows it again where it was hidden without being closed.
+    /// Opens the window on the current frame. One that is open goes over to it and is shown again where it
+    /// was hidden without being closed.
     void open();
-    /// The frame that the window opens on, or goes over to when it is open.
+    /// The current frame, which an open window goes over to.
     void setFrame(std::shared_ptr<const Frame> frame);
+    /// The current frame, while an open window stays on the one that it has.
+    void offerFrame(std::shared_ptr<const Frame> frame);
+    /// Brings an open window to the current frame.
+    void catchUp();
     /// Gives up the window, whatever it is doing. Nothing more can be done with the plug-in afterwards.
     void release();
 
@@ -43,7 +48,7 @@ private:
     void setOpen(bool isOpen);
     /// Gives the current frame to the plug-in, which computes nothing yet.
     void handOver();
-    /// Brings an open window to the current frame, unless an operation is on the stack, which does it then.
+    /// Does what is due, unless an operation is on the stack, which does it then.
     void follow();
 
     ZBKInterfacePlugIn& m_plugIn;
@@ -51,6 +56,7 @@ private:
     bool m_isOpen = false;
     bool m_isReleased = false;
     bool m_isBehind = false; ///< the plug-in has not been given the current frame
+    bool m_isDue = false;    ///< an open window is to go over to it
     bool m_isCalling = false;
 };
 

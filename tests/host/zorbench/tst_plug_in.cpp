@@ -98,6 +98,10 @@ class TestPlugIn : public QObject
 private slots:
     void theWindowOpensOnTheCurrentFrame();
     void anOpenWindowFollows();
+    void anOfferedFrameWaitsUntilItIsAskedFor_data();
+    void anOfferedFrameWaitsUntilItIsAskedFor();
+    void aFrameThatIsOfferedWithinAnOperationIsNotFollowed_data();
+    void aFrameThatIsOfferedWithinAnOperationIsNotFollowed();
     void anUnknownNotificationIsPassedOver();
     void aFrameWithinAnOperationComesAfterIt_data();
     void aFrameWithinAnOperationComesAfterIt();
@@ -140,6 +144,71 @@ void TestPlugIn::anOpenWindowFollows()
     plugIn.open();
     QCOMPARE(noted.taken(), (QStringList{"Show", "SetImage 6"}));
     QCOMPARE(changes, (QList<QVariantList>{{true}, {false}, {true}}));
+}
+
+void TestPlugIn::anOfferedFrameWaitsUntilItIsAskedFor_data()
+{
+    QTest::addColumn<QString>("by");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("by the next one that is to be followed") << "frame" << QStringList{"SetImage 7", "Update"};
+    QTest::newRow("by catching up") << "catch up" << QStringList{"SetImage 6", "Update"};
+    QTest::newRow("by choosing the open window") << "open" << QStringList{"Show", "SetImage 6", "Update"};
+    QTest::newRow("by opening the closed window") << "close, open" << QStringList{"Show", "SetImage 6"};
+    QTest::newRow("by nobody while it is closed") << "close, catch up" << QStringList{};
+}
+
+void TestPlugIn::anOfferedFrameWaitsUntilItIsAskedFor()
+{
+    QFETCH(QString, by);
+    QFETCH(QStringList, expected);
+    NotedPlugIn noted;
+    zor::PlugIn plugIn(noted);
+    plugIn.setFrame(frameOf(4));
+    plugIn.open();
+    QCOMPARE(noted.taken(), (QStringList{"Init", "Show", "SetImage 4"}));
+    plugIn.offerFrame(frameOf(5));
+    plugIn.offerFrame(frameOf(6));
+    QCOMPARE(noted.taken(), QStringList());
+    if (by.startsWith("close"))
+        noted.close();
+    if (by == "frame")
+        plugIn.setFrame(frameOf(7));
+    else if (by.endsWith("catch up"))
+        plugIn.catchUp();
+    else
+        plugIn.open();
+    QCOMPARE(noted.taken(), expected);
+    // It is up to date.
+    if (plugIn.isOpen())
+        plugIn.catchUp();
+    QCOMPARE(noted.taken(), QStringList());
+}
+
+void TestPlugIn::aFrameThatIsOfferedWithinAnOperationIsNotFollowed_data()
+{
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("while the window opens") << "Show" << QStringList{"Show", "SetImage 4"};
+    QTest::newRow("while another frame is computed")
+        << "Update" << QStringList{"Show", "SetImage 4", "SetImage 7", "Update"};
+}
+
+void TestPlugIn::aFrameThatIsOfferedWithinAnOperationIsNotFollowed()
+{
+    QFETCH(QString, operation);
+    QFETCH(QStringList, expected);
+    NotedPlugIn noted;
+    zor::PlugIn plugIn(noted);
+    plugIn.setFrame(frameOf(4));
+    noted.taken();
+    noted.when = operation;
+    noted.within = [&] { plugIn.offerFrame(frameOf(5)); };
+    plugIn.open();
+    if (operation == "Update")
+        plugIn.setFrame(frameOf(7));
+    QCOMPARE(noted.taken(), expected);
+    plugIn.catchUp();
+    QCOMPARE(noted.taken(), (QStringList{"SetImage 5", "Update"}));
 }
 
 void TestPlugIn::anUnknownNotificationIsPassedOver()
