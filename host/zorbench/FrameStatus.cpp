@@ -1,39 +1,22 @@
 #include "host/zorbench/FrameStatus.h"
 
+#include "host/zorbench/StatusField.h"
+
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
 
 namespace zor {
 
 FrameStatus::FrameStatus(QWidget* parent)
     : QWidget(parent)
-    , m_row(new QHBoxLayout(this))
-    , m_position(addField(tr("Position"), QStringLiteral("65535, 65535")))
-    , m_value(addField(tr("Value"), QStringLiteral("R 65535  G 65535  B 65535")))
-    , m_frame(addField(tr("Frame"), {}))
 {
-    m_row->setContentsMargins(6, 0, 6, 0);
-}
-
-QLineEdit* FrameStatus::addField(const QString& name, const QString& widest)
-{
-    auto* field = new QLineEdit(this);
-    field->setReadOnly(true);
-    field->setFrame(false);
-    field->setFocusPolicy(Qt::ClickFocus);
-    field->setAccessibleName(name);
-    QPalette palette = field->palette();
-    palette.setBrush(QPalette::Base, Qt::transparent);
-    field->setPalette(palette);
-    if (!widest.isEmpty()) {
-        // A line edit keeps some pixels around its text.
-        const int margins = field->fontMetrics().height();
-        field->setFixedWidth(field->fontMetrics().size(Qt::TextSingleLine, widest).width() + margins);
-    }
-    m_row->addWidget(new QLabel(name, this));
-    m_row->addWidget(field, widest.isEmpty() ? 1 : 0);
-    return field;
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(6, 0, 6, 0);
+    m_position = addStatusField(*row, tr("Position"), QStringLiteral("65535, 65535"));
+    m_value = addStatusField(*row, tr("Value"), QStringLiteral("R 65535  G 65535  B 65535"));
+    m_frame = addStatusField(*row, tr("Frame"), {});
+    m_framesPerSecond = addStatusField(*row, tr("Frames per second"), QStringLiteral("1000.0"));
+    m_dropped = addStatusField(*row, tr("Dropped"), QStringLiteral("1000000"));
 }
 
 void FrameStatus::setPosition(const QString& text)
@@ -48,9 +31,17 @@ void FrameStatus::setValue(const QString& text)
 
 void FrameStatus::setFrame(const QString& text)
 {
-    m_frame->setText(text);
-    m_frame->setToolTip(text);
-    m_frame->setCursorPosition(0);
+    setStatusText(*m_frame, text);
+}
+
+void FrameStatus::setFramesPerSecond(const QString& text)
+{
+    m_framesPerSecond->setText(text);
+}
+
+void FrameStatus::setDropped(const QString& text)
+{
+    m_dropped->setText(text);
 }
 
 } // namespace zor

@@ -2,13 +2,11 @@
 
 #include <QWidget>
 
-class QHBoxLayout;
 class QLineEdit;
 
 namespace zor {
 
-/// Fields of the status bar, each with its name in front of it. Their texts can be selected, and read by an
-/// assistive client.
+/// What is known of the current frame and of the stream that it belongs to.
 class FrameStatus : public QWidget
 {
     Q_OBJECT
@@ -19,15 +17,15 @@ public:
     void setPosition(const QString& text);
     void setValue(const QString& text);
     void setFrame(const QString& text);
+    void setFramesPerSecond(const QString& text);
+    void setDropped(const QString& text);
 
 private:
-    /// `widest` is the longest text that the field has to show; empty: it takes the room that is left.
-    QLineEdit* addField(const QString& name, const QString& widest);
-
-    QHBoxLayout* m_row;
     QLineEdit* m_position;
     QLineEdit* m_value;
     QLineEdit* m_frame;
+    QLineEdit* m_framesPerSecond;
+    QLineEdit* m_dropped;
 };
 
 } // namespace zor

@@ -21,6 +21,8 @@ void MainWindow::makeFileMenu()
     QMenu* recent = menu->addMenu(tr("Recent files"));
     connect(menu, &QMenu::aboutToShow, recent, [this, recent] { fillRecentFiles(recent); });
     menu->addSeparator();
+    makeStreamActions(menu);
+    menu->addSeparator();
     menu->addAction(tr("Quit"), this, &QWidget::close, QKeySequence::Quit);
 }
 
@@ -73,6 +75,9 @@ void MainWindow::makeViewMenu()
     gpu->setCheckable(true);
     connect(gpu, &QAction::triggered, m_view, &FrameView::setGpu);
     connect(m_view, &FrameView::gpuChanged, gpu, &QAction::setChecked);
+
+    menu->addSeparator();
+    menu->addAction(makeSimulatorDock());
 }
 
 void MainWindow::makePlugInMenu(const QString& folder)

@@ -1,6 +1,7 @@
 #include "host/zorbench/MainWindow.h"
 
 #include "host/zorbench/FrameStatus.h"
+#include "host/zorbench/JudgementLine.h"
 #include "host/zorbench/NativeText.h"
 #include "host/zorbench/PlugIn.h"
 #include "host/zorbench/Tell.h"
@@ -15,6 +16,9 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QUrl>
+#include <QVBoxLayout>
+
+#include <utility>
 
 namespace zor {
 
@@ -38,18 +42,6 @@ QStringList localFiles(const QMimeData* data)
     return files;
 }
 
-/// What the frame is, in one line. A name may hold what arg() takes for a mark, so it is not given to it.
-QString description(const Frame& frame, const QString& file)
-{
-    const ZorPixelTypeRow* format = exactPixelTypeRow(frame.pixelType);
-    const QString shape = MainWindow::tr("%1 x %2  %3")
-                              .arg(frame.width)
-                              .arg(frame.height)
-                              .arg(QString::fromLatin1(format ? format->name : "?"));
-    return QFileInfo(file).fileName() + QStringLiteral("  ") + shape +
-           QStringLiteral("  (%1)").arg(QString::fromStdString(frame.depthSource));
-}
-
 } // namespace
 
 MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder)
@@ -57,19 +49,20 @@ MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder)
     , m_recent(settings)
     , m_opener(*this, settings)
     , m_view(new FrameView(this))
-    , m_status(new FrameStatus(this))
+    , m_status(new FrameStatus)
+    , m_judgement(new JudgementLine)
 {
     setWindowTitle(tr("ZorBench"));
     setAcceptDrops(true);
     setCentralWidget(m_view);
-    statusBar()->addWidget(m_status, 1);
+    makeStatus();
     makeFileMenu();
     makeViewMenu();
     makePlugInMenu(plugInFolder);
+    makeStream();
 
-    connect(&m_opener, &FrameOpener::opened, this, &MainWindow::showFrame);
-    connect(m_view, &FrameView::refused, this,
-            [this](const QString& reason) { tell(this, m_file + QLatin1Char(' ') + reason); });
+    connect(&m_opener, &FrameOpener::opened, this, &MainWindow::openFrame);
+    connect(m_view, &FrameView::refused, this, &MainWindow::tellRefusal);
     connect(m_view, &FrameView::pointed, this, [this](const QPoint& pixel) {
         m_pointed = pixel;
         showPixel();
@@ -83,6 +76,19 @@ MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder)
 
 MainWindow::~MainWindow() = default;
 
+void MainWindow::makeStatus()
+{
+    auto* both = new QWidget;
+    auto* rows = new QVBoxLayout(both);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(2);
+    rows->addWidget(m_judgement);
+    rows->addWidget(m_status);
+    statusBar()->addWidget(both, 1);
+    connect(&m_judge, &FrameJudge::judged, m_judgement, &JudgementLine::setJudgement);
+    connect(&m_judge, &FrameJudge::refused, m_judgement, &JudgementLine::setRefusal);
+}
+
 void MainWindow::restore()
 {
     resize(1024, 768);
@@ -94,6 +100,7 @@ void MainWindow::restore()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    m_feed.stop();
     m_view->setFullScreen(false);
     m_settings.setValue(QLatin1String(GeometryKey), saveGeometry());
     m_settings.setValue(QLatin1String(StateKey), saveState());
@@ -132,20 +139,51 @@ void MainWindow::openFiles(const QStringList& files)
     m_opener.open(files.first());
 }
 
-void MainWindow::showFrame(const std::shared_ptr<const Frame>& frame, const QString& file)
+void MainWindow::openFrame(const std::shared_ptr<const Frame>& frame, const QString& file)
 {
-    m_file = file;
+    m_feed.stop();
     m_recent.add(file);
     m_settings.setValue(QLatin1String(FolderKey), QFileInfo(file).absolutePath());
-    setWindowTitle(tr("%1 - ZorBench").arg(QFileInfo(file).fileName()));
-    m_status->setFrame(description(*frame, file));
+    const QString label = QFileInfo(file).fileName();
+    setWindowTitle(tr("%1 - ZorBench").arg(label));
+    // A name may hold what arg() takes for a mark, so it is not given to it.
+    const QString description = label + QStringLiteral("  ") + shapeOf(*frame) +
+                                QStringLiteral("  (%1)").arg(QString::fromStdString(frame->depthSource));
+    if (!showFrame(frame, description, file))
+        return;
+    m_judge.judge(frame);
+    for (PlugIn* plugIn : qAsConst(m_plugIns))
+        plugIn->setFrame(frame);
+}
+
+QString MainWindow::shapeOf(const Frame& frame)
+{
+    const ZorPixelTypeRow* format = exactPixelTypeRow(frame.pixelType);
+    return tr("%1 x %2  %3")
+        .arg(frame.width)
+        .arg(frame.height)
+        .arg(QString::fromLatin1(format ? format->name : "?"));
+}
+
+bool MainWindow::showFrame(const std::shared_ptr<const Frame>& frame, const QString& description,
+                           const QString& name)
+{
+    m_name = name;
+    m_status->setFrame(description);
     m_view->setFrame(frame);
     // The start of a viewer lets events in, and one of them may have brought the next frame.
     if (m_view->frame() != frame)
-        return;
+        return false;
     showPixel();
-    for (PlugIn* plugIn : qAsConst(m_plugIns))
-        plugIn->setFrame(frame);
+    return true;
+}
+
+void MainWindow::tellRefusal(const QString& reason)
+{
+    // The next frames of a stream are refused for the same reason.
+    if (m_feed.isRunning() && std::exchange(m_isRefusalOfRunTold, true))
+        return;
+    tell(this, m_name + QLatin1Char(' ') + reason);
 }
 
 void MainWindow::showPixel()

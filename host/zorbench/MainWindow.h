@@ -1,5 +1,8 @@
 #pragma once
 
+#include "host/source/SimulatorSource.h"
+#include "host/zorbench/FrameFeed.h"
+#include "host/zorbench/FrameJudge.h"
 #include "host/zorbench/FrameOpener.h"
 #include "host/zorbench/FrameView.h"
 #include "host/zorbench/RecentFiles.h"
@@ -14,11 +17,13 @@ class QSettings;
 namespace zor {
 
 class FrameStatus;
+class JudgementLine;
 class PlugIn;
 
 /// The workbench: the current frame, what is known of it, and the plug-ins that work on it.
 ///
-/// The members lie in two files: what the menus offer in MainMenus.cpp, everything else in MainWindow.cpp.
+/// The members lie in three files: what the menus offer in MainMenus.cpp, what belongs to a stream of frames
+/// in MainStream.cpp, everything else in MainWindow.cpp.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -45,15 +50,32 @@ private:
     void restore();
     /// Where the last frame was opened; at first the home folder.
     QString lastFolder() const;
-    void showFrame(const std::shared_ptr<const Frame>& frame, const QString& file);
+    void openFrame(const std::shared_ptr<const Frame>& frame, const QString& file);
+    /// Makes the frame the current one. `description` is for the status bar, `name` what it goes by in a
+    /// sentence. False when another one has come meanwhile.
+    bool showFrame(const std::shared_ptr<const Frame>& frame, const QString& description,
+                   const QString& name);
+    /// Size and format.
+    static QString shapeOf(const Frame& frame);
+    void tellRefusal(const QString& reason);
     /// Position and value under the cursor, of the current frame.
     void showPixel();
 
     void makeFileMenu();
     void makeViewMenu();
     void makePlugInMenu(const QString& folder);
+    void makeStatus();
     void askForFiles();
     void fillRecentFiles(QMenu* menu);
+
+    void makeStream();
+    /// The action that shows and hides it.
+    QAction* makeSimulatorDock();
+    /// The toolbar and the actions "Start", "Stop" and "Live", which are in the menu "File" as well.
+    void makeStreamActions(QMenu* menu);
+    void showStreamed(const SourceFrame& frame);
+    void showCounts();
+    void setLive(bool on);
 
     QSettings& m_settings;
     RecentFiles m_recent;
@@ -61,8 +83,17 @@ private:
     FrameView* m_view;
     FrameStatus* m_status;
     QVector<PlugIn*> m_plugIns;
-    QString m_file;                  ///< of the current frame
+    QString m_name;                  ///< of the current frame: its file, or the source that it came from
     std::optional<QPoint> m_pointed; ///< the image pixel under the cursor
+
+    SimulatorSource m_simulator{SensorModel()};
+    FrameSource* m_source = &m_simulator; ///< what "Start" and "Stop" are about
+    FrameFeed m_feed;                     ///< ends before the sources
+    QTimer m_counting;                    ///< runs while the source does
+    FrameJudge m_judge;
+    JudgementLine* m_judgement;
+    bool m_isLive = false;             ///< open plug-ins follow a stream
+    bool m_isRefusalOfRunTold = false; ///< the viewer refused a frame of this run, which was told
 };
 
 } // namespace zor

@@ -1,0 +1,110 @@
+// What belongs to a stream of frames in the main window.
+
+#include "host/zorbench/MainWindow.h"
+
+#include "host/zorbench/FrameStatus.h"
+#include "host/zorbench/PlugIn.h"
+#include "host/zorbench/SimulatorDock.h"
+#include "host/zorbench/Tell.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+
+namespace zor {
+
+namespace {
+
+QString nameOf(const FrameSource& source)
+{
+    return QString::fromStdString(source.name());
+}
+
+} // namespace
+
+QAction* MainWindow::makeSimulatorDock()
+{
+    auto* dock = new SimulatorDock(m_simulator, m_settings, this);
+    addDockWidget(Qt::RightDockWidgetArea, dock);
+    dock->hide();
+    // What the operator changes is seen at once.
+    connect(dock, &SimulatorDock::sensorChanged, this, [this] {
+        if (m_feed.isRunning() && m_source == &m_simulator)
+            m_feed.start(m_simulator);
+    });
+    return dock->toggleViewAction();
+}
+
+void MainWindow::makeStream()
+{
+    connect(&m_feed, &FrameFeed::arrived, this, &MainWindow::showStreamed);
+    connect(&m_feed, &FrameFeed::failed, this, [this](const QString& sentence) {
+        tell(this, nameOf(*m_source) + QLatin1String(": ") + sentence);
+    });
+    connect(&m_feed, &FrameFeed::runningChanged, this, [this](bool isRunning) {
+        m_isRefusalOfRunTold = false;
+        if (isRunning)
+            m_counting.start(250);
+        else
+            m_counting.stop();
+        showCounts();
+    });
+    connect(&m_counting, &QTimer::timeout, this, &MainWindow::showCounts);
+}
+
+void MainWindow::makeStreamActions(QMenu* menu)
+{
+    QAction* start = menu->addAction(
+        tr("Start"), this, [this] { m_feed.start(*m_source); }, Qt::Key_F5);
+    QAction* stop = menu->addAction(tr("Stop"), &m_feed, &FrameFeed::stop, Qt::SHIFT + Qt::Key_F5);
+    stop->setEnabled(false);
+    connect(&m_feed, &FrameFeed::runningChanged, start, &QAction::setDisabled);
+    connect(&m_feed, &FrameFeed::runningChanged, stop, &QAction::setEnabled);
+    QAction* live = menu->addAction(tr("Live"));
+    live->setShortcut(Qt::CTRL + Qt::Key_L);
+    live->setCheckable(true);
+    live->setToolTip(tr("Open plug-ins follow the stream"));
+    connect(live, &QAction::toggled, this, &MainWindow::setLive);
+
+    QToolBar* bar = addToolBar(tr("Stream"));
+    bar->setObjectName(QStringLiteral("Stream"));
+    for (QAction* action : {start, stop, live}) {
+        bar->addAction(action);
+        bar->widgetForAction(action)->setAccessibleName(action->text());
+    }
+}
+
+void MainWindow::showStreamed(const SourceFrame& streamed)
+{
+    const QString name = nameOf(*m_source);
+    setWindowTitle(tr("%1 - ZorBench").arg(name));
+    const QString description = name + QLatin1Char(' ') + QString::number(streamed.number) +
+                                QStringLiteral("  ") + shapeOf(*streamed.frame);
+    if (!showFrame(streamed.frame, description, name))
+        return;
+    m_judge.follow(streamed.frame);
+    for (PlugIn* plugIn : qAsConst(m_plugIns)) {
+        if (m_isLive)
+            plugIn->setFrame(streamed.frame);
+        else
+            plugIn->offerFrame(streamed.frame);
+    }
+}
+
+void MainWindow::showCounts()
+{
+    m_status->setFramesPerSecond(m_feed.isRunning() ? QString::number(m_feed.framesPerSecond(), 'f', 1)
+                                                    : QString());
+    m_status->setDropped(QString::number(m_feed.counts().dropped));
+}
+
+void MainWindow::setLive(bool on)
+{
+    m_isLive = on;
+    if (!on)
+        return;
+    for (PlugIn* plugIn : qAsConst(m_plugIns))
+        plugIn->catchUp();
+}
+
+} // namespace zor
