@@ -2,11 +2,13 @@
 
 #include "host/zorbench/MainWindow.h"
 
+#include "display/DisplayView.h"
 #include "host/zorbench/FrameStatus.h"
 #include "host/zorbench/PlugIn.h"
 #include "host/zorbench/SimulatorDock.h"
 #include "host/zorbench/Tell.h"
 
+#include <QAbstractButton>
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolBar>
@@ -66,12 +68,18 @@ void MainWindow::makeStreamActions(QMenu* menu)
     live->setToolTip(tr("Open plug-ins follow the stream"));
     connect(live, &QAction::toggled, this, &MainWindow::setLive);
 
+    // Their keys work on the full screen too.
+    m_view->view().addActions({start, stop, live});
+
     QToolBar* bar = addToolBar(tr("Stream"));
     bar->setObjectName(QStringLiteral("Stream"));
     for (QAction* action : {start, stop, live}) {
         bar->addAction(action);
         bar->widgetForAction(action)->setAccessibleName(action->text());
     }
+    // An assistive client toggles the button alone.
+    auto* button = qobject_cast<QAbstractButton*>(bar->widgetForAction(live));
+    connect(button, &QAbstractButton::toggled, live, &QAction::setChecked);
 }
 
 void MainWindow::showStreamed(const SourceFrame& streamed)

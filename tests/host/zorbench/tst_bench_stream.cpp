@@ -1,6 +1,9 @@
 #include "tests/host/zorbench/Bench.h"
 #include "tests/support/ModalWatch.h"
 
+#include "display/DisplayView.h"
+
+#include <QApplication>
 #include <QDoubleSpinBox>
 #include <QtTest>
 
@@ -59,6 +62,7 @@ class TestBenchStream : public QObject
 private slots:
     void initTestCase();
     void startShowsFramesUntilStop();
+    void keysWorkOnTheFullScreen();
     void statusCountsFrames();
     void judgementFollowsTheStream();
     void anotherSensorCountsAtOnce();
@@ -99,6 +103,21 @@ void TestBenchStream::startShowsFramesUntilStop()
     setNumber(bench, "Frame rate", 0.1);
     start->trigger();
     QTRY_COMPARE(frameNumber(bench), 0);
+}
+
+void TestBenchStream::keysWorkOnTheFullScreen()
+{
+    Bench bench;
+    prepare(bench);
+    bench.action("Full screen")->trigger();
+    QWidget* view = &bench.view().view();
+    QTRY_COMPARE(QApplication::activeWindow(), view);
+    QTest::keyClick(view, Qt::Key_F5);
+    QTRY_VERIFY(frameNumber(bench) > 0);
+    QTest::keyClick(view, Qt::Key_L, Qt::ControlModifier);
+    QVERIFY(bench.action("Live")->isChecked());
+    QTest::keyClick(view, Qt::Key_F5, Qt::ShiftModifier);
+    QVERIFY(bench.action("Start")->isEnabled());
 }
 
 void TestBenchStream::statusCountsFrames()

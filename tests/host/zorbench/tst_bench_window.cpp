@@ -22,6 +22,7 @@ private slots:
     void everyControlHasAnAccessibleName_data();
     void everyControlHasAnAccessibleName();
     void anAssistiveClientReadsTheStatus();
+    void anAssistiveClientSwitchesLive();
     void sizeAndPlaceAreKept();
     void settingsThatAreSpoiltDoNoHarm();
     void quitClosesTheWindow();
@@ -87,6 +88,17 @@ void TestBenchWindow::anAssistiveClientReadsTheStatus()
     QVERIFY(read);
     QCOMPARE(read->text(QAccessible::Name), QString("Frame"));
     QCOMPARE(read->text(QAccessible::Value), QString("flat.pgm  6 x 4  Mono8  (maxval 255)"));
+}
+
+void TestBenchWindow::anAssistiveClientSwitchesLive()
+{
+    Bench bench;
+    QAccessibleInterface* button = QAccessible::queryAccessibleInterface(controlOf(&bench.window(), "Live"));
+    for (const bool expected : {true, false}) {
+        button->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        QCOMPARE(bench.action("Live")->isChecked(), expected);
+        QCOMPARE(bool(button->state().checked), expected);
+    }
 }
 
 void TestBenchWindow::sizeAndPlaceAreKept()
