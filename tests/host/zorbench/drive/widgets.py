@@ -152,6 +152,11 @@ class Widget:
         self._node.set_text_contents(text)
         wait_for(lambda: self.text == text, f'{self} to hold "{text}"')
 
+    def set_number(self, number):
+        """Of a spin button."""
+        self._node.get_value_iface().set_current_value(number)
+        wait_for(lambda: self._node.get_value_iface().get_current_value() == number, f"{self} to be {number}")
+
     def dump(self, depth=0):
         """One line for each widget, for the one who looks why something was not found."""
         try:
