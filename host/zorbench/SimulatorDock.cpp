@@ -13,8 +13,8 @@ namespace zor {
 namespace {
 
 // The names of the settings.
-constexpr QLatin1String ShotNoiseKey("Simulator/ShotNoise");
-constexpr QLatin1String DepthKey("Simulator/Depth");
+const char* const ShotNoiseKey = "Simulator/ShotNoise";
+const char* const DepthKey = "Simulator/Depth";
 
 /// A side of the largest sensor: as many pixels as the command line simulates.
 constexpr double LargestSide = 16384.0;
@@ -107,11 +107,11 @@ QDoubleSpinBox* SimulatorDock::addNumber(const QString& name, const char* key, c
 void SimulatorDock::addShotNoise(bool on)
 {
     m_shotNoise = new QCheckBox(this);
-    m_shotNoise->setChecked(m_settings.value(ShotNoiseKey, on).toBool());
+    m_shotNoise->setChecked(m_settings.value(QLatin1String(ShotNoiseKey), on).toBool());
     m_shotNoise->setAccessibleName(tr("Shot noise"));
     m_form->addRow(tr("Shot noise"), m_shotNoise);
     connect(m_shotNoise, &QCheckBox::toggled, this, [this](bool now) {
-        m_settings.setValue(ShotNoiseKey, now);
+        m_settings.setValue(QLatin1String(ShotNoiseKey), now);
         setNoise();
     });
 }
@@ -121,12 +121,12 @@ void SimulatorDock::addDepth(int bits)
     m_depth = new QComboBox(this);
     for (const int depth : {8, 10, 12, 16})
         m_depth->addItem(tr("%1 bits").arg(depth), depth);
-    const int kept = m_depth->findData(m_settings.value(DepthKey, bits).toInt());
+    const int kept = m_depth->findData(m_settings.value(QLatin1String(DepthKey), bits).toInt());
     m_depth->setCurrentIndex(kept >= 0 ? kept : m_depth->findData(bits));
     m_depth->setAccessibleName(tr("Depth"));
     m_form->addRow(tr("Depth"), m_depth);
     connect(m_depth, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this] {
-        m_settings.setValue(DepthKey, m_depth->currentData());
+        m_settings.setValue(QLatin1String(DepthKey), m_depth->currentData());
         setSensor();
     });
 }
