@@ -106,6 +106,8 @@ void FrameView::refresh()
     while (std::exchange(m_isOutdated, false))
         showOnce();
     m_isShowing = false;
+    if (m_frame)
+        emit shown();
 }
 
 void FrameView::showOnce()

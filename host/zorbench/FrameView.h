@@ -50,6 +50,8 @@ public:
     DisplayAdapter& adapter() { return *m_adapter; }
 
 signals:
+    /// The current frame, a new one or the same by another viewer, has come to the view.
+    void shown();
     /// The cursor is over this place, in image pixels, also beyond the edges.
     void pointed(const QPoint& pixel);
     /// The cursor has left the view.

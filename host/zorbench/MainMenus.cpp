@@ -20,6 +20,10 @@ void MainWindow::makeFileMenu()
     menu->addAction(tr("Open\u2026"), this, &MainWindow::askForFiles, QKeySequence::Open);
     QMenu* recent = menu->addMenu(tr("Recent files"));
     connect(menu, &QMenu::aboutToShow, recent, [this, recent] { fillRecentFiles(recent); });
+    QAction* save =
+        menu->addAction(tr("Save frame\u2026"), this, &MainWindow::askWhereToSave, QKeySequence::Save);
+    save->setEnabled(false);
+    connect(m_view, &FrameView::shown, save, [save] { save->setEnabled(true); });
     menu->addSeparator();
     makeStreamActions(menu);
     menu->addSeparator();
@@ -36,6 +40,11 @@ void MainWindow::askForFiles()
     dialog->setNameFilters({tr("All files (*)"), tr("Pictures (*.pgm *.ppm *.png *.tif *.tiff)")});
     connect(dialog, &QFileDialog::filesSelected, this, &MainWindow::openFiles);
     dialog->open();
+}
+
+void MainWindow::askWhereToSave()
+{
+    m_saver.ask(m_view->frame(), lastFolder(), m_name);
 }
 
 void MainWindow::fillRecentFiles(QMenu* menu)
@@ -65,6 +74,7 @@ void MainWindow::makeViewMenu()
     // Their keys work on the full screen too, where the view is a window of its own.
     m_view->view().addActions(menu->actions());
 
+    addDocks(menu);
     menu->addSeparator();
     QAction* colour = menu->addAction(tr("Colour"));
     colour->setCheckable(true);

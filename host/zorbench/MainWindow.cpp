@@ -48,6 +48,7 @@ MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder)
     : m_settings(settings)
     , m_recent(settings)
     , m_opener(*this, settings)
+    , m_saver(*this)
     , m_view(new FrameView(this))
     , m_status(new FrameStatus)
     , m_judgement(new JudgementLine)
@@ -62,6 +63,10 @@ MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder)
     makeStream();
 
     connect(&m_opener, &FrameOpener::opened, this, &MainWindow::openFrame);
+    connect(&m_saver, &FrameSaver::saved, this, [this](const QString& file) {
+        m_recent.add(file);
+        m_settings.setValue(QLatin1String(FolderKey), QFileInfo(file).absolutePath());
+    });
     connect(m_view, &FrameView::refused, this, &MainWindow::tellRefusal);
     connect(m_view, &FrameView::pointed, this, [this](const QPoint& pixel) {
         m_pointed = pixel;

@@ -4,6 +4,7 @@
 #include "host/zorbench/FrameFeed.h"
 #include "host/zorbench/FrameJudge.h"
 #include "host/zorbench/FrameOpener.h"
+#include "host/zorbench/FrameSaver.h"
 #include "host/zorbench/FrameView.h"
 #include "host/zorbench/RecentFiles.h"
 
@@ -22,8 +23,8 @@ class PlugIn;
 
 /// The workbench: the current frame, what is known of it, and the plug-ins that work on it.
 ///
-/// The members lie in three files: what the menus offer in MainMenus.cpp, what belongs to a stream of frames
-/// in MainStream.cpp, everything else in MainWindow.cpp.
+/// The members lie in four files: what the menus offer in MainMenus.cpp, what belongs to a stream of frames
+/// in MainStream.cpp, the docks in MainDocks.cpp, everything else in MainWindow.cpp.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -48,7 +49,7 @@ protected:
 
 private:
     void restore();
-    /// Where the last frame was opened; at first the home folder.
+    /// Where the last frame was opened or saved; at first the home folder.
     QString lastFolder() const;
     void openFrame(const std::shared_ptr<const Frame>& frame, const QString& file);
     /// Makes the frame the current one. `description` is for the status bar, `name` what it goes by in a
@@ -65,7 +66,10 @@ private:
     void makeViewMenu();
     void makePlugInMenu(const QString& folder);
     void makeStatus();
+    /// What looks into the frame, each with its entry in the menu.
+    void addDocks(QMenu* menu);
     void askForFiles();
+    void askWhereToSave();
     void fillRecentFiles(QMenu* menu);
 
     void makeStream();
@@ -80,6 +84,7 @@ private:
     QSettings& m_settings;
     RecentFiles m_recent;
     FrameOpener m_opener;
+    FrameSaver m_saver;
     FrameView* m_view;
     FrameStatus* m_status;
     QVector<PlugIn*> m_plugIns;
