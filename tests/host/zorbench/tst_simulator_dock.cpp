@@ -128,14 +128,15 @@ void TestSimulatorDock::rangesAreThoseOfTheCommandLine_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<double>("least");
     QTest::addColumn<double>("most");
-    QTest::newRow("frame rate, of the source") << "Frame rate" << 0.1 << 1000.0;
-    QTest::newRow("dark noise") << "Dark noise" << 0.0 << 1e9;
-    QTest::newRow("width") << "Width" << 1.0 << 16384.0;
-    QTest::newRow("height") << "Height" << 1.0 << 16384.0;
-    QTest::newRow("level") << "Level" << 0.0 << 1000.0;
-    QTest::newRow("vignetting") << "Vignetting" << 0.0 << 99.0;
-    QTest::newRow("column pattern") << "Column pattern" << 0.0 << 100.0;
-    QTest::newRow("row pattern") << "Row pattern" << 0.0 << 100.0;
+    QTest::addColumn<QString>("largest");
+    QTest::newRow("frame rate, of the source") << "Frame rate" << 0.1 << 1000.0 << "1000.0 /s";
+    QTest::newRow("dark noise") << "Dark noise" << 0.0 << 1e9 << "1000000000.0 e-";
+    QTest::newRow("width") << "Width" << 1.0 << 16384.0 << "16384";
+    QTest::newRow("height") << "Height" << 1.0 << 16384.0 << "16384";
+    QTest::newRow("level") << "Level" << 0.0 << 1000.0 << "1000.0 %";
+    QTest::newRow("vignetting") << "Vignetting" << 0.0 << 99.0 << "99.0 %";
+    QTest::newRow("column pattern") << "Column pattern" << 0.0 << 100.0 << "100.00 %";
+    QTest::newRow("row pattern") << "Row pattern" << 0.0 << 100.0 << "100.00 %";
 }
 
 void TestSimulatorDock::rangesAreThoseOfTheCommandLine()
@@ -143,6 +144,7 @@ void TestSimulatorDock::rangesAreThoseOfTheCommandLine()
     QFETCH(QString, name);
     QFETCH(double, least);
     QFETCH(double, most);
+    QFETCH(QString, largest);
     QSettings settings(file(), QSettings::IniFormat);
     SimulatorSource source{zor::SensorModel()};
     SimulatorDock dock(source, settings);
@@ -152,6 +154,7 @@ void TestSimulatorDock::rangesAreThoseOfTheCommandLine()
     QCOMPARE(box->value(), least);
     box->setValue(1e12);
     QCOMPARE(box->value(), most);
+    QCOMPARE(box->text(), largest);
 }
 
 void TestSimulatorDock::theSourceStartsWithTheSettings()
@@ -207,11 +210,12 @@ void TestSimulatorDock::aNewNoiseCountsAtOnce()
     QSettings settings(file(), QSettings::IniFormat);
     SimulatorSource source{zor::SensorModel()};
     SimulatorDock dock(source, settings);
-    number(dock, "Width")->setValue(8);
-    number(dock, "Height")->setValue(8);
     number(dock, "Dark noise")->setValue(0.0);
     auto* shotNoise = controlOf<QCheckBox>(&dock, "Shot noise");
     shotNoise->setChecked(false);
+    // Another sensor has the same noise.
+    number(dock, "Width")->setValue(8);
+    number(dock, "Height")->setValue(8);
     number(dock, "Frame rate")->setValue(1000.0);
     FrameCollector collector;
     source.start(collector.handlers());
