@@ -12,15 +12,18 @@ from widgets import Widget, be_patient, only
 
 class Program:
     """Starts a program; to be used in a `with` statement, which ends it. When the statement is left by a failure,
-    the windows and what the program wrote go to standard error, and what the screen shows to `picture`."""
+    the windows and what the program wrote go to standard error, and what the screen shows to `picture`. `settings` is
+    the folder for what the program keeps from run to run."""
 
-    def __init__(self, arguments, picture):
-        self._arguments = [str(argument) for argument in arguments]
+    def __init__(self, arguments, picture, settings):
+        self._arguments = arguments
         self._picture = picture
+        self._environment = dict(os.environ, XDG_CONFIG_HOME=settings)
 
     def __enter__(self):
         self._errors = open(os.path.join(os.environ["TMPDIR"], "errors"), "w+b")
-        self._process = subprocess.Popen(self._arguments, stdin=subprocess.DEVNULL, stderr=self._errors)
+        self._process = subprocess.Popen(self._arguments, stdin=subprocess.DEVNULL, stderr=self._errors,
+                                         env=self._environment)
         return self
 
     def __exit__(self, kind, _error, _trace):

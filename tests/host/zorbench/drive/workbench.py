@@ -35,10 +35,12 @@ def flat_frame():
 
 
 class Workbench(Program):
-    """The workbench, on the screen."""
+    """The workbench, on the screen. Each test has settings of its own."""
 
     def __init__(self, test, *arguments):
-        super().__init__([ZORBENCH, *arguments], os.path.join(os.environ["ZOR_KEEP"], test.id().rpartition(".")[2] + ".png"))
+        name = test.id().rpartition(".")[2]
+        super().__init__([ZORBENCH, *arguments], os.path.join(os.environ["ZOR_KEEP"], name + ".png"), temporary(name))
+        self._fields = {}
 
     def main_window(self):
         return self.window("frame")
@@ -50,7 +52,10 @@ class Workbench(Program):
 
     def field(self, name):
         """What a field of the status bar holds."""
-        return self.main_window().find("text", name).text
+        # While frames stream, each question waits for one of them to be shown, and a search asks many.
+        if name not in self._fields:
+            self._fields[name] = self.main_window().find("text", name)
+        return self._fields[name].text
 
     def choose_file(self, title, button, path):
         """Answers a file dialog."""
