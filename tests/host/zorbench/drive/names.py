@@ -32,10 +32,15 @@ class Names(unittest.TestCase):
         with Workbench(self, frame) as bench:
             window = bench.main_window()
             bench.wait_for(lambda: os.path.basename(frame) in window.title, "the frame's name")
+            for dock in docks(window):
+                if not dock.is_showing:
+                    bench.menu_item("View", dock.title).press()
+                    bench.wait_for(lambda: dock.is_showing, f"{dock} to open")
             controls = docks(window) + list(controls_below(window))
             self.check(controls)
             names = [widget.title for widget in controls]
-            for name in ("File", "Open\u2026", "View", "Plug-ins", "FFC Utility", "Position", "Value", "Frame"):
+            for name in ("File", "Open\u2026", "Start", "Stop", "Live", "View", "Simulator", "Plug-ins", "FFC Utility",
+                         "Frame rate", "Position", "Value", "Frame", "Frames per second", "Dropped", "Judgement"):
                 self.assertIn(name, names)
 
     def test_controls_of_the_raw_dialog_have_names(self):

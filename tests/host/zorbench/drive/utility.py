@@ -27,7 +27,7 @@ class UtilityCase(unittest.TestCase):
         return utility
 
     def save(self, bench, utility, name):
-        """Saves the coefficients. Returns what the file holds."""
+        """Saves the coefficients to a file that is not there. Returns what it held."""
         path = temporary(name)
         utility.beside("Title:").type(TITLE)
         utility.beside("Camera:").type(CAMERA)
@@ -35,7 +35,9 @@ class UtilityCase(unittest.TestCase):
         bench.choose_file("Save Flat Field Coefficients", "Save", path)
         # What is written to the file comes before the answer to what is asked for next.
         bench.wait_for(lambda: os.path.exists(path) and bench.windows(), "the saved file")
-        return content_of(path)
+        content = content_of(path)
+        os.remove(path)
+        return content
 
     def compare(self, saved, before, after):
         """The header holds the day, which may have changed while the test ran."""

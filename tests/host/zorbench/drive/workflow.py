@@ -6,6 +6,7 @@ from close_button import press_close_button
 from utility import UtilityCase, computed
 from workbench import Workbench, flat_frame, temporary, zorffc
 
+
 class Workflow(UtilityCase):
     def test_saved_file_is_that_of_the_command_line(self):
         frame = flat_frame()
