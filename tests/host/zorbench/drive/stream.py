@@ -8,13 +8,16 @@ from workbench import Workbench, temporary, zorffc
 
 class Stream(UtilityCase):
     def test_live_utility_saves_what_the_command_line_writes(self):
-        # Without noise all frames are alike.
+        # Without noise all frames are alike. Small ones leave time for questions under a sanitizer as well.
         frame = temporary("stream.pgm")
-        zorffc("simulate", "--dark-noise", "0", "--no-shot-noise", "--level", "60", "--output", frame)
+        zorffc("simulate", "--size", "320x240", "--dark-noise", "0", "--no-shot-noise", "--level", "60", "--output",
+               frame)
         before = computed(frame)
         with Workbench(self) as bench:
             window = bench.main_window()
             bench.menu_item("View", "Simulator").press()
+            window.find("spin button", "Width").set_number(320)
+            window.find("spin button", "Height").set_number(240)
             window.find("spin button", "Dark noise").set_number(0)
             window.find("check box", "Shot noise").toggle()
             utility = self.open_utility(bench)
