@@ -69,6 +69,9 @@ void TestHistogramDock::countsAreThoseOfTheFrame()
     bench.action("Histogram")->trigger();
     bench.open(bench.write("a.pgm", "P2 3 2 4095 0 15 16 4095 4095 31"));
     QCOMPARE(lettersOf(bench), QString("Y"));
+    QCOMPARE(plotOf(bench).accessibleName(), QString("Histogram"));
+    QCOMPARE(plotOf(bench).axisTitle(QwtPlot::xBottom).text(), QString("Code"));
+    QCOMPARE(plotOf(bench).axisTitle(QwtPlot::yLeft).text(), QString("Samples"));
     QCOMPARE(sample(bench, 0, 0), QPointF(0, 2));
     QCOMPARE(sample(bench, 0, 1), QPointF(16, 2));
     QCOMPARE(sample(bench, 0, 2), QPointF(32, 0));
@@ -172,6 +175,7 @@ void TestHistogramDock::countsCanBeCopied()
 {
     Bench bench;
     bench.action("Histogram")->trigger();
+    QCOMPARE(plotOf(bench).contextMenuPolicy(), Qt::ActionsContextMenu);
     QAction* copy = plotOf(bench).actions().first();
     QCOMPARE(copy->text(), QString("Copy"));
     QGuiApplication::clipboard()->setText("kept");
