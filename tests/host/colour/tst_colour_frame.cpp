@@ -234,7 +234,8 @@ void TestColourFrame::aColourOverABayerFilterIsThatColour()
             const bool isGreenFirst = even[0] == 'G';
             const char other = (isGreenFirst ? even[1] : even[0]) == 'R' ? 'B' : 'R';
             const char odd[2] = {isGreenFirst ? other : 'G', isGreenFirst ? 'G' : other};
-            const char letter = (y % 2 == 0 ? even : odd)[x % 2];
+            const char* letters = y % 2 == 0 ? even : odd;
+            const char letter = letters[x % 2];
             bytes[y * 5 + x] = letter == 'R' ? 200 : letter == 'G' ? 100 : 50;
         }
     }
