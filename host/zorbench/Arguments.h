@@ -11,7 +11,7 @@ struct Arguments
 {
     std::vector<std::string> frames; ///< files that exist and are not empty
     std::string plugInFolder;        ///< empty: that of the installation
-    /// Set when the program ends at once: help or version is told, or an error.
+    /// Set when the program ends at once: help, version or an error was printed.
     std::optional<int> exitCode;
 };
 

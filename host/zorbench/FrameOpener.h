@@ -12,7 +12,7 @@ class QWidget;
 
 namespace zor {
 
-/// Opens files for a window: pictures at once, raw dumps after a dialog. What goes wrong is told in one box,
+/// Opens files for a window: pictures at once, raw dumps after a dialog. What goes wrong is shown in one box,
 /// and nothing else changes.
 class FrameOpener : public QObject
 {

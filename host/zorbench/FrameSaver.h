@@ -12,7 +12,7 @@ class QWidget;
 namespace zor {
 
 /// Saves frames for a window: asks for a name and writes the file whole or not at all. What goes wrong is
-/// told in one box, and a file that was there before stays as it was.
+/// shown in one box, and a file that was there before stays as it was.
 class FrameSaver : public QObject
 {
     Q_OBJECT

@@ -44,7 +44,7 @@ void MainWindow::makeStream()
         tell(this, nameOf(*m_source) + QLatin1String(": ") + sentence);
     });
     connect(&m_feed, &FrameFeed::runningChanged, this, [this](bool isRunning) {
-        m_isRefusalOfRunTold = false;
+        m_isRefusalReported = false;
         if (isRunning)
             m_counting.start(250);
         else

@@ -186,7 +186,7 @@ bool MainWindow::showFrame(const std::shared_ptr<const Frame>& frame, const QStr
 void MainWindow::tellRefusal(const QString& reason)
 {
     // The next frames of a stream are refused for the same reason.
-    if (m_feed.isRunning() && std::exchange(m_isRefusalOfRunTold, true))
+    if (m_feed.isRunning() && std::exchange(m_isRefusalReported, true))
         return;
     tell(this, m_name + QLatin1Char(' ') + reason);
 }

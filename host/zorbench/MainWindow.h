@@ -30,7 +30,7 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    /// Settings outlive the window. The plug-ins of the folder are loaded; those that can't be are told in
+    /// Settings outlive the window. The plug-ins of the folder are loaded; those that can't be are named in
     /// one box when the event loop runs.
     MainWindow(QSettings& settings, const QString& plugInFolder);
     ~MainWindow() override;
@@ -97,8 +97,8 @@ private:
     QTimer m_counting;                    ///< runs while the source does
     FrameJudge m_judge;
     JudgementLine* m_judgement;
-    bool m_isLive = false;             ///< open plug-ins follow a stream
-    bool m_isRefusalOfRunTold = false; ///< the viewer refused a frame of this run, which was told
+    bool m_isLive = false;            ///< open plug-ins follow a stream
+    bool m_isRefusalReported = false; ///< a box said that the viewer refused a frame of this run
 };
 
 } // namespace zor

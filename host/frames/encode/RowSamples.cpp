@@ -18,7 +18,7 @@ Rgb colourAt(const SampleImage& scene, std::uint32_t x, std::uint32_t y)
     return scene.channels == 1 ? Rgb{pixel[0], pixel[0], pixel[0]} : Rgb{pixel[0], pixel[1], pixel[2]};
 }
 
-/// What a channel letter, the first of its token, stands for in a pixel of this colour.
+/// What a channel letter, the first of its token, is in a pixel of this colour.
 std::uint32_t component(char letter, const Rgb& colour, std::uint32_t bits)
 {
     switch (letter) {

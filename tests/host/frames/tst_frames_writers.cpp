@@ -131,10 +131,10 @@ void TestFramesWriters::readingBackGivesSamplesAndDepth()
     const zor::Frame written = picture(depth, width, samples, padding);
     for (const QString kind : {"PGM", "PNG", "TIFF"}) {
         const zor::Frame frame = m_files.read(fileOf(kind, written));
-        const QByteArray told = (kind + ", depth from " + frame.depthSource.c_str()).toUtf8();
-        QVERIFY2(frame.width == width && frame.height == written.height, told.constData());
-        QVERIFY2(frame.pixelType == written.pixelType, told.constData());
-        QVERIFY2(samplesOf(frame) == samples, told.constData());
+        const QByteArray which = (kind + ", depth from " + frame.depthSource.c_str()).toUtf8();
+        QVERIFY2(frame.width == width && frame.height == written.height, which.constData());
+        QVERIFY2(frame.pixelType == written.pixelType, which.constData());
+        QVERIFY2(samplesOf(frame) == samples, which.constData());
     }
 }
 
