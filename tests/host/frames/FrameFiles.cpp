@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QtTest>
 
 #include <stdexcept>
 
@@ -60,4 +61,33 @@ QString firstTruncationThatIsNoError(FrameFiles& files, const QByteArray& bytes,
             return QString("%1 of %2 bytes: '%3'").arg(length).arg(bytes.size()).arg(text);
     }
     return {};
+}
+
+void checkTruncations(FrameFiles& files, const QByteArray& bytes, const QList<int>& samples)
+{
+    int errors = 0;
+    for (int length = 0; length < bytes.size(); ++length) {
+        const QString text = files.error(bytes.left(length));
+        errors += text.isEmpty() ? 0 : 1;
+        if (text.isEmpty())
+            QCOMPARE(samplesOf(files.read(bytes.left(length))), samples);
+        else
+            QVERIFY2(text.startsWith(QString::fromStdString(files.path("frame")) + ": "), qPrintable(text));
+    }
+    QVERIFY(errors > bytes.size() / 2);
+}
+
+void checkFlippedBits(FrameFiles& files, const QByteArray& bytes)
+{
+    for (int bit = 0; bit < 8 * bytes.size(); ++bit) {
+        QByteArray flipped = bytes;
+        flipped[bit / 8] = char(flipped[bit / 8] ^ 1 << bit % 8);
+        try {
+            const zor::Frame frame = files.read(flipped);
+            QVERIFY(frame.width >= 1 && frame.width <= 65535 && frame.height >= 1 && frame.height <= 65535);
+            QCOMPARE(frame.pixels.size(), std::size_t{frame.pitch} * frame.height);
+        } catch (const zor::FrameError& error) {
+            QVERIFY(!QString(error.what()).contains('\n'));
+        }
+    }
 }

@@ -34,3 +34,11 @@ QList<int> samplesOf(const zor::Frame& frame);
 /// else the first length that does not.
 QString firstTruncationThatIsNoError(FrameFiles& files, const QByteArray& bytes,
                                      const zor::FrameOptions& options = {});
+
+/// Reads every shorter beginning of the bytes, whose frame has these samples. Each ends with a FrameError
+/// that names the file, most of them at least, or takes only bytes that nothing needs and leaves the whole
+/// frame.
+void checkTruncations(FrameFiles& files, const QByteArray& bytes, const QList<int>& samples);
+
+/// Flips each bit of the bytes in turn: what is left is refused in one line, or is a frame within the limits.
+void checkFlippedBits(FrameFiles& files, const QByteArray& bytes);

@@ -1,38 +1,20 @@
 #include "host/source/SimulatorSource.h"
 #include "tests/host/source/FrameCollector.h"
 #include "tests/support/FormatCodes.h"
+#include "tests/support/NewLimit.h"
 
 #include <QSemaphore>
 #include <QtTest>
 
-#include <atomic>
 #include <cmath>
 #include <cstring>
 #include <functional>
 #include <limits>
-#include <new>
 #include <thread>
 
 using namespace zor;
 
 Q_DECLARE_METATYPE(std::function<void(SensorModel&)>)
-
-namespace {
-
-/// Requests of this size and more find no memory.
-std::atomic<std::size_t> tooLarge{std::numeric_limits<std::size_t>::max()};
-
-} // namespace
-
-extern "C" {
-void* __real__Znwm(std::size_t size);
-void* __wrap__Znwm(std::size_t size)
-{
-    if (size >= tooLarge)
-        throw std::bad_alloc();
-    return __real__Znwm(size);
-}
-}
 
 /// The simulated sensor as a source of frames.
 class TestSimulatorSource : public QObject
@@ -40,7 +22,7 @@ class TestSimulatorSource : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { tooLarge = std::numeric_limits<std::size_t>::max(); }
+    void init() { tooLarge = NoLimit; }
     void itHasAName();
     void framesAreInTheUnpackedMonoFormat_data();
     void framesAreInTheUnpackedMonoFormat();
@@ -332,12 +314,12 @@ void TestSimulatorSource::aLackOfMemoryIsReported()
     FrameCollector collector;
     FrameCollector second;
     SimulatorSource source(model, Fastest);
-    tooLarge = forTheScene ? frameBytes : std::numeric_limits<std::size_t>::max();
+    tooLarge = forTheScene ? frameBytes : NoLimit;
     QSemaphore reported;
     source.start(collector.handlers([](const SourceFrame&) { tooLarge = frameBytes; },
                                     [&](const SourceError&) { reported.release(); }));
     QVERIFY(reported.tryAcquire(1, 60000));
-    tooLarge = std::numeric_limits<std::size_t>::max();
+    tooLarge = NoLimit;
     // Right after the report, whether the source's thread has ended or not.
     source.start(second.handlers());
     QVERIFY(second.waitForFrames(2));

@@ -1,5 +1,6 @@
 #include "tests/host/zorbench/Bench.h"
 #include "tests/support/ModalWatch.h"
+#include "tests/support/NewLimit.h"
 
 #include "display/DisplayView.h"
 
@@ -7,14 +8,7 @@
 #include <QDoubleSpinBox>
 #include <QtTest>
 
-#include <atomic>
-#include <limits>
-#include <new>
-
 namespace {
-
-/// From this size on there is no memory.
-std::atomic<std::size_t> tooLarge{std::numeric_limits<std::size_t>::max()};
 
 void setNumber(Bench& bench, const char* name, double value)
 {
@@ -43,16 +37,6 @@ void settle()
 }
 
 } // namespace
-
-extern "C" {
-void* __real__Znwm(std::size_t size);
-void* __wrap__Znwm(std::size_t size)
-{
-    if (size >= tooLarge)
-        throw std::bad_alloc();
-    return __real__Znwm(size);
-}
-}
 
 /// Frames of the simulator in the workbench's window.
 class TestBenchStream : public QObject
@@ -229,7 +213,7 @@ void TestBenchStream::aLackOfMemoryIsToldOnce()
     tooLarge = 4000 * 3000;
     bench.action("Start")->trigger();
     QTRY_COMPARE(watch.texts.size(), 1);
-    tooLarge = std::numeric_limits<std::size_t>::max();
+    tooLarge = NoLimit;
     QCOMPARE(watch.texts.first(),
              QString("Simulator: there is no memory for simulated frames of 4000x3000 pixels; "
                      "choose a smaller size or close other programs"));
