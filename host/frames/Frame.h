@@ -34,6 +34,16 @@ enum class WhiteIsZero
     Inverted, ///< full scale of 8 or 16 bits less the sample
 };
 
+/// How the pixels of a raw dump lie, which has no header of its own.
+struct RawLayout
+{
+    std::string format; ///< name of a pixel format
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    std::optional<std::uint32_t> pitch; ///< tight rows when not given
+    bool packedOrderRecord = false;     ///< `Packed` low bits lie as in a record, not as on the wire
+};
+
 /// How a file is to be read.
 struct FrameOptions
 {
@@ -41,15 +51,7 @@ struct FrameOptions
     bool depthIsOffered = true;         ///< texts may advise to give a depth
     /// Needed for a TIFF file whose 0 is white, refused for any other file.
     std::optional<WhiteIsZero> whiteIsZero;
-    /// Set for a raw dump, which has no header of its own.
-    struct RawLayout
-    {
-        std::string format; ///< name of a pixel format
-        std::uint32_t width = 0;
-        std::uint32_t height = 0;
-        std::optional<std::uint32_t> pitch; ///< tight rows when not given
-        bool packedOrderRecord = false;     ///< `Packed` low bits lie as in a record, not as on the wire
-    };
+    /// Set for a raw dump.
     std::optional<RawLayout> raw;
 };
 

@@ -10,7 +10,7 @@
 
 namespace zor {
 
-Frame readRaw(const std::string& path, const FrameOptions::RawLayout& layout)
+Frame readRaw(const std::string& path, const RawLayout& layout)
 {
     Frame frame;
     frame.pixelType = formatByName(path, layout.format).code;

@@ -17,8 +17,7 @@
 
 namespace zor {
 
-RawDialog::RawDialog(const QString& file, std::uint64_t bytes, const FrameOptions::RawLayout& layout,
-                     QWidget* parent)
+RawDialog::RawDialog(const QString& file, std::uint64_t bytes, const RawLayout& layout, QWidget* parent)
     : QDialog(parent)
     , m_fileBytes(bytes)
     , m_format(new QComboBox(this))
@@ -62,9 +61,9 @@ QSpinBox* RawDialog::addNumber(QFormLayout* form, const QString& name, int least
     return box;
 }
 
-FrameOptions::RawLayout RawDialog::rawLayout() const
+RawLayout RawDialog::rawLayout() const
 {
-    FrameOptions::RawLayout layout;
+    RawLayout layout;
     layout.format = m_format->currentText().toStdString();
     layout.width = static_cast<std::uint32_t>(m_width->value());
     layout.height = static_cast<std::uint32_t>(m_height->value());
@@ -75,7 +74,7 @@ FrameOptions::RawLayout RawDialog::rawLayout() const
 
 void RawDialog::showBytes()
 {
-    const FrameOptions::RawLayout now = rawLayout();
+    const RawLayout now = rawLayout();
     const std::uint32_t code = ZorPixelTypeTable[m_format->currentIndex()].code;
     const std::uint64_t pitch = now.pitch.value_or(static_cast<std::uint32_t>(tightPitch(code, now.width)));
     m_bytes->setText(tr("This takes %1 bytes, the file has %2.").arg(pitch * now.height).arg(m_fileBytes));

@@ -19,11 +19,10 @@ class RawDialog : public QDialog
 
 public:
     /// `bytes` is the size of the file, `layout` what the fields begin with.
-    RawDialog(const QString& file, std::uint64_t bytes, const FrameOptions::RawLayout& layout,
-              QWidget* parent = nullptr);
+    RawDialog(const QString& file, std::uint64_t bytes, const RawLayout& layout, QWidget* parent = nullptr);
 
     /// What the fields say now.
-    FrameOptions::RawLayout rawLayout() const;
+    RawLayout rawLayout() const;
 
 signals:
     /// The file is to be opened as the fields say.

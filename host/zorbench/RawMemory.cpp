@@ -30,9 +30,9 @@ RawMemory::RawMemory(QSettings& settings)
 {
 }
 
-FrameOptions::RawLayout RawMemory::layoutFor(std::uint64_t bytes) const
+RawLayout RawMemory::layoutFor(std::uint64_t bytes) const
 {
-    FrameOptions::RawLayout layout;
+    RawLayout layout;
     layout.format = "Mono8";
     layout.width = 640;
     layout.height = 480;
@@ -53,7 +53,7 @@ FrameOptions::RawLayout RawMemory::layoutFor(std::uint64_t bytes) const
     return layout;
 }
 
-void RawMemory::remember(std::uint64_t bytes, const FrameOptions::RawLayout& layout)
+void RawMemory::remember(std::uint64_t bytes, const RawLayout& layout)
 {
     m_settings.setValue(key(bytes, "Format"), QString::fromStdString(layout.format));
     m_settings.setValue(key(bytes, "Width"), layout.width);

@@ -15,8 +15,8 @@ public:
     explicit RawMemory(QSettings& settings);
 
     /// The layout with which a file of so many bytes was opened last, else one to start from.
-    FrameOptions::RawLayout layoutFor(std::uint64_t bytes) const;
-    void remember(std::uint64_t bytes, const FrameOptions::RawLayout& layout);
+    RawLayout layoutFor(std::uint64_t bytes) const;
+    void remember(std::uint64_t bytes, const RawLayout& layout);
 
 private:
     QSettings& m_settings;

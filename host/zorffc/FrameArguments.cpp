@@ -57,7 +57,7 @@ Frame readFrame(const FrameArguments& arguments)
         options.whiteIsZero =
             *arguments.whiteIsZero == "inverted" ? WhiteIsZero::Inverted : WhiteIsZero::Stored;
     if (arguments.format) {
-        FrameOptions::RawLayout layout;
+        RawLayout layout;
         layout.format = *arguments.format;
         layout.width = arguments.size.width;
         layout.height = arguments.size.height;

@@ -81,7 +81,7 @@ public:
             ask(letter);
     }
 
-    QString done()
+    QString requests()
     {
         QString letters;
         for (const ViewerCall& call : FakeViewer::calls()) {
@@ -242,11 +242,11 @@ void TestDeferredRequests::requestsOfARefreshAreCarriedOutAfterIt()
     FakeViewer::script().onConfigure = [&](QWidget* view) {
         if (view == d.ui.gVDown)
             d.ask(requests);
-        inside = d.done();
+        inside = d.requests();
     };
     d.Update();
     QCOMPARE(inside, QString("u"));
-    QCOMPARE(d.done(), "ud" + done);
+    QCOMPARE(d.requests(), "ud" + done);
     QCOMPARE(d.m_image != nullptr, !requests.contains('R'));
     QVERIFY(!d.m_viewLock.heldByThisThread());
 }
@@ -282,7 +282,7 @@ void TestDeferredRequests::requestsOfTheSecondRefreshComeAfterTheFirst()
     };
     FakeViewer::calls().clear();
     d.Update();
-    QCOMPARE(d.done(), QString("ud+udud-ud"));
+    QCOMPARE(d.requests(), QString("ud+udud-ud"));
 }
 
 void TestDeferredRequests::whoeverHoldsTheLockCarriesOut_data()
@@ -305,7 +305,7 @@ void TestDeferredRequests::whoeverHoldsTheLockCarriesOut()
     QString inside = "nobody asked";
     const auto ask = [&] {
         d.ask(QLatin1Char('+'));
-        inside = d.done();
+        inside = d.requests();
     };
     if (holder == "following") {
         FakeViewer::script().answers["cmd.display.view.scale"] = [&](ParameterMap*) {
@@ -315,18 +315,18 @@ void TestDeferredRequests::whoeverHoldsTheLockCarriesOut()
         d.m_viewClock = QTime::currentTime().addSecs(-10);
         d.onViewChanged(d.ui.gVUp);
         QCOMPARE(inside, QString());
-        QCOMPARE(d.done(), QString("+ud"));
+        QCOMPARE(d.requests(), QString("+ud"));
     } else if (holder == "reset") {
         d.onReset = ask;
         d.ResetData(false);
         QCOMPARE(inside, QString("R"));
-        QCOMPARE(d.done(), QString("R+"));
+        QCOMPARE(d.requests(), QString("R+"));
     } else {
         d.m_viewLock.lock();
         ask();
         d.m_viewLock.unlock();
         QCOMPARE(inside, QString());
-        QCOMPARE(d.done(), QString("+ud"));
+        QCOMPARE(d.requests(), QString("+ud"));
     }
 }
 
@@ -342,12 +342,12 @@ void TestDeferredRequests::requestsWaitForTheLastHolder()
         d.ask(QLatin1Char('U'));
         d.m_viewClock = QTime::currentTime().addSecs(-10);
         d.onViewChanged(d.ui.gVUp);
-        inside = d.done();
+        inside = d.requests();
     };
     FakeViewer::calls().clear();
     d.Update();
     QCOMPARE(inside, QString());
-    QCOMPARE(d.done(), QString("udud"));
+    QCOMPARE(d.requests(), QString("udud"));
 }
 
 void TestDeferredRequests::anotherThreadCarriesNothingOut()
@@ -365,9 +365,9 @@ void TestDeferredRequests::anotherThreadCarriesNothingOut()
         d.ask(QLatin1Char('+'));
         d.m_viewLock.unlock();
         std::async(std::launch::async, [&d] { d.ResetData(false); }).get();
-        QCOMPARE(d.done(), QString("R"));
+        QCOMPARE(d.requests(), QString("R"));
     }
-    QCOMPARE(d.done(), QString("R+"));
+    QCOMPARE(d.requests(), QString("R+"));
     QVERIFY(worker == std::this_thread::get_id());
 }
 

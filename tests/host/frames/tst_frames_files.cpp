@@ -216,7 +216,7 @@ void TestFramesFiles::whiteIsZeroIsAboutTiffFilesAlone()
     zor::FrameOptions options;
     options.whiteIsZero = zor::WhiteIsZero::Stored;
     if (raw)
-        options.raw = zor::FrameOptions::RawLayout{"Mono8", 1, 1, {}, false};
+        options.raw = zor::RawLayout{"Mono8", 1, 1, {}, false};
     const QString text = m_files.error(bytes, options);
     QVERIFY2(text.contains(": " + says), qPrintable(text));
 }

@@ -115,7 +115,7 @@ void TestFramesWrite::everyFrameComesBackFromEveryKind()
                 bytesOf(zor::frameFileBytes(("f" + ending).toStdString(), frame.record()));
             zor::FrameOptions options;
             if (RawEndings.contains(ending))
-                options.raw = zor::FrameOptions::RawLayout{row.name, scene.width, scene.height, {}, false};
+                options.raw = zor::RawLayout{row.name, scene.width, scene.height, {}, false};
             const zor::Frame back = m_files.read(bytes, options);
             QVERIFY2(back.width == scene.width && back.height == scene.height, qPrintable(at));
             if (options.raw) {

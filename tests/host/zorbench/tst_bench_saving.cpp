@@ -109,7 +109,7 @@ void TestBenchSaving::theFrameComesBack()
     if (!name.endsWith(".raw") && !name.endsWith(".bin"))
         options.raw.reset();
     else
-        options.raw = zor::FrameOptions::RawLayout{format.toStdString(), 10, 6, {}, false};
+        options.raw = zor::RawLayout{format.toStdString(), 10, 6, {}, false};
     const zor::Frame back = zor::readFrame(file.toStdString(), options);
     QCOMPARE(back.width, 10U);
     QCOMPARE(back.height, 6U);

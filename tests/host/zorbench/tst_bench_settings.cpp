@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-using Layout = zor::FrameOptions::RawLayout;
+using Layout = zor::RawLayout;
 
 namespace {
 
