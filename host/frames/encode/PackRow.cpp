@@ -3,6 +3,7 @@
 #include "image/PixelTypeCode.h"
 
 #include <cstddef>
+#include <cstring>
 
 namespace zor {
 
@@ -23,12 +24,29 @@ void packPairs(const std::vector<std::uint16_t>& samples, std::uint32_t sampleBi
 {
     const std::uint32_t lowBits = sampleBits - 8;
     const std::uint32_t lowMask = (1U << lowBits) - 1;
-    for (std::size_t x = 0; x < samples.size(); ++x) {
-        const bool odd = x % 2 == 1;
-        const std::size_t pair = x / 2 * 24;
-        putBits(row, pair + (odd ? 16 : 0), samples[x] >> lowBits);
-        putBits(row, pair + (odd ? 8 : 12), samples[x] & lowMask);
+    std::size_t x = 0;
+    for (; x + 1 < samples.size(); x += 2, row += 3) {
+        row[0] = static_cast<std::uint8_t>(samples[x] >> lowBits);
+        row[1] = static_cast<std::uint8_t>((samples[x] & lowMask) << 4 | (samples[x + 1] & lowMask));
+        row[2] = static_cast<std::uint8_t>(samples[x + 1] >> lowBits);
     }
+    if (x < samples.size()) {
+        row[0] = static_cast<std::uint8_t>(samples[x] >> lowBits);
+        row[1] = static_cast<std::uint8_t>((samples[x] & lowMask) << 4);
+    }
+}
+
+/// Samples in bytes or words of their own, as they are. Bytes may alias anything, so nothing is read through
+/// the vector between them.
+void packWhole(const std::vector<std::uint16_t>& samples, std::size_t bytesPerSample, std::uint8_t* row)
+{
+    const std::uint16_t* const source = samples.data();
+    const std::size_t count = samples.size();
+    if (bytesPerSample == 1)
+        for (std::size_t i = 0; i < count; ++i)
+            row[i] = static_cast<std::uint8_t>(source[i]);
+    else
+        std::memcpy(row, source, count * sizeof(std::uint16_t));
 }
 
 } // namespace
@@ -44,6 +62,10 @@ void packRow(const std::vector<std::uint16_t>& samples, std::uint32_t pixelType,
     // what does not divide is left over above the last one.
     const std::size_t pixelBits = pixelTypeBits(pixelType);
     const std::size_t fieldBits = pixelBits / perPixel;
+    if (fieldBits % 8 == 0) {
+        packWhole(samples, fieldBits / 8, row);
+        return;
+    }
     for (std::size_t i = 0; i < samples.size(); ++i)
         putBits(row, i / perPixel * pixelBits + i % perPixel * fieldBits, samples[i]);
 }
