@@ -3,6 +3,7 @@
 #include "host/quality/MonoFrame.h"
 #include "host/quality/NonUniformity.h"
 #include "image/PixelTypeCode.h"
+#include "tests/host/MonoSamples.h"
 #include "tests/support/RecordOf.h"
 
 #include <QtTest>
@@ -12,38 +13,6 @@
 using namespace zor;
 
 Q_DECLARE_METATYPE(std::vector<double>)
-
-namespace {
-
-/// Rows padded with values that must never count.
-struct MonoSamples
-{
-    MonoSamples(int depthOfPixels, int widthOfImage, int heightOfImage, const std::vector<int>& pixels)
-        : depth(depthOfPixels)
-        , width(widthOfImage)
-        , height(heightOfImage)
-        , step(widthOfImage * (depthOfPixels == 8 ? 1 : 2) + 4)
-        , bytes(static_cast<std::size_t>(step * heightOfImage), 0xEE)
-    {
-        for (int y = 0; y < height; ++y) {
-            for (int x = 0; x < width; ++x) {
-                const int pixel = pixels[static_cast<std::size_t>(y * width + x)];
-                std::uint8_t* row = bytes.data() + y * step;
-                if (depth == 8)
-                    row[x] = static_cast<std::uint8_t>(pixel);
-                else
-                    storeCell(row, x, static_cast<std::uint16_t>(pixel));
-            }
-        }
-    }
-
-    ConstImageView view() const { return {bytes.data(), step, width, height, depth}; }
-
-    int depth, width, height, step;
-    std::vector<std::uint8_t> bytes;
-};
-
-} // namespace
 
 class TestQuality : public QObject
 {
