@@ -129,6 +129,11 @@ void TestIncludeArrows::includesAreJudged_data()
     bad("host/quality/A.cpp", "engine/stages/B.h");
     good("host/quality/A.cpp", "image/unpack/B.h");
     bad("host/quality/A.cpp", "host/frames/B.h");
+    good("host/average/A.cpp", "host/frames/B.h");
+    bad("host/average/A.cpp", "host/quality/B.h");
+    bad("host/average/A.cpp", "host/source/B.h");
+    bad("host/average/A.cpp", "QString");
+    bad("host/average/A.cpp", "host/zorbench/B.h");
     good("host/source/A.cpp", "host/frames/B.h");
     good("host/source/A.cpp", "host/simulate/B.h");
     bad("host/source/A.cpp", "host/quality/B.h");
