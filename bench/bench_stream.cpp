@@ -6,8 +6,16 @@
 //   judge/BITS       the figures of a mono frame and their judgement
 //   region/FORMAT    mean, extremes and deviation of all pixels
 //   histogram/FORMAT their histogram
+//   average_add/FORMAT   a frame more in an average
+//   average_slide/FORMAT a frame in place of another one
+//   average_mean/FORMAT  the mean of 16 frames
+//   dark/FORMAT          a dark frame subtracted
+//   noise/12             the temporal noise of two mono frames
 
+#include "host/average/DarkFrame.h"
+#include "host/average/FrameSum.h"
 #include "host/quality/FrameHistogram.h"
+#include "host/quality/FrameNoise.h"
 #include "host/quality/Judgement.h"
 #include "host/quality/RegionFigures.h"
 #include "host/simulate/SimulatedScene.h"
@@ -134,6 +142,74 @@ void histogram(benchmark::State& state, const ZorPixelTypeRow& row)
             [](const _ZorImage& image) { return zor::frameHistogram(image).channels.front().counts[1]; });
 }
 
+/// The same bytes as a frame.
+zor::Frame frameIn(const ZorPixelTypeRow& row)
+{
+    zor::Frame frame;
+    frame.width = Width;
+    frame.height = Height;
+    frame.pitch = static_cast<std::uint32_t>(zor::tightPitch(row.code, Width));
+    frame.pixelType = row.code;
+    frame.pixels = frameBytes(12);
+    frame.pixels.resize(std::size_t{frame.pitch} * Height, 0x77);
+    return frame;
+}
+
+void averageAdd(benchmark::State& state, const ZorPixelTypeRow& row)
+{
+    const zor::Frame frame = frameIn(row);
+    zor::FrameSum sum;
+    sum.add(frame);
+    for (auto _ : state) {
+        if (sum.count() == zor::MostAveragedFrames) {
+            state.PauseTiming();
+            sum = {};
+            sum.add(frame);
+            state.ResumeTiming();
+        }
+        sum.add(frame);
+    }
+}
+
+void averageSlide(benchmark::State& state, const ZorPixelTypeRow& row)
+{
+    const zor::Frame frame = frameIn(row);
+    const zor::Frame other = frame;
+    zor::FrameSum sum;
+    sum.add(frame);
+    for (auto _ : state)
+        sum.replace(frame, other);
+}
+
+void averageMean(benchmark::State& state, const ZorPixelTypeRow& row)
+{
+    const zor::Frame frame = frameIn(row);
+    zor::FrameSum sum;
+    for (int i = 0; i < 16; ++i)
+        sum.add(frame);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(sum.mean().pixels.data());
+}
+
+void dark(benchmark::State& state, const ZorPixelTypeRow& row)
+{
+    const zor::Frame frame = frameIn(row);
+    const zor::Frame other = frame;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(zor::subtractDark(frame, other).pixels.data());
+}
+
+void noise(benchmark::State& state)
+{
+    const std::vector<std::uint8_t> bytes = frameBytes(12);
+    const std::vector<std::uint8_t> other = bytes;
+    const auto view = [](const std::vector<std::uint8_t>& of) {
+        return zor::ConstImageView{of.data(), Width * 2, Width, Height, 12};
+    };
+    for (auto _ : state)
+        benchmark::DoNotOptimize(zor::frameNoise(view(bytes), view(other)).variance);
+}
+
 template <typename Work, typename... Arguments>
 void add(const std::string& name, Work work, Arguments... arguments)
 {
@@ -159,6 +235,7 @@ int main(int argc, char** argv)
     add("pattern", pattern);
     add("judge/8", judge, 8);
     add("judge/12", judge, 12);
+    add("noise/12", noise);
     for (const char* name :
          {"Mono8", "Mono12", "Mono12Packed", "BayerRG12p", "TrueSense_RGGB_WRRW_0_12", "RGB8", "YUV422_8"}) {
         for (const ZorPixelTypeRow& row : ZorPixelTypeTable) {
@@ -166,6 +243,10 @@ int main(int argc, char** argv)
                 continue;
             add("region/" + std::string(name), region, row);
             add("histogram/" + std::string(name), histogram, row);
+            add("average_add/" + std::string(name), averageAdd, row);
+            add("average_slide/" + std::string(name), averageSlide, row);
+            add("average_mean/" + std::string(name), averageMean, row);
+            add("dark/" + std::string(name), dark, row);
         }
     }
     benchmark::RunSpecifiedBenchmarks();
