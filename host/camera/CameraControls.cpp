@@ -1,0 +1,120 @@
+#include "host/camera/CameraControls.h"
+
+#include "host/camera/GLibTools.h"
+
+#include <algorithm>
+
+namespace zor {
+
+namespace {
+
+std::string textOf(const char* text)
+{
+    return text ? text : std::string();
+}
+
+std::optional<CameraNumber> numberOf(ArvCamera& camera, gboolean (*isThere)(ArvCamera*, GError**),
+                                     double (*value)(ArvCamera*, GError**),
+                                     void (*bounds)(ArvCamera*, double*, double*, GError**))
+{
+    CameraNumber number;
+    ErrorSlot first;
+    if (isThere(&camera, first) == FALSE)
+        return std::nullopt;
+    ErrorSlot second;
+    number.value = value(&camera, second);
+    ErrorSlot third;
+    bounds(&camera, &number.minimum, &number.maximum, third);
+    if (first.isSet() || second.isSet() || third.isSet())
+        return std::nullopt;
+    return number;
+}
+
+std::vector<std::string> listOf(ArvCamera& camera, const char** (*names)(ArvCamera*, guint*, GError**))
+{
+    ErrorSlot ignored;
+    guint count = 0;
+    const char** found = names(&camera, &count, ignored);
+    std::vector<std::string> list;
+    for (guint i = 0; found && i < count; ++i)
+        list.push_back(textOf(found[i]));
+    g_free(found);
+    return list;
+}
+
+using Bounds = void (*)(ArvCamera*, gint*, gint*, GError**);
+using Increment = gint (*)(ArvCamera*, GError**);
+
+CameraExtent extentOf(ArvCamera& camera, int value, Bounds bounds, Increment increment)
+{
+    CameraExtent extent;
+    extent.value = value;
+    checked("region", bounds, &camera, &extent.minimum, &extent.maximum);
+    extent.increment = std::max(1, checked("region", increment, &camera));
+    return extent;
+}
+
+std::optional<CameraRegion> regionOf(ArvCamera& camera)
+{
+    try {
+        int x = 0;
+        int y = 0;
+        int width = 0;
+        int height = 0;
+        checked("region", arv_camera_get_region, &camera, &x, &y, &width, &height);
+        return CameraRegion{
+            extentOf(camera, x, arv_camera_get_x_offset_bounds, arv_camera_get_x_offset_increment),
+            extentOf(camera, y, arv_camera_get_y_offset_bounds, arv_camera_get_y_offset_increment),
+            extentOf(camera, width, arv_camera_get_width_bounds, arv_camera_get_width_increment),
+            extentOf(camera, height, arv_camera_get_height_bounds, arv_camera_get_height_increment)};
+    } catch (const CameraError&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+CameraControls readControls(ArvCamera& camera)
+{
+    CameraControls controls;
+    controls.exposureTime = numberOf(camera, arv_camera_is_exposure_time_available,
+                                     arv_camera_get_exposure_time, arv_camera_get_exposure_time_bounds);
+    controls.gain =
+        numberOf(camera, arv_camera_is_gain_available, arv_camera_get_gain, arv_camera_get_gain_bounds);
+    controls.frameRate = numberOf(camera, arv_camera_is_frame_rate_available, arv_camera_get_frame_rate,
+                                  arv_camera_get_frame_rate_bounds);
+    controls.region = regionOf(camera);
+    ErrorSlot noFormat;
+    controls.pixelFormat = textOf(arv_camera_get_pixel_format_as_string(&camera, noFormat));
+    controls.pixelFormats = listOf(camera, arv_camera_dup_available_pixel_formats_as_strings);
+    controls.triggerSources = listOf(camera, arv_camera_dup_available_trigger_sources);
+    if (waitsForTrigger(camera)) {
+        ErrorSlot noSource;
+        controls.trigger = textOf(arv_camera_get_trigger_source(&camera, noSource));
+    }
+    return controls;
+}
+
+bool waitsForTrigger(ArvCamera& camera)
+{
+    ErrorSlot none;
+    if (arv_camera_is_feature_available(&camera, "TriggerMode", none) == FALSE)
+        return false;
+    ErrorSlot unreadable;
+    return textOf(arv_camera_get_string(&camera, "TriggerMode", unreadable)) == "On";
+}
+
+void setTrigger(ArvCamera& camera, const std::string& source)
+{
+    if (source.empty())
+        checked("trigger", arv_camera_clear_triggers, &camera);
+    else
+        checked("trigger", arv_camera_set_trigger, &camera, source.c_str());
+}
+
+void setRegion(ArvCamera& camera, int x, int y, int width, int height)
+{
+    checked("region", arv_camera_set_region, &camera, x, y, width, height);
+}
+
+} // namespace zor

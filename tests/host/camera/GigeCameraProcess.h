@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QProcess>
+
+/// A GigE Vision camera without hardware, in a program of its own: see GigeCamera.cpp.
+class GigeCameraProcess
+{
+public:
+    /// False when it does not begin.
+    bool start(double lostPackets = 0.0)
+    {
+        m_process.start(GIGE_CAMERA, {"GV01", QString::number(lostPackets)});
+        return m_process.waitForReadyRead() && m_process.readLine() == "ready\n";
+    }
+
+    /// At once, as when its cable is pulled.
+    void kill()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+    ~GigeCameraProcess() { kill(); }
+
+    static constexpr const char* Id = "Aravis-Fake-GV01";
+
+private:
+    QProcess m_process;
+};

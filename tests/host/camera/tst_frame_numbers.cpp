@@ -1,0 +1,57 @@
+#include "host/camera/FrameNumbers.h"
+
+#include <QtTest>
+
+/// The numbers of frames from the block identifiers of a camera.
+class TestFrameNumbers : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void framesAreNumbered_data();
+    void framesAreNumbered();
+    void aNewBeginningLosesNone();
+};
+
+void TestFrameNumbers::framesAreNumbered_data()
+{
+    QTest::addColumn<QList<quint64>>("blockIds");
+    QTest::addColumn<QList<quint64>>("numbers");
+    using List = QList<quint64>;
+    QTest::newRow("from 0 on, whatever the first identifier") << List{65401, 65402, 65403} << List{0, 1, 2};
+    QTest::newRow("a gap counts the lost frames") << List{1, 2, 5, 6} << List{0, 1, 4, 5};
+    QTest::newRow("16 bits begin again at 1") << List{65534, 65535, 1, 2} << List{0, 1, 2, 3};
+    QTest::newRow("a gap where 16 bits begin again") << List{65533, 3} << List{0, 5};
+    QTest::newRow("the widest gap there") << List{65535, 32767} << List{0, 32767};
+    QTest::newRow("64 bits go on after 65535") << List{65534, 65535, 65536, 65539} << List{0, 1, 2, 5};
+    QTest::newRow("a camera that counts anew lost none") << List{30000, 1, 2} << List{0, 1, 2};
+    QTest::newRow("one that counts anew after more than 16 bits") << List{65536, 1, 2} << List{0, 1, 2};
+    QTest::newRow("an identifier that comes twice") << List{7, 7, 8} << List{0, 1, 2};
+    QTest::newRow("USB3 Vision begins at 0") << List{0, 1, 3} << List{0, 1, 3};
+}
+
+void TestFrameNumbers::framesAreNumbered()
+{
+    QFETCH(QList<quint64>, blockIds);
+    QFETCH(QList<quint64>, numbers);
+    zor::FrameNumbers frames;
+    QList<quint64> found;
+    for (const quint64 id : blockIds)
+        found.append(frames.number(id));
+    QCOMPARE(found, numbers);
+    QCOMPARE(frames.sent(), numbers.last() + 1);
+}
+
+void TestFrameNumbers::aNewBeginningLosesNone()
+{
+    zor::FrameNumbers frames;
+    frames.number(10);
+    frames.number(12);
+    frames.restart();
+    QCOMPARE(frames.number(100), std::uint64_t{3});
+    QCOMPARE(frames.sent(), std::uint64_t{4});
+}
+
+QTEST_APPLESS_MAIN(TestFrameNumbers)
+
+#include "tst_frame_numbers.moc"
