@@ -1,22 +1,59 @@
 #include "host/zorbench/FrameStatus.h"
 
+#include "host/quality/Judgement.h"
+#include "host/quality/NumberText.h"
 #include "host/zorbench/StatusField.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QStyle>
+
+#include <cmath>
 
 namespace zor {
+
+namespace {
+
+/// Empty for a black frame, which has none.
+QString variationText(double percent)
+{
+    return std::isnan(percent) ? QString()
+                               : QString::fromStdString(fixedText(percent, 3)) + QLatin1String(" %");
+}
+
+} // namespace
 
 FrameStatus::FrameStatus(QWidget* parent)
     : QWidget(parent)
 {
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(6, 0, 6, 0);
-    m_position = addStatusField(*row, tr("Position"), QStringLiteral("65535, 65535"));
-    m_value = addStatusField(*row, tr("Value"), QStringLiteral("R 65535  G 65535  B 65535"));
-    m_frame = addStatusField(*row, tr("Frame"), {});
-    m_framesPerSecond = addStatusField(*row, tr("Frames per second"), QStringLiteral("1000.0"));
-    m_dropped = addStatusField(*row, tr("Dropped"), QStringLiteral("1000000"));
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(6, 0, 6, 0);
+    rows->setSpacing(2);
+    const auto addRow = [this, rows] {
+        auto* row = new QHBoxLayout;
+        // By itself it takes over the spacing of the rows.
+        row->setSpacing(style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing));
+        rows->addLayout(row);
+        return row;
+    };
+    addFrameFields(*addRow());
+    addPixelAndStreamFields(*addRow());
+}
+
+void FrameStatus::addFrameFields(QHBoxLayout& row)
+{
+    m_frame = addStatusField(row, tr("Frame"), {});
+    m_columns = addStatusField(row, tr("Column non-uniformity"), QStringLiteral("100.000 %"));
+    m_rows = addStatusField(row, tr("Row non-uniformity"), QStringLiteral("100.000 %"));
+}
+
+void FrameStatus::addPixelAndStreamFields(QHBoxLayout& row)
+{
+    m_position = addStatusField(row, tr("Position"), QStringLiteral("65535, 65535"));
+    m_value = addStatusField(row, tr("Value"), QStringLiteral("R 65535  G 65535  B 65535"));
+    row.addStretch();
+    m_framesPerSecond = addStatusField(row, tr("Frames per second"), QStringLiteral("1000.0"));
+    m_dropped = addStatusField(row, tr("Dropped"), QStringLiteral("1000000"));
 }
 
 void FrameStatus::setPosition(const QString& text)
@@ -32,6 +69,18 @@ void FrameStatus::setValue(const QString& text)
 void FrameStatus::setFrame(const QString& text)
 {
     setStatusText(*m_frame, text);
+}
+
+void FrameStatus::setFigures(const FrameFigures& figures)
+{
+    m_columns->setText(variationText(figures.columnVariation));
+    m_rows->setText(variationText(figures.rowVariation));
+}
+
+void FrameStatus::clearFigures()
+{
+    m_columns->clear();
+    m_rows->clear();
 }
 
 void FrameStatus::setFramesPerSecond(const QString& text)

@@ -2,11 +2,14 @@
 
 #include <QWidget>
 
+class QHBoxLayout;
 class QLineEdit;
 
 namespace zor {
 
-/// What is known of the current frame and of the stream that it belongs to.
+struct FrameFigures;
+
+/// What is known of the current frame and of the stream that it belongs to, in two rows of fields.
 class FrameStatus : public QWidget
 {
     Q_OBJECT
@@ -17,13 +20,21 @@ public:
     void setPosition(const QString& text);
     void setValue(const QString& text);
     void setFrame(const QString& text);
+    /// How far the frame is from flat.
+    void setFigures(const FrameFigures& figures);
+    void clearFigures();
     void setFramesPerSecond(const QString& text);
     void setDropped(const QString& text);
 
 private:
+    void addFrameFields(QHBoxLayout& row);
+    void addPixelAndStreamFields(QHBoxLayout& row);
+
+    QLineEdit* m_frame;
+    QLineEdit* m_columns;
+    QLineEdit* m_rows;
     QLineEdit* m_position;
     QLineEdit* m_value;
-    QLineEdit* m_frame;
     QLineEdit* m_framesPerSecond;
     QLineEdit* m_dropped;
 };

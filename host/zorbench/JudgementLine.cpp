@@ -6,8 +6,6 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 
-#include <cmath>
-
 namespace zor {
 
 namespace {
@@ -56,12 +54,6 @@ QString darkest(const FrameFigures& figures)
         .arg(number(figures.darkestRow.mean, 1));
 }
 
-/// Empty for a black frame, which has none.
-QString variation(double percent)
-{
-    return std::isnan(percent) ? QString() : number(percent, 3) + QLatin1String(" %");
-}
-
 /// Dark letters on a light colour; without one the field is as its neighbours are.
 void setColour(QLineEdit& field, const QColor& colour)
 {
@@ -81,8 +73,6 @@ JudgementLine::JudgementLine(QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(6, 0, 6, 0);
     m_judgement = addStatusField(*row, tr("Judgement"), {});
-    m_columns = addStatusField(*row, tr("Column non-uniformity"), QStringLiteral("100.000 %"));
-    m_rows = addStatusField(*row, tr("Row non-uniformity"), QStringLiteral("100.000 %"));
 }
 
 void JudgementLine::setJudgement(const FrameFigures& figures, const Judgement& judgement)
@@ -98,8 +88,6 @@ void JudgementLine::setJudgement(const FrameFigures& figures, const Judgement& j
     m_judgement->setToolTip(all.join(QLatin1Char('\n')));
     m_judgement->setAccessibleDescription(all.join(QLatin1Char('\n')));
     setColour(*m_judgement, look.colour);
-    m_columns->setText(variation(figures.columnVariation));
-    m_rows->setText(variation(figures.rowVariation));
 }
 
 void JudgementLine::setRefusal(const QString& reason)
@@ -108,8 +96,6 @@ void JudgementLine::setRefusal(const QString& reason)
     setStatusText(*m_judgement, text);
     m_judgement->setAccessibleDescription(text);
     setColour(*m_judgement, {});
-    m_columns->clear();
-    m_rows->clear();
 }
 
 } // namespace zor

@@ -8,7 +8,7 @@ class QLineEdit;
 
 namespace zor {
 
-/// Whether the current frame is good for gains, in a line of its colour, and how far it is from flat.
+/// Whether the current frame is good for gains, in a line of its colour.
 class JudgementLine : public QWidget
 {
     Q_OBJECT
@@ -22,8 +22,6 @@ public:
 
 private:
     QLineEdit* m_judgement;
-    QLineEdit* m_columns;
-    QLineEdit* m_rows;
 };
 
 } // namespace zor

@@ -92,6 +92,8 @@ void MainWindow::makeStatus()
     statusBar()->addWidget(both, 1);
     connect(&m_judge, &FrameJudge::judged, m_judgement, &JudgementLine::setJudgement);
     connect(&m_judge, &FrameJudge::refused, m_judgement, &JudgementLine::setRefusal);
+    connect(&m_judge, &FrameJudge::judged, m_status, &FrameStatus::setFigures);
+    connect(&m_judge, &FrameJudge::refused, m_status, &FrameStatus::clearFigures);
 }
 
 void MainWindow::restore()

@@ -95,7 +95,7 @@ private:
     FrameSource* m_source = &m_simulator; ///< what "Start" and "Stop" are about
     FrameFeed m_feed;                     ///< ends before the sources
     QTimer m_counting;                    ///< runs while the source does
-    FrameJudge m_judge;
+    FrameJudge m_judge{this};
     JudgementLine* m_judgement;
     bool m_isLive = false;            ///< open plug-ins follow a stream
     bool m_isRefusalReported = false; ///< a box said that the viewer refused a frame of this run

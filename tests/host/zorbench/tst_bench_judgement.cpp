@@ -1,6 +1,6 @@
 #include "tests/host/zorbench/Bench.h"
 
-#include "host/zorbench/JudgementLine.h"
+#include "host/zorbench/FrameJudge.h"
 
 #include <QLineEdit>
 #include <QtTest>
@@ -38,8 +38,8 @@ private slots:
     void theLineHasItsColour_data();
     void theLineHasItsColour();
     void theDescriptionSaysAll();
-    void nonUniformityIsBesideIt_data();
-    void nonUniformityIsBesideIt();
+    void nonUniformityIsBelowIt_data();
+    void nonUniformityIsBelowIt();
     void noFrameNoJudgement();
     void aFrameThatCannotBeJudgedSaysWhy();
 };
@@ -115,7 +115,7 @@ void TestBenchJudgement::theDescriptionSaysAll()
     QCOMPARE(line->toolTip(), line->accessibleDescription());
 }
 
-void TestBenchJudgement::nonUniformityIsBesideIt_data()
+void TestBenchJudgement::nonUniformityIsBelowIt_data()
 {
     QTest::addColumn<QByteArray>("file");
     QTest::addColumn<QString>("columns");
@@ -130,7 +130,7 @@ void TestBenchJudgement::nonUniformityIsBesideIt_data()
                                            << "";
 }
 
-void TestBenchJudgement::nonUniformityIsBesideIt()
+void TestBenchJudgement::nonUniformityIsBelowIt()
 {
     QFETCH(QByteArray, file);
     QFETCH(QString, columns);
@@ -152,7 +152,7 @@ void TestBenchJudgement::aFrameThatCannotBeJudgedSaysWhy()
 {
     Bench bench;
     bench.open(bench.write("flat.pgm", some(0, 0, 200)));
-    bench.window().findChild<zor::JudgementLine*>()->setRefusal("it is too large");
+    emit bench.window().findChild<zor::FrameJudge*>()->refused("it is too large");
     const QWidget* line = controlOf(&bench.window(), "Judgement");
     QCOMPARE(bench.status("Judgement"), QString("None: it is too large"));
     QCOMPARE(line->accessibleDescription(), QString("None: it is too large"));

@@ -1,6 +1,7 @@
 #include "tests/host/zorbench/Bench.h"
 #include "tests/support/ModalWatch.h"
 
+#include "host/zorbench/BenchFont.h"
 #include "host/zorbench/RawDialog.h"
 
 #include <QAbstractButton>
@@ -9,8 +10,11 @@
 #include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QStatusBar>
+#include <QStyle>
 #include <QtTest>
 
 /// The main window as it is found: by its words, by an assistive client, and by the next run.
@@ -24,6 +28,9 @@ private slots:
     void everyControlHasAnAccessibleName();
     void anAssistiveClientReadsTheStatus();
     void anAssistiveClientSwitchesLive();
+    void statusTextsFitIntoTheFirstWindow_data();
+    void statusTextsFitIntoTheFirstWindow();
+    void statusFieldsKeepAwayFromTheirNames();
     void sizeAndPlaceAreKept();
     void settingsThatAreSpoiltDoNoHarm();
     void quitClosesTheWindow();
@@ -111,6 +118,54 @@ void TestBenchWindow::anAssistiveClientSwitchesLive()
         button->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
         QCOMPARE(bench.action("Live")->isChecked(), expected);
         QCOMPARE(bool(button->state().checked), expected);
+    }
+}
+
+void TestBenchWindow::statusTextsFitIntoTheFirstWindow_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("begin");
+    QTest::newRow("a judgement that says what to do") << "Judgement"
+                                                      << "Amber: the mean is 98.0 % of full scale; ";
+    QTest::newRow("a long name with size and format")
+        << "Frame"
+        << "line3_lensB_12bit_1392x1040.pgm  1392 x 1040  Mono12  (";
+    QTest::newRow("non-uniformity of the columns") << "Column non-uniformity"
+                                                   << "0.000 %";
+    QTest::newRow("non-uniformity of the rows") << "Row non-uniformity"
+                                                << "0.000 %";
+}
+
+void TestBenchWindow::statusTextsFitIntoTheFirstWindow()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, begin);
+    const QFont before = QApplication::font();
+    QApplication::setFont(zor::benchFont());
+    const auto restore = qScopeGuard([&before] { QApplication::setFont(before); });
+    Bench bench;
+    QByteArray bright = "P5 1392 1040 4095\n";
+    for (int i = 0; i < 1392 * 1040; ++i)
+        bright.append("\x0f\xac", 2);
+    bench.open(bench.write("line3_lensB_12bit_1392x1040.pgm", bright));
+    QCOMPARE(bench.window().size(), QSize(1024, 768));
+    QVERIFY2(bench.status(field.toLatin1()).startsWith(begin), qPrintable(bench.status(field.toLatin1())));
+    const auto* line = controlOf<QLineEdit>(&bench.window(), field);
+    // A line edit without a frame keeps two pixels on either side of its text.
+    QVERIFY2(line->fontMetrics().horizontalAdvance(line->text()) + 4 <= line->width(),
+             qPrintable(QString::number(line->width())));
+}
+
+void TestBenchWindow::statusFieldsKeepAwayFromTheirNames()
+{
+    Bench bench;
+    const auto names = bench.window().statusBar()->findChildren<QLabel*>();
+    QCOMPARE(names.size(), 8);
+    for (const QLabel* name : names) {
+        const QWidget* field = controlOf(&bench.window(), name->text());
+        const int gap = field->x() - name->geometry().right() - 1;
+        QVERIFY2(gap >= name->style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing),
+                 qPrintable(name->text()));
     }
 }
 
