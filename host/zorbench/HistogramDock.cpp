@@ -45,7 +45,7 @@ QColor colourOf(char channel)
     }
 }
 
-/// Like the words of the controls around it: a plot's own titles are large.
+/// Like the words of the controls around it: a plot's own are large.
 QwtText plainText(const QString& words)
 {
     QwtText text(words);
@@ -88,6 +88,9 @@ HistogramDock::HistogramDock(FrameView& view, QWidget* parent)
     m_plot->setCanvasBackground(Qt::white);
     m_plot->setAxisTitle(QwtPlot::xBottom, plainText(tr("Code")));
     m_plot->setAxisTitle(QwtPlot::yLeft, plainText(tr("Samples")));
+    for (const int axis : {QwtPlot::xBottom, QwtPlot::yLeft})
+        m_plot->setAxisFont(axis, QGuiApplication::font());
+    m_plot->setAxisMaxMajor(QwtPlot::yLeft, 5);
     m_plot->insertLegend(new QwtLegend, QwtPlot::TopLegend);
     m_logarithmic->setAccessibleName(m_logarithmic->text());
 

@@ -24,6 +24,7 @@ private slots:
     void countsAreLogarithmicOnRequest();
     void theLastFrameOfManyIsShown();
     void theScaleBeginsAtNothing();
+    void numbersOfASmallPlotKeepApart();
     void aHiddenDockCountsNothing();
     void aHiddenWindowCountsNothing();
     void countsCanBeCopied();
@@ -131,6 +132,25 @@ void TestHistogramDock::theLastFrameOfManyIsShown()
         bench.open(bench.write("a.pgm", pixels));
     QTRY_COMPARE(sample(bench, 0, 3), QPointF(3, 1));
     QCOMPARE(sample(bench, 0, 1), QPointF(1, 0));
+}
+
+void TestHistogramDock::numbersOfASmallPlotKeepApart()
+{
+    Bench bench;
+    bench.window().resize(700, 400);
+    bench.action("Histogram")->trigger();
+    bench.action("Inspect")->trigger();
+    bench.action("Hex pixel dump")->trigger();
+    bench.open(bench.write("a.pgm", "P5 300 235 255\n" + QByteArray(300 * 235, 'x')));
+    QwtPlot& plot = plotOf(bench);
+    QTRY_VERIFY(plot.canvas()->height() < 120);
+    for (const int axis : {QwtPlot::xBottom, QwtPlot::yLeft})
+        QCOMPARE(plot.axisFont(axis).toString(), QGuiApplication::font().toString());
+    const QwtScaleMap map = plot.canvasMap(QwtPlot::yLeft);
+    const auto ticks = plot.axisScaleDiv(QwtPlot::yLeft).ticks(QwtScaleDiv::MajorTick);
+    QVERIFY(ticks.size() >= 3);
+    QVERIFY(map.transform(ticks[0]) - map.transform(ticks[1]) >=
+            QFontMetrics(QGuiApplication::font()).ascent());
 }
 
 void TestHistogramDock::aHiddenDockCountsNothing()
