@@ -12,8 +12,7 @@ SIDES = {"Width": 320, "Height": 240}
 class Live(UtilityCase):
     def start(self, bench):
         """Starts the stream, of small frames."""
-        bench.menu_item("View", "Simulator").press()
-        dock = bench.main_window().find("frame", "Simulator")
+        dock = bench.open_dock("Simulator")
         for side, pixels in SIDES.items():
             dock.find("spin button", side).set_number(pixels)
         bench.menu_item("File", "Start").press()

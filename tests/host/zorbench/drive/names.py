@@ -34,8 +34,7 @@ class Names(unittest.TestCase):
             bench.wait_for(lambda: os.path.basename(frame) in window.title, "the frame's name")
             for dock in docks(window):
                 if not dock.is_showing:
-                    bench.menu_item("View", dock.title).press()
-                    bench.wait_for(lambda: dock.is_showing, f"{dock} to open")
+                    bench.open_dock(dock.title)
             controls = docks(window) + list(controls_below(window))
             self.check(controls)
             names = [widget.title for widget in controls]

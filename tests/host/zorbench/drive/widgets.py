@@ -154,8 +154,8 @@ class Widget:
 
     def set_number(self, number):
         """Of a spin button."""
-        self._node.get_value_iface().set_current_value(number)
-        wait_for(lambda: self._node.get_value_iface().get_current_value() == number, f"{self} to be {number}")
+        Atspi.Value.set_current_value(self._node, number)
+        wait_for(lambda: Atspi.Value.get_current_value(self._node) == number, f"{self} to be {number}")
 
     def dump(self, depth=0):
         """One line for each widget, for the one who looks why something was not found."""

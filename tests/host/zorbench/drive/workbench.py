@@ -50,6 +50,14 @@ class Workbench(Program):
         bar = self.main_window().child("menu bar")
         return bar.child("menu item", menu).child("popup menu").child("menu item", item)
 
+    def open_dock(self, title):
+        """Opens a dock by its entry in the menu "View"."""
+        self.menu_item("View", title).press()
+        # What is in a dock may have its name.
+        dock = self.main_window().child("frame", title)
+        self.wait_for(lambda: dock.is_showing, f"{dock} to open")
+        return dock
+
     def field(self, name):
         """What a field of the status bar holds."""
         # While frames stream, each question waits for one of them to be shown, and a search asks many.
