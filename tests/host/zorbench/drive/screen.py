@@ -23,13 +23,59 @@ def read_xwd(path):
     return width, height, bytes(rgb)
 
 
-def write_png(path, width, height, rgb):
+def read_png(path):
+    """Width, height and red, green and blue bytes of a PNG file of such bytes, with or without opacity."""
+    with open(path, "rb") as file:
+        content = file.read()
+    width, height, bits, kind, _, _, interlace = struct.unpack_from(">2I5B", content, 16)
+    if (bits, interlace) != (8, 0) or kind not in (2, 6):
+        raise ValueError(f"{path} has no red, green and blue bytes")
+    packed, place = b"", 8
+    while place < len(content):
+        size, name = struct.unpack_from(">I4s", content, place)
+        if name == b"IDAT":
+            packed += content[place + 8:place + 8 + size]
+        place += 12 + size
+    return width, height, unfiltered(zlib.decompress(packed), width, height, 3 if kind == 2 else 4)
+
+
+def unfiltered(lines, width, height, channels):
+    """Red, green and blue bytes of the lines of a PNG file, which hold differences to the neighbours."""
+    size = channels * width
+    above = bytearray(size)
+    rgb = bytearray(3 * width * height)
+    for y in range(height):
+        kind, *line = lines[(size + 1) * y:(size + 1) * (y + 1)]
+        for x in range(size):
+            left, corner = (line[x - channels], above[x - channels]) if x >= channels else (0, 0)
+            up = above[x]
+            if kind == 1:
+                guess = left
+            elif kind == 2:
+                guess = up
+            elif kind == 3:
+                guess = (left + up) // 2
+            elif kind == 4:
+                guess = min((left, up, corner), key=lambda near: abs(left + up - corner - near))
+            else:
+                break
+            line[x] = (line[x] + guess) & 255
+        above = line
+        for channel in range(3):
+            rgb[3 * width * y + channel:3 * width * (y + 1):3] = bytes(line[channel::channels])
+    return bytes(rgb)
+
+
+def write_png(path, width, height, pixels, palette=None):
+    """The pixels are red, green and blue bytes, or the numbers of colours in a palette of such bytes."""
     def chunk(kind, content):
         return struct.pack(">I", len(content)) + kind + content + struct.pack(">I", zlib.crc32(kind + content))
-    lines = b"".join(b"\0" + rgb[3 * width * y:3 * width * (y + 1)] for y in range(height))
+    kind, size = (3, width) if palette else (2, 3 * width)
+    lines = b"".join(b"\0" + pixels[size * y:size * (y + 1)] for y in range(height))
     with open(path, "wb") as file:
-        file.write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">2I5B", width, height, 8, 2, 0, 0, 0)) +
-                   chunk(b"IDAT", zlib.compress(lines)) + chunk(b"IEND", b""))
+        file.write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">2I5B", width, height, 8, kind, 0, 0, 0)) +
+                   (chunk(b"PLTE", palette) if palette else b"") + chunk(b"IDAT", zlib.compress(lines, 9)) +
+                   chunk(b"IEND", b""))
 
 
 def take_picture(screen, path):
