@@ -40,7 +40,6 @@ InspectDock::InspectDock(FrameView& view, QWidget* parent)
     setWidget(content);
     m_region->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_region->setWordWrap(true);
-    m_region->setAccessibleName(tr("Inspected region"));
 
     m_figures->setAccessibleName(tr("Figures of the inspected region"));
     m_figures->setEditTriggers(QAbstractItemView::NoEditTriggers);

@@ -8,6 +8,7 @@
 #include "display/DisplayEvents.h"
 #include "display/DisplayView.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
@@ -57,7 +58,9 @@ QTableWidget& tableOf(Bench& bench)
 
 QString regionText(Bench& bench)
 {
-    return controlOf<QLabel>(&bench.window(), "Inspected region")->text();
+    auto* label = dockOf(bench).findChild<QLabel*>();
+    // As an assistive client reads it.
+    return QAccessible::queryAccessibleInterface(label)->text(QAccessible::Name);
 }
 
 /// The columns of the table as lines of a letter and its figures.
