@@ -3,40 +3,19 @@
 import os
 
 import screen
-from waiting import wait_for
 
 SCREEN = os.environ["ZOR_DRIVE_SCREEN"]
 FOLDER = os.environ["ZOR_PICTURES"]
 
-# So many looks in a row, some hundredths of a second apart, show the same when a window has been painted.
-LOOKS_ALIKE = 15
-
-
-def seen(widget):
-    """Width, height and red, green and blue bytes of what shows a widget."""
-    width, _, rgb = screen.read_xwd(SCREEN)
-    left, top, columns, rows = widget.place
-    lines = (rgb[3 * (width * y + left):3 * (width * y + left + columns)] for y in range(top, top + rows))
-    return columns, rows, b"".join(lines)
-
-
-def wait_until_still(widget):
-    """Until nothing changes on a widget any more."""
-    alike = 0
-    last = None
-
-    def is_still():
-        nonlocal alike, last
-        now = seen(widget)
-        alike = alike + 1 if now == last else 0
-        last = now
-        return alike >= LOOKS_ALIKE
-    wait_for(is_still, f"{widget} to be still")
-
 
 def keep(widget, name):
-    """Keeps what shows a widget as a picture of the tour."""
-    write(name, *seen(widget))
+    """Keeps what shows a widget as a picture of the tour, when it does not change any more."""
+    write(name, *screen.still(SCREEN, widget.place))
+
+
+def keep_moving(widget, name):
+    """The same of a widget that changes all the time."""
+    write(name, *screen.seen(SCREEN, widget.place))
 
 
 def write(name, width, height, rgb):

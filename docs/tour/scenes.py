@@ -38,10 +38,6 @@ class Tour(UtilityCase):
         bench.wait_for_frame(self.flat)
         bench.wait_for(lambda: bench.field("Judgement").startswith("Green: "), "the judgement")
 
-    def keep(self, widget, name):
-        pictures.wait_until_still(widget)
-        pictures.keep(widget, name)
-
     def scene_report(self):
         gains = temporary("flat.ffc")
         report = temporary("report.png")
@@ -54,7 +50,7 @@ class Tour(UtilityCase):
             self.open_flat(bench)
             bench.main_window().find("filler", "Frame view").point_at()
             bench.wait_for(lambda: bench.field("Value"), "the value under the mouse")
-            self.keep(bench.main_window(), "workbench.png")
+            pictures.keep(bench.main_window(), "workbench.png")
             bench.quit(self)
 
     def scene_correction(self):
@@ -68,7 +64,7 @@ class Tour(UtilityCase):
             utility.beside("Title:").type(TITLE)
             utility.beside("Camera:").type(CAMERA)
             devices.move_mouse(*CORNER)
-            self.keep(utility, "dialog.png")
+            pictures.keep(utility, "dialog.png")
             saved = self.save(bench, utility, "saved.ffc")
             self.compare(saved, before, computed(self.flat, *PRECISION))
             bench.quit(self)
@@ -84,7 +80,7 @@ class Tour(UtilityCase):
             bench.wait_for(lambda: bench.field("Judgement").startswith("Amber: "), "too much light")
             bench.wait_for(lambda: bench.field("Frame").startswith("Simulator 20 "), "the frame for the picture")
             # Frames come while it is taken, so that this picture differs a little from run to run.
-            pictures.keep(window, "live.png")
+            pictures.keep_moving(window, "live.png")
             dock.find("spin button", "Level").set_number(70)
             bench.wait_for(lambda: bench.field("Judgement").startswith("Green: "), "good light")
             utility = self.open_utility(bench)
@@ -99,13 +95,14 @@ class Tour(UtilityCase):
             window = bench.main_window()
             for title in ("Inspect", "Histogram"):
                 bench.open_dock(title)
-            pictures.wait_until_still(window)
+            screen.still(pictures.SCREEN, window.place)
             view = window.find("filler", "Frame view")
+            region = window.find("label", "Hold Shift and drag over the frame.")
             with devices.held_key(devices.SHIFT_CODE):
                 devices.drag(at(view, 0.3, 0.6), at(view, 0.5, 0.8))
-            window.find("label", "Inspected region")
+            bench.wait_for(lambda: " pixels at " in region.name, "the figures")
             devices.move_mouse(*CORNER)
-            self.keep(window, "inspect.png")
+            pictures.keep(window, "inspect.png")
             bench.quit(self)
 
 

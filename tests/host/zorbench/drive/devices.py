@@ -18,6 +18,10 @@ def click(x, y):
     Atspi.generate_mouse_event(x, y, "b1c")
 
 
+def right_click(x, y):
+    Atspi.generate_mouse_event(x, y, "b3c")
+
+
 def press_key(symbol):
     """Presses and releases a key, by its X key symbol. The window that has the focus gets it."""
     Atspi.generate_keyboard_event(symbol, "", Atspi.KeySynthType.SYM)

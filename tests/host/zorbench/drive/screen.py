@@ -3,6 +3,11 @@
 import struct
 import zlib
 
+from waiting import wait_for
+
+# So many looks in a row, some hundredths of a second apart, show the same when a window has been painted.
+LOOKS_ALIKE = 15
+
 
 def read_xwd(path):
     """Width, height and red, green and blue bytes of an X window dump with 32 bits a pixel, blue first."""
@@ -76,6 +81,29 @@ def write_png(path, width, height, pixels, palette=None):
         file.write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">2I5B", width, height, 8, kind, 0, 0, 0)) +
                    (chunk(b"PLTE", palette) if palette else b"") + chunk(b"IDAT", zlib.compress(lines, 9)) +
                    chunk(b"IEND", b""))
+
+
+def seen(screen, place):
+    """Width, height and red, green and blue bytes of a place on the screen: left, top, width and height."""
+    width, _, rgb = read_xwd(screen)
+    left, top, columns, rows = place
+    lines = (rgb[3 * (width * y + left):3 * (width * y + left + columns)] for y in range(top, top + rows))
+    return columns, rows, b"".join(lines)
+
+
+def still(screen, place):
+    """What is seen of a place when nothing there changes any more."""
+    alike = 0
+    last = None
+
+    def is_still():
+        nonlocal alike, last
+        now = seen(screen, place)
+        alike = alike + 1 if now == last else 0
+        last = now
+        return alike >= LOOKS_ALIKE
+    wait_for(is_still, f"the screen at {place} to be still")
+    return last
 
 
 def take_picture(screen, path):

@@ -152,6 +152,12 @@ class Widget:
         self._node.set_text_contents(text)
         wait_for(lambda: self.text == text, f'{self} to hold "{text}"')
 
+    def paste(self):
+        """Puts what was copied into a field. Returns what the field then holds."""
+        self.type("")
+        Atspi.EditableText.paste_text(self._node, 0)
+        return wait_for(lambda: self.text, f"{self} to hold what was copied")
+
     def set_number(self, number):
         """Of a spin button."""
         Atspi.Value.set_current_value(self._node, number)

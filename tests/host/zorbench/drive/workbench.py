@@ -84,6 +84,12 @@ class Workbench(Program):
         self.menu_item("File", "Open\u2026").press()
         self.choose_file("Open", "Open", path)
 
+    def save_frame(self, path):
+        """Saves the current frame as a file that is not there."""
+        self.menu_item("File", "Save frame\u2026").press()
+        self.choose_file("Save frame", "Save", path)
+        self.wait_for(lambda: os.path.exists(path), f"{path} to be saved")
+
     def wait_for_frame(self, path):
         self.wait_for(lambda: os.path.basename(path) in self.field("Frame"), f"{path} to be the current frame")
 
