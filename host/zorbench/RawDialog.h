@@ -29,11 +29,14 @@ signals:
     void chosen();
 
 private:
+    void addPackedOrder(QFormLayout* form, bool isRecord);
     QSpinBox* addNumber(QFormLayout* form, const QString& name, int least, int most, std::uint32_t value);
-    void showBytes();
+    /// What follows from the fields.
+    void updateFields();
 
     const std::uint64_t m_fileBytes;
     QComboBox* m_format;
+    QComboBox* m_packedOrder;
     QSpinBox* m_width;
     QSpinBox* m_height;
     QSpinBox* m_pitch;

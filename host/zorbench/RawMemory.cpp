@@ -12,6 +12,10 @@ namespace zor {
 
 namespace {
 
+// What the command line calls them too.
+const QLatin1String WireOrder("wire");
+const QLatin1String RecordOrder("record");
+
 QString key(std::uint64_t bytes, const char* name)
 {
     return QStringLiteral("RawDumps/%1/%2").arg(bytes).arg(QString::fromLatin1(name));
@@ -50,6 +54,7 @@ RawLayout RawMemory::layoutFor(std::uint64_t bytes) const
     layout.height = height;
     if (pitch > 0 && pitch <= std::uint32_t{std::numeric_limits<std::int32_t>::max()})
         layout.pitch = pitch;
+    layout.packedOrderRecord = m_settings.value(key(bytes, "PackedOrder")).toString() == RecordOrder;
     return layout;
 }
 
@@ -59,6 +64,8 @@ void RawMemory::remember(std::uint64_t bytes, const RawLayout& layout)
     m_settings.setValue(key(bytes, "Width"), layout.width);
     m_settings.setValue(key(bytes, "Height"), layout.height);
     m_settings.setValue(key(bytes, "Pitch"), layout.pitch.value_or(0));
+    m_settings.setValue(key(bytes, "PackedOrder"),
+                        QString(layout.packedOrderRecord ? RecordOrder : WireOrder));
 }
 
 } // namespace zor

@@ -2,6 +2,7 @@
 #include "tests/support/ModalWatch.h"
 
 #include "host/zorbench/RawDialog.h"
+#include "image/unpack/NativeCodes.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -31,6 +32,10 @@ private slots:
     void aFileThatIsNoFrameIsToldAndTheOldOneStays_data();
     void aFileThatIsNoFrameIsToldAndTheOldOneStays();
     void aRawDumpIsAskedForOnceForEachSize();
+    void onlyPackedFormatsHaveAnOrder_data();
+    void onlyPackedFormatsHaveAnOrder();
+    void packedBitsAreTakenInTheChosenOrder_data();
+    void packedBitsAreTakenInTheChosenOrder();
     void aLayoutThatDoesNotFitIsToldAndCanBeCorrected_data();
     void aLayoutThatDoesNotFitIsToldAndCanBeCorrected();
     void aCancelledRawDumpChangesNothing();
@@ -200,6 +205,64 @@ void TestBenchOpening::aRawDumpIsAskedForOnceForEachSize()
     controlOf<QPushButton>(rawDialog(bench), "Open")->click();
     QCOMPARE(bench.shownSize(), QSize(640, 480));
     QVERIFY(bench.status("Frame").startsWith("c.raw  640 x 480  Mono8"));
+}
+
+void TestBenchOpening::onlyPackedFormatsHaveAnOrder_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("12 bits, packed") << "Mono12Packed" << true;
+    QTest::newRow("10 bits of a colour filter, packed") << "BayerRG10Packed" << true;
+    QTest::newRow("12 bits one after the other") << "Mono12p" << false;
+    QTest::newRow("8 bits") << "Mono8" << false;
+    QTest::newRow("colour") << "RGB8" << false;
+}
+
+void TestBenchOpening::onlyPackedFormatsHaveAnOrder()
+{
+    QFETCH(QString, format);
+    QFETCH(bool, expected);
+    Bench bench;
+    bench.open(bench.write("a.raw", "abc"));
+    zor::RawDialog* dialog = rawDialog(bench);
+    fill(dialog, expected ? "Mono8" : "Mono12Packed", 2, 1);
+    fill(dialog, format, 2, 1);
+    QCOMPARE(controlOf(dialog, "Packed order")->isEnabled(), expected);
+}
+
+void TestBenchOpening::packedBitsAreTakenInTheChosenOrder_data()
+{
+    QTest::addColumn<QString>("order");
+    QTest::addColumn<unsigned>("even");
+    QTest::addColumn<unsigned>("odd");
+    QTest::newRow("as cameras send them") << "Wire (GigE Vision)" << 0x123U << 0x564U;
+    QTest::newRow("as a record has them") << "Record" << 0x124U << 0x563U;
+}
+
+void TestBenchOpening::packedBitsAreTakenInTheChosenOrder()
+{
+    QFETCH(QString, order);
+    QFETCH(unsigned, even);
+    QFETCH(unsigned, odd);
+    Bench bench;
+    const QString file = bench.write("a.raw", "\x12\x43\x56");
+    for (const bool isKnown : {false, true}) {
+        bench.open(file);
+        zor::RawDialog* dialog = rawDialog(bench);
+        auto* box = controlOf<QComboBox>(dialog, "Packed order");
+        QCOMPARE(box->count(), 2);
+        if (!isKnown) {
+            QCOMPARE(box->currentText(), QString("Wire (GigE Vision)"));
+            fill(dialog, "Mono12Packed", 2, 1);
+            box->setCurrentText(order);
+        }
+        QCOMPARE(box->currentText(), order);
+        controlOf<QPushButton>(dialog, "Open")->click();
+        QCOMPARE(bench.shownSize(), QSize(2, 1));
+        const _ZorImage record = bench.view().frame()->record();
+        QCOMPARE(zor::nativeCodes(record, 0, 0).codes[0], even);
+        QCOMPARE(zor::nativeCodes(record, 1, 0).codes[0], odd);
+    }
 }
 
 void TestBenchOpening::aLayoutThatDoesNotFitIsToldAndCanBeCorrected_data()

@@ -11,11 +11,12 @@ namespace {
 
 QString textOf(const Layout& layout)
 {
-    return QString("%1 %2x%3 %4")
+    return QString("%1 %2x%3 %4%5")
         .arg(QString::fromStdString(layout.format))
         .arg(layout.width)
         .arg(layout.height)
-        .arg(layout.pitch ? QString::number(*layout.pitch) : "tight");
+        .arg(layout.pitch ? QString::number(*layout.pitch) : "tight")
+        .arg(layout.packedOrderRecord ? " record" : "");
 }
 
 const char* const Start = "Mono8 640x480 tight";
@@ -46,12 +47,12 @@ void TestBenchSettings::eachSizeHasItsOwnLayout()
         QSettings settings(file(), QSettings::IniFormat);
         zor::RawMemory memory(settings);
         QCOMPARE(textOf(memory.layoutFor(100)), QString(Start));
-        memory.remember(100, {"Mono12Packed", 10, 5, 20});
+        memory.remember(100, {"Mono12Packed", 10, 5, 20, true});
         memory.remember(std::uint64_t{5} << 30, {"RGB8", 65535, 1, {}});
     }
     QSettings settings(file(), QSettings::IniFormat);
     zor::RawMemory memory(settings);
-    QCOMPARE(textOf(memory.layoutFor(100)), QString("Mono12Packed 10x5 20"));
+    QCOMPARE(textOf(memory.layoutFor(100)), QString("Mono12Packed 10x5 20 record"));
     QCOMPARE(textOf(memory.layoutFor(std::uint64_t{5} << 30)), QString("RGB8 65535x1 tight"));
     QCOMPARE(textOf(memory.layoutFor(std::uint64_t{1} << 30)), QString(Start));
     memory.remember(100, {"Mono8", 100, 1, {}});
@@ -70,6 +71,8 @@ void TestBenchSettings::layoutsThatCannotBeUsedAreForgotten_data()
     QTest::newRow("a pitch that no field can show") << "Pitch" << QVariant(2147483648U) << "Mono16 7x9 tight";
     QTest::newRow("a negative pitch") << "Pitch" << QVariant(-1) << "Mono16 7x9 tight";
     QTest::newRow("the smallest pitch") << "Pitch" << QVariant(1) << "Mono16 7x9 1";
+    QTest::newRow("an order that there is none of") << "PackedOrder" << QVariant("any") << "Mono16 7x9 tight";
+    QTest::newRow("a record's order") << "PackedOrder" << QVariant("record") << "Mono16 7x9 tight record";
     QTest::newRow("the largest pitch") << "Pitch" << QVariant(2147483647U) << "Mono16 7x9 2147483647";
 }
 

@@ -63,7 +63,7 @@ void TestBenchWindow::everyControlHasAnAccessibleName_data()
     QTest::addColumn<int>("count");
     QTest::newRow("of the main window") << QByteArray("window") << 22;
     QTest::newRow("of the docks that look into the frame") << QByteArray("docks") << 25;
-    QTest::newRow("of the dialog for raw dumps") << QByteArray("raw") << 6;
+    QTest::newRow("of the dialog for raw dumps") << QByteArray("raw") << 7;
 }
 
 void TestBenchWindow::everyControlHasAnAccessibleName()

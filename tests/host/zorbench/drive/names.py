@@ -51,7 +51,7 @@ class Names(unittest.TestCase):
             controls = list(controls_below(dialog))
             self.check(controls)
             self.assertEqual(sorted(widget.title for widget in controls),
-                             ["Cancel", "Format", "Height", "Open", "Pitch", "Width"])
+                             ["Cancel", "Format", "Height", "Open", "Packed order", "Pitch", "Width"])
 
 
 if __name__ == "__main__":
