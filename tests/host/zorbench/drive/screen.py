@@ -6,7 +6,7 @@ import zlib
 from waiting import wait_for
 
 # So many looks in a row, some hundredths of a second apart, show the same when a window has been painted.
-LOOKS_ALIKE = 15
+LOOKS_ALIKE = 8
 
 
 def read_xwd(path):
