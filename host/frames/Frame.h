@@ -70,10 +70,17 @@ public:
     using FrameError::FrameError;
 };
 
+/// A TIFF file whose 0 is white is to be read with `whiteIsZero` given.
+class WhiteIsZeroAsked : public FrameError
+{
+public:
+    using FrameError::FrameError;
+};
+
 /// Reads a frame from a PGM, PPM, PNG or TIFF file, recognised by its content, or from a raw dump when
 /// `options.raw` is set. A picture file in grey becomes a frame in the mono format of its depth, one in
 /// colour or with a palette becomes one in RGB8, RGB10, RGB12 or RGB16. Throws FrameError, without
-/// `options.raw` also NoPicture.
+/// `options.raw` also NoPicture, without `options.whiteIsZero` also WhiteIsZeroAsked.
 Frame readFrame(const std::string& path, const FrameOptions& options);
 
 } // namespace zor

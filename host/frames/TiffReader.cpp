@@ -38,8 +38,9 @@ struct Layout
 bool checkWhite(const std::string& path, bool whiteIsZero, std::optional<WhiteIsZero> asked)
 {
     if (whiteIsZero && !asked)
-        failFrame(path, "is a TIFF whose 0 is white; give --white-is-zero stored to take the samples as they "
-                        "are, or --white-is-zero inverted to take full scale less the sample");
+        throw WhiteIsZeroAsked(
+            path + ": is a TIFF whose 0 is white; give --white-is-zero stored to take the samples "
+                   "as they are, or --white-is-zero inverted to take full scale less the sample");
     if (!whiteIsZero && asked)
         failFrame(path, "is a TIFF whose 0 is black; leave --white-is-zero out");
     return asked == WhiteIsZero::Inverted;

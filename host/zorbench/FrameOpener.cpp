@@ -4,12 +4,14 @@
 #include "host/zorbench/Tell.h"
 
 #include <QFile>
+#include <QMessageBox>
+#include <QPushButton>
 
 namespace zor {
 
 namespace {
 
-std::shared_ptr<const Frame> read(const QString& file, const FrameOptions& options = {})
+std::shared_ptr<const Frame> read(const QString& file, const FrameOptions& options)
 {
     return std::make_shared<const Frame>(readFrame(QFile::encodeName(file).toStdString(), options));
 }
@@ -24,14 +26,42 @@ FrameOpener::FrameOpener(QWidget& window, QSettings& settings)
 
 void FrameOpener::open(const QString& file)
 {
+    openAs(file, {});
+}
+
+void FrameOpener::openAs(const QString& file, const FrameOptions& options)
+{
     try {
-        const std::shared_ptr<const Frame> frame = read(file);
+        const std::shared_ptr<const Frame> frame = read(file, options);
         emit opened(frame, file);
+    } catch (const WhiteIsZeroAsked&) {
+        askAboutWhite(file);
     } catch (const NoPicture&) {
         askForLayout(file);
     } catch (const FrameError& error) {
         tell(&m_window, textFor(error));
     }
+}
+
+void FrameOpener::askAboutWhite(const QString& file)
+{
+    auto* box = new QMessageBox(
+        QMessageBox::Question, QStringLiteral("ZorBench"),
+        file + QStringLiteral(": ") +
+            tr("0 is white in this TIFF file. Take its samples as they are, or full scale less the sample?"),
+        QMessageBox::Cancel, &m_window);
+    // File names are no markup.
+    box->setTextFormat(Qt::PlainText);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    const auto offer = [this, box, file](const QString& words, WhiteIsZero samples) {
+        FrameOptions options;
+        options.whiteIsZero = samples;
+        connect(box->addButton(words, QMessageBox::AcceptRole), &QAbstractButton::clicked, this,
+                [this, file, options] { openAs(file, options); });
+    };
+    offer(tr("As they are"), WhiteIsZero::Stored);
+    offer(tr("Inverted"), WhiteIsZero::Inverted);
+    box->open();
 }
 
 void FrameOpener::askForLayout(const QString& file)

@@ -12,8 +12,8 @@ class QWidget;
 
 namespace zor {
 
-/// Opens files for a window: pictures at once, raw dumps after a dialog. What goes wrong is shown in one box,
-/// and nothing else changes.
+/// Opens files for a window: pictures at once, raw dumps after a dialog, TIFF files whose 0 is white after a
+/// question. What goes wrong is shown in one box, and nothing else changes.
 class FrameOpener : public QObject
 {
     Q_OBJECT
@@ -22,13 +22,15 @@ public:
     /// Window and settings must outlive this object.
     FrameOpener(QWidget& window, QSettings& settings);
 
-    /// Returns at once; opened() comes before that for a picture, later for a raw dump.
+    /// Returns at once; opened() comes before that for a picture, later for what is asked about.
     void open(const QString& file);
 
 signals:
     void opened(const std::shared_ptr<const zor::Frame>& frame, const QString& file);
 
 private:
+    void openAs(const QString& file, const FrameOptions& options);
+    void askAboutWhite(const QString& file);
     void askForLayout(const QString& file);
 
     QWidget& m_window;

@@ -1,3 +1,4 @@
+#include "tests/host/frames/MakeTiff.h"
 #include "tests/host/zorbench/Bench.h"
 #include "tests/support/ModalWatch.h"
 
@@ -39,6 +40,8 @@ private slots:
     void aLayoutThatDoesNotFitIsToldAndCanBeCorrected_data();
     void aLayoutThatDoesNotFitIsToldAndCanBeCorrected();
     void aCancelledRawDumpChangesNothing();
+    void whatWhiteIsIsAsked_data();
+    void whatWhiteIsIsAsked();
     void aHugeFileIsRefused();
 
 private:
@@ -317,6 +320,46 @@ void TestBenchOpening::aCancelledRawDumpChangesNothing()
     QCOMPARE(bench.shownSize(), QSize(6, 4));
     bench.open(file);
     QCOMPARE(rawDialog(bench)->rawLayout().width, 640U);
+}
+
+void TestBenchOpening::whatWhiteIsIsAsked_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("code");
+    QTest::newRow("the samples as they are") << "As they are" << QSize(2, 1) << 10;
+    QTest::newRow("full scale less the sample") << "Inverted" << QSize(2, 1) << 245;
+    QTest::newRow("no answer") << "Cancel" << QSize(6, 4) << 0;
+}
+
+void TestBenchOpening::whatWhiteIsIsAsked()
+{
+    QFETCH(QString, answer);
+    QFETCH(QSize, size);
+    QFETCH(int, code);
+    Bench bench;
+    bench.open(bench.write("flat.pgm", countedPgm(6, 4)));
+    TiffContent content;
+    content.width = 2;
+    content.height = 1;
+    content.photometric = 0;
+    content.samples = {10, 20};
+    const QString file = bench.write("white.tif", makeTiff(content));
+    ModalWatch watch;
+    watch.onBox = [&answer](QMessageBox& box) {
+        const auto buttons = box.buttons();
+        for (QAbstractButton* button : buttons) {
+            if (button->text().remove('&') == answer)
+                button->click();
+        }
+    };
+    bench.open(file);
+    QTRY_COMPARE(watch.texts.size(), 1);
+    QVERIFY2(watch.texts.first().startsWith(file + ": 0 is white"), qPrintable(watch.texts.first()));
+    QTRY_COMPARE(bench.shownSize(), size);
+    QCOMPARE(int(zor::nativeCodes(bench.view().frame()->record(), 0, 0).codes[0]), code);
+    QTRY_VERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(watch.texts.size(), 1);
 }
 
 void TestBenchOpening::aHugeFileIsRefused()
