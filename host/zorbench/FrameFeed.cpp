@@ -63,8 +63,13 @@ void FrameFeed::start(FrameSource& source)
     m_run = std::make_unique<Run>(source);
     Run& run = *m_run;
     emit runningChanged(true);
+    // Who was notified may have stopped it, or begun another run.
+    if (m_run.get() != &run)
+        return;
     try {
-        source.start({[this, &run](SourceFrame frame) {
+        source.start({[this, &run, filter = m_filter](SourceFrame frame) {
+                          if (filter)
+                              frame.frame = filter(std::move(frame.frame));
                           if (run.frames.put(std::move(frame)))
                               QMetaObject::invokeMethod(&m_turn, "start", Qt::QueuedConnection);
                       },

@@ -6,7 +6,9 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace zor {
 
@@ -23,6 +25,11 @@ public:
     explicit FrameFeed(QObject* parent = nullptr);
     /// Stops. Must not run within arrived().
     ~FrameFeed() override;
+
+    /// What takes the place of a frame before it arrives; called on the source's thread. Throws nothing.
+    using Filter = std::function<std::shared_ptr<const Frame>(std::shared_ptr<const Frame>)>;
+    /// For the runs that start from now on. Without one frames arrive as they are.
+    void setFilter(Filter filter) { m_filter = std::move(filter); }
 
     /// Begins with frames of the source, which must outlive the run; the run before is stopped. All counts
     /// begin anew. What keeps the source from starting comes as failed().
@@ -50,6 +57,7 @@ private:
     Q_INVOKABLE void takeError();
 
     QTimer m_turn;
+    Filter m_filter;
     std::unique_ptr<Run> m_run; ///< null when stopped
     LatestFrame::Counts m_last; ///< of the last run
     RateMeter m_rate;

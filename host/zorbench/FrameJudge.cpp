@@ -1,7 +1,5 @@
 #include "host/zorbench/FrameJudge.h"
 
-#include "host/quality/MonoFrame.h"
-
 #include <QElapsedTimer>
 
 #include <algorithm>
@@ -20,14 +18,40 @@ FrameJudge::FrameJudge(QObject* parent)
 void FrameJudge::judge(std::shared_ptr<const Frame> frame)
 {
     m_waiting = std::move(frame);
+    m_isOfStream = false;
     work();
 }
 
 void FrameJudge::follow(std::shared_ptr<const Frame> frame)
 {
     m_waiting = std::move(frame);
+    m_isOfStream = true;
     if (!m_pause.isActive())
         work();
+}
+
+void FrameJudge::setMeasuresNoise(bool on)
+{
+    m_measuresNoise = on;
+    m_previous.reset();
+    if (!on)
+        emit noiseUnknown();
+}
+
+void FrameJudge::measureNoise(std::unique_ptr<MonoFrame> mono)
+{
+    const std::unique_ptr<MonoFrame> previous = std::exchange(m_previous, nullptr);
+    if (!m_isOfStream || !m_measuresNoise) {
+        emit noiseUnknown();
+        return;
+    }
+    const ConstImageView now = mono->view();
+    if (previous && previous->view().width == now.width && previous->view().height == now.height &&
+        previous->view().depth == now.depth)
+        emit noiseMeasured(frameNoise(previous->view(), now), now.width, now.height);
+    else
+        emit noiseUnknown();
+    m_previous = std::move(mono);
 }
 
 void FrameJudge::work()
@@ -38,11 +62,14 @@ void FrameJudge::work()
     QElapsedTimer time;
     time.start();
     try {
-        const MonoFrame mono(frame->record());
-        const FrameFigures figures = frameFigures(mono.view());
+        auto mono = std::make_unique<MonoFrame>(frame->record());
+        const FrameFigures figures = frameFigures(mono->view());
         emit judged(figures, zor::judge(figures));
+        measureNoise(std::move(mono));
     } catch (const std::exception& error) {
         emit refused(QString::fromUtf8(error.what()));
+        m_previous.reset();
+        emit noiseUnknown();
     }
     constexpr qint64 shortest = 200;
     constexpr qint64 longest = 10000;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "host/frames/Frame.h"
+#include "host/quality/FrameNoise.h"
 #include "host/quality/Judgement.h"
+#include "host/quality/MonoFrame.h"
 
 #include <QObject>
 #include <QTimer>
@@ -25,16 +27,28 @@ public:
     /// out.
     void follow(std::shared_ptr<const Frame> frame);
 
+    /// Whether the noise between two frames that were followed is that of a single one: not so for averages
+    /// that share frames.
+    void setMeasuresNoise(bool on);
+
 signals:
     void judged(const zor::FrameFigures& figures, const zor::Judgement& judgement);
     /// The frame has no mono form. One sentence that says why.
     void refused(const QString& reason);
+    /// Between the last two frames that were judged, of this size.
+    void noiseMeasured(const zor::FrameNoise& noise, quint32 width, quint32 height);
+    /// There are no two such frames.
+    void noiseUnknown();
 
 private:
     void work();
+    void measureNoise(std::unique_ptr<MonoFrame> mono);
 
     std::shared_ptr<const Frame> m_waiting;
-    QTimer m_pause; ///< runs while the next judgement is not due
+    bool m_isOfStream = false; ///< what waits
+    bool m_measuresNoise = true;
+    std::unique_ptr<MonoFrame> m_previous; ///< the last one of a stream that was judged
+    QTimer m_pause;                        ///< runs while the next judgement is not due
 };
 
 } // namespace zor

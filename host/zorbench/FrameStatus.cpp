@@ -54,6 +54,7 @@ void FrameStatus::addPixelAndStreamFields(QHBoxLayout& row)
     row.addStretch();
     m_framesPerSecond = addStatusField(row, tr("Frames per second"), QStringLiteral("1000.0"));
     m_dropped = addStatusField(row, tr("Dropped"), QStringLiteral("1000000"));
+    m_incomplete = addStatusField(row, tr("Incomplete"), QStringLiteral("1000000"));
 }
 
 void FrameStatus::setPosition(const QString& text)
@@ -91,6 +92,11 @@ void FrameStatus::setFramesPerSecond(const QString& text)
 void FrameStatus::setDropped(const QString& text)
 {
     m_dropped->setText(text);
+}
+
+void FrameStatus::setIncomplete(const QString& text)
+{
+    m_incomplete->setText(text);
 }
 
 } // namespace zor

@@ -25,6 +25,8 @@ public:
     void clearFigures();
     void setFramesPerSecond(const QString& text);
     void setDropped(const QString& text);
+    /// Frames of which parts or all did not come.
+    void setIncomplete(const QString& text);
 
 private:
     void addFrameFields(QHBoxLayout& row);
@@ -37,6 +39,7 @@ private:
     QLineEdit* m_value;
     QLineEdit* m_framesPerSecond;
     QLineEdit* m_dropped;
+    QLineEdit* m_incomplete;
 };
 
 } // namespace zor

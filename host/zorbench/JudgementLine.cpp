@@ -1,10 +1,13 @@
 #include "host/zorbench/JudgementLine.h"
 
+#include "host/average/FrameSum.h"
 #include "host/quality/NumberText.h"
 #include "host/zorbench/StatusField.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
+
+#include <cmath>
 
 namespace zor {
 
@@ -73,6 +76,8 @@ JudgementLine::JudgementLine(QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(6, 0, 6, 0);
     m_judgement = addStatusField(*row, tr("Judgement"), {});
+    m_noise = addStatusField(*row, tr("Noise"), QStringLiteral("10000.0 DN"));
+    m_neededFrames = addStatusField(*row, tr("Frames needed"), QStringLiteral("more than 1024"));
 }
 
 void JudgementLine::setJudgement(const FrameFigures& figures, const Judgement& judgement)
@@ -96,6 +101,33 @@ void JudgementLine::setRefusal(const QString& reason)
     setStatusText(*m_judgement, text);
     m_judgement->setAccessibleDescription(text);
     setColour(*m_judgement, {});
+}
+
+void JudgementLine::setNoise(const FrameNoise& noise, const NeededFrames& needed, double accuracyPercent)
+{
+    setStatusText(*m_noise, tr("%1 DN").arg(number(std::sqrt(noise.variance), 1)));
+    m_noise->setToolTip(tr("Standard deviation of a pixel from frame to frame, in the codes of the frame"));
+    switch (needed.answer) {
+    case NeededFrames::Count:
+        setStatusText(*m_neededFrames, QString::number(needed.count));
+        break;
+    case NeededFrames::TooMany:
+        setStatusText(*m_neededFrames, tr("more than %1").arg(MostAveragedFrames));
+        break;
+    case NeededFrames::NoLight:
+        setStatusText(*m_neededFrames, tr("no light"));
+        break;
+    }
+    m_neededFrames->setToolTip(tr("Frames to average, so that a gain is right to %1 %; \"Average\u2026\" in "
+                                  "the menu \"Camera\" sets the "
+                                  "accuracy")
+                                   .arg(QString::number(accuracyPercent)));
+}
+
+void JudgementLine::clearNoise()
+{
+    setStatusText(*m_noise, {});
+    setStatusText(*m_neededFrames, {});
 }
 
 } // namespace zor

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/quality/FrameNoise.h"
 #include "host/quality/Judgement.h"
 
 #include <QWidget>
@@ -20,8 +21,15 @@ public:
     /// The frame cannot be judged, and why.
     void setRefusal(const QString& reason);
 
+    /// The noise of a pixel from frame to frame, and how many frames are to be averaged for gains of this
+    /// accuracy in percent.
+    void setNoise(const FrameNoise& noise, const NeededFrames& needed, double accuracyPercent);
+    void clearNoise();
+
 private:
     QLineEdit* m_judgement;
+    QLineEdit* m_noise;
+    QLineEdit* m_neededFrames;
 };
 
 } // namespace zor

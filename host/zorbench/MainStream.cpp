@@ -45,6 +45,7 @@ void MainWindow::makeStream()
     });
     connect(&m_feed, &FrameFeed::runningChanged, this, [this](bool isRunning) {
         m_isRefusalReported = false;
+        m_isSnapshot = m_isSnapshot && isRunning;
         if (isRunning)
             m_counting.start(250);
         else
@@ -52,6 +53,15 @@ void MainWindow::makeStream()
         showCounts();
     });
     connect(&m_counting, &QTimer::timeout, this, &MainWindow::showCounts);
+    m_feed.setFilter(
+        [this](std::shared_ptr<const Frame> frame) { return m_conditioner.condition(std::move(frame)); });
+}
+
+void MainWindow::useSource(FrameSource& source)
+{
+    m_task.reset();
+    m_feed.stop();
+    m_source = &source;
 }
 
 void MainWindow::makeStreamActions(QMenu* menu)
@@ -84,15 +94,21 @@ void MainWindow::makeStreamActions(QMenu* menu)
 
 void MainWindow::showStreamed(const SourceFrame& streamed)
 {
+    const bool isSnapshot = m_isSnapshot;
+    if (isSnapshot)
+        m_feed.stop();
+    followSettings(*streamed.frame);
     const QString name = nameOf(*m_source);
     setWindowTitle(tr("%1 - ZorBench").arg(name));
+    const std::uint32_t averaged = m_conditioner.averaged();
     const QString description = name + QLatin1Char(' ') + QString::number(streamed.number) +
-                                QStringLiteral("  ") + shapeOf(*streamed.frame);
+                                QStringLiteral("  ") + shapeOf(*streamed.frame) +
+                                (averaged > 1 ? tr("  average of %1").arg(averaged) : QString());
     if (!showFrame(streamed.frame, description, name))
         return;
     m_judge.follow(streamed.frame);
     for (PlugIn* plugIn : qAsConst(m_plugIns)) {
-        if (m_isLive)
+        if (m_isLive || isSnapshot)
             plugIn->setFrame(streamed.frame);
         else
             plugIn->offerFrame(streamed.frame);
@@ -104,6 +120,9 @@ void MainWindow::showCounts()
     m_status->setFramesPerSecond(m_feed.isRunning() ? QString::number(m_feed.framesPerSecond(), 'f', 1)
                                                     : QString());
     m_status->setDropped(QString::number(m_feed.counts().dropped));
+    const std::optional<quint64> incomplete = incompleteFrames();
+    m_status->setIncomplete(incomplete ? QString::number(*incomplete) : QString());
+    tellNotices();
 }
 
 void MainWindow::setLive(bool on)

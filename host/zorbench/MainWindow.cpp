@@ -3,6 +3,7 @@
 #include "host/zorbench/FrameStatus.h"
 #include "host/zorbench/JudgementLine.h"
 #include "host/zorbench/NativeText.h"
+#include "host/zorbench/NoticeLine.h"
 #include "host/zorbench/PlugIn.h"
 #include "host/zorbench/Tell.h"
 #include "image/ZorPixelTypeTable.h"
@@ -44,14 +45,16 @@ QStringList localFiles(const QMimeData* data)
 
 } // namespace
 
-MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder)
+MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder, const std::string& cameraInterfaces)
     : m_settings(settings)
     , m_recent(settings)
     , m_opener(*this, settings)
     , m_saver(*this)
     , m_view(new FrameView(this))
     , m_status(new FrameStatus)
+    , m_conditioner([this](const Frame& frame) { return captureSettings(frame); })
     , m_judgement(new JudgementLine)
+    , m_notice(new NoticeLine)
 {
     setWindowTitle(tr("ZorBench"));
     setAcceptDrops(true);
@@ -59,6 +62,7 @@ MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder)
     makeStatus();
     makeFileMenu();
     makeViewMenu();
+    makeCameraMenu(cameraInterfaces);
     makePlugInMenu(plugInFolder);
     makeStream();
 
@@ -79,7 +83,12 @@ MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder)
     restore();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    m_task.reset();
+    m_feed.stop();
+    releaseCameras();
+}
 
 void MainWindow::makeStatus()
 {
@@ -87,6 +96,7 @@ void MainWindow::makeStatus()
     auto* rows = new QVBoxLayout(both);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(2);
+    rows->addWidget(m_notice);
     rows->addWidget(m_judgement);
     rows->addWidget(m_status);
     statusBar()->addWidget(both, 1);
@@ -94,6 +104,14 @@ void MainWindow::makeStatus()
     connect(&m_judge, &FrameJudge::refused, m_judgement, &JudgementLine::setRefusal);
     connect(&m_judge, &FrameJudge::judged, m_status, &FrameStatus::setFigures);
     connect(&m_judge, &FrameJudge::refused, m_status, &FrameStatus::clearFigures);
+    connect(&m_judge, &FrameJudge::noiseMeasured, m_judgement,
+            [this](const FrameNoise& noise, quint32 width, quint32 height) {
+                const double accuracy = AverageDialog::wantedAccuracy(m_settings); // in %
+                m_judgement->setNoise(
+                    noise, neededFrames(noise, width, height, accuracy / 100.0, MostAveragedFrames),
+                    accuracy);
+            });
+    connect(&m_judge, &FrameJudge::noiseUnknown, m_judgement, &JudgementLine::clearNoise);
 }
 
 void MainWindow::restore()
@@ -107,6 +125,7 @@ void MainWindow::restore()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    m_task.reset();
     m_feed.stop();
     m_view->setFullScreen(false);
     m_settings.setValue(QLatin1String(GeometryKey), saveGeometry());
@@ -148,6 +167,7 @@ void MainWindow::openFiles(const QStringList& files)
 
 void MainWindow::openFrame(const std::shared_ptr<const Frame>& frame, const QString& file)
 {
+    m_task.reset();
     m_feed.stop();
     m_recent.add(file);
     m_settings.setValue(QLatin1String(FolderKey), QFileInfo(file).absolutePath());

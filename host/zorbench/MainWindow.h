@@ -1,6 +1,9 @@
 #pragma once
 
+#include "host/average/FrameConditioner.h"
 #include "host/source/SimulatorSource.h"
+#include "host/zorbench/AverageDialog.h"
+#include "host/zorbench/AverageTask.h"
 #include "host/zorbench/FrameFeed.h"
 #include "host/zorbench/FrameJudge.h"
 #include "host/zorbench/FrameOpener.h"
@@ -10,21 +13,27 @@
 
 #include <QMainWindow>
 
+#include <memory>
 #include <optional>
+#include <string>
 
 class QMenu;
 class QSettings;
 
 namespace zor {
 
+class CameraDesk;
 class FrameStatus;
 class JudgementLine;
+class NoticeLine;
 class PlugIn;
 
 /// The workbench: the current frame, what is known of it, and the plug-ins that work on it.
 ///
-/// The members lie in four files: what the menus offer in MainMenus.cpp, what belongs to a stream of frames
-/// in MainStream.cpp, the docks in MainDocks.cpp, everything else in MainWindow.cpp.
+/// The members lie in six files: what the menus offer in MainMenus.cpp, what belongs to a stream of frames in
+/// MainStream.cpp, averages and dark frames in MainAverage.cpp, cameras in MainCamera.cpp, for which
+/// MainNoCamera.cpp stands in where there are none, the docks in MainDocks.cpp, everything else in
+/// MainWindow.cpp.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -32,7 +41,8 @@ class MainWindow : public QMainWindow
 public:
     /// Settings outlive the window. The plug-ins of the folder are loaded; those that can't be are named in
     /// one box when the event loop runs.
-    MainWindow(QSettings& settings, const QString& plugInFolder);
+    MainWindow(QSettings& settings, const QString& plugInFolder,
+               const std::string& cameraInterfaces = "fake");
     ~MainWindow() override;
 
     /// Opens the first file; the others are at hand among the recent files. The names are absolute.
@@ -81,6 +91,29 @@ private:
     void showCounts();
     void setLive(bool on);
 
+    void makeCameraMenu(const std::string& interfaces);
+    /// The entries for cameras themselves, where the program can have some.
+    void makeCameraActions(QMenu* menu, const std::string& interfaces);
+    /// The one that is connected is given back.
+    void releaseCameras();
+    /// Goes over to another source, whose frames then come.
+    void useSource(FrameSource& source);
+    /// How a frame was taken that comes from the source now. May be called on the source's thread.
+    CaptureSettings captureSettings(const Frame& frame) const;
+    /// Frames of this run of which parts or all did not come; nothing where the source cannot lose any.
+    std::optional<quint64> incompleteFrames() const;
+    void takeSnapshot();
+    void askForAverage(AverageDialog::Purpose purpose);
+    /// Frames become the average of the last ones; 1: they do not.
+    void setSliding(int frames);
+    void takeAverage(AverageDialog::Purpose purpose, int frames);
+    void keepAverage(const std::shared_ptr<const Frame>& frame, const CaptureSettings& settings, int frames);
+    void keepDark(const std::shared_ptr<const Frame>& frame, const CaptureSettings& settings, int frames);
+    void showAverage();
+    /// The average is dropped when frames are no longer taken as it was.
+    void followSettings(const Frame& frame);
+    void tellNotices();
+
     QSettings& m_settings;
     RecentFiles m_recent;
     FrameOpener m_opener;
@@ -93,12 +126,21 @@ private:
 
     SimulatorSource m_simulator{SensorModel()};
     FrameSource* m_source = &m_simulator; ///< what "Start" and "Stop" are about
-    FrameFeed m_feed;                     ///< ends before the sources
-    QTimer m_counting;                    ///< runs while the source does
+    FrameConditioner m_conditioner;
+    FrameFeed m_feed;  ///< ends before the sources and the conditioner
+    QTimer m_counting; ///< runs while the source does
     FrameJudge m_judge{this};
     JudgementLine* m_judgement;
-    bool m_isLive = false;            ///< open plug-ins follow a stream
-    bool m_isRefusalReported = false; ///< a box said that the viewer refused a frame of this run
+    NoticeLine* m_notice;
+    CameraDesk* m_cameras = nullptr;
+    KeptFrame m_average;
+    QString m_averageName;
+    QAction* m_showAverage = nullptr;
+    QAction* m_subtractDark = nullptr;
+    std::unique_ptr<AverageTask> m_task; ///< while an average is being taken
+    bool m_isSnapshot = false;           ///< the next frame ends the stream
+    bool m_isLive = false;               ///< open plug-ins follow a stream
+    bool m_isRefusalReported = false;    ///< a box said that the viewer refused a frame of this run
 };
 
 } // namespace zor

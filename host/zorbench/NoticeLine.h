@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+
+class QLineEdit;
+
+namespace zor {
+
+/// What happened beside the frame: something was dropped, a camera is lost. Not seen while there is nothing.
+class NoticeLine : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit NoticeLine(QWidget* parent = nullptr);
+
+    /// For half a minute, or until the next one.
+    void tell(const QString& sentence);
+    /// What lasts, until it is empty. It goes before what was told.
+    void setState(const QString& sentence);
+
+private:
+    void showText();
+
+    QLineEdit* m_field;
+    QTimer m_fading;
+    QString m_told;
+    QString m_state;
+};
+
+} // namespace zor
