@@ -28,16 +28,16 @@ public:
 
     bool isRunning() const { return m_isRunning; }
 
-    void send(std::uint64_t number)
+    void send(std::uint64_t number,
+              const std::shared_ptr<const zor::Frame>& frame = std::make_shared<const zor::Frame>())
     {
-        std::thread([this, number] {
-            m_handlers.frame({std::make_shared<const zor::Frame>(), number, 0});
-        }).join();
+        // They may stop the source.
+        std::thread([handlers = m_handlers, number, &frame] { handlers.frame({frame, number, 0}); }).join();
     }
 
     void fail(const char* text, bool hasEnded)
     {
-        std::thread([this, text, hasEnded] { m_handlers.error({text, hasEnded}); }).join();
+        std::thread([handlers = m_handlers, text, hasEnded] { handlers.error({text, hasEnded}); }).join();
     }
 
     bool hasNoThread = false;

@@ -66,6 +66,8 @@ private slots:
     void anErrorThatComesTooLateIsDropped();
     void aSourceThatCannotBeStartedIsReported();
     void theEndStopsTheSource();
+    void theFilterTakesThePlaceOfFrames();
+    void aListenerMayStopWhatBegins();
     void startAndStopAtAnyMoment();
 };
 
@@ -344,6 +346,33 @@ void TestFrameFeed::theEndStopsTheSource()
     }
     QVERIFY(!source.isRunning());
     settle();
+}
+
+void TestFrameFeed::theFilterTakesThePlaceOfFrames()
+{
+    HandSource source;
+    FrameFeed feed;
+    const auto other = std::make_shared<const zor::Frame>();
+    std::shared_ptr<const zor::Frame> arrived;
+    QObject::connect(&feed, &FrameFeed::arrived, &feed,
+                     [&](const zor::SourceFrame& frame) { arrived = frame.frame; });
+    feed.setFilter([&](const std::shared_ptr<const zor::Frame>&) { return other; });
+    feed.start(source);
+    source.send(0);
+    settle();
+    QCOMPARE(arrived.get(), other.get());
+}
+
+void TestFrameFeed::aListenerMayStopWhatBegins()
+{
+    HandSource source;
+    FrameFeed feed;
+    QObject::connect(&feed, &FrameFeed::runningChanged, &feed, [&](bool isRunning) {
+        if (isRunning)
+            feed.stop();
+    });
+    feed.start(source);
+    QVERIFY(!feed.isRunning() && !source.isRunning());
 }
 
 void TestFrameFeed::startAndStopAtAnyMoment()

@@ -3,6 +3,10 @@
 
 #include <QtTest>
 
+#include <functional>
+
+Q_DECLARE_METATYPE(std::function<void(zor::FrameJudge&)>)
+
 namespace {
 
 /// A frame of 4 pixels of one value.
@@ -50,6 +54,9 @@ private slots:
     void aStreamIsJudgedNowAndThen();
     void aSingleFrameDoesNotWaitForTheStream();
     void aFrameWithoutAMonoFormIsRefused();
+    void noiseIsMeasuredBetweenFramesOfAStream();
+    void noiseNeedsTwoFramesOfAStream_data();
+    void noiseNeedsTwoFramesOfAStream();
 };
 
 void TestFrameJudge::aFrameIsJudgedAtOnce()
@@ -98,6 +105,72 @@ void TestFrameJudge::aFrameWithoutAMonoFormIsRefused()
     QCOMPARE(noted.reason,
              QString("a frame of 2 x 2 pixels could not be brought from Mono8 to Mono8; check its "
                      "size and pitch, use a smaller frame or close other programs"));
+}
+
+void TestFrameJudge::noiseIsMeasuredBetweenFramesOfAStream()
+{
+    zor::FrameJudge judge;
+    QList<double> variances;
+    QObject::connect(&judge, &zor::FrameJudge::noiseMeasured, &judge,
+                     [&](const zor::FrameNoise& noise, quint32 width, quint32 height) {
+                         variances.append(noise.variance);
+                         QCOMPARE(width, 2u);
+                         QCOMPARE(height, 2u);
+                     });
+    auto second = std::make_shared<zor::Frame>(*even(100));
+    second->pixels = {106, 94, 100, 100};
+    judge.follow(even(100));
+    judge.follow(second);
+    // Half of (6 * 6 + 6 * 6) / 4.
+    QTRY_COMPARE(variances, QList<double>{9.0});
+    // A frame that is brighter as a whole has no noise.
+    auto third = std::make_shared<zor::Frame>(*second);
+    third->pixels = {107, 95, 101, 101};
+    judge.follow(third);
+    QTRY_COMPARE(variances, (QList<double>{9.0, 0.0}));
+}
+
+void TestFrameJudge::noiseNeedsTwoFramesOfAStream_data()
+{
+    using Use = std::function<void(zor::FrameJudge&)>;
+    QTest::addColumn<Use>("between");
+    QTest::newRow("a file comes between them") << Use([](zor::FrameJudge& judge) { judge.judge(even(50)); });
+    QTest::newRow("one without a mono form comes between them")
+        << Use([](zor::FrameJudge& judge) { judge.judge(even(1, 1)); });
+    QTest::newRow("averages are not measured")
+        << Use([](zor::FrameJudge& judge) { judge.setMeasuresNoise(false); });
+    QTest::newRow("they are averages no more") << Use([](zor::FrameJudge& judge) {
+        judge.setMeasuresNoise(false);
+        judge.setMeasuresNoise(true);
+    });
+    QTest::newRow("another size comes between them") << Use([](zor::FrameJudge& judge) {
+        auto wide = std::make_shared<zor::Frame>(*even(60));
+        wide->width = 4;
+        wide->height = 1;
+        wide->pitch = 4;
+        judge.follow(wide);
+        QTest::qWait(300);
+    });
+}
+
+void TestFrameJudge::noiseNeedsTwoFramesOfAStream()
+{
+    using Use = std::function<void(zor::FrameJudge&)>;
+    QFETCH(Use, between);
+    zor::FrameJudge judge;
+    int measured = 0;
+    int unknown = 0;
+    int judged = 0;
+    QObject::connect(&judge, &zor::FrameJudge::noiseMeasured, &judge, [&] { ++measured; });
+    QObject::connect(&judge, &zor::FrameJudge::noiseUnknown, &judge, [&] { ++unknown; });
+    QObject::connect(&judge, &zor::FrameJudge::judged, &judge, [&] { ++judged; });
+    judge.follow(even(100));
+    between(judge);
+    const int before = judged;
+    judge.follow(even(101));
+    QTRY_COMPARE(judged, before + 1);
+    QCOMPARE(measured, 0);
+    QVERIFY(unknown > 0);
 }
 
 QTEST_GUILESS_MAIN(TestFrameJudge)
