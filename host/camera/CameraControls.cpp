@@ -3,6 +3,7 @@
 #include "host/camera/GLibTools.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zor {
 
@@ -115,6 +116,27 @@ void setTrigger(ArvCamera& camera, const std::string& source)
 void setRegion(ArvCamera& camera, int x, int y, int width, int height)
 {
     checked("region", arv_camera_set_region, &camera, x, y, width, height);
+}
+
+void setFullRegion(ArvCamera& camera)
+{
+    const auto bounds = [&](Bounds of) {
+        gint least = 0;
+        gint most = 0;
+        checked("region", of, &camera, &least, &most);
+        return std::pair{least, most};
+    };
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    checked("region", arv_camera_get_region, &camera, &x, &y, &width, &height);
+    // How far it may go depends on where it begins.
+    x = bounds(arv_camera_get_x_offset_bounds).first;
+    y = bounds(arv_camera_get_y_offset_bounds).first;
+    setRegion(camera, x, y, width, height);
+    setRegion(camera, x, y, bounds(arv_camera_get_width_bounds).second,
+              bounds(arv_camera_get_height_bounds).second);
 }
 
 } // namespace zor

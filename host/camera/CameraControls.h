@@ -61,4 +61,7 @@ void setTrigger(_ArvCamera& camera, const std::string& source);
 /// Sets the place and the size of the part of the sensor that is read out. Throws CameraError.
 void setRegion(_ArvCamera& camera, int x, int y, int width, int height);
 
+/// The whole sensor is read out. Throws CameraError.
+void setFullRegion(_ArvCamera& camera);
+
 } // namespace zor

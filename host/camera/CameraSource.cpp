@@ -289,6 +289,11 @@ void CameraSource::setRegion(int x, int y, int width, int height)
         "region", [=](ArvCamera& camera) { zor::setRegion(camera, x, y, width, height); }, true);
 }
 
+void CameraSource::setFullRegion()
+{
+    set("region", zor::setFullRegion, true);
+}
+
 void CameraSource::setTrigger(const std::string& source)
 {
     set(

@@ -62,6 +62,7 @@ public:
     void setFrameRate(double framesPerSecond);
     void setPixelFormat(const std::string& format);
     void setRegion(int x, int y, int width, int height);
+    void setFullRegion();
     void setTrigger(const std::string& source);
     void triggerBySoftware();
 

@@ -21,6 +21,7 @@ private slots:
     void framesAreCounted();
     void formatChangesWhileFramesCome();
     void regionChangesWhileFramesCome();
+    void regionIsTheFullSensorAgain();
     void wrongSettingIsRefused_data();
     void wrongSettingIsRefused();
     void refusedSettingLetsFramesComeOn();
@@ -146,6 +147,19 @@ void TestCameraSource::regionChangesWhileFramesCome()
     QCOMPARE(region.height.value, 480);
     source.setFeature("Height", "64");
     QVERIFY(waitForFrame(collector, [](const Frame& frame) { return holds(frame, "Mono8", 640, 64); }));
+}
+
+void TestCameraSource::regionIsTheFullSensorAgain()
+{
+    CameraSource source(Id);
+    source.setRegion(1024, 512, 64, 32);
+    source.setFullRegion();
+    const CameraRegion region = *source.controls().region;
+    QCOMPARE(region.x.value, 0);
+    QCOMPARE(region.y.value, 0);
+    QCOMPARE(region.width.value, 2048);
+    QCOMPARE(region.height.value, 2048);
+    source.setRegion(0, 0, 512, 512);
 }
 
 void TestCameraSource::wrongSettingIsRefused_data()
