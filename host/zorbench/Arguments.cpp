@@ -3,11 +3,16 @@
 #include "host/frames/FileBytes.h"
 #include "host/frames/Frame.h"
 
+#ifdef ZOR_CAMERAS
+#include "host/camera/CameraInterfaces.h"
+#endif
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
+#include <stdexcept>
 
 namespace zor {
 
@@ -62,8 +67,19 @@ Arguments parseArguments(int argc, char** argv)
     const CLI::Option* plugIns =
         app.add_option("--plugins", folder, "Folder of the plug-ins, in place of the program's own")
             ->type_name("DIR");
+#ifdef ZOR_CAMERAS
+    app.add_option(
+           "--camera-interfaces", arguments.cameraInterfaces,
+           "Where cameras are looked for: gige, usb, or fake, which is a camera inside the program; several "
+           "with commas")
+        ->type_name("NAMES")
+        ->capture_default_str();
+#endif
     try {
         app.parse(argc, argv);
+#ifdef ZOR_CAMERAS
+        cameraInterfacesOf(arguments.cameraInterfaces);
+#endif
         std::transform(names.begin(), names.end(), std::back_inserter(arguments.frames), existingFile);
         if (plugIns->count() > 0)
             arguments.plugInFolder = existingFolder(folder);
@@ -73,7 +89,7 @@ Arguments parseArguments(int argc, char** argv)
             std::cout.flush() ? ExitDone : reportError("standard output cannot be written; free some space");
     } catch (const CLI::ParseError& error) {
         arguments.exitCode = reportError(std::string(error.what()) + "; see zorbench --help");
-    } catch (const FrameError& error) {
+    } catch (const std::runtime_error& error) {
         arguments.exitCode = reportError(error.what());
     }
     return arguments;

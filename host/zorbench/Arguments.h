@@ -11,6 +11,8 @@ struct Arguments
 {
     std::vector<std::string> frames; ///< files that exist and are not empty
     std::string plugInFolder;        ///< empty: that of the installation
+    /// Names of the interfaces that cameras are looked for on, with commas.
+    std::string cameraInterfaces = "gige,usb";
     /// Set when the program ends at once: help, version or an error was printed.
     std::optional<int> exitCode;
 };

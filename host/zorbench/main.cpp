@@ -30,9 +30,10 @@ int main(int argc, char** argv)
                   << std::endl;
 
     QSettings settings(QStringLiteral("ZorBench"), QStringLiteral("zorbench"));
-    zor::MainWindow window(settings, arguments.plugInFolder.empty()
-                                         ? places.plugIns
-                                         : QFile::decodeName(arguments.plugInFolder.c_str()));
+    zor::MainWindow window(settings,
+                           arguments.plugInFolder.empty() ? places.plugIns
+                                                          : QFile::decodeName(arguments.plugInFolder.c_str()),
+                           arguments.cameraInterfaces);
     QObject::connect(&window, &zor::MainWindow::closed, &application, &QCoreApplication::quit);
     window.show();
     QStringList files;
