@@ -228,6 +228,12 @@ void TestBenchOpening::onlyPackedFormatsHaveAnOrder()
     Bench bench;
     bench.open(bench.write("a.raw", "abc"));
     zor::RawDialog* dialog = rawDialog(bench);
+    // The first layout is one of 8 bits.
+    QVERIFY(!controlOf(dialog, "Packed order")->isEnabled());
+    QCOMPARE(controlOf<QSpinBox>(dialog, "Pitch")->text(), QString("no padding"));
+    QCOMPARE(controlOf(dialog, "Pitch")->toolTip(), QString("Bytes from row to row"));
+    QVERIFY(
+        controlOf(dialog, "Packed order")->toolTip().endsWith("low nibble (wire) or high nibble (record)"));
     fill(dialog, expected ? "Mono8" : "Mono12Packed", 2, 1);
     fill(dialog, format, 2, 1);
     QCOMPARE(controlOf(dialog, "Packed order")->isEnabled(), expected);
@@ -346,7 +352,9 @@ void TestBenchOpening::whatWhiteIsIsAsked()
     content.samples = {10, 20};
     const QString file = bench.write("white.tif", makeTiff(content));
     ModalWatch watch;
-    watch.onBox = [&answer](QMessageBox& box) {
+    Qt::TextFormat textFormat = Qt::AutoText;
+    watch.onBox = [&](QMessageBox& box) {
+        textFormat = box.textFormat();
         const auto buttons = box.buttons();
         for (QAbstractButton* button : buttons) {
             if (button->text().remove('&') == answer)
@@ -356,6 +364,7 @@ void TestBenchOpening::whatWhiteIsIsAsked()
     bench.open(file);
     QTRY_COMPARE(watch.texts.size(), 1);
     QVERIFY2(watch.texts.first().startsWith(file + ": 0 is white"), qPrintable(watch.texts.first()));
+    QCOMPARE(textFormat, Qt::PlainText);
     QTRY_COMPARE(bench.shownSize(), size);
     QCOMPARE(int(zor::nativeCodes(bench.view().frame()->record(), 0, 0).codes[0]), code);
     QTRY_VERIFY(!QApplication::activeModalWidget());
