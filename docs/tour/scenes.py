@@ -89,6 +89,29 @@ class Tour(UtilityCase):
             self.assertIn(b"\n1280,", self.save(bench, utility, "live.ffc"))
             bench.quit(self)
 
+    def scene_camera(self):
+        with Workbench(self, "--camera-interfaces", "fake") as bench:
+            window = bench.main_window()
+            bench.menu_item("Camera", "Connect").press()
+            dialog = bench.window("dialog", "Connect to a camera")
+            connect = dialog.find("push button", "Connect")
+            bench.wait_for(lambda: connect.is_enabled, "the camera to be found")
+            connect.press()
+            bench.wait_until_gone("dialog", "Connect to a camera")
+            bench.wait_for(lambda: bench.field("Frame").startswith("Aravis Fake (1) "), "the first frame")
+            window.child("frame", "Camera").find("spin button", "Frame rate").set_number(200)
+            bench.menu_item("Camera", "Average\u2026").press()
+            dialog = bench.window("dialog", "Average")
+            dialog.find("spin button", "Frames").set_number(200)
+            dialog.find("push button", "Take").press()
+            bench.wait_for(lambda: bench.field("Frame").startswith("Average of 200, Aravis Fake (1)"), "the average")
+            devices.move_mouse(*CORNER)
+            pictures.keep(window, "camera.png")
+            utility = self.open_utility(bench)
+            self.assertIn(b"\n512,", self.save(bench, utility, "camera.ffc"))
+            bench.menu_item("Camera", "Disconnect").press()
+            bench.quit(self)
+
     def scene_inspect(self):
         with Workbench(self) as bench:
             self.open_flat(bench)

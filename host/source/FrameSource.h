@@ -17,7 +17,8 @@ struct SourceFrame
     std::shared_ptr<const Frame> frame;
     /// From 0 at each start. A gap counts the frames that were lost on their way.
     std::uint64_t number = 0;
-    /// When the exposure began, in ns of std::chrono::steady_clock.
+    /// When the exposure began, or where the source does not know that, when the frame had arrived: in ns of
+    /// std::chrono::steady_clock.
     std::int64_t timestamp = 0;
 };
 
