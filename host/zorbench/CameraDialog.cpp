@@ -49,9 +49,11 @@ CameraDialog::CameraDialog(const CameraInterfaces& interfaces, BackgroundWork& w
     m_searchAgain = buttons->addButton(tr("Search again"), QDialogButtonBox::ActionRole);
     m_connect = buttons->addButton(tr("Connect"), QDialogButtonBox::AcceptRole);
     m_connect->setDefault(true);
-    m_searchAgain->setAutoDefault(false);
-    for (QAbstractButton* button : buttons->buttons())
+    for (QAbstractButton* button : buttons->buttons()) {
         button->setAccessibleName(button->text().remove(QLatin1Char('&')));
+        // Return connects. It does not give up when something is being done.
+        static_cast<QPushButton*>(button)->setAutoDefault(button == m_connect);
+    }
 
     m_cameras->setAccessibleName(tr("Cameras"));
     m_cameras->setHorizontalHeaderLabels({tr("Camera"), tr("Serial number"), tr("Address"), tr("Interface")});
@@ -180,7 +182,10 @@ void CameraDialog::setIdle(const QString& problem)
     m_cameras->setEnabled(!m_found.empty());
     m_searchAgain->setEnabled(true);
     m_connect->setEnabled(!m_found.empty());
-    m_cameras->setFocus();
+    if (m_found.empty())
+        m_searchAgain->setFocus();
+    else
+        m_cameras->setFocus();
 }
 
 } // namespace zor

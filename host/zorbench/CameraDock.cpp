@@ -32,6 +32,7 @@ CameraDock::CameraDock(BackgroundWork& work, QSettings& settings, QWidget* paren
     , m_panel(new CameraPanel(m_controls))
     , m_visibility(new QComboBox(m_controls))
     , m_features(new FeatureView(m_model, m_controls))
+    , m_turn(this)
 {
     setObjectName(QStringLiteral("CameraDock"));
     setAccessibleName(windowTitle());
@@ -74,7 +75,11 @@ CameraDock::CameraDock(BackgroundWork& work, QSettings& settings, QWidget* paren
     showState();
 }
 
-CameraDock::~CameraDock() = default;
+CameraDock::~CameraDock()
+{
+    // It shows the model until its end.
+    delete m_content;
+}
 
 void CameraDock::addVisibility()
 {

@@ -48,6 +48,7 @@ CameraPanel::CameraPanel(QWidget* parent)
     : QWidget(parent)
 {
     auto* form = new QFormLayout(this);
+    form->setContentsMargins({});
     m_exposureTime = addNumber(form, tr("Exposure time"), QStringLiteral(" \u00b5s"), 1, 100.0,
                                &CameraSource::setExposureTime);
     m_gain = addNumber(form, tr("Gain"), {}, 2, 0.1, &CameraSource::setGain);

@@ -4,6 +4,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace zor {
@@ -19,7 +20,9 @@ template <> qint64 read<qint64>(const QString& text, bool& isNumber)
 
 template <> double read<double>(const QString& text, bool& isNumber)
 {
-    return QLocale::c().toDouble(text, &isNumber);
+    const double number = QLocale::c().toDouble(text, &isNumber);
+    isNumber = isNumber && std::isfinite(number);
+    return number;
 }
 
 template <typename Number> Number limit(const std::string& text, Number otherwise)
@@ -37,17 +40,17 @@ template <typename Number> Number inRange(const CameraFeature& feature, Number v
     return std::max(least, std::min(most, value));
 }
 
-/// Steps are counted from the least value.
+/// Steps are counted from the least value; without one there are none.
 qint64 nearest(const CameraFeature& feature, qint64 value)
 {
     const qint64 inside = inRange(feature, value);
     const qint64 step = limit<qint64>(feature.increment, 1);
-    const quint64 from = static_cast<quint64>(limit<qint64>(feature.minimum, 0));
-    if (step <= 1 || static_cast<qint64>(from) > inside)
+    if (step <= 1 || feature.minimum.empty())
         return inside;
     // The distance of two 64-bit numbers takes 64 bits without a sign.
-    return static_cast<qint64>(static_cast<quint64>(inside) -
-                               (static_cast<quint64>(inside) - from) % static_cast<quint64>(step));
+    const quint64 distance =
+        static_cast<quint64>(inside) - static_cast<quint64>(limit<qint64>(feature.minimum, 0));
+    return static_cast<qint64>(static_cast<quint64>(inside) - distance % static_cast<quint64>(step));
 }
 
 double nearest(const CameraFeature& feature, double value)

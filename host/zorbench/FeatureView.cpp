@@ -23,13 +23,22 @@ FeatureView::FeatureView(FeatureModel& model, QWidget* parent)
     m_tree->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_tree->setUniformRowHeights(true);
     m_tree->setAlternatingRowColors(true);
-    m_tree->setMinimumWidth(40 * m_tree->fontMetrics().averageCharWidth());
-    m_tree->header()->setSectionResizeMode(QHeaderView::Stretch);
+    const int character = m_tree->fontMetrics().averageCharWidth();
+    m_tree->setMinimumWidth(48 * character);
+    m_tree->setIndentation(2 * character);
+    m_tree->header()->setMinimumSectionSize(18 * character);
+    m_tree->header()->setSectionResizeMode(FeatureModel::NameColumn, QHeaderView::ResizeToContents);
 
     connect(m_tree, &QTreeView::activated, this, &FeatureView::use);
     const auto open = [this] { openCommands(); };
     connect(&m_filter, &QAbstractItemModel::modelReset, this, open);
     connect(&m_filter, &QAbstractItemModel::rowsInserted, this, open);
+}
+
+FeatureView::~FeatureView()
+{
+    // It shows the filtered features until its end.
+    delete m_tree;
 }
 
 void FeatureView::setVisibility(CameraFeature::Visibility highest)

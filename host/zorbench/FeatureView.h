@@ -18,6 +18,8 @@ public:
     /// The model must outlive the view.
     explicit FeatureView(FeatureModel& model, QWidget* parent = nullptr);
 
+    ~FeatureView() override;
+
     /// Shows features up to this one.
     void setVisibility(CameraFeature::Visibility highest);
 
