@@ -88,8 +88,8 @@ void rememberFirst(ArvCamera& camera, CameraSettings& settings)
     }
 }
 
-/// Takes the last reference to a camera's device. The library reports a loss on the device's own thread, which
-/// holds a reference meanwhile and cannot destroy it: a thread does not wait for itself.
+/// Takes the last reference to a camera's device. The library reports a loss on the device's own thread,
+/// which holds a reference meanwhile and cannot destroy it: a thread does not wait for itself.
 class LastReference
 {
 public:
@@ -179,11 +179,13 @@ std::string CameraConnection::problem() const
     return m_problem;
 }
 
-void CameraConnection::reportLost()
+void CameraConnection::reportLost(std::uint64_t losses)
 {
     std::uint64_t generation = 0;
     {
         const std::lock_guard<std::mutex> lock(m_state);
+        if (m_losses != losses)
+            return;
         generation = m_generation;
     }
     reportLoss(generation);

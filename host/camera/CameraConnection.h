@@ -43,8 +43,9 @@ public:
     std::uint64_t losses() const;
     /// Why it is not back yet: what the last try said. Empty before the first and when it is not lost.
     std::string problem() const;
-    /// The camera does not send or answer any more, whatever the library thinks.
-    void reportLost();
+    /// The camera does not send or answer any more, whatever the library thinks. Nothing new when it was lost
+    /// more than `losses` times by now.
+    void reportLost(std::uint64_t losses);
 
     /// What `work` answers, which has the camera for itself meanwhile. Throws CameraError when it is lost.
     template <typename Work> auto withCamera(Work work)

@@ -120,10 +120,12 @@ void CameraSource::run(const Handlers& handlers)
 void CameraSource::streamOnce(const Handlers& handlers)
 {
     std::unique_ptr<CameraStream> stream;
+    std::uint64_t losses = 0;
     try {
         m_connection.withCamera([&](ArvCamera& camera) {
             m_isToRestart = false;
             note(camera);
+            losses = m_connection.losses();
             stream = std::make_unique<CameraStream>(camera);
             m_isStreaming = true;
         });
@@ -133,23 +135,27 @@ void CameraSource::streamOnce(const Handlers& handlers)
         throw;
     }
     m_numbers.restart();
-    receive(*stream, handlers);
+    receive(*stream, losses, handlers);
     m_isStreaming = false;
     try {
         m_connection.withCamera([&](ArvCamera& camera) {
+            if (m_connection.losses() != losses)
+                return;
             stopAcquisition(camera);
             stream.reset();
         });
     } catch (const CameraError&) {
-        // Giving back what belongs to a camera that does not answer takes a while.
-        m_connection.disposeLater(std::move(stream));
+        // It is lost.
     }
+    // Giving back what belongs to a camera that does not answer takes a while.
+    if (stream)
+        m_connection.disposeLater(std::move(stream));
 }
 
-void CameraSource::receive(CameraStream& from, const Handlers& handlers)
+void CameraSource::receive(CameraStream& from, std::uint64_t losses, const Handlers& handlers)
 {
     auto last = Clock::now();
-    while (m_thread.waitUntil(Clock::now) && !m_isToRestart && !isLost()) {
+    while (m_thread.waitUntil(Clock::now) && !m_isToRestart && m_connection.losses() == losses) {
         const bool came =
             from.receive(Turn, [&](const CameraStream::Buffer& buffer) { take(buffer, handlers); });
         const auto now = Clock::now();
@@ -160,7 +166,7 @@ void CameraSource::receive(CameraStream& from, const Handlers& handlers)
         } else if (silence < LongestSilence && now - last > silence * m_patience) {
             // In case the camera is only slower than it says, it is given more time after each try.
             m_patience = std::min(2 * m_patience, static_cast<int>(LongestSilence / silence));
-            m_connection.reportLost();
+            m_connection.reportLost(losses);
         }
     }
 }

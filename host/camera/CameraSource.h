@@ -49,7 +49,7 @@ public:
 
     /// What it was set to when it was last asked or set; nothing where the camera has no such setting.
     std::optional<double> exposureTime() const { return present(m_exposureTime); } ///< in µs
-    std::optional<double> gain() const { return present(m_gain); }                 ///< in the camera's own unit
+    std::optional<double> gain() const { return present(m_gain); } ///< in the camera's own unit
 
     /// These read and set the camera. They throw CameraError when it refuses and while it is lost. A setting
     /// that needs it interrupts the stream for a moment.
@@ -74,15 +74,16 @@ private:
     void run(const Handlers& handlers);
     /// From a beginning of the camera to its end or loss.
     void streamOnce(const Handlers& handlers);
-    void receive(CameraStream& from, const Handlers& handlers);
+    /// Until the camera was lost more than `losses` times, or the stream is to stop or to begin anew.
+    void receive(CameraStream& from, std::uint64_t losses, const Handlers& handlers);
     void take(const CameraStream::Buffer& buffer, const Handlers& handlers);
 
     CameraConnection m_connection;
     std::atomic<bool> m_isStreaming{false};
     std::atomic<bool> m_isToRestart{false};
     static std::optional<double> present(double value);
-    std::atomic<double> m_exposureTime; ///< not a number when there is none
-    std::atomic<double> m_gain;         ///< likewise
+    std::atomic<double> m_exposureTime;                 ///< not a number when there is none
+    std::atomic<double> m_gain;                         ///< likewise
     std::atomic<std::chrono::milliseconds> m_silence{}; ///< see silenceOf()
     int m_patience = 1;                                 ///< times m_silence; of the source's thread
 

@@ -24,6 +24,7 @@ private slots:
     void packedSamplesKeepTheirValues();
     void lostPacketsMakeIncompleteFrames();
     void lostCameraComesBackWithItsSettings();
+    void restartedCameraIsLostOnce();
     void lostCameraRefusesSettingsUntilItIsBack();
     void lostCameraCanBeStoppedAndGivenBack();
     void cameraOfSomebodyElseIsRefused();
@@ -168,6 +169,26 @@ void TestGigeCamera::lostCameraComesBackWithItsSettings()
     source.stop();
     checkThatNumbersAddUp(source, collector);
     QVERIFY(collector.errors().empty());
+}
+
+/// Whether the library or the silence tells first.
+void TestGigeCamera::restartedCameraIsLostOnce()
+{
+    GigeCameraProcess camera;
+    QVERIFY(camera.start());
+    CameraSource source(GigeCameraProcess::Id, LargePackets);
+    source.setFrameRate(100.0);
+    FrameCollector collector;
+    source.start(collector.handlers());
+    for (std::uint64_t round = 1; round <= 3; ++round) {
+        // Somewhere between two looks of the library at the camera.
+        QTest::qWait(150 * static_cast<int>(round));
+        camera.kill();
+        QVERIFY(camera.start());
+        const std::size_t before = collector.frames().size();
+        QVERIFY(collector.waitForFrames(before + 50));
+        QCOMPARE(source.losses(), round);
+    }
 }
 
 void TestGigeCamera::lostCameraRefusesSettingsUntilItIsBack()

@@ -55,8 +55,8 @@ private:
     {
         const _ZorImage record = frame.frame->record();
         const std::uint32_t bits = pixelTypeSampleBits(record.pixelType);
-        const bool isRamp = pixelTypePackingClass(record.pixelType) == PackingClass::Packed ||
-                            record.pixelType == Mono8;
+        const bool isRamp =
+            pixelTypePackingClass(record.pixelType) == PackingClass::Packed || record.pixelType == Mono8;
         if (isRamp) {
             const unsigned first = nativeCodes(record, 0, 0).codes[0];
             for (std::uint32_t i = 0; i < record.width && i < record.height; i += 7)
@@ -151,7 +151,8 @@ void TestGigeSoak::lostAndBackThirtyTimes()
         QElapsedTimer back;
         back.start();
         const std::uint64_t before = watcher.frames;
-        QVERIFY(waitUntil([&] { return source.losses() == round && watcher.frames > before; }));
+        QVERIFY(waitUntil([&] { return watcher.frames > before; }));
+        QCOMPARE(source.losses(), round);
         slowest = std::max(slowest, back.elapsed());
     }
     qInfo("back after at most %lld ms", static_cast<long long>(slowest));
