@@ -4,10 +4,13 @@
 
 #include <QFile>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QTest>
 
-Bench::Bench(const QString& plugInFolder)
+Bench::Bench(const QString& plugInFolder, const std::string& cameraInterfaces)
     : m_plugIns(plugInFolder.isEmpty() ? m_folder.path() : plugInFolder)
+    , m_cameraInterfaces(cameraInterfaces)
     , m_settings(m_folder.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat)
 {
     // Qt's own file dialog keeps settings too.
@@ -20,7 +23,7 @@ void Bench::restart()
     if (m_window)
         m_window->close();
     m_window.reset();
-    m_window = std::make_unique<zor::MainWindow>(m_settings, m_plugIns);
+    m_window = std::make_unique<zor::MainWindow>(m_settings, m_plugIns, m_cameraInterfaces);
     m_window->show();
     if (!QTest::qWaitForWindowExposed(m_window.get()))
         qFatal("the window does not open");
@@ -47,10 +50,13 @@ void Bench::open(const QString& file)
 
 QAction* Bench::action(const QString& text)
 {
-    const auto actions = m_window->findChildren<QAction*>();
-    for (QAction* action : actions) {
-        if (action->text() == text)
-            return action;
+    const auto menus = m_window->menuBar()->actions();
+    for (const QAction* menu : menus) {
+        const auto actions = menu->menu()->actions();
+        for (QAction* action : actions) {
+            if (action->text() == text)
+                return action;
+        }
     }
     qFatal("there is no action %s", qPrintable(text));
 }

@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include <memory>
+#include <string>
 
 class QComboBox;
 class QSpinBox;
@@ -16,8 +17,9 @@ class QSpinBox;
 class Bench
 {
 public:
-    /// The window is open. Without a folder of plug-ins there are none.
-    explicit Bench(const QString& plugInFolder = {});
+    /// The window is open. Without a folder of plug-ins there are none. Cameras are looked for on these
+    /// interfaces when the test asks for it.
+    explicit Bench(const QString& plugInFolder = {}, const std::string& cameraInterfaces = "fake");
 
     /// Closes the window and opens a new one with the settings that the old one left.
     void restart();
@@ -42,6 +44,7 @@ public:
 private:
     QTemporaryDir m_folder;
     QString m_plugIns;
+    std::string m_cameraInterfaces;
     QSettings m_settings;
     std::unique_ptr<zor::MainWindow> m_window;
 };
