@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QSettings>
+#include <QTimer>
 
 #include <iostream>
 
@@ -39,6 +40,8 @@ int main(int argc, char** argv)
     QStringList files;
     for (const std::string& frame : arguments.frames)
         files.append(QFile::decodeName(frame.c_str()));
-    window.openFiles(files);
+    // When the events run: a viewer lets them in while it starts, and a window that is closed before that
+    // ends nothing.
+    QTimer::singleShot(0, &window, [&window, &files] { window.openFiles(files); });
     return QApplication::exec();
 }

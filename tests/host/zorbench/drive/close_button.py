@@ -39,6 +39,15 @@ def windows(x11, display):
             yield title.value.decode("latin-1"), number
 
 
+def is_there(title):
+    """Whether there is a window with this title, also of a program that answers nobody."""
+    x11 = library()
+    display = ctypes.c_void_p(x11.XOpenDisplay(None))
+    titles = [name for name, _ in windows(x11, display)]
+    x11.XCloseDisplay(display)
+    return title in titles
+
+
 def press_close_button(title):
     """Asks the window with this title to close."""
     x11 = library()
