@@ -45,11 +45,15 @@ HexDumpDock::HexDumpDock(FrameView& view, QWidget* parent)
     m_table->setAccessibleName(tr("Hex pixel dump"));
     m_table->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_table->setTabKeyNavigation(false);
-    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    // A column is as wide as its widest cell, also one that cannot be seen yet.
-    m_table->horizontalHeader()->setResizeContentsPrecision(LongestSide);
+    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     offerCopy(*m_table);
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(Pause);
+    connect(&m_pause, &QTimer::timeout, this, [this] {
+        if (m_isOutdated)
+            refresh();
+    });
 
     connect(&m_view.view(), &DisplayView::sigHexDump, this, &HexDumpDock::toggle);
     connect(&m_view.view(), &DisplayView::sigHexDumpHere, this, &HexDumpDock::moveTo);
@@ -58,6 +62,7 @@ HexDumpDock::HexDumpDock(FrameView& view, QWidget* parent)
     connect(&m_view, &FrameView::shown, this, &HexDumpDock::refresh);
     // Hidden for itself, and not with the window around it.
     connect(this, &QDockWidget::visibilityChanged, this, [this] {
+        m_pause.stop();
         if (isHidden())
             m_view.adapter().showDumpOverlay(false);
         else
@@ -88,8 +93,12 @@ void HexDumpDock::refresh()
 {
     if (!isVisible() || !m_view.frame())
         return;
+    m_isOutdated = m_pause.isActive();
+    if (m_isOutdated)
+        return;
     followOverlay();
     place(m_rect.isEmpty() ? firstRect() : m_rect);
+    m_pause.start();
 }
 
 void HexDumpDock::place(const QRect& rect)
@@ -112,6 +121,20 @@ void HexDumpDock::showCodes()
 {
     m_codes->show(m_view.frame(),
                   QRect(m_rect.topLeft(), m_rect.size().boundedTo({LongestSide, LongestSide})));
+    fitCells();
+}
+
+void HexDumpDock::fitCells()
+{
+    if (m_codes->columnCount() == 0)
+        return;
+    // All cells have as many digits, of one width, and the last number of a header is its longest.
+    QHeaderView& columns = *m_table->horizontalHeader();
+    QHeaderView& rows = *m_table->verticalHeader();
+    const QSize cell = m_table->sizeHintForIndex(m_table->model()->index(0, 0));
+    columns.setDefaultSectionSize(
+        std::max(cell.width() + 1, columns.sectionSizeHint(m_codes->columnCount() - 1)));
+    rows.setDefaultSectionSize(std::max(cell.height() + 1, rows.sectionSizeHint(m_codes->rowCount() - 1)));
 }
 
 QSize HexDumpDock::frameSize() const

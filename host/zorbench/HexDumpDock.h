@@ -2,6 +2,7 @@
 
 #include <QDockWidget>
 #include <QRect>
+#include <QTimer>
 
 class QTableView;
 
@@ -23,6 +24,9 @@ public:
     static constexpr int FirstHeight = 8;
     static constexpr int LongestSide = 64;
 
+    /// Milliseconds from one look at a stream's frames to the next.
+    static constexpr int Pause = 250;
+
     /// The view must outlive the dock.
     explicit HexDumpDock(FrameView& view, QWidget* parent = nullptr);
 
@@ -35,6 +39,8 @@ private:
     /// Brings overlay and codes to a rectangle, or as near to it as the frame's edges let them be.
     void place(const QRect& rect);
     void showCodes();
+    /// Gives all cells the size that the format's digits and the headers' numbers need.
+    void fitCells();
     QSize frameSize() const;
     /// In the middle of what is seen.
     QRect firstRect() const;
@@ -43,6 +49,8 @@ private:
     HexModel* m_codes;
     QTableView* m_table;
     QRect m_rect; ///< where the overlay is; empty before the first showing
+    QTimer m_pause;
+    bool m_isOutdated = false; ///< a frame came in the pause
 };
 
 } // namespace zor

@@ -11,6 +11,7 @@ void HexModel::show(const std::shared_ptr<const Frame>& frame, const QRect& rect
 {
     const QRect shown = frame ? rect : QRect();
     const bool isReshaped = shown.size() != m_rect.size();
+    const bool isMoved = shown.topLeft() != m_rect.topLeft();
     if (isReshaped)
         beginResetModel();
     m_frame = frame;
@@ -20,8 +21,10 @@ void HexModel::show(const std::shared_ptr<const Frame>& frame, const QRect& rect
     } else if (!m_rect.isEmpty()) {
         // A selection stays.
         emit dataChanged(index(0, 0), index(m_rect.height() - 1, m_rect.width() - 1));
-        emit headerDataChanged(Qt::Horizontal, 0, m_rect.width() - 1);
-        emit headerDataChanged(Qt::Vertical, 0, m_rect.height() - 1);
+        if (isMoved) {
+            emit headerDataChanged(Qt::Horizontal, 0, m_rect.width() - 1);
+            emit headerDataChanged(Qt::Vertical, 0, m_rect.height() - 1);
+        }
     }
 }
 
