@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonObject>
 #include <QLibrary>
 #include <QPluginLoader>
@@ -15,6 +16,14 @@ namespace {
 QString text(const char* source)
 {
     return QCoreApplication::translate("PlugInFolder", source);
+}
+
+/// Why a library is not even opened; empty when nothing speaks against it. A pipe would be waited for.
+QString obstacle(const QFileInfo& file)
+{
+    if (!file.exists())
+        return text("leads to a file that is not there");
+    return file.isFile() ? QString() : text("is not a regular file");
 }
 
 /// The interface of a library; null, with the reason, when it is none that this program can use.
@@ -46,15 +55,18 @@ PlugInFolder loadPlugIns(const QString& folder)
     const QDir files(folder);
     if (!files.exists())
         result.refusals.append(text("%1: there is no such folder").arg(folder));
-    const QStringList names = files.entryList(QDir::Files, QDir::Name);
+    // What is no file and no folder counts as "System", a broken link too.
+    const QStringList names = files.entryList(QDir::Files | QDir::System, QDir::Name);
     for (const QString& name : names) {
         if (!QLibrary::isLibrary(name))
             continue;
-        QString reason;
-        if (ZBKInterfacePlugIn* plugIn = load(files.absoluteFilePath(name), reason))
+        const QString file = files.absoluteFilePath(name);
+        QString reason = obstacle(QFileInfo(file));
+        ZBKInterfacePlugIn* plugIn = reason.isEmpty() ? load(file, reason) : nullptr;
+        if (!plugIn)
+            result.refusals.append(file + QLatin1String(": ") + reason);
+        else if (!result.plugIns.contains(plugIn))
             result.plugIns.append(plugIn);
-        else
-            result.refusals.append(files.absoluteFilePath(name) + QLatin1String(": ") + reason);
     }
     return result;
 }

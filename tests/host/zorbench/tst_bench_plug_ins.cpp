@@ -8,13 +8,17 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QLibrary>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPluginLoader>
 #include <QPointer>
 #include <QPushButton>
 #include <QtTest>
 
 #include <qwt_plot.h>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -43,6 +47,9 @@ private slots:
     void theWindowCanBeClosedUnderABoxOfTheUtility();
     void theFrameThatCameLastReachesTheUtility();
     void filesThatAreNoPlugInsAreToldOnce();
+    void filesThatCannotBeReadAreTold();
+    void aLinkBesideThePlugInIsNoSecondOne();
+    void aPlugInIsNeverUnloaded();
     void aFolderThatIsNotThereIsTold();
     void nothingOfTheStripIsCut_data();
     void nothingOfTheStripIsCut();
@@ -202,6 +209,34 @@ void TestBenchPlugIns::filesThatAreNoPlugInsAreToldOnce()
     bench.action("FFC Utility")->trigger();
     QCOMPARE(computedWidth(), 6);
     QCOMPARE(watch.texts.size(), 1);
+}
+
+void TestBenchPlugIns::filesThatCannotBeReadAreTold()
+{
+    const QTemporaryDir folder;
+    QVERIFY(QFile::link("/no/such/library.so", folder.filePath("Gone.so")));
+    QCOMPARE(::mkfifo(qPrintable(folder.filePath("Pipe.so")), 0600), 0);
+    QVERIFY(QDir(folder.path()).mkdir("Folder.so"));
+    const zor::PlugInFolder found = zor::loadPlugIns(folder.path());
+    QVERIFY(found.plugIns.isEmpty());
+    QCOMPARE(found.refusals, (QStringList{folder.filePath("Gone.so") + ": leads to a file that is not there",
+                                          folder.filePath("Pipe.so") + ": is not a regular file"}));
+}
+
+void TestBenchPlugIns::aLinkBesideThePlugInIsNoSecondOne()
+{
+    const QTemporaryDir folder;
+    QVERIFY(QFile::link(UTILITY, folder.filePath("First.so")));
+    QVERIFY(QFile::link(UTILITY, folder.filePath("Second.so")));
+    const zor::PlugInFolder found = zor::loadPlugIns(folder.path());
+    QCOMPARE(found.plugIns.size(), 1);
+    QCOMPARE(found.refusals, QStringList());
+}
+
+void TestBenchPlugIns::aPlugInIsNeverUnloaded()
+{
+    zor::loadPlugIns(PLUG_IN_FOLDER);
+    QVERIFY(QPluginLoader(UTILITY).loadHints() & QLibrary::PreventUnloadHint);
 }
 
 void TestBenchPlugIns::aFolderThatIsNotThereIsTold()
