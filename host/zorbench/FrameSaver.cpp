@@ -106,8 +106,13 @@ QString write(const QString& file, const std::string& bytes)
     errno = 0;
     if (target.open(QIODevice::WriteOnly) && writeWhole(target, bytes) && target.commit())
         return {};
-    const QString reason = errno != 0 ? QString::fromLocal8Bit(std::strerror(errno)) : target.errorString();
-    return FrameSaver::tr("cannot be written: %1; make room or choose another folder").arg(reason);
+    const int error = errno;
+    const QString reason = error != 0 ? QString::fromLocal8Bit(std::strerror(error)) : target.errorString();
+    const bool isFull = error == ENOSPC || error == EDQUOT || error == EFBIG;
+    const QString sentence = isFull
+                                 ? FrameSaver::tr("cannot be written: %1; make room or choose another folder")
+                                 : FrameSaver::tr("cannot be written: %1; choose another folder");
+    return sentence.arg(reason);
 }
 
 } // namespace

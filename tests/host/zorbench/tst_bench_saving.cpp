@@ -28,6 +28,7 @@ private slots:
     void linksAndPermissionsStay();
     void failuresKeepTheOldFile_data();
     void failuresKeepTheOldFile();
+    void aFolderThatMayNotBeWrittenIsTold();
     void aFullDeviceIsRefused();
     void aFullDiscKeepsTheOldFile();
 
@@ -248,6 +249,22 @@ void TestBenchSaving::failuresKeepTheOldFile()
                  QStringList(file + QString(problem).replace("%1", QFileInfo(file).absolutePath())));
     QCOMPARE(filesOf(bench), before);
     QVERIFY(bench.window().isVisible());
+}
+
+// Room would be of no help. The super-user may write everywhere, but nobody into the folder of the processes.
+void TestBenchSaving::aFolderThatMayNotBeWrittenIsTold()
+{
+    Bench bench;
+    bench.open(bench.write("flat.pgm", countedPgm(4, 3)));
+    ModalWatch watch;
+    bench.action("Save frame\u2026")->trigger();
+    auto* dialog = bench.window().findChild<QFileDialog*>();
+    emit dialog->fileSelected("/proc/a.pgm");
+    dialog->reject();
+    QTRY_COMPARE(watch.texts.size(), 1);
+    QVERIFY2(watch.texts.first().startsWith("/proc/a.pgm: cannot be written: ") &&
+                 watch.texts.first().endsWith("; choose another folder"),
+             qPrintable(watch.texts.first()));
 }
 
 void TestBenchSaving::aFullDeviceIsRefused()
