@@ -9,7 +9,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QFile>
+
 #include <algorithm>
+#include <clocale>
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
@@ -39,6 +42,8 @@ std::string existingFile(const std::string& name)
     if (name.empty())
         throw FrameError("a FRAME has no name");
     fileSize(name);
+    if (QFile::encodeName(QFile::decodeName(name.c_str())).toStdString() != name)
+        throw FrameError(name + ": the name is no text in the character set of this locale; rename the file");
     return std::filesystem::absolute(name).string();
 }
 
@@ -54,14 +59,17 @@ std::string existingFolder(const std::string& name)
 
 Arguments parseArguments(int argc, char** argv)
 {
+    // The character set of names, as the application takes it later.
+    std::setlocale(LC_CTYPE, "");
     Arguments arguments;
     CLI::App app("The workbench of a camera engineer: shows frames and opens its plug-ins on them.",
                  "zorbench");
     app.set_version_flag("--version", std::string("zorbench ") + ZOR_VERSION);
     std::vector<std::string> names;
-    app.add_option("FRAME", names,
-                   "PGM, PNG or TIFF files, or raw dumps, whose format is asked for. The first is shown, the "
-                   "others are among the recent files")
+    app.add_option(
+           "FRAME", names,
+           "PGM, PPM, PNG or TIFF files, or raw dumps, whose format is asked for. The first is shown, the "
+           "others are among the recent files")
         ->type_name("FILE");
     std::string folder;
     const CLI::Option* plugIns =

@@ -3,6 +3,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <cstdio>
+#include <fstream>
+
 /// The built program, as its user starts it.
 class TestZorbenchProgram : public QObject
 {
@@ -14,12 +17,16 @@ private slots:
     void helpAndVersionEndWell();
     void wrongUseEndsWith2AndOneLine_data();
     void wrongUseEndsWith2AndOneLine();
+    void aNameThatIsNoTextIsRefused();
     void helpThatCannotBeToldIsAnError();
     void framesOfTheCallersFolderAreOpened();
 
 private:
     /// Starts the program in the folder of the test, with settings of its own.
     void start(QProcess& process, const QStringList& arguments) const;
+    /// Likewise by a command of a shell, which passes any bytes on. "$0" is the program.
+    void startByShell(QProcess& process, const QString& command) const;
+    void prepare(QProcess& process) const;
 
     QTemporaryDir m_folder;
 };
@@ -27,21 +34,33 @@ private:
 void TestZorbenchProgram::initTestCase()
 {
     QVERIFY(QDir(m_folder.path()).mkpath("frames"));
-    for (const char* name : {"a.pgm", "frames/b.pgm"}) {
-        QFile file(m_folder.filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("P5 2 1 255 AB") == 13);
+    for (const char* name : {"a.pgm", "frames/b\u00e4.pgm"}) {
+        std::ofstream file(m_folder.path().toStdString() + '/' + name);
+        QVERIFY(file << "P5 2 1 255 AB");
     }
     QFile empty(m_folder.filePath("empty.pgm"));
     QVERIFY(empty.open(QIODevice::WriteOnly));
 }
 
-void TestZorbenchProgram::start(QProcess& process, const QStringList& arguments) const
+void TestZorbenchProgram::prepare(QProcess& process) const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("XDG_CONFIG_HOME", m_folder.filePath("config"));
+    environment.insert("LC_ALL", "C.UTF-8");
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(m_folder.path());
+}
+
+void TestZorbenchProgram::start(QProcess& process, const QStringList& arguments) const
+{
+    prepare(process);
     process.start(ZORBENCH_PROGRAM, arguments);
+}
+
+void TestZorbenchProgram::startByShell(QProcess& process, const QString& command) const
+{
+    prepare(process);
+    process.start("sh", {"-c", "exec " + command, ZORBENCH_PROGRAM});
 }
 
 void TestZorbenchProgram::helpAndVersionEndWell_data()
@@ -50,6 +69,8 @@ void TestZorbenchProgram::helpAndVersionEndWell_data()
     QTest::addColumn<QString>("says");
     QTest::newRow("help names the option") << "--help"
                                            << "--plugins DIR";
+    QTest::newRow("help names the pictures") << "--help"
+                                             << "PGM, PPM, PNG or TIFF";
     QTest::newRow("short help") << "-h"
                                 << "FRAME";
     QTest::newRow("version") << "--version"
@@ -112,6 +133,22 @@ void TestZorbenchProgram::wrongUseEndsWith2AndOneLine()
     QVERIFY2(error.contains(says), qPrintable(error));
 }
 
+// There is no file of the name that it would be taken for.
+void TestZorbenchProgram::aNameThatIsNoTextIsRefused()
+{
+    const std::string name = m_folder.path().toStdString() + "/b\xFF.pgm";
+    QVERIFY(std::ofstream(name) << "P5 2 1 255 AB");
+    const auto remove = qScopeGuard([&name] { std::remove(name.c_str()); });
+    QProcess process;
+    startByShell(process, "\"$0\" a.pgm \"$(printf 'b\\377.pgm')\"");
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 2);
+    QCOMPARE(
+        process.readAllStandardError(),
+        QByteArray("zorbench: b\xFF.pgm: the name is no text in the character set of this locale; rename "
+                   "the file\n"));
+}
+
 void TestZorbenchProgram::helpThatCannotBeToldIsAnError()
 {
     QProcess process;
@@ -127,10 +164,10 @@ void TestZorbenchProgram::framesOfTheCallersFolderAreOpened()
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedChannels);
-    start(process, {"a.pgm", "frames/b.pgm"});
+    startByShell(process, "\"$0\" a.pgm \"$(printf 'frames/b\\303\\244.pgm')\"");
     const QString settings = m_folder.filePath("config/ZorBench/zorbench.conf");
     const QString first = QFileInfo(m_folder.filePath("a.pgm")).canonicalFilePath();
-    const QString second = QFileInfo(m_folder.filePath("frames/b.pgm")).canonicalFilePath();
+    const QString second = QFileInfo(first).path() + QString::fromUtf8("/frames/b\u00e4.pgm");
     const auto opened = [&] {
         return QSettings(settings, QSettings::IniFormat).value("RecentFiles").toStringList();
     };
