@@ -1,10 +1,11 @@
 #include "host/zorbench/AverageDialog.h"
 
 #include "host/average/FrameSum.h"
+#include "host/zorbench/KeptSwitch.h"
+#include "host/zorbench/NumberBox.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
-#include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -47,13 +48,14 @@ AverageDialog::AverageDialog(Purpose purpose, QSettings& settings, QWidget* pare
     words->setWordWrap(true);
     form->addRow(words);
 
+    m_frames->setLocale(numberLocale());
     m_frames->setRange(1, static_cast<int>(MostAveragedFrames));
     m_frames->setValue(
         settings.value(QLatin1String(isDark ? DarkFramesKey : FramesKey), FirstFrames).toInt());
     m_frames->setAccessibleName(tr("Frames"));
     form->addRow(tr("Frames"), m_frames);
     if (!isDark) {
-        m_accuracy = new QDoubleSpinBox;
+        m_accuracy = new RealBox;
         m_accuracy->setDecimals(3);
         m_accuracy->setRange(BestAccuracy, WorstAccuracy);
         m_accuracy->setSuffix(QStringLiteral(" %"));
@@ -62,7 +64,7 @@ AverageDialog::AverageDialog(Purpose purpose, QSettings& settings, QWidget* pare
         m_accuracy->setToolTip(tr("\"Frames needed\" beside the judgement goes by it"));
         form->addRow(tr("Wanted gain accuracy"), m_accuracy);
         m_sliding = new QCheckBox;
-        m_sliding->setChecked(settings.value(QLatin1String(SlidingKey)).toBool());
+        m_sliding->setChecked(keptSwitch(settings, QLatin1String(SlidingKey), false));
         m_sliding->setAccessibleName(tr("While frames come"));
         m_sliding->setToolTip(tr("Each frame of the stream is shown as the average of the last ones"));
         form->addRow(tr("While frames come"), m_sliding);

@@ -25,7 +25,7 @@ bool isSame(const CameraExtent& a, const CameraExtent& b)
 } // namespace
 
 CameraNumberBox::CameraNumberBox(QWidget* parent)
-    : QDoubleSpinBox(parent)
+    : RealBox(parent)
 {
     setKeyboardTracking(false);
     connect(this, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this](double value) {
@@ -50,6 +50,7 @@ void CameraNumberBox::showNumber(const std::optional<CameraNumber>& number)
 CameraExtentBox::CameraExtentBox(QWidget* parent)
     : QSpinBox(parent)
 {
+    setLocale(numberLocale());
     setKeyboardTracking(false);
     connect(this, QOverload<int>::of(&QSpinBox::valueChanged), this, [this] {
         if (!m_isShowing)

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/camera/CameraControls.h"
+#include "host/zorbench/NumberBox.h"
 
-#include <QDoubleSpinBox>
 #include <QSpinBox>
 
 #include <optional>
@@ -10,7 +10,7 @@
 namespace zor {
 
 /// A number that a camera is set to. It counts when it is written, not with each of its digits.
-class CameraNumberBox : public QDoubleSpinBox
+class CameraNumberBox : public RealBox
 {
     Q_OBJECT
 

@@ -2,6 +2,7 @@
 
 #include "host/zorbench/FrameStatus.h"
 #include "host/zorbench/JudgementLine.h"
+#include "host/zorbench/KeptSwitch.h"
 #include "host/zorbench/NativeText.h"
 #include "host/zorbench/NoticeLine.h"
 #include "host/zorbench/PlugIn.h"
@@ -119,8 +120,8 @@ void MainWindow::restore()
     resize(1024, 768);
     restoreGeometry(m_settings.value(QLatin1String(GeometryKey)).toByteArray());
     restoreState(m_settings.value(QLatin1String(StateKey)).toByteArray());
-    m_view->setGpu(m_settings.value(QLatin1String(GpuKey)).toBool());
-    m_view->setColour(m_settings.value(QLatin1String(ColourKey), true).toBool());
+    m_view->setGpu(keptSwitch(m_settings, QLatin1String(GpuKey), false));
+    m_view->setColour(keptSwitch(m_settings, QLatin1String(ColourKey), true));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

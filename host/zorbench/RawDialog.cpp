@@ -2,6 +2,7 @@
 
 #include "host/frames/FormatName.h"
 #include "host/frames/FrameLimits.h"
+#include "host/zorbench/NumberBox.h"
 #include "image/Pitch.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
@@ -66,6 +67,7 @@ QSpinBox* RawDialog::addNumber(QFormLayout* form, const QString& name, int least
                                std::uint32_t value)
 {
     auto* box = new QSpinBox(this);
+    box->setLocale(numberLocale());
     box->setRange(least, most);
     box->setValue(static_cast<int>(value));
     box->setAccessibleName(name);

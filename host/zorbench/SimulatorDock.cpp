@@ -1,8 +1,10 @@
 #include "host/zorbench/SimulatorDock.h"
 
+#include "host/zorbench/KeptSwitch.h"
+#include "host/zorbench/NumberBox.h"
+
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QSettings>
 
@@ -87,7 +89,7 @@ QDoubleSpinBox* SimulatorDock::addNumber(const QString& name, const char* key, c
                                          double value, void (SimulatorDock::*change)())
 {
     const QString kept = QStringLiteral("Simulator/") + QLatin1String(key);
-    auto* box = new QDoubleSpinBox(this);
+    auto* box = new RealBox(this);
     box->setDecimals(range.decimals);
     box->setRange(range.least, range.most);
     box->setSuffix(range.unit);
@@ -107,7 +109,7 @@ QDoubleSpinBox* SimulatorDock::addNumber(const QString& name, const char* key, c
 void SimulatorDock::addShotNoise(bool on)
 {
     m_shotNoise = new QCheckBox(this);
-    m_shotNoise->setChecked(m_settings.value(QLatin1String(ShotNoiseKey), on).toBool());
+    m_shotNoise->setChecked(keptSwitch(m_settings, QLatin1String(ShotNoiseKey), on));
     m_shotNoise->setAccessibleName(tr("Shot noise"));
     m_form->addRow(tr("Shot noise"), m_shotNoise);
     connect(m_shotNoise, &QCheckBox::toggled, this, [this](bool now) {

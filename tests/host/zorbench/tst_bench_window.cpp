@@ -35,7 +35,9 @@ private slots:
     void statusTextsFitIntoTheFirstWindow();
     void statusFieldsAreBesideTheirNames();
     void sizeAndPlaceAreKept();
+    void colourIsKept();
     void settingsThatAreSpoiltDoNoHarm();
+    void aSwitchThatIsNeitherOnNorOffIsForgotten();
     void quitClosesTheWindow();
     void theFullScreenEndsWithTheWindow();
 };
@@ -196,6 +198,18 @@ void TestBenchWindow::sizeAndPlaceAreKept()
     QCOMPARE(bench.window().geometry(), QRect(20, 30, 700, 500));
 }
 
+void TestBenchWindow::colourIsKept()
+{
+    Bench bench;
+    for (const bool isOn : {false, true}) {
+        bench.action("Colour")->trigger();
+        QCOMPARE(bench.view().showsColour(), isOn);
+        bench.restart();
+        QCOMPARE(bench.view().showsColour(), isOn);
+        QCOMPARE(bench.action("Colour")->isChecked(), isOn);
+    }
+}
+
 void TestBenchWindow::settingsThatAreSpoiltDoNoHarm()
 {
     Bench bench;
@@ -207,6 +221,19 @@ void TestBenchWindow::settingsThatAreSpoiltDoNoHarm()
     // Closing the old window writes once more.
     zor::MainWindow window(bench.settings(), bench.path("."));
     QCOMPARE(window.size(), QSize(1024, 768));
+}
+
+void TestBenchWindow::aSwitchThatIsNeitherOnNorOffIsForgotten()
+{
+    Bench bench;
+    bench.window().close();
+    for (const char* key : {"View/Gpu", "View/Colour", "Simulator/ShotNoise"})
+        bench.settings().setValue(key, "banana");
+    zor::MainWindow window(bench.settings(), bench.path("."));
+    const auto* view = window.findChild<zor::FrameView*>();
+    QVERIFY(!view->usesGpu());
+    QVERIFY(view->showsColour());
+    QVERIFY(controlOf<QAbstractButton>(&window, "Shot noise")->isChecked());
 }
 
 void TestBenchWindow::quitClosesTheWindow()

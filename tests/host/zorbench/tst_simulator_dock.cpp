@@ -52,6 +52,8 @@ private slots:
     void spoiltSettingsAreForgotten();
     void rangesAreThoseOfTheCommandLine_data();
     void rangesAreThoseOfTheCommandLine();
+    void numbersAreWrittenWithAPoint_data();
+    void numbersAreWrittenWithAPoint();
     void theSourceStartsWithTheSettings();
     void aNewRateCountsAtOnce();
     void aNewNoiseCountsAtOnce_data();
@@ -155,6 +157,39 @@ void TestSimulatorDock::rangesAreThoseOfTheCommandLine()
     box->setValue(1e12);
     QCOMPARE(box->value(), most);
     QCOMPARE(box->text(), largest);
+}
+
+void TestSimulatorDock::numbersAreWrittenWithAPoint_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<QString>("written");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("shown");
+    const QLocale german(QLocale::German);
+    QTest::newRow("a point where a comma is usual") << german << "20.5" << 20.5 << "20.5 %";
+    QTest::newRow("a comma where it is usual") << german << "20,5" << 20.5 << "20.5 %";
+    QTest::newRow("a comma where a point is usual") << QLocale::c() << "20,5" << 20.5 << "20.5 %";
+    QTest::newRow("a thousand in no groups") << QLocale(QLocale::English) << "1000" << 1000.0 << "1000.0 %";
+}
+
+void TestSimulatorDock::numbersAreWrittenWithAPoint()
+{
+    QFETCH(QLocale, locale);
+    QFETCH(QString, written);
+    QFETCH(double, value);
+    QFETCH(QString, shown);
+    const QLocale before;
+    QLocale::setDefault(locale);
+    const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
+    SimulatorSource source{zor::SensorModel()};
+    QSettings settings(file(), QSettings::IniFormat);
+    SimulatorDock dock(source, settings);
+    QDoubleSpinBox* level = number(dock, "Level");
+    level->selectAll();
+    QTest::keyClicks(level, written);
+    QTest::keyClick(level, Qt::Key_Return);
+    QCOMPARE(level->value(), value);
+    QCOMPARE(level->text(), shown);
 }
 
 void TestSimulatorDock::theSourceStartsWithTheSettings()
