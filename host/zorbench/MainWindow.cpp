@@ -1,5 +1,7 @@
 #include "host/zorbench/MainWindow.h"
 
+#include "display/DisplayView.h"
+#include "host/zorbench/FileDrop.h"
 #include "host/zorbench/FrameStatus.h"
 #include "host/zorbench/JudgementLine.h"
 #include "host/zorbench/KeptSwitch.h"
@@ -11,13 +13,12 @@
 
 #include <QCloseEvent>
 #include <QDir>
-#include <QDragEnterEvent>
-#include <QDropEvent>
 #include <QFileInfo>
-#include <QMimeData>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
-#include <QUrl>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -33,17 +34,6 @@ const char* const GpuKey = "View/Gpu";
 const char* const ColourKey = "View/Colour";
 const char* const FolderKey = "Folder";
 
-QStringList localFiles(const QMimeData* data)
-{
-    QStringList files;
-    const QList<QUrl> urls = data->urls();
-    for (const QUrl& url : urls) {
-        if (url.isLocalFile())
-            files.append(url.toLocalFile());
-    }
-    return files;
-}
-
 } // namespace
 
 MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder, const std::string& cameraInterfaces)
@@ -58,7 +48,6 @@ MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder, const s
     , m_notice(new NoticeLine)
 {
     setWindowTitle(tr("ZorBench"));
-    setAcceptDrops(true);
     setCentralWidget(m_view);
     makeStatus();
     makeFileMenu();
@@ -81,6 +70,11 @@ MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder, const s
         m_pointed.reset();
         showPixel();
     });
+    // On the full screen the view is a window of its own.
+    auto* drop = new FileDrop(this);
+    drop->watch(*this);
+    drop->watch(m_view->view());
+    connect(drop, &FileDrop::dropped, this, &MainWindow::openFiles);
     restore();
 }
 
@@ -137,18 +131,6 @@ void MainWindow::closeEvent(QCloseEvent* event)
         plugIn->release();
     event->accept();
     emit closed();
-}
-
-void MainWindow::dragEnterEvent(QDragEnterEvent* event)
-{
-    if (!localFiles(event->mimeData()).isEmpty())
-        event->acceptProposedAction();
-}
-
-void MainWindow::dropEvent(QDropEvent* event)
-{
-    event->acceptProposedAction();
-    openFiles(localFiles(event->mimeData()));
 }
 
 QString MainWindow::lastFolder() const
