@@ -19,7 +19,11 @@ void MainWindow::makeFileMenu()
     QMenu* menu = menuBar()->addMenu(tr("File"));
     menu->addAction(tr("Open\u2026"), this, &MainWindow::askForFiles, QKeySequence::Open);
     QMenu* recent = menu->addMenu(tr("Recent files"));
-    connect(menu, &QMenu::aboutToShow, recent, [this, recent] { fillRecentFiles(recent); });
+    fillRecentFiles(recent);
+    // Afterwards: it may be one of its own items that changes the list.
+    connect(
+        &m_recent, &RecentFiles::changed, recent, [this, recent] { fillRecentFiles(recent); },
+        Qt::QueuedConnection);
     QAction* save =
         menu->addAction(tr("Save frame\u2026"), this, &MainWindow::askWhereToSave, QKeySequence::Save);
     save->setEnabled(false);

@@ -143,8 +143,10 @@ void MainWindow::openFiles(const QStringList& files)
 {
     if (files.isEmpty())
         return;
-    for (int i = files.size() - 1; i > 0; --i)
-        m_recent.add(files[i]);
+    for (int i = files.size() - 1; i > 0; --i) {
+        if (QFileInfo(files[i]).isFile())
+            m_recent.add(files[i]);
+    }
     m_opener.open(files.first());
 }
 

@@ -29,6 +29,7 @@ void RecentFiles::add(const QString& file)
     all.removeAll(file);
     all.prepend(file);
     m_settings.setValue(key(), QStringList(all.mid(0, MaxCount)));
+    emit changed();
 }
 
 } // namespace zor

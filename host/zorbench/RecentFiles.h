@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <QStringList>
 
 class QSettings;
@@ -7,8 +8,10 @@ class QSettings;
 namespace zor {
 
 /// The files that were opened last, the latest first, kept in the settings.
-class RecentFiles
+class RecentFiles : public QObject
 {
+    Q_OBJECT
+
 public:
     static constexpr int MaxCount = 10;
 
@@ -18,6 +21,9 @@ public:
     QStringList files() const;
     /// Puts a file first, wherever it was. The name is absolute.
     void add(const QString& file);
+
+signals:
+    void changed();
 
 private:
     QSettings& m_settings;

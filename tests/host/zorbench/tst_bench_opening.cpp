@@ -34,6 +34,8 @@ private slots:
     void aDropLeavesTheFileWhereItIs();
     void whatCanOnlyBeMovedIsRefused();
     void filesCanBeDroppedOnTheFullScreen();
+    void onlyFilesAreAmongTheRecentOnes();
+    void recentFilesAreThereBeforeTheMenuOpens();
     void aFileThatIsNoFrameIsToldAndTheOldOneStays_data();
     void aFileThatIsNoFrameIsToldAndTheOldOneStays();
     void aRawDumpIsAskedForOnceForEachSize();
@@ -50,6 +52,8 @@ private slots:
 
 private:
     static zor::RawDialog* rawDialog(Bench& bench);
+    /// What the menu "Recent files" offers.
+    static QStringList recentTexts(Bench& bench);
     static void fill(zor::RawDialog* dialog, const QString& format, int width, int height, int pitch = 0);
 };
 
@@ -62,6 +66,15 @@ zor::RawDialog* TestBenchOpening::rawDialog(Bench& bench)
             return dialog;
     }
     return nullptr;
+}
+
+QStringList TestBenchOpening::recentTexts(Bench& bench)
+{
+    QStringList texts;
+    const auto actions = bench.action("Recent files")->menu()->actions();
+    for (const QAction* action : actions)
+        texts.append(action->text());
+    return texts;
 }
 
 void TestBenchOpening::fill(zor::RawDialog* dialog, const QString& format, int width, int height, int pitch)
@@ -126,7 +139,6 @@ void TestBenchOpening::aRecentFileIsOpenedAgain()
     const QString first = bench.write("black & white.pgm", countedPgm(2, 2));
     bench.open(first);
     bench.open(bench.write("other.pgm", countedPgm(3, 3)));
-    emit bench.action("File")->menu()->aboutToShow();
     QAction* recent = bench.action(QString(first).replace("&", "&&"));
     QVERIFY(recent->isEnabled());
     recent->trigger();
@@ -206,6 +218,37 @@ void TestBenchOpening::filesCanBeDroppedOnTheFullScreen()
     QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
     QCoreApplication::sendEvent(place, &drop);
     QCOMPARE(bench.shownSize(), QSize(6, 4));
+}
+
+void TestBenchOpening::onlyFilesAreAmongTheRecentOnes()
+{
+    Bench bench;
+    const QString first = bench.write("a.pgm", countedPgm(2, 2));
+    const QString second = bench.write("b.pgm", countedPgm(3, 3));
+    bench.window().openFiles({first, QFileInfo(first).path(), bench.path("gone.pgm"), second});
+    QCOMPARE(zor::RecentFiles(bench.settings()).files(), (QStringList{first, second}));
+}
+
+// An assistive client chooses items without opening their menu.
+void TestBenchOpening::recentFilesAreThereBeforeTheMenuOpens()
+{
+    Bench bench;
+    QCOMPARE(recentTexts(bench), QStringList());
+    QVERIFY(!bench.action("Recent files")->isEnabled());
+    const QString first = bench.write("a.pgm", countedPgm(2, 2));
+    const QString second = bench.write("b.pgm", countedPgm(3, 3));
+    bench.open(first);
+    bench.open(second);
+    QCOMPARE(recentTexts(bench), (QStringList{second, first}));
+    QVERIFY(bench.action("Recent files")->isEnabled());
+    // Also when the list changes by one of its own items.
+    bench.action(first)->trigger();
+    QCoreApplication::processEvents();
+    QCOMPARE(recentTexts(bench), (QStringList{first, second}));
+    bench.restart();
+    QCOMPARE(recentTexts(bench), (QStringList{first, second}));
+    bench.action(second)->trigger();
+    QCOMPARE(bench.shownSize(), QSize(3, 3));
 }
 
 void TestBenchOpening::aFileThatIsNoFrameIsToldAndTheOldOneStays_data()
