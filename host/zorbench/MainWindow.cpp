@@ -111,7 +111,9 @@ void MainWindow::makeStatus()
 
 void MainWindow::restore()
 {
-    resize(1024, 768);
+    const QSize room = QGuiApplication::primaryScreen()->availableSize();
+    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    resize(QSize(1024, 768).boundedTo(room - QSize(0, titleBar)));
     restoreGeometry(m_settings.value(QLatin1String(GeometryKey)).toByteArray());
     restoreState(m_settings.value(QLatin1String(StateKey)).toByteArray());
     m_view->setGpu(keptSwitch(m_settings, QLatin1String(GpuKey), false));
