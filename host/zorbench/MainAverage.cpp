@@ -137,7 +137,7 @@ void MainWindow::showAverage()
     m_feed.stop();
     const std::shared_ptr<const Frame> frame = m_conditioner.withoutDark(average);
     tellNotices();
-    setWindowTitle(tr("%1 - ZorBench").arg(m_averageName));
+    setTitle(m_averageName);
     if (!showFrame(frame, m_averageName + QStringLiteral("  ") + shapeOf(*frame), m_averageName))
         return;
     m_judge.judge(frame);

@@ -99,7 +99,7 @@ void MainWindow::showStreamed(const SourceFrame& streamed)
         m_feed.stop();
     followSettings(*streamed.frame);
     const QString name = nameOf(*m_source);
-    setWindowTitle(tr("%1 - ZorBench").arg(name));
+    setTitle(name);
     const std::uint32_t averaged = m_conditioner.averaged();
     const QString description = name + QLatin1Char(' ') + QString::number(streamed.number) +
                                 QStringLiteral("  ") + shapeOf(*streamed.frame) +

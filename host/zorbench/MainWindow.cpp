@@ -9,6 +9,7 @@
 #include "host/zorbench/NoticeLine.h"
 #include "host/zorbench/PlugIn.h"
 #include "host/zorbench/Tell.h"
+#include "host/zorbench/WindowTitle.h"
 #include "image/ZorPixelTypeTable.h"
 
 #include <QCloseEvent>
@@ -159,7 +160,7 @@ void MainWindow::openFrame(const std::shared_ptr<const Frame>& frame, const QStr
     m_recent.add(file);
     m_settings.setValue(QLatin1String(FolderKey), QFileInfo(file).absolutePath());
     const QString label = QFileInfo(file).fileName();
-    setWindowTitle(tr("%1 - ZorBench").arg(label));
+    setTitle(label);
     // A name may hold what arg() takes for a mark, so it is not given to it.
     const QString description = label + QStringLiteral("  ") + shapeOf(*frame) +
                                 QStringLiteral("  (%1)").arg(QString::fromStdString(frame->depthSource));
@@ -190,6 +191,11 @@ bool MainWindow::showFrame(const std::shared_ptr<const Frame>& frame, const QStr
         return false;
     showPixel();
     return true;
+}
+
+void MainWindow::setTitle(const QString& name)
+{
+    setWindowTitle(plainTitle(tr("%1 - ZorBench").arg(name)));
 }
 
 void MainWindow::tellRefusal(const QString& reason)

@@ -66,6 +66,8 @@ private:
                    const QString& name);
     /// Size and format.
     static QString shapeOf(const Frame& frame);
+    /// The window's title for what it shows.
+    void setTitle(const QString& name);
     void tellRefusal(const QString& reason);
     /// Position and value under the cursor, of the current frame.
     void showPixel();

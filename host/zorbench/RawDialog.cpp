@@ -3,6 +3,7 @@
 #include "host/frames/FormatName.h"
 #include "host/frames/FrameLimits.h"
 #include "host/zorbench/NumberBox.h"
+#include "host/zorbench/WindowTitle.h"
 #include "image/Pitch.h"
 #include "image/PixelTypeCode.h"
 #include "image/ZorPixelTypeTable.h"
@@ -26,7 +27,7 @@ RawDialog::RawDialog(const QString& file, std::uint64_t bytes, const RawLayout& 
     , m_packedOrder(new QComboBox(this))
     , m_bytes(new QLabel(this))
 {
-    setWindowTitle(tr("Raw dump %1").arg(QFileInfo(file).fileName()));
+    setWindowTitle(plainTitle(tr("Raw dump %1").arg(QFileInfo(file).fileName())));
     auto* form = new QFormLayout(this);
 
     for (const ZorPixelTypeRow& row : ZorPixelTypeTable)

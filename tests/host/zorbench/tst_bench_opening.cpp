@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QSpinBox>
 #include <QUrl>
+#include <QWindow>
 #include <QtTest>
 
 /// The ways in which frames come into the workbench, and files that are none.
@@ -36,6 +37,7 @@ private slots:
     void filesCanBeDroppedOnTheFullScreen();
     void onlyFilesAreAmongTheRecentOnes();
     void recentFilesAreThereBeforeTheMenuOpens();
+    void aTitleShowsTheWholeName();
     void aFileThatIsNoFrameIsToldAndTheOldOneStays_data();
     void aFileThatIsNoFrameIsToldAndTheOldOneStays();
     void aRawDumpIsAskedForOnceForEachSize();
@@ -249,6 +251,16 @@ void TestBenchOpening::recentFilesAreThereBeforeTheMenuOpens()
     QCOMPARE(recentTexts(bench), (QStringList{first, second}));
     bench.action(second)->trigger();
     QCOMPARE(bench.shownSize(), QSize(3, 3));
+}
+
+// "[*]" in a title is Qt's mark for changes.
+void TestBenchOpening::aTitleShowsTheWholeName()
+{
+    Bench bench;
+    bench.open(bench.write("a[*]b.pgm", countedPgm(2, 2)));
+    QCOMPARE(bench.window().windowHandle()->title(), QString("a[*]b.pgm - ZorBench"));
+    bench.open(bench.write("a[*]b.raw", "x"));
+    QCOMPARE(rawDialog(bench)->windowHandle()->title(), QString("Raw dump a[*]b.raw"));
 }
 
 void TestBenchOpening::aFileThatIsNoFrameIsToldAndTheOldOneStays_data()
