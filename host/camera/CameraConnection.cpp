@@ -17,11 +17,6 @@ using namespace std::chrono_literals;
 /// Between two looks for a camera that is lost.
 constexpr auto Pause = 200ms;
 
-std::string textOf(const char* text)
-{
-    return text ? text : std::string();
-}
-
 std::string nameOf(ArvCamera& camera, const std::string& id)
 {
     const auto read = [&](auto function) {

@@ -9,11 +9,6 @@ namespace zor {
 
 namespace {
 
-std::string textOf(const char* text)
-{
-    return text ? text : std::string();
-}
-
 std::optional<CameraNumber> numberOf(ArvCamera& camera, gboolean (*isThere)(ArvCamera*, GError**),
                                      double (*value)(ArvCamera*, GError**),
                                      void (*bounds)(ArvCamera*, double*, double*, GError**))

@@ -16,11 +16,6 @@ namespace {
 
 using Kind = CameraFeature::Kind;
 
-std::string textOf(const char* text)
-{
-    return text ? text : std::string();
-}
-
 std::string textOf(gint64 value)
 {
     return std::to_string(value);

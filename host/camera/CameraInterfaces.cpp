@@ -1,8 +1,6 @@
 #include "host/camera/CameraInterfaces.h"
 
-#include "host/camera/CameraError.h"
-
-#include <arv.h>
+#include "host/camera/GLibTools.h"
 
 #include <sstream>
 
@@ -31,11 +29,6 @@ CameraInterface interfaceOf(const std::string& name)
     }
     throw CameraError("\"" + name +
                       "\" is no interface of cameras; give fake, gige, usb, or some of them with commas");
-}
-
-std::string textOf(const char* text)
-{
-    return text ? text : std::string();
 }
 
 } // namespace

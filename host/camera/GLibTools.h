@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <type_traits>
 
 namespace zor {
 
@@ -16,6 +17,12 @@ struct ObjectRelease
 
 /// Owns one reference to an object of the camera library.
 template <typename T> using ObjectPtr = std::unique_ptr<T, ObjectRelease>;
+
+/// The library's text, empty for none.
+inline std::string textOf(const char* text)
+{
+    return text ? text : std::string();
+}
 
 /// Takes the error of one call of the camera library.
 class ErrorSlot

@@ -90,6 +90,23 @@ class Workbench(Program):
         self.choose_file("Save frame", "Save", path)
         self.wait_for(lambda: os.path.exists(path), f"{path} to be saved")
 
+    def connect_camera(self):
+        """Connects to the first camera that is found. Its frames come then."""
+        self.menu_item("Camera", "Connect").press()
+        dialog = self.window("dialog", "Connect to a camera")
+        connect = dialog.find("push button", "Connect")
+        self.wait_for(lambda: connect.is_enabled, "the camera to be found")
+        connect.press()
+        self.wait_until_gone("dialog", "Connect to a camera")
+        self.wait_for(lambda: self.field("Frame").startswith("Aravis "), "the first frame of the camera")
+
+    def take_average(self, entry, title, frames):
+        """Takes an average by its entry in the menu "Camera"."""
+        self.menu_item("Camera", entry).press()
+        dialog = self.window("dialog", title)
+        dialog.find("spin button", "Frames").set_number(frames)
+        dialog.find("push button", "Take").press()
+
     def wait_for_frame(self, path):
         self.wait_for(lambda: os.path.basename(path) in self.field("Frame"), f"{path} to be the current frame")
 
