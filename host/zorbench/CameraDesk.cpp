@@ -67,10 +67,7 @@ void CameraDesk::disconnectCamera()
     m_connect->setEnabled(true);
     m_disconnect->setEnabled(false);
     // What is still being done with it comes first. A camera that no longer answers is given back slowly.
-    m_work.start(nullptr, [owned = std::move(m_source)]() mutable {
-        owned.reset();
-        return BackgroundWork::Sequel();
-    });
+    m_work.start(nullptr, [owned = std::move(m_source)] { return BackgroundWork::Sequel(); });
 }
 
 } // namespace zor

@@ -162,10 +162,7 @@ void CameraDialog::takeSource(int question, const QString& id, std::shared_ptr<C
         return;
     }
     // Nobody wants it any more, and giving it back may take a while.
-    m_work.start(nullptr, [unwanted = std::move(source)]() mutable {
-        unwanted.reset();
-        return BackgroundWork::Sequel();
-    });
+    m_work.start(nullptr, [unwanted = std::move(source)] { return BackgroundWork::Sequel(); });
 }
 
 void CameraDialog::setBusy(const QString& what)
