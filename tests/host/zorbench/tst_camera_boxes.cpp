@@ -65,19 +65,19 @@ void TestCameraBoxes::extentIsBroughtDownToItsSteps_data()
 {
     QTest::addColumn<int>("written");
     QTest::addColumn<int>("extent");
-    QTest::newRow("the least") << 20 << 20;
-    QTest::newRow("a step") << 36 << 36;
-    QTest::newRow("before a step") << 35 << 28;
-    QTest::newRow("after a step") << 37 << 36;
-    QTest::newRow("the end between two steps") << 100 << 100;
-    QTest::newRow("before the end") << 99 << 92;
+    QTest::newRow("the least") << 19 << 19;
+    QTest::newRow("a step") << 35 << 35;
+    QTest::newRow("before a step") << 34 << 27;
+    QTest::newRow("after a step") << 36 << 35;
+    QTest::newRow("the end") << 99 << 99;
+    QTest::newRow("before the end") << 98 << 91;
 }
 
 void TestCameraBoxes::extentIsBroughtDownToItsSteps()
 {
     QFETCH(int, written);
     CameraExtentBox box;
-    const CameraExtent camera{60, 20, 100, 8};
+    const CameraExtent camera{59, 19, 99, 8};
     box.showExtent(camera);
     QCOMPARE(box.singleStep(), 8);
     QSignalSpy chosen(&box, &CameraExtentBox::chosen);
@@ -86,7 +86,7 @@ void TestCameraBoxes::extentIsBroughtDownToItsSteps()
     QTEST(box.extent(), "extent");
     // The camera did not take it.
     box.showExtent(camera);
-    QCOMPARE(box.value(), 60);
+    QCOMPARE(box.value(), 59);
 }
 
 void TestCameraBoxes::whatTheCameraSaysIsNoChoice()
@@ -105,6 +105,17 @@ void TestCameraBoxes::whatTheCameraSaysIsNoChoice()
     QCOMPARE(number.maximum(), 2.0);
     QCOMPARE(extent.value(), 4);
     QCOMPARE(extent.maximum(), 4);
+    // The value stays and its range changes.
+    number.showNumber(CameraNumber{1.0, 0.0, 3.0});
+    QCOMPARE(number.maximum(), 3.0);
+    number.showNumber(CameraNumber{1.0, 0.5, 3.0});
+    QCOMPARE(number.minimum(), 0.5);
+    extent.showExtent({4, 0, 16, 4});
+    QCOMPARE(extent.maximum(), 16);
+    extent.showExtent({4, 2, 16, 4});
+    QCOMPARE(extent.minimum(), 2);
+    extent.showExtent({4, 2, 16, 2});
+    QCOMPARE(extent.singleStep(), 2);
 }
 
 QTEST_MAIN(TestCameraBoxes)

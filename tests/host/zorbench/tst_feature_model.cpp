@@ -78,6 +78,7 @@ void TestFeatureModel::rowsAreTheFeatures()
     QVERIFY(!model.headerData(0, Qt::Vertical, Qt::DisplayRole).isValid());
     const QModelIndex width = valueOf(model, "The Width");
     QCOMPARE(model.feature(width).name, std::string("Width"));
+    QVERIFY(model.feature(model.index(0, 0)).children.empty());
     QCOMPARE(model.data(width, FeatureModel::FeatureRole).value<const CameraFeature*>(),
              &model.feature(width));
 }
