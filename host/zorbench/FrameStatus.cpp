@@ -21,6 +21,13 @@ QString variationText(double percent)
                                : QString::fromStdString(fixedText(percent, 3)) + QLatin1String(" %");
 }
 
+/// With a decimal where a whole number would be too coarse.
+QString zoomText(double percent)
+{
+    constexpr double coarse = 10.0;
+    return QString::fromStdString(fixedText(percent, percent < coarse ? 1 : 0)) + QLatin1String(" %");
+}
+
 } // namespace
 
 FrameStatus::FrameStatus(QWidget* parent)
@@ -43,6 +50,7 @@ FrameStatus::FrameStatus(QWidget* parent)
 void FrameStatus::addFrameFields(QHBoxLayout& row)
 {
     m_frame = addStatusField(row, tr("Frame"), {});
+    m_zoom = addStatusField(row, tr("Zoom"), QStringLiteral("10000 %"));
     m_columns = addStatusField(row, tr("Column non-uniformity"), QStringLiteral("100.000 %"));
     m_rows = addStatusField(row, tr("Row non-uniformity"), QStringLiteral("100.000 %"));
 }
@@ -55,6 +63,11 @@ void FrameStatus::addPixelAndStreamFields(QHBoxLayout& row)
     m_framesPerSecond = addStatusField(row, tr("Frames per second"), QStringLiteral("1000.0"));
     m_dropped = addStatusField(row, tr("Dropped"), QStringLiteral("1000000"));
     m_incomplete = addStatusField(row, tr("Incomplete"), QStringLiteral("1000000"));
+}
+
+void FrameStatus::setZoom(std::optional<double> scale)
+{
+    m_zoom->setText(scale ? zoomText(100.0 * *scale) : QString());
 }
 
 void FrameStatus::setPosition(const QString& text)

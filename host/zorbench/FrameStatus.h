@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+#include <optional>
+
 class QHBoxLayout;
 class QLineEdit;
 
@@ -17,6 +19,8 @@ class FrameStatus : public QWidget
 public:
     explicit FrameStatus(QWidget* parent = nullptr);
 
+    /// Pixels of the screen for one of the frame.
+    void setZoom(std::optional<double> scale);
     void setPosition(const QString& text);
     void setValue(const QString& text);
     void setFrame(const QString& text);
@@ -33,6 +37,7 @@ private:
     void addPixelAndStreamFields(QHBoxLayout& row);
 
     QLineEdit* m_frame;
+    QLineEdit* m_zoom;
     QLineEdit* m_columns;
     QLineEdit* m_rows;
     QLineEdit* m_position;

@@ -39,6 +39,7 @@ FrameView::FrameView(QWidget* parent)
     makeAdapter();
 
     connect(m_view, &DisplayView::sigMouseMoved, this, &FrameView::pointed);
+    connect(m_view, &DisplayView::sigViewChanged, this, &FrameView::moved);
     // Afterwards: the button is a part of the window that ends here.
     connect(
         m_view, &DisplayView::sigKeyEscape, this, [this] { setFullScreen(false); }, Qt::QueuedConnection);
@@ -155,6 +156,15 @@ void FrameView::zoomIn()
 void FrameView::zoomOut()
 {
     m_adapter->zoomView(false);
+}
+
+std::optional<double> FrameView::scale() const
+{
+    DisplaySettings* settings = m_adapter->viewerSettings();
+    double scale = 0.0;
+    if (!settings || !settings->getDouble("display.view.scale", &scale))
+        return std::nullopt;
+    return scale;
 }
 
 bool FrameView::isOnFullScreen() const

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class DisplayAdapter;
 class DisplayView;
@@ -42,6 +43,9 @@ public:
     void zoomIn();
     void zoomOut();
 
+    /// Pixels of the screen for one of the frame; nothing without a frame.
+    std::optional<double> scale() const;
+
     void setFullScreen(bool on);
     bool isOnFullScreen() const;
 
@@ -52,6 +56,8 @@ public:
 signals:
     /// The current frame, a new one or the same by another viewer, has come to the view.
     void shown();
+    /// The frame has another scale or place in the view.
+    void moved();
     /// The cursor is over this place, in image pixels, also beyond the edges.
     void pointed(const QPoint& pixel);
     /// The cursor has left the view.

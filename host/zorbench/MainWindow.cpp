@@ -71,6 +71,9 @@ MainWindow::MainWindow(QSettings& settings, const QString& plugInFolder, const s
         m_pointed.reset();
         showPixel();
     });
+    const auto showZoom = [this] { m_status->setZoom(m_view->scale()); };
+    connect(m_view, &FrameView::shown, m_status, showZoom);
+    connect(m_view, &FrameView::moved, m_status, showZoom);
     // On the full screen the view is a window of its own.
     auto* drop = new FileDrop(this);
     drop->watch(*this);

@@ -82,8 +82,8 @@ void TestBenchWindow::everyControlHasAnAccessibleName_data()
 {
     QTest::addColumn<QByteArray>("part");
     QTest::addColumn<int>("count");
-    QTest::newRow("of the main window") << QByteArray("window") << 25;
-    QTest::newRow("of the docks that look into the frame") << QByteArray("docks") << 28;
+    QTest::newRow("of the main window") << QByteArray("window") << 26;
+    QTest::newRow("of the docks that look into the frame") << QByteArray("docks") << 29;
     QTest::newRow("of the dialog for raw dumps") << QByteArray("raw") << 7;
 }
 
@@ -179,8 +179,8 @@ void TestBenchWindow::statusFieldsAreBesideTheirNames()
 {
     Bench bench;
     const auto labels = bench.window().statusBar()->findChildren<QLabel*>();
-    for (const char* text : {"Judgement", "Frame", "Column non-uniformity", "Row non-uniformity", "Position",
-                             "Value", "Frames per second", "Dropped"}) {
+    for (const char* text : {"Judgement", "Frame", "Zoom", "Column non-uniformity", "Row non-uniformity",
+                             "Position", "Value", "Frames per second", "Dropped"}) {
         const auto hasText = [text](const QLabel* label) { return label->text() == text; };
         const auto found = std::find_if(labels.begin(), labels.end(), hasText);
         QVERIFY2(found != labels.end(), text);

@@ -21,6 +21,7 @@ private slots:
     void anEmptyViewIsDarkToItsEdge();
     void positionAndValueFollowTheCursor();
     void valueFollowsTheFrame();
+    void theZoomFollowsTheView();
     void theMenuMovesTheView();
     void theFullScreenIsLeft_data();
     void theFullScreenIsLeft();
@@ -94,6 +95,23 @@ void TestFrameView::valueFollowsTheFrame()
     QCOMPARE(bench.status("Value"), QString("11"));
     bench.open(bench.write("other.pgm", "P2 2 2 4095 1 2 3 4000"));
     QCOMPARE(bench.status("Value"), QString("4000"));
+}
+
+void TestFrameView::theZoomFollowsTheView()
+{
+    Bench bench;
+    QCOMPARE(bench.status("Zoom"), QString());
+    const QSize room = bench.view().view().viewport()->size();
+    bench.open(bench.write("large.pgm", "P5 4000 100 255\n" + QByteArray(400000, 'x')));
+    QTRY_COMPARE(bench.status("Zoom"), QString::number(100.0 * room.width() / 4000.0, 'f', 0) + " %");
+    bench.action("1:1")->trigger();
+    QTRY_COMPARE(bench.status("Zoom"), QString("100 %"));
+    bench.open(bench.write("small.pgm", "P5 10000 10 255\n" + QByteArray(100000, 'x')));
+    bench.action("Fit")->trigger();
+    QTRY_COMPARE(bench.status("Zoom"), QString::number(100.0 * room.width() / 10000.0, 'f', 1) + " %");
+    const QString before = bench.status("Zoom");
+    bench.window().resize(bench.window().width() - 200, bench.window().height());
+    QTRY_VERIFY(bench.status("Zoom") != before);
 }
 
 void TestFrameView::theMenuMovesTheView()
