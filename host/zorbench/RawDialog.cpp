@@ -29,6 +29,7 @@ RawDialog::RawDialog(const QString& file, std::uint64_t bytes, const RawLayout& 
 {
     setWindowTitle(plainTitle(tr("Raw dump %1").arg(QFileInfo(file).fileName())));
     auto* form = new QFormLayout(this);
+    form->addRow(new QLabel(tr("This file is no PGM, PPM, PNG or TIFF picture. As a raw dump it is:")));
 
     for (const ZorPixelTypeRow& row : ZorPixelTypeTable)
         m_format->addItem(QLatin1String(row.name));

@@ -1,6 +1,7 @@
 #include "host/zorbench/RawMemory.h"
 
 #include "host/frames/FrameLimits.h"
+#include "host/zorbench/LikelyLayout.h"
 #include "image/ZorPixelTypeTable.h"
 
 #include <QSettings>
@@ -36,10 +37,7 @@ RawMemory::RawMemory(QSettings& settings)
 
 RawLayout RawMemory::layoutFor(std::uint64_t bytes) const
 {
-    RawLayout layout;
-    layout.format = "Mono8";
-    layout.width = 640;
-    layout.height = 480;
+    RawLayout layout = likelyLayout(bytes).value_or(RawLayout{"Mono8", 640, 480, {}});
 
     // Anybody can write to the settings: what can't be used is as good as nothing.
     const std::string format = m_settings.value(key(bytes, "Format")).toString().toStdString();

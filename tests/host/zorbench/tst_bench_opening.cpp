@@ -10,6 +10,8 @@
 #include <QComboBox>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
+#include <QLayout>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
@@ -299,6 +301,9 @@ void TestBenchOpening::aRawDumpIsAskedForOnceForEachSize()
         zor::RawDialog* dialog = rawDialog(bench);
         QVERIFY(dialog);
         QCOMPARE(controlOf<QComboBox>(dialog, "Format")->count(), 133);
+        // The question begins with its reason.
+        QCOMPARE(qobject_cast<QLabel*>(dialog->layout()->itemAt(0)->widget())->text(),
+                 QString("This file is no PGM, PPM, PNG or TIFF picture. As a raw dump it is:"));
         if (!isKnown)
             fill(dialog, "BayerRG12p", 5, 8, 11);
         QCOMPARE(dialog->rawLayout().format, std::string("BayerRG12p"));

@@ -32,6 +32,8 @@ private slots:
     void eachSizeHasItsOwnLayout();
     void layoutsThatCannotBeUsedAreForgotten_data();
     void layoutsThatCannotBeUsedAreForgotten();
+    void aLayoutBeginsWithACommonSize_data();
+    void aLayoutBeginsWithACommonSize();
     void theLatestFileComesFirst();
     void theListHasAnEnd();
 
@@ -88,6 +90,26 @@ void TestBenchSettings::layoutsThatCannotBeUsedAreForgotten()
     QVERIFY(settings.contains(key));
     settings.setValue(key, value);
     QCOMPARE(textOf(memory.layoutFor(8)), expected);
+}
+
+void TestBenchSettings::aLayoutBeginsWithACommonSize_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("a byte a pixel") << 1392 * 1040 << "Mono8 1392x1040 tight";
+    QTest::newRow("two bytes a pixel") << 2 * 2448 * 2048 << "Mono16 2448x2048 tight";
+    QTest::newRow("two pixels in three bytes") << 1936 * 1216 / 2 * 3 << "Mono12p 1936x1216 tight";
+    QTest::newRow("colour") << 3 * 1920 * 1080 << "RGB8 1920x1080 tight";
+    QTest::newRow("mono goes before colour") << 1024 * 1024 << "Mono8 1024x1024 tight";
+    QTest::newRow("a byte too many") << 1392 * 1040 + 1 << Start;
+}
+
+void TestBenchSettings::aLayoutBeginsWithACommonSize()
+{
+    QFETCH(int, bytes);
+    QFETCH(QString, expected);
+    QSettings settings(m_folder.filePath("common.ini"), QSettings::IniFormat);
+    QCOMPARE(textOf(zor::RawMemory(settings).layoutFor(std::uint64_t(bytes))), expected);
 }
 
 void TestBenchSettings::theLatestFileComesFirst()
