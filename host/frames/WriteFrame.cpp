@@ -46,6 +46,15 @@ bool endsIn(const std::string& path, const std::string& ending)
            ::strcasecmp(path.c_str() + path.size() - ending.size(), ending.c_str()) == 0;
 }
 
+/// The one of frameFileEndings() that the path has; empty when it has none.
+std::string endingOf(const std::string& path, std::uint32_t pixelType)
+{
+    const std::vector<std::string> endings = frameFileEndings(pixelType);
+    const auto ending = std::find_if(endings.begin(), endings.end(),
+                                     [&path](const std::string& one) { return endsIn(path, one); });
+    return ending == endings.end() ? std::string() : *ending;
+}
+
 [[noreturn]] void failEnding(const std::string& path, std::uint32_t pixelType)
 {
     const ZorPixelTypeRow* row = exactPixelTypeRow(pixelType);
@@ -84,15 +93,18 @@ std::vector<std::string> frameFileEndings(std::uint32_t pixelType)
     return endings;
 }
 
+void checkFrameFileEnding(const std::string& path, std::uint32_t pixelType)
+{
+    if (endingOf(path, pixelType).empty())
+        failEnding(path, pixelType);
+}
+
 std::string frameFileBytes(const std::string& path, const _ZorImage& frame)
 {
-    const std::vector<std::string> endings = frameFileEndings(frame.pixelType);
-    const auto ending = std::find_if(endings.begin(), endings.end(),
-                                     [&path](const std::string& one) { return endsIn(path, one); });
-    if (ending == endings.end())
-        failEnding(path, frame.pixelType);
+    checkFrameFileEnding(path, frame.pixelType);
+    const std::string ending = endingOf(path, frame.pixelType);
     for (const FileKind& kind : PictureKinds) {
-        if (*ending == kind.ending)
+        if (ending == kind.ending)
             return pictureBytes(path, kind, frame);
     }
     return rawBytes(frame, false);

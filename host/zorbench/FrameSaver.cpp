@@ -115,6 +115,33 @@ QString write(const QString& file, const std::string& bytes)
     return sentence.arg(reason);
 }
 
+/// Stays open, and says why, for a name that the frame cannot be saved under.
+class SaveDialog : public QFileDialog
+{
+public:
+    SaveDialog(QWidget* parent, const QString& title, const QString& folder, std::uint32_t pixelType)
+        : QFileDialog(parent, title, folder)
+        , m_pixelType(pixelType)
+    {
+    }
+
+protected:
+    void accept() override
+    {
+        try {
+            const QStringList files = selectedFiles();
+            if (!files.isEmpty() && !QFileInfo(files.first()).isDir())
+                checkFrameFileEnding(QFile::encodeName(files.first()).toStdString(), m_pixelType);
+            QFileDialog::accept();
+        } catch (const FrameError& error) {
+            tell(this, textFor(error));
+        }
+    }
+
+private:
+    std::uint32_t m_pixelType;
+};
+
 } // namespace
 
 FrameSaver::FrameSaver(QWidget& window)
@@ -124,7 +151,7 @@ FrameSaver::FrameSaver(QWidget& window)
 
 void FrameSaver::ask(const std::shared_ptr<const Frame>& frame, const QString& folder, const QString& name)
 {
-    auto* dialog = new QFileDialog(&m_window, tr("Save frame"), folder);
+    auto* dialog = new SaveDialog(&m_window, tr("Save frame"), folder, frame->pixelType);
     // Looks and works the same everywhere, also for an assistive client.
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     dialog->setAttribute(Qt::WA_DeleteOnClose);

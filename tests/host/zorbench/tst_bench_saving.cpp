@@ -29,6 +29,7 @@ private slots:
     void failuresKeepTheOldFile_data();
     void failuresKeepTheOldFile();
     void aFolderThatMayNotBeWrittenIsTold();
+    void theDialogStaysOpenForAnEndingOfNoUse();
     void aFullDeviceIsRefused();
     void aFullDiscKeepsTheOldFile();
 
@@ -249,6 +250,25 @@ void TestBenchSaving::failuresKeepTheOldFile()
                  QStringList(file + QString(problem).replace("%1", QFileInfo(file).absolutePath())));
     QCOMPARE(filesOf(bench), before);
     QVERIFY(bench.window().isVisible());
+}
+
+void TestBenchSaving::theDialogStaysOpenForAnEndingOfNoUse()
+{
+    Bench bench;
+    bench.open(bench.write("flat.pgm", countedPgm(4, 3)));
+    ModalWatch watch;
+    watch.chosenFile = bench.path("a.ppm");
+    bench.action("Save frame\u2026")->trigger();
+    QTRY_COMPARE(watch.texts.size(), 1);
+    QVERIFY2(watch.texts.first().startsWith(watch.chosenFile + ": is no file for a frame in Mono8; "),
+             qPrintable(watch.texts.first()));
+    auto* dialog = bench.window().findChild<QFileDialog*>();
+    QTRY_COMPARE(QApplication::activeModalWidget(), dialog);
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(bench.path("a.png"));
+    QMetaObject::invokeMethod(dialog, "accept");
+    QTRY_VERIFY(!QApplication::activeModalWidget());
+    QVERIFY(QFile::exists(bench.path("a.png")));
+    QCOMPARE(watch.texts.size(), 1);
 }
 
 // Room would be of no help. The super-user may write everywhere, but nobody into the folder of the processes.
