@@ -1,5 +1,6 @@
 #include "host/zorbench/NativeText.h"
 
+#include "image/ColourFilter.h"
 #include "image/ZorPixelTypeTable.h"
 #include "image/unpack/NativeCodes.h"
 
@@ -24,6 +25,19 @@ QStringList channelNames(const ZorPixelTypeRow& row)
     return names;
 }
 
+/// The letter of the colour filter over a pixel and a space; empty without a colour filter.
+QString filterName(const ZorPixelTypeRow& row, const QPoint& pixel)
+{
+    const PixelFamily family = pixelTypeFamily(row.code);
+    if (family != PixelFamily::Bayer && family != PixelFamily::TrueSense)
+        return {};
+    // In the order of ColourFilter::Colour.
+    constexpr char letters[] = "RGBW";
+    const auto colour =
+        ColourFilter(row).at(static_cast<std::size_t>(pixel.x()), static_cast<std::size_t>(pixel.y()));
+    return QLatin1Char(letters[colour]) + QStringLiteral(" ");
+}
+
 } // namespace
 
 QString nativeText(const _ZorImage& image, const QPoint& pixel)
@@ -33,9 +47,10 @@ QString nativeText(const _ZorImage& image, const QPoint& pixel)
         nativeCodes(image, static_cast<std::uint32_t>(pixel.x()), static_cast<std::uint32_t>(pixel.y()));
     if (native.count == 0)
         return {};
+    const ZorPixelTypeRow& row = *exactPixelTypeRow(image.pixelType);
     if (native.count == 1)
-        return QString::number(native.codes[0]);
-    const QStringList names = channelNames(*exactPixelTypeRow(image.pixelType));
+        return filterName(row, pixel) + QString::number(native.codes[0]);
+    const QStringList names = channelNames(row);
     QStringList codes;
     for (std::uint32_t i = 0; i < native.count; ++i)
         codes.append(names[static_cast<int>(i)] + QLatin1Char(' ') + QString::number(native.codes[i]));

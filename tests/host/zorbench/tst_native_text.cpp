@@ -32,7 +32,11 @@ void TestNativeText::codesOfAPixel_data()
     QTest::newRow("the odd pixel of a packed pair")
         << QByteArray("Mono12Packed") << QByteArray("01a3ff") << 2 << 1 << "4083";
     QTest::newRow("the site of a colour filter")
-        << QByteArray("BayerRG8") << QByteArray("0102") << 2 << 1 << "2";
+        << QByteArray("BayerRG8") << QByteArray("0102") << 2 << 1 << "G 2";
+    QTest::newRow("a colour filter that begins with blue")
+        << QByteArray("BayerBG8") << QByteArray("0102") << 2 << 0 << "B 1";
+    QTest::newRow("a colour filter that begins with red")
+        << QByteArray("BayerRG8") << QByteArray("0102") << 2 << 0 << "R 1";
     QTest::newRow("RGB") << QByteArray("RGB8") << QByteArray("010203") << 1 << 0 << "R 1  G 2  B 3";
     QTest::newRow("BGR in its own order")
         << QByteArray("BGR8") << QByteArray("010203") << 1 << 0 << "B 1  G 2  R 3";
@@ -76,7 +80,7 @@ void TestNativeText::everyFormatHasAText()
     const auto pitch = static_cast<std::uint32_t>(zor::tightPitch(code, 4));
     std::vector<std::uint8_t> bytes(2 * pitch);
     const _ZorImage image = recordOf(code, 4, 2, pitch, bytes.data(), bytes.size());
-    const QRegularExpression expected("^(0|[A-Z][a-z]? 0(  [A-Z][a-z]? 0){2,3})$");
+    const QRegularExpression expected("^(0|[RGBW] 0|[A-Z][a-z]? 0(  [A-Z][a-z]? 0){2,3})$");
     const QString text = zor::nativeText(image, QPoint(3, 1));
     QVERIFY2(expected.match(text).hasMatch(), qPrintable(text));
 }
