@@ -52,7 +52,9 @@ void FrameStatus::addFrameFields(QHBoxLayout& row)
     m_frame = addStatusField(row, tr("Frame"), {});
     m_zoom = addStatusField(row, tr("Zoom"), QStringLiteral("10000 %"));
     m_columns = addStatusField(row, tr("Column non-uniformity"), QStringLiteral("100.000 %"));
+    m_columns->setToolTip(tr("Standard deviation of the means of all columns, in percent of their mean"));
     m_rows = addStatusField(row, tr("Row non-uniformity"), QStringLiteral("100.000 %"));
+    m_rows->setToolTip(tr("Standard deviation of the means of all rows, in percent of their mean"));
 }
 
 void FrameStatus::addPixelAndStreamFields(QHBoxLayout& row)

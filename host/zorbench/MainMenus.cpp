@@ -3,6 +3,7 @@
 #include "host/zorbench/MainWindow.h"
 
 #include "display/DisplayView.h"
+#include "host/colour/ColourFrame.h"
 #include "host/zorbench/PlugIn.h"
 #include "host/zorbench/PlugInFolder.h"
 #include "host/zorbench/Tell.h"
@@ -85,6 +86,8 @@ void MainWindow::makeViewMenu()
     colour->setChecked(m_view->showsColour());
     connect(colour, &QAction::triggered, m_view, &FrameView::setColour);
     connect(m_view, &FrameView::colourChanged, colour, &QAction::setChecked);
+    connect(m_view, &FrameView::shown, colour,
+            [this, colour] { colour->setEnabled(hasHiddenColour(m_view->frame()->pixelType)); });
     QAction* gpu = menu->addAction(tr("GPU viewer"));
     gpu->setCheckable(true);
     connect(gpu, &QAction::triggered, m_view, &FrameView::setGpu);

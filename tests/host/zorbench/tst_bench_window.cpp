@@ -1,4 +1,5 @@
 #include "tests/host/zorbench/Bench.h"
+#include "tests/support/FormatCodes.h"
 #include "tests/support/ModalWatch.h"
 
 #include "host/zorbench/BenchFont.h"
@@ -39,6 +40,8 @@ private slots:
     void theFirstSizeFitsOnTheScreen();
     void sizeAndPlaceAreKept();
     void colourIsKept();
+    void colourIsOfferedWhereItChangesSomething();
+    void keysAreInTheToolTips();
     void settingsThatAreSpoiltDoNoHarm();
     void aSwitchThatIsNeitherOnNorOffIsForgotten();
     void quitClosesTheWindow();
@@ -223,6 +226,25 @@ void TestBenchWindow::colourIsKept()
         QCOMPARE(bench.view().showsColour(), isOn);
         QCOMPARE(bench.action("Colour")->isChecked(), isOn);
     }
+}
+
+void TestBenchWindow::colourIsOfferedWhereItChangesSomething()
+{
+    Bench bench;
+    QVERIFY(bench.action("Colour")->isEnabled());
+    bench.open(bench.write("flat.pgm", countedPgm(6, 4)));
+    QVERIFY(!bench.action("Colour")->isEnabled());
+    auto bayer = std::make_shared<zor::Frame>(*bench.view().frame());
+    bayer->pixelType = codeOf("BayerRG8");
+    bench.view().setFrame(bayer);
+    QVERIFY(bench.action("Colour")->isEnabled());
+}
+
+void TestBenchWindow::keysAreInTheToolTips()
+{
+    Bench bench;
+    QCOMPARE(bench.action("Start")->toolTip(), QString("Start (F5)"));
+    QCOMPARE(bench.action("Stop")->toolTip(), QString("Stop (Shift+F5)"));
 }
 
 void TestBenchWindow::settingsThatAreSpoiltDoNoHarm()
