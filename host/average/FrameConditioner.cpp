@@ -21,10 +21,29 @@ void FrameConditioner::setAveraged(std::uint32_t frames)
     beginAverage();
 }
 
+void FrameConditioner::restart()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    beginAverage();
+}
+
+bool FrameConditioner::isAveraging() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_wanted > 1;
+}
+
 void FrameConditioner::setDark(std::shared_ptr<const Frame> dark, const CaptureSettings& settings)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_dark.keep(std::move(dark), settings);
+    m_darkSettings = settings;
+}
+
+void FrameConditioner::dropDark()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_dark.drop();
 }
 
 void FrameConditioner::setSubtractsDark(bool on)
@@ -60,8 +79,7 @@ std::shared_ptr<const Frame> FrameConditioner::withoutDark(std::shared_ptr<const
 {
     const CaptureSettings settings = m_settings(*frame);
     const std::lock_guard<std::mutex> lock(m_mutex);
-    follow(settings);
-    return subtract(std::move(frame));
+    return settings == m_darkSettings ? subtract(std::move(frame)) : frame;
 }
 
 std::uint32_t FrameConditioner::averaged() const

@@ -28,6 +28,10 @@ public:
     /// they are. Throws std::invalid_argument for another number. The average begins anew.
     void setAveraged(std::uint32_t frames);
 
+    /// The next frame is the first of an average.
+    void restart();
+    bool isAveraging() const;
+
     /// What is subtracted while setSubtractsDark() is on.
     void setDark(std::shared_ptr<const Frame> dark, const CaptureSettings& settings);
     void setSubtractsDark(bool on);
@@ -37,7 +41,9 @@ public:
     /// frame, and a notice says so.
     std::shared_ptr<const Frame> condition(std::shared_ptr<const Frame> frame);
 
-    /// A frame that is an average already, freed of the dark.
+    void dropDark();
+
+    /// A frame that is an average already, freed of the dark where both were taken alike. Drops nothing.
     std::shared_ptr<const Frame> withoutDark(std::shared_ptr<const Frame> frame);
 
     /// How many frames the last one is the average of.
@@ -59,6 +65,7 @@ private:
     std::optional<SlidingAverage> m_average;
     std::optional<CaptureSettings> m_averaged; ///< what the frames of the average were taken with
     KeptFrame m_dark;
+    CaptureSettings m_darkSettings;
     bool m_subtractsDark = false;
     std::vector<std::string> m_notices;
 };

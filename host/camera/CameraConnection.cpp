@@ -1,5 +1,6 @@
 #include "host/camera/CameraConnection.h"
 
+#include "host/camera/CameraControls.h"
 #include "host/camera/CameraInterfaces.h"
 #include "host/camera/GLibTools.h"
 
@@ -80,6 +81,13 @@ void rememberFirst(ArvCamera& camera, CameraSettings& settings)
             settings.remember("frame rate", [rate](ArvCamera& to) {
                 checked("frame rate", arv_camera_set_frame_rate, &to, rate);
             });
+    }
+    // After the frame rate, which lets frames come by themselves.
+    if (waitsForTrigger(camera)) {
+        ErrorSlot failed;
+        const std::string source = textOf(arv_camera_get_trigger_source(&camera, failed));
+        if (!source.empty())
+            settings.remember("trigger", [source](ArvCamera& to) { setTrigger(to, source); });
     }
 }
 
@@ -216,6 +224,9 @@ ArvCamera* CameraConnection::open()
     ObjectPtr<ArvCamera> camera(arv_camera_new(m_id.c_str(), error));
     error.check("the camera " + m_id + " cannot be opened");
     if (arv_camera_is_gv_device(camera.get())) {
+        if (!arv_gv_device_is_controller(ARV_GV_DEVICE(arv_camera_get_device(camera.get()))))
+            throw CameraError("the camera " + m_id +
+                              " is used by another program; close that one, or wait until it has let go");
         // The other way needs rights that few people have.
         arv_camera_gv_set_stream_options(camera.get(), ARV_GV_STREAM_OPTION_PACKET_SOCKET_DISABLED);
         if (m_options.packetSize != 0)

@@ -16,13 +16,13 @@ namespace {
 
 using Kind = CameraFeature::Kind;
 
-std::string textOf(gint64 value)
+std::string numberText(gint64 value)
 {
     return std::to_string(value);
 }
 
 /// The shortest text that reads back as the value, with a decimal point in every locale.
-std::string textOf(double value)
+std::string numberText(double value)
 {
     std::array<char, G_ASCII_DTOSTR_BUF_SIZE> text{};
     for (const char* format : {"%.6g", "%.9g", "%.17g"}) {
@@ -48,7 +48,7 @@ template <typename Node, typename Getter> std::string limitOf(Node* node, Getter
 {
     ErrorSlot error;
     const auto value = getter(node, error);
-    return error.isSet() || !isLimit(value) ? std::string() : textOf(value);
+    return error.isSet() || !isLimit(value) ? std::string() : numberText(value);
 }
 
 void readRange(ArvGcFeatureNode* node, CameraFeature& feature)
@@ -115,8 +115,9 @@ void readValue(ArvGcFeatureNode* node, CameraFeature& feature)
 class Reader
 {
 public:
-    explicit Reader(ArvGc* description)
+    Reader(ArvGc* description, const std::function<bool()>& isLost)
         : m_description(description)
+        , m_isLost(isLost)
     {
     }
 
@@ -124,6 +125,9 @@ public:
     /// category that holds itself.
     void append(const char* name, std::vector<CameraFeature>& to)
     {
+        // Each question to a camera that is gone takes seconds.
+        if (m_isLost())
+            throw CameraError("the camera was lost while its features were read");
         ArvGcNode* node = arv_gc_get_node(m_description, name);
         if (!node || !ARV_IS_GC_FEATURE_NODE(node))
             return;
@@ -167,15 +171,16 @@ private:
     }
 
     ArvGc* m_description;
+    const std::function<bool()>& m_isLost;
     std::set<std::string> m_open; ///< the categories around what is being read
 };
 
 } // namespace
 
-CameraFeature readFeatures(ArvCamera& camera)
+CameraFeature readFeatures(ArvCamera& camera, const std::function<bool()>& isLost)
 {
     std::vector<CameraFeature> roots;
-    Reader(arv_device_get_genicam(arv_camera_get_device(&camera))).append("Root", roots);
+    Reader(arv_device_get_genicam(arv_camera_get_device(&camera)), isLost).append("Root", roots);
     if (roots.empty())
         return {};
     return std::move(roots.front());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -47,8 +48,8 @@ struct CameraFeature
 
 /// The tree of the camera's features: its root category. Reads each value from the camera, which takes a
 /// while over a network. What cannot be read is not available. Features that the camera calls invisible are
-/// left out.
-CameraFeature readFeatures(_ArvCamera& camera);
+/// left out. `isLost` is asked between two of them; throws CameraError when it says so.
+CameraFeature readFeatures(_ArvCamera& camera, const std::function<bool()>& isLost);
 
 /// Sets a feature from text. Throws CameraError when there is none of that name, when the text is no value
 /// for it or is outside its range, and when the camera refuses.

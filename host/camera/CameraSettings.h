@@ -15,8 +15,8 @@ public:
     /// Sets it on the camera. Throws CameraError when the camera refuses.
     using Setter = std::function<void(_ArvCamera&)>;
 
-    /// Takes the place of the earlier setting of that name. After a selector was set, what follows may be
-    /// about another thing of the same name: then the earlier one stays.
+    /// Takes the place of the last setting when that has the same name. Earlier ones stay: what came between
+    /// may go only after them, such as a place within a size.
     void remember(const std::string& name, Setter set);
 
     /// In the order in which they were set. Throws what a setter throws.

@@ -176,8 +176,13 @@ void CameraSource::take(const CameraStream::Buffer& buffer, const Handlers& hand
     std::uint64_t number = 0;
     {
         const std::lock_guard<std::mutex> lock(m_counting);
-        number = m_numbers.number(buffer.blockId);
-        ++(buffer.isComplete ? m_counts.complete : m_counts.incomplete);
+        if (buffer.isComplete) {
+            number = m_numbers.number(buffer.blockId);
+            ++m_counts.complete;
+        } else {
+            m_numbers.addIncomplete();
+            ++m_counts.incomplete;
+        }
         m_counts.missing = m_numbers.sent() - m_counts.complete - m_counts.incomplete;
     }
     if (!buffer.isComplete)
@@ -199,12 +204,16 @@ void CameraSource::take(const CameraStream::Buffer& buffer, const Handlers& hand
 
 CameraControls CameraSource::controls()
 {
-    return m_connection.withCamera([](ArvCamera& camera) { return readControls(camera); });
+    return m_connection.withCamera([this](ArvCamera& camera) {
+        note(camera);
+        return readControls(camera);
+    });
 }
 
 CameraFeature CameraSource::features()
 {
-    return m_connection.withCamera([](ArvCamera& camera) { return readFeatures(camera); });
+    return m_connection.withCamera(
+        [this](ArvCamera& camera) { return readFeatures(camera, [this] { return isLost(); }); });
 }
 
 void CameraSource::set(const std::string& name, const CameraSettings::Setter& setter, bool interrupts)
@@ -249,8 +258,10 @@ void CameraSource::setFeature(const std::string& name, const std::string& value)
 
 void CameraSource::execute(const std::string& command)
 {
-    m_connection.withCamera(
-        [&](ArvCamera& camera) { checked(command, arv_camera_execute_command, &camera, command.c_str()); });
+    m_connection.withCamera([&](ArvCamera& camera) {
+        checked(command, arv_camera_execute_command, &camera, command.c_str());
+        note(camera);
+    });
 }
 
 void CameraSource::setExposureTime(double microseconds)

@@ -1,6 +1,7 @@
 #include "host/camera/FrameNumbers.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zor {
 
@@ -33,7 +34,9 @@ std::uint64_t FrameNumbers::number(std::uint64_t blockId)
     // It was counted as lost, or is not known to have been sent at all.
     if (step < 0)
         return m_next - std::min<std::uint64_t>(m_next, static_cast<std::uint64_t>(1 - step));
-    m_next += static_cast<std::uint64_t>(std::max<std::int64_t>(step, 1));
+    // Incomplete frames are among those between; at a new beginning nobody knows how many there were besides.
+    m_next += std::max(static_cast<std::uint64_t>(std::max<std::int64_t>(step, 1)),
+                       std::exchange(m_incomplete, 0) + 1);
     m_last = blockId;
     return m_next - 1;
 }

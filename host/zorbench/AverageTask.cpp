@@ -79,10 +79,10 @@ void AverageTask::start()
                                 m_source.stop();
                         },
                         [this](const SourceError& error) {
-                            if (!error.hasEnded)
-                                return;
                             const std::lock_guard<std::mutex> lock(m_run->mutex);
-                            m_run->error = error.text;
+                            // Where no frame at all can be used, none will come.
+                            if (error.hasEnded || m_run->average.taken() == 0)
+                                m_run->error = error.text;
                         }});
     } catch (const std::exception& error) {
         const std::lock_guard<std::mutex> lock(m_run->mutex);

@@ -3,12 +3,14 @@
 #include "host/camera/CameraSource.h"
 #include "host/zorbench/CameraBoxes.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
 
 #include <algorithm>
+#include <string>
 
 namespace zor {
 
@@ -23,15 +25,20 @@ QHBoxLayout* sideBySide(QWidget* first, QWidget* second)
 }
 
 /// Offers the texts, unless they are offered already: the box may be open.
-void offer(QComboBox& box, const QStringList& texts)
+/// The current one is the first where there is no such text. While the operator is choosing the box stays as
+/// it is.
+void offer(QComboBox& box, const QStringList& texts, const std::string& current)
 {
+    if (box.view()->isVisible())
+        return;
     QStringList offered;
     for (int i = 0; i < box.count(); ++i)
         offered.append(box.itemText(i));
-    if (offered == texts)
-        return;
-    box.clear();
-    box.addItems(texts);
+    if (offered != texts) {
+        box.clear();
+        box.addItems(texts);
+    }
+    box.setCurrentIndex(std::max(0, box.findText(QString::fromStdString(current))));
 }
 
 QStringList textsOf(const std::vector<std::string>& from)
@@ -132,8 +139,7 @@ void CameraPanel::showControls(const CameraControls& controls)
     m_exposureTime->showNumber(controls.exposureTime);
     m_gain->showNumber(controls.gain);
     m_frameRate->showNumber(controls.frameRate);
-    offer(*m_pixelFormat, textsOf(controls.pixelFormats));
-    m_pixelFormat->setCurrentText(QString::fromStdString(controls.pixelFormat));
+    offer(*m_pixelFormat, textsOf(controls.pixelFormats), controls.pixelFormat);
     m_pixelFormat->setEnabled(!controls.pixelFormats.empty());
     showRegion(controls);
     showTrigger(controls);
@@ -154,9 +160,7 @@ void CameraPanel::showRegion(const CameraControls& controls)
 
 void CameraPanel::showTrigger(const CameraControls& controls)
 {
-    offer(*m_triggerSource, QStringList(tr("Off")) + textsOf(controls.triggerSources));
-    const int source = m_triggerSource->findText(QString::fromStdString(controls.trigger));
-    m_triggerSource->setCurrentIndex(std::max(0, source));
+    offer(*m_triggerSource, QStringList(tr("Off")) + textsOf(controls.triggerSources), controls.trigger);
     m_triggerSource->setEnabled(!controls.triggerSources.empty());
     // The standard name, or one of several.
     m_trigger->setEnabled(controls.trigger.compare(0, 8, "Software") == 0);

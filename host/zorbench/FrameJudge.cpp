@@ -32,6 +32,8 @@ void FrameJudge::follow(std::shared_ptr<const Frame> frame)
 
 void FrameJudge::setMeasuresNoise(bool on)
 {
+    if (on == m_measuresNoise)
+        return;
     m_measuresNoise = on;
     m_previous.reset();
     if (!on)

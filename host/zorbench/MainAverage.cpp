@@ -112,8 +112,7 @@ void MainWindow::keepAverage(const std::shared_ptr<const Frame>& frame, const Ca
                              int frames)
 {
     m_average.keep(frame, settings);
-    m_averageName =
-        tr("Average of %1, %2").arg(QString::number(frames), QString::fromStdString(m_source->name()));
+    m_averageName = tr("Average of %1, ").arg(frames) + QString::fromStdString(m_source->name());
     m_showAverage->setEnabled(true);
     showAverage();
 }
@@ -122,6 +121,7 @@ void MainWindow::keepDark(const std::shared_ptr<const Frame>& frame, const Captu
                           int frames)
 {
     m_conditioner.setDark(frame, settings);
+    followSettings(*frame);
     m_subtractDark->setEnabled(true);
     m_subtractDark->setChecked(true);
     m_notice->tell(
@@ -158,6 +158,7 @@ void MainWindow::tellNotices()
 {
     for (const std::string& notice : m_conditioner.takeNotices())
         m_notice->tell(QString::fromStdString(notice));
+    m_judge.setMeasuresNoise(!m_conditioner.isAveraging());
     m_subtractDark->setEnabled(m_conditioner.hasDark());
 }
 

@@ -32,8 +32,12 @@ void MainWindow::makeCameraActions(QMenu* menu, const std::string& interfaces)
         if (camera && camera->isLost())
             m_notice->setState(tr("The camera %1 is lost. It goes on when it is back.")
                                    .arg(QString::fromStdString(camera->name())));
-        else
+        else {
             m_notice->setState({});
+            if (camera)
+                m_notice->tell(
+                    tr("The camera %1 was lost and is back.").arg(QString::fromStdString(camera->name())));
+        }
     });
 }
 

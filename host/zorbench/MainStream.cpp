@@ -47,6 +47,8 @@ void MainWindow::makeStream()
         m_isRefusalReported = false;
         m_isSnapshot = m_isSnapshot && isRunning;
         if (isRunning)
+            m_conditioner.restart();
+        if (isRunning)
             m_counting.start(250);
         else
             m_counting.stop();
@@ -61,6 +63,12 @@ void MainWindow::useSource(FrameSource& source)
 {
     m_task.reset();
     m_feed.stop();
+    if (&source == m_source)
+        return;
+    // What was taken with one camera is nothing to another.
+    m_average.drop();
+    m_showAverage->setEnabled(false);
+    m_conditioner.dropDark();
     m_source = &source;
 }
 

@@ -25,7 +25,10 @@ NoticeLine::NoticeLine(QWidget* parent)
 
 void NoticeLine::tell(const QString& sentence)
 {
-    m_told = sentence;
+    constexpr int together = 1000; // in ms
+    const bool belongs = m_sinceTold.isValid() && !m_sinceTold.hasExpired(together) && !m_told.isEmpty();
+    m_told = belongs ? m_told + QLatin1Char(' ') + sentence : sentence;
+    m_sinceTold.start();
     m_fading.start();
     showText();
 }

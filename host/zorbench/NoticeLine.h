@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
 
@@ -15,7 +16,7 @@ class NoticeLine : public QWidget
 public:
     explicit NoticeLine(QWidget* parent = nullptr);
 
-    /// For half a minute, or until the next one.
+    /// For half a minute, or until the next one. What comes within a second belongs together.
     void tell(const QString& sentence);
     /// What lasts, until it is empty. It goes before what was told.
     void setState(const QString& sentence);
@@ -25,6 +26,7 @@ private:
 
     QLineEdit* m_field;
     QTimer m_fading;
+    QElapsedTimer m_sinceTold;
     QString m_told;
     QString m_state;
 };

@@ -17,6 +17,7 @@ private slots:
     void framesStayAsTheyAre();
     void framesAreAveraged();
     void aNewNumberBeginsAnew();
+    void aNewStreamBeginsAnew();
     void wrongNumberIsRefused_data();
     void wrongNumberIsRefused();
     void theDarkIsSubtractedFromTheAverage();
@@ -111,6 +112,19 @@ void TestFrameConditioner::aNewNumberBeginsAnew()
     QCOMPARE(noticesOf(stream.conditioner), QStringList());
 }
 
+void TestFrameConditioner::aNewStreamBeginsAnew()
+{
+    Stream stream;
+    QVERIFY(!stream.conditioner.isAveraging());
+    stream.conditioner.setAveraged(3);
+    stream.shown(10);
+    stream.conditioner.restart();
+    QCOMPARE(stream.shown(20), 20);
+    QCOMPARE(stream.shown(40), 30);
+    QVERIFY(stream.conditioner.isAveraging());
+    QCOMPARE(noticesOf(stream.conditioner), QStringList());
+}
+
 void TestFrameConditioner::wrongNumberIsRefused_data()
 {
     QTest::addColumn<quint32>("frames");
@@ -189,8 +203,15 @@ void TestFrameConditioner::anAverageIsFreedOfTheDark()
     QCOMPARE(greyOf(*stream.conditioner.withoutDark(grey(80))), 70);
     QCOMPARE(stream.conditioner.averaged(), 1u);
     stream.gain = 3.0;
+    // Taken in another way: nothing is subtracted, and nothing dropped.
     QCOMPARE(greyOf(*stream.conditioner.withoutDark(grey(80))), 80);
-    QCOMPARE(noticesOf(stream.conditioner).size(), 2);
+    QCOMPARE(noticesOf(stream.conditioner), QStringList());
+    QVERIFY(stream.conditioner.hasDark());
+    stream.gain = 1.0;
+    QCOMPARE(greyOf(*stream.conditioner.withoutDark(grey(80))), 70);
+    stream.conditioner.dropDark();
+    QVERIFY(!stream.conditioner.hasDark());
+    QCOMPARE(greyOf(*stream.conditioner.withoutDark(grey(80))), 80);
 }
 
 void TestFrameConditioner::tooManyFramesEndTheAverage()

@@ -81,10 +81,10 @@ void TestCameraSource::everyFormatArrives_data()
 void TestCameraSource::everyFormatArrives()
 {
     QFETCH(QString, format);
+    FrameCollector collector;
     CameraSource source(Id);
     source.setFrameRate(500.0);
     source.setPixelFormat(format.toStdString());
-    FrameCollector collector;
     source.start(collector.handlers());
     QVERIFY(collector.waitForFrames(3));
     source.stop();
@@ -95,9 +95,9 @@ void TestCameraSource::everyFormatArrives()
 
 void TestCameraSource::framesAreCounted()
 {
+    FrameCollector collector;
     CameraSource source(Id);
     source.setFrameRate(1000.0);
-    FrameCollector collector;
     source.start(collector.handlers());
     // The camera's 16-bit identifiers begin anew meanwhile.
     QVERIFY(collector.waitForFrames(200));
@@ -115,9 +115,9 @@ void TestCameraSource::framesAreCounted()
 
 void TestCameraSource::formatChangesWhileFramesCome()
 {
+    FrameCollector collector;
     CameraSource source(Id);
     source.setFrameRate(200.0);
-    FrameCollector collector;
     source.start(collector.handlers());
     for (const std::string format : {"Mono8", "RGB8", "Mono16", "BayerRG8", "Mono8"}) {
         source.setPixelFormat(format);
@@ -133,9 +133,9 @@ void TestCameraSource::formatChangesWhileFramesCome()
 
 void TestCameraSource::regionChangesWhileFramesCome()
 {
+    FrameCollector collector;
     CameraSource source(Id);
     source.setFrameRate(200.0);
-    FrameCollector collector;
     source.start(collector.handlers());
     source.setRegion(16, 8, 640, 480);
     QVERIFY(waitForFrame(collector, [](const Frame& frame) { return holds(frame, "Mono8", 640, 480); }));
@@ -200,9 +200,9 @@ void TestCameraSource::wrongSettingIsRefused()
 
 void TestCameraSource::refusedSettingLetsFramesComeOn()
 {
+    FrameCollector collector;
     CameraSource source(Id);
     source.setFrameRate(200.0);
-    FrameCollector collector;
     source.start(collector.handlers());
     QVERIFY(collector.waitForFrames(2));
     QVERIFY_EXCEPTION_THROWN(source.setPixelFormat("Mono9"), CameraError);

@@ -13,6 +13,7 @@ private slots:
     void framesAreNumbered_data();
     void framesAreNumbered();
     void aNewBeginningLosesNone();
+    void incompleteFramesAreAmongTheLost();
 };
 
 void TestFrameNumbers::framesAreNumbered_data()
@@ -59,6 +60,24 @@ void TestFrameNumbers::aNewBeginningLosesNone()
     frames.restart();
     QCOMPARE(frames.number(100), std::uint64_t{3});
     QCOMPARE(frames.sent(), std::uint64_t{4});
+}
+
+void TestFrameNumbers::incompleteFramesAreAmongTheLost()
+{
+    zor::FrameNumbers frames;
+    frames.addIncomplete();
+    QCOMPARE(frames.number(10), std::uint64_t{1});
+    frames.addIncomplete();
+    QCOMPARE(frames.sent(), std::uint64_t{3});
+    QCOMPARE(frames.number(12), std::uint64_t{3});
+    // One of the two between came in part.
+    frames.addIncomplete();
+    QCOMPARE(frames.number(15), std::uint64_t{6});
+    // More came than there is room for: the camera began anew meanwhile.
+    frames.addIncomplete();
+    frames.addIncomplete();
+    QCOMPARE(frames.number(16), std::uint64_t{9});
+    QCOMPARE(frames.sent(), std::uint64_t{10});
 }
 
 QTEST_APPLESS_MAIN(TestFrameNumbers)

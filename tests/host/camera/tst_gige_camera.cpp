@@ -90,10 +90,10 @@ void TestGigeCamera::packedSamplesKeepTheirValues()
     QFETCH(int, bits);
     GigeCameraProcess camera;
     QVERIFY(camera.start());
+    FrameCollector collector;
     CameraSource source(GigeCameraProcess::Id, LargePackets);
     source.setPixelFormat(QTest::currentDataTag());
     source.setRegion(0, 0, 48, 7);
-    FrameCollector collector;
     source.start(collector.handlers());
     QVERIFY(collector.waitForFrames(2));
     source.stop();
@@ -113,9 +113,9 @@ void TestGigeCamera::lostPacketsMakeIncompleteFrames()
 {
     GigeCameraProcess camera;
     QVERIFY(camera.start(0.05));
+    FrameCollector collector;
     CameraSource source(GigeCameraProcess::Id, LargePackets);
     source.setFrameRate(100.0);
-    FrameCollector collector;
     source.start(collector.handlers());
     QVERIFY(waitUntil([&] { return source.counts().incomplete >= 5 && source.counts().complete >= 20; }));
     source.stop();
@@ -134,6 +134,7 @@ void TestGigeCamera::lostCameraComesBackWithItsSettings()
 {
     GigeCameraProcess camera;
     QVERIFY(camera.start());
+    FrameCollector collector;
     CameraSource source(GigeCameraProcess::Id, LargePackets);
     source.setFrameRate(100.0);
     source.setPixelFormat("Mono16");
@@ -141,7 +142,6 @@ void TestGigeCamera::lostCameraComesBackWithItsSettings()
     source.setGain(3.0);
     source.setRegion(32, 16, 320, 200);
     source.setFeature("BinningVertical", "2");
-    FrameCollector collector;
     source.start(collector.handlers());
     QVERIFY(collector.waitForFrames(10));
 
@@ -176,9 +176,9 @@ void TestGigeCamera::restartedCameraIsLostOnce()
 {
     GigeCameraProcess camera;
     QVERIFY(camera.start());
+    FrameCollector collector;
     CameraSource source(GigeCameraProcess::Id, LargePackets);
     source.setFrameRate(100.0);
-    FrameCollector collector;
     source.start(collector.handlers());
     for (std::uint64_t round = 1; round <= 3; ++round) {
         // Somewhere between two looks of the library at the camera.
@@ -218,8 +218,8 @@ void TestGigeCamera::lostCameraCanBeStoppedAndGivenBack()
 {
     GigeCameraProcess camera;
     QVERIFY(camera.start());
-    CameraSource source(GigeCameraProcess::Id, LargePackets);
     FrameCollector collector;
+    CameraSource source(GigeCameraProcess::Id, LargePackets);
     source.start(collector.handlers());
     QVERIFY(collector.waitForFrames(2));
     camera.kill();
@@ -232,18 +232,18 @@ void TestGigeCamera::cameraOfSomebodyElseIsRefused()
 {
     GigeCameraProcess camera;
     QVERIFY(camera.start());
-    const CameraSource first(GigeCameraProcess::Id, LargePackets);
-    QVERIFY_EXCEPTION_THROWN(CameraSource(GigeCameraProcess::Id, LargePackets), CameraError);
+    const CameraSource first(GigeCameraProcess::Id);
+    QVERIFY_EXCEPTION_THROWN(CameraSource(GigeCameraProcess::Id), CameraError);
 }
 
 void TestGigeCamera::framesWaitForTheTrigger()
 {
     GigeCameraProcess camera;
     QVERIFY(camera.start());
+    FrameCollector collector;
     CameraSource source(GigeCameraProcess::Id, LargePackets);
     source.setTrigger("Software");
     QCOMPARE(QString::fromStdString(source.controls().trigger), QString("Software"));
-    FrameCollector collector;
     source.start(collector.handlers());
     QTest::qWait(1500);
     QVERIFY(collector.frames().empty());

@@ -57,6 +57,7 @@ private slots:
     void framesThatCannotBeAveragedEndIt();
     void anErrorOfTheSourceEndsIt();
     void anErrorThatEndsNothingIsPassedOver();
+    void anErrorBeforeTheFirstFrameEndsIt();
     void aSourceThatCannotBeStartedIsReported();
     void cancelStopsTheSource();
     void whatIsOverLeavesTheSource();
@@ -125,10 +126,20 @@ void TestAverageTask::anErrorThatEndsNothingIsPassedOver()
 {
     Taking taking;
     taking.task.start();
+    taking.source.send(0, grey(7));
     taking.source.fail("a frame was odd", false);
-    for (std::uint64_t i = 0; i < 3; ++i)
-        taking.source.send(i, grey(7));
+    taking.source.send(2, grey(7));
+    taking.source.send(3, grey(7));
     QTRY_COMPARE(taking.said, QStringList("done 7 100"));
+}
+
+void TestAverageTask::anErrorBeforeTheFirstFrameEndsIt()
+{
+    Taking taking;
+    taking.task.start();
+    taking.source.fail("frames of this width cannot be used", false);
+    QTRY_COMPARE(taking.said, QStringList("frames of this width cannot be used"));
+    QVERIFY(!taking.source.isRunning());
 }
 
 void TestAverageTask::aSourceThatCannotBeStartedIsReported()

@@ -181,9 +181,9 @@ void TestBenchAverage::anotherDepthDropsTheDarkFrame()
     QTRY_VERIFY(bench.action("Subtract dark frame")->isChecked());
     controlOf<QComboBox>(&bench.window(), "Depth")->setCurrentIndex(0);
     bench.action("Start")->trigger();
-    QTRY_COMPARE(bench.status("Notice"),
-                 QString("The dark frame was dropped: the pixel format is Mono8 and was "
-                         "Mono12; take another one."));
+    QTRY_VERIFY(bench.status("Notice").endsWith(
+        "The dark frame was dropped: the pixel format is Mono8 and was Mono12; "
+        "take another one."));
     QVERIFY(!bench.action("Subtract dark frame")->isEnabled());
 }
 

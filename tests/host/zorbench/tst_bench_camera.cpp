@@ -137,7 +137,8 @@ void TestBenchCamera::aLostCameraIsSaidAndComesBack()
                               20000);
     const QString last = bench.status("Frame");
     QVERIFY(gige.start());
-    QTRY_COMPARE_WITH_TIMEOUT(bench.status("Notice"), QString(), 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(bench.status("Notice"),
+                              QString("The camera Aravis Fake (GV01) was lost and is back."), 20000);
     QTRY_VERIFY_WITH_TIMEOUT(bench.status("Frame") != last, 20000);
     bench.action("Disconnect")->trigger();
     QTRY_VERIFY(bench.action("Connect")->isEnabled());
