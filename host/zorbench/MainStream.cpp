@@ -79,8 +79,8 @@ void MainWindow::makeStreamActions(QMenu* menu)
     QAction* stop = menu->addAction(tr("Stop"), &m_feed, &FrameFeed::stop, Qt::SHIFT + Qt::Key_F5);
     stop->setEnabled(false);
     for (QAction* action : {start, stop})
-        action->setToolTip(
-            tr("%1 (%2)").arg(action->text(), action->shortcut().toString(QKeySequence::NativeText)));
+        action->setToolTip(action->text() + QStringLiteral(" (%1)").arg(
+                                                action->shortcut().toString(QKeySequence::NativeText)));
     connect(&m_feed, &FrameFeed::runningChanged, start, &QAction::setDisabled);
     connect(&m_feed, &FrameFeed::runningChanged, stop, &QAction::setEnabled);
     QAction* live = menu->addAction(tr("Live"));

@@ -56,8 +56,9 @@ private slots:
 
 private:
     static zor::RawDialog* rawDialog(Bench& bench);
-    /// What the menu "Recent files" offers.
+    /// The words of the items in the menu "Recent files".
     static QStringList recentTexts(Bench& bench);
+    static void chooseRecent(Bench& bench, int item);
     static void fill(zor::RawDialog* dialog, const QString& format, int width, int height, int pitch = 0);
 };
 
@@ -79,6 +80,11 @@ QStringList TestBenchOpening::recentTexts(Bench& bench)
     for (const QAction* action : actions)
         texts.append(action->text());
     return texts;
+}
+
+void TestBenchOpening::chooseRecent(Bench& bench, int item)
+{
+    bench.action("Recent files")->menu()->actions().at(item)->trigger();
 }
 
 void TestBenchOpening::fill(zor::RawDialog* dialog, const QString& format, int width, int height, int pitch)
@@ -143,9 +149,8 @@ void TestBenchOpening::aRecentFileIsOpenedAgain()
     const QString first = bench.write("black & white.pgm", countedPgm(2, 2));
     bench.open(first);
     bench.open(bench.write("other.pgm", countedPgm(3, 3)));
-    QAction* recent = bench.action(QString(first).replace("&", "&&"));
-    QVERIFY(recent->isEnabled());
-    recent->trigger();
+    QCOMPARE(recentTexts(bench).last(), QString(first).replace("&", "&&"));
+    chooseRecent(bench, 1);
     QCOMPARE(bench.shownSize(), QSize(2, 2));
     QCOMPARE(zor::RecentFiles(bench.settings()).files().first(), first);
 }
@@ -246,12 +251,12 @@ void TestBenchOpening::recentFilesAreThereBeforeTheMenuOpens()
     QCOMPARE(recentTexts(bench), (QStringList{second, first}));
     QVERIFY(bench.action("Recent files")->isEnabled());
     // Also when the list changes by one of its own items.
-    bench.action(first)->trigger();
+    chooseRecent(bench, 1);
     QCoreApplication::processEvents();
     QCOMPARE(recentTexts(bench), (QStringList{first, second}));
     bench.restart();
     QCOMPARE(recentTexts(bench), (QStringList{first, second}));
-    bench.action(second)->trigger();
+    chooseRecent(bench, 1);
     QCOMPARE(bench.shownSize(), QSize(3, 3));
 }
 

@@ -228,6 +228,7 @@ void TestInspectDock::aFrameThatTheRectangleIsNotOnHasNoFigures()
 void TestInspectDock::aPlainDragMovesThePicture()
 {
     Bench bench;
+    bench.window().resize(1024, 768);
     dockOf(bench).show();
     bench.view().setFrame(madeFrame("Mono8", 200, 120));
     bench.view().adapter().viewScale(20.0);

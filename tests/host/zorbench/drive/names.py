@@ -34,7 +34,7 @@ class Names(unittest.TestCase):
             bench.wait_for(lambda: os.path.basename(frame) in window.title, "the frame's name")
             for dock in docks(window):
                 if not dock.is_showing:
-                    bench.open_dock(dock.title)
+                    bench.open_dock(dock.title, "Camera" if dock.title == "Camera" else "View")
             controls = docks(window) + list(controls_below(window))
             self.check(controls)
             names = [widget.title for widget in controls]

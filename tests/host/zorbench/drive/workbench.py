@@ -50,9 +50,9 @@ class Workbench(Program):
         bar = self.main_window().child("menu bar")
         return bar.child("menu item", menu).child("popup menu").child("menu item", item)
 
-    def open_dock(self, title):
-        """Opens a dock by its entry in the menu "View"."""
-        self.menu_item("View", title).press()
+    def open_dock(self, title, menu="View"):
+        """Opens a dock by its entry in a menu."""
+        self.menu_item(menu, title).press()
         # What is in a dock may have its name.
         dock = self.main_window().child("frame", title)
         self.wait_for(lambda: dock.is_showing, f"{dock} to open")
