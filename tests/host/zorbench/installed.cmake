@@ -1,5 +1,5 @@
 # The workbench runs from where it is installed, with its picture and its plug-in. -D BUILD=the build folder
-# -D PREFIX=where to install.
+# -D PREFIX=where to install -D PYTHON=what runs the tests that drive a program -D DRIVE=their folder.
 cmake_minimum_required(VERSION 3.18)
 
 file(REMOVE_RECURSE "${PREFIX}")
@@ -24,5 +24,12 @@ endforeach()
 execute_process(COMMAND "${PREFIX}/bin/zorbench" --version OUTPUT_VARIABLE version RESULT_VARIABLE result)
 if(NOT result EQUAL 0 OR NOT version MATCHES "^zorbench [0-9.]+\n$")
   message(FATAL_ERROR "the installed program answers '${version}' with ${result}")
+endif()
+execute_process(
+  COMMAND "${CMAKE_COMMAND}" -E env "ZOR_ZORBENCH=${PREFIX}/bin/zorbench" "ZOR_KEEP=${PREFIX}/.." ASAN_OPTIONS=detect_leaks=0
+    ZOR_ZORFFC= ZOR_FRAMES= "${PYTHON}" -B "${DRIVE}/session.py" 240 "${PYTHON}" -B "${DRIVE}/installed.py"
+  RESULT_VARIABLE result ERROR_VARIABLE errors)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "the installed window: ${errors}")
 endif()
 file(REMOVE_RECURSE "${PREFIX}")

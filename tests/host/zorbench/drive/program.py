@@ -51,6 +51,10 @@ class Program:
         self._errors.seek(0)
         return self._errors.read().decode(errors="replace")
 
+    def folder(self):
+        """Its working directory."""
+        return os.readlink(f"/proc/{self._process.pid}/cwd")
+
     def windows(self):
         """The windows that show."""
         desktop = Atspi.get_desktop(0)
