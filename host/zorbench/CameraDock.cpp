@@ -43,6 +43,10 @@ CameraDock::CameraDock(BackgroundWork& work, QSettings& settings, QWidget* paren
     readAgain->setAccessibleName(readAgain->text());
 
     auto* choice = new QHBoxLayout;
+    // A combo box goes by its label: its own name is what is chosen.
+    auto* visibility = new QLabel(tr("Visibility"), m_controls);
+    visibility->setBuddy(m_visibility);
+    choice->addWidget(visibility);
     choice->addWidget(m_visibility, 1);
     choice->addWidget(readAgain);
     auto* parts = new QVBoxLayout(m_controls);
