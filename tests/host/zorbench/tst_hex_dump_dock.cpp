@@ -9,6 +9,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QIdentityProxyModel>
 #include <QTableView>
 #include <QtTest>
@@ -255,6 +256,9 @@ void TestHexDumpDock::cellsAreMeasuredWhenTheirShapeChanges()
                table->fontMetrics().horizontalAdvance(last.data().toString());
     };
     QVERIFY(isWholeTextSeen());
+    // Nobody else gives them another size.
+    QCOMPARE(table->horizontalHeader()->sectionResizeMode(0), QHeaderView::Fixed);
+    QCOMPARE(table->verticalHeader()->sectionResizeMode(0), QHeaderView::Fixed);
     const int narrow = table->columnWidth(0);
     measured.count = 0;
     QSignalSpy changed(&measured, &QAbstractItemModel::dataChanged);
