@@ -2,7 +2,6 @@
 #include "tests/host/zorbench/Bench.h"
 #include "tests/support/ModalWatch.h"
 
-#include "display/DisplayView.h"
 #include "host/zorbench/RawDialog.h"
 #include "image/unpack/NativeCodes.h"
 
@@ -14,12 +13,9 @@
 #include <QLayout>
 #include <QMenu>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QPointer>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QUrl>
-#include <QWindow>
 #include <QtTest>
 
 /// The ways in which frames come into the workbench, and files that are none.
@@ -32,11 +28,6 @@ private slots:
     void ofSeveralFilesTheFirstIsShown();
     void theOpenDialogStartsInTheLastFolder();
     void aRecentFileIsOpenedAgain();
-    void droppedFilesAreOpened();
-    void onlyLocalFilesCanBeDropped();
-    void aDropLeavesTheFileWhereItIs();
-    void whatCanOnlyBeMovedIsRefused();
-    void filesCanBeDroppedOnTheFullScreen();
     void onlyFilesAreAmongTheRecentOnes();
     void recentFilesAreThereBeforeTheMenuOpens();
     void aTitleShowsTheWholeName();
@@ -153,80 +144,6 @@ void TestBenchOpening::aRecentFileIsOpenedAgain()
     chooseRecent(bench, 1);
     QCOMPARE(bench.shownSize(), QSize(2, 2));
     QCOMPARE(zor::RecentFiles(bench.settings()).files().first(), first);
-}
-
-void TestBenchOpening::droppedFilesAreOpened()
-{
-    Bench bench;
-    QMimeData data;
-    data.setUrls({QUrl("https://example.org/flat.pgm"),
-                  QUrl::fromLocalFile(bench.write("flat.pgm", countedPgm(6, 4)))});
-    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    enter.ignore();
-    QCoreApplication::sendEvent(&bench.window(), &enter);
-    QVERIFY(enter.isAccepted());
-    QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(&bench.window(), &drop);
-    QCOMPARE(bench.shownSize(), QSize(6, 4));
-}
-
-void TestBenchOpening::onlyLocalFilesCanBeDropped()
-{
-    Bench bench;
-    QMimeData data;
-    data.setUrls({QUrl("https://example.org/flat.pgm")});
-    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    enter.ignore();
-    QCoreApplication::sendEvent(&bench.window(), &enter);
-    QVERIFY(!enter.isAccepted());
-}
-
-// Who gives a file to be moved may delete it afterwards. With Shift a move is proposed.
-void TestBenchOpening::aDropLeavesTheFileWhereItIs()
-{
-    Bench bench;
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(bench.write("flat.pgm", countedPgm(6, 4)))});
-    const Qt::DropActions possible = Qt::CopyAction | Qt::MoveAction;
-    QDragEnterEvent enter({10, 10}, possible, &data, Qt::LeftButton, Qt::ShiftModifier);
-    QCOMPARE(enter.dropAction(), Qt::MoveAction);
-    QCoreApplication::sendEvent(&bench.window(), &enter);
-    QVERIFY(enter.isAccepted());
-    QCOMPARE(enter.dropAction(), Qt::CopyAction);
-    QDragMoveEvent move({20, 10}, possible, &data, Qt::LeftButton, Qt::ShiftModifier);
-    QCoreApplication::sendEvent(&bench.window(), &move);
-    QCOMPARE(move.dropAction(), Qt::CopyAction);
-    QDropEvent drop({20, 10}, possible, &data, Qt::LeftButton, Qt::ShiftModifier);
-    QCoreApplication::sendEvent(&bench.window(), &drop);
-    QCOMPARE(drop.dropAction(), Qt::CopyAction);
-    QCOMPARE(bench.shownSize(), QSize(6, 4));
-}
-
-void TestBenchOpening::whatCanOnlyBeMovedIsRefused()
-{
-    Bench bench;
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(bench.write("flat.pgm", countedPgm(6, 4)))});
-    QDragEnterEvent enter({10, 10}, Qt::MoveAction, &data, Qt::LeftButton, {});
-    enter.ignore();
-    QCoreApplication::sendEvent(&bench.window(), &enter);
-    QVERIFY(!enter.isAccepted());
-}
-
-void TestBenchOpening::filesCanBeDroppedOnTheFullScreen()
-{
-    Bench bench;
-    bench.view().setFullScreen(true);
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(bench.write("flat.pgm", countedPgm(6, 4)))});
-    QWidget* place = bench.view().view().viewport();
-    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    enter.ignore();
-    QCoreApplication::sendEvent(place, &enter);
-    QVERIFY(enter.isAccepted());
-    QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(place, &drop);
-    QCOMPARE(bench.shownSize(), QSize(6, 4));
 }
 
 void TestBenchOpening::onlyFilesAreAmongTheRecentOnes()
