@@ -3,10 +3,12 @@
 //   gige_camera SERIAL_NUMBER LOST_PACKETS
 // LOST_PACKETS is the share of its packets that are never sent. It offers `Packed` formats as well. A pixel
 // of these and of Mono8 is its column number plus its row number plus the frame's identifier, modulo the
-// format's range. It writes "ready" when it can be found, and runs until its standard input ends.
+// format's range. It writes "ready" when it can be found, runs until its standard input ends, and
+// writes how many frames it has sent.
 
 #include <arv.h>
 
+#include <atomic>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -33,8 +35,12 @@ void fillPacked(std::uint8_t* pixels, unsigned width, unsigned height, unsigned 
     }
 }
 
+std::atomic<unsigned long> sentFrames{0};
+
+/// Called for each frame that is sent.
 void fill(ArvBuffer* buffer, void*, guint32, guint32, ArvPixelFormat format)
 {
+    ++sentFrames;
     auto* pixels = static_cast<std::uint8_t*>(const_cast<void*>(arv_buffer_get_data(buffer, nullptr)));
     const auto width = static_cast<unsigned>(arv_buffer_get_image_width(buffer));
     const auto height = static_cast<unsigned>(arv_buffer_get_image_height(buffer));
@@ -56,10 +62,19 @@ std::string description()
     std::string text(arv_fake_camera_get_genicam_xml(plain, &size));
     text.resize(size);
     g_object_unref(plain);
+    // A place within the size, as most cameras have it.
+    const std::size_t offset = text.find("<Integer Name=\"OffsetX\"");
+    const std::string atMost = "<pMax>SensorWidth</pMax>";
+    const std::size_t most = text.find(atMost, offset);
     const std::string before = "<EnumEntry Name=\"Mono8\"";
-    const std::size_t place = text.find(before);
-    if (place == std::string::npos)
+    if (offset == std::string::npos || most == std::string::npos || text.find(before) == std::string::npos)
         return {};
+    text.replace(most, atMost.size(), "<pMax>OffsetXMax</pMax>");
+    text.insert(
+        offset,
+        "<IntSwissKnife Name=\"OffsetXMax\"><pVariable Name=\"SENSOR\">SensorWidth</pVariable>"
+        "<pVariable Name=\"WIDTH\">Width</pVariable><Formula>SENSOR - WIDTH</Formula></IntSwissKnife>\n");
+    const std::size_t place = text.find(before);
     const auto entry = [](const char* name, unsigned code) {
         return "<EnumEntry Name=\"" + std::string(name) + "\" NameSpace=\"Standard\"><Value>" +
                std::to_string(code) + "</Value></EnumEntry>\n";
@@ -95,5 +110,6 @@ int main(int count, char** arguments)
     while (std::getchar() != EOF) {
     }
     g_object_unref(camera);
+    std::printf("%lu\n", sentFrames.load());
     return 0;
 }

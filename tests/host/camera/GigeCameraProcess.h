@@ -20,6 +20,14 @@ public:
         m_process.waitForFinished();
     }
 
+    /// As when it is switched off. Answers how many frames it has sent.
+    int finish()
+    {
+        m_process.closeWriteChannel();
+        m_process.waitForFinished();
+        return m_process.readLine().toInt();
+    }
+
     ~GigeCameraProcess() { kill(); }
 
     static constexpr const char* Id = "Aravis-Fake-GV01";
