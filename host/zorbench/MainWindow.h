@@ -32,7 +32,7 @@ class PlugIn;
 ///
 /// The members lie in six files: what the menus offer in MainMenus.cpp, what belongs to a stream of frames in
 /// MainStream.cpp, averages and dark frames in MainAverage.cpp, cameras in MainCamera.cpp, for which
-/// MainNoCamera.cpp stands in where there are none, the docks in MainDocks.cpp, everything else in
+/// MainNoCamera.cpp is used where there are none, the docks in MainDocks.cpp, everything else in
 /// MainWindow.cpp.
 class MainWindow : public QMainWindow
 {

@@ -18,7 +18,7 @@ public:
 
     /// For half a minute, or until the next one. What comes within a second belongs together.
     void tell(const QString& sentence);
-    /// What lasts, until it is empty. It goes before what was told.
+    /// What lasts, until it is empty. It is shown before any other.
     void setState(const QString& sentence);
 
 private:

@@ -62,7 +62,7 @@ private slots:
     void anAverageCanBeCancelled();
     void aFileEndsAnAverage();
     void aSnapshotIsOneFrame();
-    void noiseStandsBesideTheJudgement();
+    void noiseIsBesideTheJudgement();
     void theWantedAccuracyIsKept();
     void theWindowCanBeClosedMeanwhile();
 };
@@ -235,7 +235,7 @@ void TestBenchAverage::aSnapshotIsOneFrame()
     QVERIFY(isRunning(bench));
 }
 
-void TestBenchAverage::noiseStandsBesideTheJudgement()
+void TestBenchAverage::noiseIsBesideTheJudgement()
 {
     Bench bench;
     prepare(bench);

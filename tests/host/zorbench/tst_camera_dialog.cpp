@@ -19,7 +19,7 @@ using zor::CameraInterfaces;
 
 namespace {
 
-/// Stands for the search: what was searched, and what is found.
+/// In place of the search: what was searched, and what is found.
 struct Search
 {
     std::mutex mutex; ///< guards the rest, and holds a search up

@@ -264,7 +264,7 @@ void TestHexDumpDock::cellsAreMeasuredWhenTheirShapeChanges()
     QSignalSpy changed(&measured, &QAbstractItemModel::dataChanged);
     bench.open(bench.path("flat.pgm"));
     QTRY_COMPARE(changed.count(), 1);
-    // One stands for all.
+    // One is as good as all.
     QVERIFY2(measured.count <= 1, qPrintable(QString::number(measured.count)));
     // More digits need more room.
     bench.view().setFrame(madeFrame("RGB16", 40, 20));
