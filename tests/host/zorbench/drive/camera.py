@@ -19,7 +19,7 @@ class Camera(UtilityCase):
         with Workbench(self, "--camera-interfaces", "fake") as bench:
             bench.connect_camera()
             dock = bench.main_window().child("frame", "Camera")
-            dock.find("spin button", "Frame rate").set_number(200)
+            dock.find("spin button", "Frame rate").set_number(60)
             bench.menu_item("File", "Stop").press()
 
             bench.take_average("Dark frame\u2026", "Dark frame", 4)
