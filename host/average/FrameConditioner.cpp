@@ -37,7 +37,6 @@ void FrameConditioner::setDark(std::shared_ptr<const Frame> dark, const CaptureS
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_dark.keep(std::move(dark), settings);
-    m_darkSettings = settings;
 }
 
 void FrameConditioner::dropDark()
@@ -79,7 +78,7 @@ std::shared_ptr<const Frame> FrameConditioner::withoutDark(std::shared_ptr<const
 {
     const CaptureSettings settings = m_settings(*frame);
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return settings == m_darkSettings ? subtract(std::move(frame)) : frame;
+    return settings == m_dark.settings() ? subtract(std::move(frame)) : frame;
 }
 
 std::uint32_t FrameConditioner::averaged() const

@@ -65,7 +65,6 @@ private:
     std::optional<SlidingAverage> m_average;
     std::optional<CaptureSettings> m_averaged; ///< what the frames of the average were taken with
     KeptFrame m_dark;
-    CaptureSettings m_darkSettings;
     bool m_subtractsDark = false;
     std::vector<std::string> m_notices;
 };

@@ -19,6 +19,9 @@ public:
     /// Null when none is kept.
     const std::shared_ptr<const Frame>& frame() const { return m_frame; }
 
+    /// What the frame was taken with; of the last one when none is kept any more.
+    const CaptureSettings& settings() const { return m_settings; }
+
     /// From now on frames are taken with these settings. Drops a frame that was taken with others and answers
     /// what firstDifference() says; otherwise nothing changes and the answer is empty.
     std::string follow(const CaptureSettings& settings);
