@@ -36,59 +36,25 @@ std::string nameOf(ArvCamera& camera, const std::string& id)
 /// What every camera is set to before it is used, so that it comes back with it.
 void rememberFirst(ArvCamera& camera, CameraSettings& settings)
 {
-    const auto has = [&](auto function) {
-        ErrorSlot ignored;
-        return function(&camera, ignored) != FALSE;
-    };
-    const auto text = [&](const char* feature) {
-        ErrorSlot ignored;
-        return textOf(arv_camera_get_string(&camera, feature, ignored));
-    };
-    const std::string format = text("PixelFormat");
-    if (!format.empty())
-        settings.remember("PixelFormat", [format](ArvCamera& to) {
-            checked("PixelFormat", arv_camera_set_pixel_format_from_string, &to, format.c_str());
+    const CameraControls first = readControls(camera);
+    if (!first.pixelFormat.empty())
+        settings.remember("PixelFormat",
+                          [format = first.pixelFormat](ArvCamera& to) { setPixelFormat(to, format); });
+    if (first.region)
+        settings.remember("region", [region = *first.region](ArvCamera& to) {
+            setRegion(to, region.x.value, region.y.value, region.width.value, region.height.value);
         });
-    ErrorSlot noRegion;
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-    arv_camera_get_region(&camera, &x, &y, &width, &height, noRegion);
-    if (!noRegion.isSet())
-        settings.remember("region", [=](ArvCamera& to) {
-            checked("region", arv_camera_set_region, &to, x, y, width, height);
-        });
-    if (has(arv_camera_is_exposure_time_available)) {
-        ErrorSlot failed;
-        const double time = arv_camera_get_exposure_time(&camera, failed);
-        if (!failed.isSet())
-            settings.remember("exposure time", [time](ArvCamera& to) {
-                checked("exposure time", arv_camera_set_exposure_time, &to, time);
-            });
-    }
-    if (has(arv_camera_is_gain_available)) {
-        ErrorSlot failed;
-        const double gain = arv_camera_get_gain(&camera, failed);
-        if (!failed.isSet())
-            settings.remember("gain",
-                              [gain](ArvCamera& to) { checked("gain", arv_camera_set_gain, &to, gain); });
-    }
-    if (has(arv_camera_is_frame_rate_available)) {
-        ErrorSlot failed;
-        const double rate = arv_camera_get_frame_rate(&camera, failed);
-        if (!failed.isSet() && rate > 0.0)
-            settings.remember("frame rate", [rate](ArvCamera& to) {
-                checked("frame rate", arv_camera_set_frame_rate, &to, rate);
-            });
-    }
+    if (first.exposureTime)
+        settings.remember("exposure time",
+                          [time = first.exposureTime->value](ArvCamera& to) { setExposureTime(to, time); });
+    if (first.gain)
+        settings.remember("gain", [gain = first.gain->value](ArvCamera& to) { setGain(to, gain); });
+    if (first.frameRate && first.frameRate->value > 0.0)
+        settings.remember("frame rate",
+                          [rate = first.frameRate->value](ArvCamera& to) { setFrameRate(to, rate); });
     // After the frame rate, which lets frames come by themselves.
-    if (waitsForTrigger(camera)) {
-        ErrorSlot failed;
-        const std::string source = textOf(arv_camera_get_trigger_source(&camera, failed));
-        if (!source.empty())
-            settings.remember("trigger", [source](ArvCamera& to) { setTrigger(to, source); });
-    }
+    if (!first.trigger.empty())
+        settings.remember("trigger", [source = first.trigger](ArvCamera& to) { setTrigger(to, source); });
 }
 
 /// Takes the last reference to a camera's device. The library reports a loss on the device's own thread,

@@ -91,6 +91,26 @@ CameraControls readControls(ArvCamera& camera)
     return controls;
 }
 
+void setExposureTime(ArvCamera& camera, double microseconds)
+{
+    checked("exposure time", arv_camera_set_exposure_time, &camera, microseconds);
+}
+
+void setGain(ArvCamera& camera, double gain)
+{
+    checked("gain", arv_camera_set_gain, &camera, gain);
+}
+
+void setFrameRate(ArvCamera& camera, double framesPerSecond)
+{
+    checked("frame rate", arv_camera_set_frame_rate, &camera, framesPerSecond);
+}
+
+void setPixelFormat(ArvCamera& camera, const std::string& format)
+{
+    checked("pixel format", arv_camera_set_pixel_format_from_string, &camera, format.c_str());
+}
+
 bool waitsForTrigger(ArvCamera& camera)
 {
     ErrorSlot none;

@@ -52,6 +52,13 @@ struct CameraControls
 /// Reads them from the camera.
 CameraControls readControls(_ArvCamera& camera);
 
+// Each of these sets one of them. They throw CameraError when the camera refuses.
+
+void setExposureTime(_ArvCamera& camera, double microseconds);
+void setGain(_ArvCamera& camera, double gain);
+void setFrameRate(_ArvCamera& camera, double framesPerSecond);
+void setPixelFormat(_ArvCamera& camera, const std::string& format);
+
 /// True when each frame waits for a trigger.
 bool waitsForTrigger(_ArvCamera& camera);
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <exception>
 #include <memory>
 #include <new>
 #include <utility>
@@ -135,7 +136,13 @@ void CameraSource::streamOnce(const Handlers& handlers)
         throw;
     }
     m_numbers.restart();
-    receive(*stream, losses, handlers);
+    std::exception_ptr problem;
+    try {
+        receive(*stream, losses, handlers);
+    } catch (...) {
+        // What was begun is ended first.
+        problem = std::current_exception();
+    }
     m_isStreaming = false;
     try {
         m_connection.withCamera([&](ArvCamera& camera) {
@@ -150,6 +157,8 @@ void CameraSource::streamOnce(const Handlers& handlers)
     // Giving back what belongs to a camera that does not answer takes a while.
     if (stream)
         m_connection.disposeLater(std::move(stream));
+    if (problem)
+        std::rethrow_exception(problem);
 }
 
 void CameraSource::receive(CameraStream& from, std::uint64_t losses, const Handlers& handlers)
@@ -267,37 +276,25 @@ void CameraSource::execute(const std::string& command)
 void CameraSource::setExposureTime(double microseconds)
 {
     set(
-        "exposure time",
-        [microseconds](ArvCamera& camera) {
-            checked("exposure time", arv_camera_set_exposure_time, &camera, microseconds);
-        },
-        false);
+        "exposure time", [=](ArvCamera& camera) { zor::setExposureTime(camera, microseconds); }, false);
 }
 
 void CameraSource::setGain(double gain)
 {
     set(
-        "gain", [gain](ArvCamera& camera) { checked("gain", arv_camera_set_gain, &camera, gain); }, false);
+        "gain", [=](ArvCamera& camera) { zor::setGain(camera, gain); }, false);
 }
 
 void CameraSource::setFrameRate(double framesPerSecond)
 {
     set(
-        "frame rate",
-        [framesPerSecond](ArvCamera& camera) {
-            checked("frame rate", arv_camera_set_frame_rate, &camera, framesPerSecond);
-        },
-        false);
+        "frame rate", [=](ArvCamera& camera) { zor::setFrameRate(camera, framesPerSecond); }, false);
 }
 
 void CameraSource::setPixelFormat(const std::string& format)
 {
     set(
-        "PixelFormat",
-        [format](ArvCamera& camera) {
-            checked("pixel format", arv_camera_set_pixel_format_from_string, &camera, format.c_str());
-        },
-        true);
+        "PixelFormat", [format](ArvCamera& camera) { zor::setPixelFormat(camera, format); }, true);
 }
 
 void CameraSource::setRegion(int x, int y, int width, int height)

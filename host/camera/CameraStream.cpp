@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 
 namespace zor {
 
@@ -70,8 +71,9 @@ bool CameraStream::receive(std::chrono::milliseconds longest, const std::functio
     ArvBuffer* buffer = arv_stream_timeout_pop_buffer(m_stream, static_cast<guint64>(microseconds));
     if (!buffer)
         return false;
+    const auto giveBack = [this](ArvBuffer* used) { arv_stream_push_buffer(m_stream, used); };
+    const std::unique_ptr<ArvBuffer, decltype(giveBack)> owned(buffer, giveBack);
     use(describe(buffer));
-    arv_stream_push_buffer(m_stream, buffer);
     return true;
 }
 

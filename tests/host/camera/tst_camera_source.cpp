@@ -3,6 +3,7 @@
 #include "host/camera/CameraSource.h"
 #include "tests/host/source/FrameCollector.h"
 #include "tests/support/FormatCodes.h"
+#include "tests/support/NewLimit.h"
 
 #include <QtTest>
 
@@ -26,6 +27,7 @@ private slots:
     void wrongSettingIsRefused();
     void refusedSettingLetsFramesComeOn();
     void cameraThatIsNotThereIsRefused();
+    void lackOfMemoryEndsTheStream();
 };
 
 namespace {
@@ -217,6 +219,25 @@ void TestCameraSource::cameraThatIsNotThereIsRefused()
         QFAIL("connected");
     } catch (const CameraError& error) {
         QVERIFY2(QString(error.what()).startsWith("the camera Nobody cannot be opened: "), error.what());
+    }
+}
+
+/// More than once, because the leak checker passes over what is still on a stack.
+void TestCameraSource::lackOfMemoryEndsTheStream()
+{
+    CameraSource source(Id);
+    source.setFrameRate(200.0);
+    for (int i = 0; i < 3; ++i) {
+        FrameCollector collector;
+        source.start(collector.handlers());
+        QVERIFY(collector.waitForFrames(2));
+        tooLarge = 200000;
+        const bool hasFailed = collector.waitForError() && collector.waitForTheEnd();
+        tooLarge = NoLimit;
+        QVERIFY(hasFailed);
+        QVERIFY(collector.errors().front().hasEnded);
+        QCOMPARE(QString::fromStdString(collector.errors().front().text),
+                 QString("there is no memory for a frame; choose a smaller region or close other programs"));
     }
 }
 
