@@ -1,7 +1,6 @@
 #include "host/camera/FrameNumbers.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace zor {
 
@@ -30,15 +29,34 @@ std::int64_t stepBetween(std::uint64_t first, std::uint64_t second)
 
 std::uint64_t FrameNumbers::number(std::uint64_t blockId)
 {
-    const std::int64_t step = m_last ? stepBetween(*m_last, blockId) : 0;
-    // It was counted as lost, or is not known to have been sent at all.
-    if (step < 0)
-        return m_next - std::min<std::uint64_t>(m_next, static_cast<std::uint64_t>(1 - step));
-    // Incomplete frames are among those between; at a new beginning nobody knows how many there were besides.
-    m_next += std::max(static_cast<std::uint64_t>(std::max<std::int64_t>(step, 1)),
-                       std::exchange(m_incomplete, 0) + 1);
+    std::int64_t step = m_last ? stepBetween(*m_last, blockId) : 0;
+    if (step == 0) {
+        restart();
+        step = 1;
+    }
+    ++m_complete;
+    if (step < 0) {
+        // It was counted as lost, or came before the first.
+        const std::uint64_t back = static_cast<std::uint64_t>(-step);
+        return m_before + (back < m_span ? m_span - 1 - back : 0);
+    }
+    m_span += static_cast<std::uint64_t>(step);
     m_last = blockId;
-    return m_next - 1;
+    return sent() - 1;
+}
+
+void FrameNumbers::restart()
+{
+    m_before = sent();
+    m_last.reset();
+    m_span = 0;
+    m_complete = 0;
+    m_incomplete = 0;
+}
+
+std::uint64_t FrameNumbers::sent() const
+{
+    return m_before + std::max(m_span, m_complete + m_incomplete);
 }
 
 } // namespace zor

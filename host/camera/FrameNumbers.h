@@ -15,19 +15,23 @@ public:
     /// that was left out for it. A camera that begins to count anew lost none.
     std::uint64_t number(std::uint64_t blockId);
 
-    /// A frame came of which parts are missing. Its identifier says nothing.
+    /// A frame came of which parts are missing. Its identifier says nothing, and it may be reported after
+    /// complete ones that were sent later.
     void addIncomplete() { ++m_incomplete; }
 
     /// The camera begins to count anew, at whatever identifier.
-    void restart() { m_last.reset(); }
+    void restart();
 
-    /// Frames that were numbered, and those that were incomplete or lost between them.
-    std::uint64_t sent() const { return m_next + m_incomplete; }
+    /// Complete and incomplete frames, and those that were lost between them.
+    std::uint64_t sent() const;
 
 private:
-    std::optional<std::uint64_t> m_last;
-    std::uint64_t m_next = 0;
-    std::uint64_t m_incomplete = 0; ///< since the last complete one
+    std::uint64_t m_before = 0; ///< frames from before the first complete one that it counts from
+    // The rest is since then.
+    std::optional<std::uint64_t> m_last; ///< identifier of the last complete frame
+    std::uint64_t m_span = 0;            ///< identifiers from the first complete frame to the last
+    std::uint64_t m_complete = 0;
+    std::uint64_t m_incomplete = 0;
 };
 
 } // namespace zor

@@ -109,7 +109,8 @@ int main(int count, char** arguments)
     std::fflush(stdout);
     while (std::getchar() != EOF) {
     }
-    g_object_unref(camera);
     std::printf("%lu\n", sentFrames.load());
+    std::fflush(stdout);
+    g_object_unref(camera);
     return 0;
 }

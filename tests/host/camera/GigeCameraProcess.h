@@ -20,12 +20,14 @@ public:
         m_process.waitForFinished();
     }
 
-    /// As when it is switched off. Answers how many frames it has sent.
+    /// As when it is switched off. Answers how many frames it has sent, -1 when it does not say.
     int finish()
     {
         m_process.closeWriteChannel();
-        m_process.waitForFinished();
-        return m_process.readLine().toInt();
+        const bool says = m_process.waitForReadyRead();
+        const int sent = m_process.readLine().toInt();
+        kill();
+        return says ? sent : -1;
     }
 
     ~GigeCameraProcess() { kill(); }
